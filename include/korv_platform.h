@@ -203,7 +203,7 @@ KORV_PLATFORM_API QY_NODE *QY_NODE_GetAugmentTargetNode(QY_NODE *pNode);
  * passes 1 while it resolves a leaf's final type and 0 otherwise. */
 KORV_PLATFORM_API QY_NODE *QY_NODE_GetLeafrefTargetNode(QY_NODE *pNode, uint32_t uiFlag);
 
-/* Number of keys of a list; only the low 8 bits are used. */
+/* Number of keys of a list. The library takes classes of at most 255 keys. */
 KORV_PLATFORM_API uint32_t QY_NODE_GetNodeKeyNum(QY_NODE *pNode);
 
 /* Bit 0 is set when the leaf is a key of its list. */

@@ -1,0 +1,515 @@
+/*
+ * korv_lib_yang.h: the host's interface of libkorv_libyang.
+ *
+ * The library turns YANG modules (YIN files) into the class and attribute model by which a host samples and addresses
+ * data, and answers the host's questions about it.
+ *
+ * In short
+ *     pstLocal = YANGLIB_Initial(ulModuleId, component, astHooks, "/models", NULL);
+ *     YANGLIB_LoadYangModule(pstLocal, "example-interfaces", NULL);
+ *     ... lookups, travel, dumps ...
+ *     YANGLIB_Uninitial(pstLocal);
+ *
+ * Conventions
+ *  - Results are unsigned 32-bit codes: 0 = success, anything else a failure. Functions that produce a record return a
+ *    pointer, null on failure.
+ *  - Texts are zero-terminated UTF-8. Text arguments are borrowed for the duration of the call; the library keeps copies
+ *    of what it needs later.
+ *  - Every failure is reported through the host's debug hooks at level 0, from the innermost function outward; progress
+ *    at level 2.
+ *  - All memory comes from ZOR_Malloc_F with the host's memory module id and goes back through ZOR_Free_F.
+ *  - One instance is driven by one thread at a time; the library takes no locks and creates no threads. Different
+ *    instances may be driven by different threads. Hooks and callbacks run on the calling thread and must not load or
+ *    unload modules. YANGLIB_Initial and YANGLIB_Uninitial write g_pstKORVLibYangLocalData: call them from one thread.
+ *  - No C++ exception leaves a function.
+ *
+ * The header compiles as C11 and as C++17. Records are 4-byte packed unless said otherwise.
+ */
+#ifndef KORV_LIB_YANG_H
+#define KORV_LIB_YANG_H
+
+#include "korv_platform.h"
+
+#if defined(__GNUC__)
+#define KORV_LIB_API __attribute__((visibility("default")))
+#else
+#define KORV_LIB_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* A record's layout is part of the binary interface with 64-bit hosts. */
+#ifdef __cplusplus
+#define KORV_LAYOUT(condition) static_assert(sizeof(void *) != 8 || (condition), "layout: " #condition)
+#else
+#define KORV_LAYOUT(condition) _Static_assert(sizeof(void *) != 8 || (condition), "layout: " #condition)
+#endif
+
+#define KORV_OK 0u
+#define KORV_FAIL 1u             /* the library's own failures */
+#define KORV_TRAVEL_NOT_FOUND 3u /* travel found no start node */
+#define KORV_NO_MEMORY 12u       /* no memory for a tree node */
+#define KORV_INVALID 22u         /* a tree node cannot be linked */
+
+#define KORV_NO_ID 0xFFFFFFFFu /* answer of id lookups: none */
+
+#define NODE_KEY_LIST_NUM 16u       /* own keys and ancestor keys that a tree node can hold */
+#define KORV_AUGMENT_NUM 20u        /* augments of one module */
+#define KORV_SEARCH_DIR_SIZE 256u   /* a search directory with its terminating zero */
+#define KORV_AUG_NODE_NAME_SIZE 257 /* an augment's target path with its terminating zero */
+#define KORV_LOG_LEVEL_NUM 4u
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Debug hooks
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+/* Prints one message. pcReserved is always the text "NULL"; pcText is valid during the call only. */
+typedef void (*TELMYANG_DEBUG_PRINT_PF)(uint64_t pKorvComponent, uint32_t uiDebugType, const char *pcReserved,
+                                        const char *pcText);
+
+/* Nonzero when output of this entry is wanted. */
+typedef uint32_t (*TELMYANG_DEBUG_ISOPEN_PF)(uint64_t pKorvComponent, uint32_t uiDebugType);
+
+#pragma pack(push, 1)
+
+/* One log level of the host: 20 bytes, a table holds the levels 0 to 3. Level 0 carries errors and level 2 progress; the
+ * levels 1 and 3 are only asked whether they are open. */
+typedef struct {
+    uint32_t uiDebugType;                    /* handed back to both functions */
+    TELMYANG_DEBUG_PRINT_PF pfnDebugPrint;   /* may be null: messages are dropped */
+    TELMYANG_DEBUG_ISOPEN_PF pfnDebugIsOpen; /* may be null: the level is closed */
+} TELMYANG_DEBUG_HOOK_S;
+
+KORV_LAYOUT(sizeof(TELMYANG_DEBUG_HOOK_S) == 20);
+KORV_LAYOUT(offsetof(TELMYANG_DEBUG_HOOK_S, pfnDebugPrint) == 4);
+KORV_LAYOUT(offsetof(TELMYANG_DEBUG_HOOK_S, pfnDebugIsOpen) == 12);
+
+#pragma pack(pop)
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Class tree
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+#define KORV_NODE_ORDINARY 0u /* container or list */
+#define KORV_NODE_CHOICE 1u
+#define KORV_NODE_CASE 2u
+
+#define KORV_MASK_FIELD_ID 0x02u
+#define KORV_MASK_DATA_TYPE 0x08u
+#define KORV_MASK_REF_ID_KEY 0x10u
+#define KORV_MASK_NAME2ID_KEY 0x20u
+
+#pragma pack(push, 4)
+
+/* Descriptor of one leaf or leaf-list of a tree node. It belongs to its node and lives until the module is unloaded. */
+typedef struct {
+    const char *pcModuleName; /* module that defines the leaf; borrowed */
+    char *pcName;             /* owned */
+    uint8_t ucIsKey;          /* 1: the leaf is one of its class's own keys */
+    uint8_t ucMask;           /* KORV_MASK_ bits: which of the values below were found */
+    uint8_t ucBaseType; /* built-in type (QY_TYPE_) of the leaf's final type, leafrefs followed; 0 when there is none */
+    uint32_t uiClassId; /* class id of the tree node when the leaf was filled */
+    uint32_t uiFieldId; /* attribute id */
+    uint32_t uiReserved1;
+    uint32_t uiDataType;
+    uint32_t uiRefIdKeyFid;
+    uint32_t uiName2IdKeyFid;
+    uint32_t uiReserved2;
+    int64_t llRangeMin; /* bounds of the last range part of uint16, uint32 and uint64 leaves, else 0; */
+    int64_t llRangeMax; /* bounds of uint64 beyond 2^63 keep their 64 bits */
+    QY_NODE *pYinNode;  /* the leaf's schema node; borrowed */
+} KorvTreeLeaf;
+
+KORV_LAYOUT(sizeof(KorvTreeLeaf) == 72);
+KORV_LAYOUT(offsetof(KorvTreeLeaf, ucIsKey) == 16);
+KORV_LAYOUT(offsetof(KorvTreeLeaf, ucBaseType) == 18);
+KORV_LAYOUT(offsetof(KorvTreeLeaf, uiClassId) == 20);
+KORV_LAYOUT(offsetof(KorvTreeLeaf, uiDataType) == 32);
+KORV_LAYOUT(offsetof(KorvTreeLeaf, llRangeMin) == 48);
+KORV_LAYOUT(offsetof(KorvTreeLeaf, pYinNode) == 64);
+
+/* One container, list, choice or case of a loaded module. A tree belongs to its module's registry entry. */
+typedef struct KorvTreeNode {
+    struct KorvTreeNode *pstParent; /* null for a top node */
+    struct KorvTreeNode *pstFirstChild;
+    struct KorvTreeNode *pstNextSibling;
+    const char *pcModuleName; /* module that defines the node; borrowed */
+    char *pcName;             /* owned */
+    uint32_t uiClassId;       /* 0: no class; a choice or case has its parent's */
+    uint32_t uiSampleId;
+    uint8_t aucSelfNodeKey[NODE_KEY_LIST_NUM]; /* attribute ids of the own keys, in key order; unused ones 0 */
+    uint8_t aucAncestorKey[NODE_KEY_LIST_NUM]; /* attribute ids of the ancestors' keys in this class; unused ones 0 */
+    VEC_VECTOR_S *pstLeafList;                 /* KorvTreeLeaf of each leaf and leaf-list child, or null; owned */
+    uint8_t ucNodeType;                        /* KORV_NODE_ */
+    VEC_VECTOR_S *pstCaseLeafList;             /* KorvTreeLeaf of each enabled leaf in choices below, or null; owned */
+} KorvTreeNode;
+
+KORV_LAYOUT(sizeof(KorvTreeNode) == 100);
+KORV_LAYOUT(offsetof(KorvTreeNode, uiClassId) == 40);
+KORV_LAYOUT(offsetof(KorvTreeNode, aucSelfNodeKey) == 48);
+KORV_LAYOUT(offsetof(KorvTreeNode, aucAncestorKey) == 64);
+KORV_LAYOUT(offsetof(KorvTreeNode, pstLeafList) == 80);
+KORV_LAYOUT(offsetof(KorvTreeNode, ucNodeType) == 88);
+KORV_LAYOUT(offsetof(KorvTreeNode, pstCaseLeafList) == 92);
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Registry of loaded modules
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+/* One augment of a module. */
+typedef struct {
+    QY_NODE *pAugNode;           /* the augment itself; borrowed */
+    QY_NODE *pTargetParentRoot;  /* topmost node above the target while the module is being loaded, else null */
+    QY_NODE *pFirstChild;        /* first child of pAugNode; borrowed */
+    KorvTreeNode *pstTargetTree; /* the tree that the augment extends, from its topmost node down; may be null; owned */
+    KorvTreeNode *pstSelfTree;   /* the augment's own nodes; may be null; owned */
+    uint32_t uiSelfTreeDone;     /* 1 while the self tree is being used by the load */
+    char acAugNodeName[KORV_AUG_NODE_NAME_SIZE]; /* target path as the augment statement has it */
+} TELMYANG_AUGMENT_INFO_S;
+
+KORV_LAYOUT(sizeof(TELMYANG_AUGMENT_INFO_S) == 304);
+KORV_LAYOUT(offsetof(TELMYANG_AUGMENT_INFO_S, uiSelfTreeDone) == 40);
+KORV_LAYOUT(offsetof(TELMYANG_AUGMENT_INFO_S, acAugNodeName) == 44);
+
+/* Module-level extension information. */
+typedef struct {
+    uint32_t uiAaaTaskId; /* 0: the module has none */
+} TELMYANG_MODULE_EXT_S;
+
+/* One loaded module. Its name and revision are those that the host gave to the load. */
+typedef struct TELMYANG_YANG_FILE_INFO_S {
+    struct TELMYANG_YANG_FILE_INFO_S *pstNext; /* next record, or the list's head */
+    struct TELMYANG_YANG_FILE_INFO_S *pstPrev;
+    char *pcModuleName;
+    char *pcRevision;                      /* null when the load was given none */
+    TELMYANG_MODULE_EXT_S *pModuleExtInfo; /* may be null */
+    KorvTreeNode *pstOriginTree;           /* first top node of the module's own tree; may be null */
+    TELMYANG_AUGMENT_INFO_S astAugment[KORV_AUGMENT_NUM];
+    uint8_t ucInUse;
+    uint8_t ucAugmentNum; /* used entries of astAugment */
+} TELMYANG_YANG_FILE_INFO_S;
+
+KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, pstOriginTree) == 40);
+KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, astAugment) == 48);
+KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, ucInUse) == 48 + 20 * 304);
+
+#pragma pack(pop)
+
+/* Head of the circular list of loaded modules, in load order; empty: both links point at the head. The head is no record:
+ * compare a link with (TELMYANG_YANG_FILE_INFO_S *)&head before you read through it. */
+typedef struct {
+    TELMYANG_YANG_FILE_INFO_S *pstNext;
+    TELMYANG_YANG_FILE_INFO_S *pstPrev;
+} TELMYANG_YANG_FILE_LIST_S;
+
+/* Schema context, registry and base search directories of an instance; naturally aligned. */
+typedef struct {
+    QY_CTX *pSchemaCtx;
+    TELMYANG_YANG_FILE_LIST_S stYangFileList;
+    char **ppcSearchDir;   /* apcSearchDir once the directories are set */
+    char *apcSearchDir[3]; /* acSearchDir2, acSearchDir1, null */
+    char acSearchDir1[KORV_SEARCH_DIR_SIZE];
+    char acSearchDir2[KORV_SEARCH_DIR_SIZE];
+} TELMYANG_YANG_CTX_S;
+
+/* Shows a leaf descriptor to the host before it is stored; the host may change its values. The result is ignored. */
+typedef uint32_t (*TELMYANG_DATATYPE_ADAPT_PF)(uint64_t pKorvComponent, KorvTreeLeaf *pstLeaf);
+
+#pragma pack(push, 4)
+
+/* A library instance. */
+typedef struct {
+    uint64_t ulModuleId; /* the host's memory module id */
+    TELMYANG_YANG_CTX_S *pstYangCtx;
+    uint32_t uiModuleNum; /* loaded modules */
+    TELMYANG_DEBUG_HOOK_S astDebugHook[KORV_LOG_LEVEL_NUM];
+    uint64_t pKorvComponent; /* the host's own value, handed to every hook */
+    TELMYANG_DATATYPE_ADAPT_PF pfnDatatypeAdapt;
+    DLL_S stInstallPathList;
+} TELMYANG_LOCAL_DATA_S;
+
+KORV_LAYOUT(offsetof(TELMYANG_LOCAL_DATA_S, uiModuleNum) == 16);
+KORV_LAYOUT(offsetof(TELMYANG_LOCAL_DATA_S, astDebugHook) == 20);
+KORV_LAYOUT(offsetof(TELMYANG_LOCAL_DATA_S, pKorvComponent) == 100);
+KORV_LAYOUT(offsetof(TELMYANG_LOCAL_DATA_S, stInstallPathList) == 116);
+KORV_LAYOUT(sizeof(TELMYANG_LOCAL_DATA_S) == 136);
+
+#pragma pack(pop)
+
+/* The instance that was set up last, or null. The library never reads it. */
+KORV_LIB_API extern TELMYANG_LOCAL_DATA_S *g_pstKORVLibYangLocalData;
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Lifecycle
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+/*
+ * Sets up a library instance.
+ *
+ * ulModuleId      memory module id of every allocation that the instance makes
+ * pKorvComponent  the host's own value, handed to every hook
+ * pstHookTable    the host's four debug hooks (copied), or null: nothing is logged
+ * pcDir1, pcDir2  search directories of YIN files (copied), each at most 255 characters; either may be null
+ *
+ * Returns the instance, which g_pstKORVLibYangLocalData points at from then on; release it with YANGLIB_Uninitial.
+ * Null when memory or the schema context is missing or a directory is too long: nothing stays allocated then and the
+ * global keeps its value.
+ */
+KORV_LIB_API TELMYANG_LOCAL_DATA_S *YANGLIB_Initial(uint64_t ulModuleId, uint64_t pKorvComponent,
+                                                    const TELMYANG_DEBUG_HOOK_S *pstHookTable, const char *pcDir1,
+                                                    const char *pcDir2);
+
+/* Unloads every module, releases the instance with everything that it owns, and sets g_pstKORVLibYangLocalData to null.
+ * Null does nothing. */
+KORV_LIB_API void YANGLIB_Uninitial(TELMYANG_LOCAL_DATA_S *pstLocal);
+
+/* Stores the pointer (which may be null) in g_pstKORVLibYangLocalData. */
+KORV_LIB_API void TELMYANG_SetLibYangLocalData(TELMYANG_LOCAL_DATA_S *pstLocal);
+
+/* The host's own value as given to YANGLIB_Initial; pstLocal must not be null. */
+KORV_LIB_API uint64_t YANGLIB_GetKorvComponent(const TELMYANG_LOCAL_DATA_S *pstLocal);
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Install paths: further search directories of installed packages. pstLocal must not be null.
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+/* One entry of stInstallPathList. The library only empties the list; a host that adds entries allocates them from its
+ * memory partition, since the library releases them (not their texts) with ZOR_Free_F. */
+#pragma pack(push, 4)
+typedef struct {
+    DLL_NODE_S stNode;
+    const char *pcPath;
+} YANGLIB_INSTALL_PATH_S;
+#pragma pack(pop)
+
+/* Adds a search directory to the schema context. Returns 0 when the directory does not exist (logged at level 2, nothing
+ * is added), otherwise the schema library's result. */
+KORV_LIB_API uint32_t YANGLIB_PkgAddInstallPath(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcDir);
+
+/* Removes a search directory from the schema context; null removes all of them. Returns 0. */
+KORV_LIB_API uint32_t YANGLIB_PkgDelUnInstallPath(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcDir);
+
+/* Compares an install path with a text: 0 when equal. */
+KORV_LIB_API int32_t YANGLIB_PkgDllCompare(const char *pcKey, const YANGLIB_INSTALL_PATH_S *pstPath);
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Modules
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+/*
+ * Loads a module with everything that it imports, reads its extension statements and registers it with its trees.
+ *
+ * pYangModule    the instance
+ * pcModuleName   the module's name; its file is found in the search directories
+ * pcReversionIn  revision: part of the key under which the module is registered, or null or empty for none; which file is
+ *                loaded does not depend on it
+ *
+ * Returns 0 when the module is registered (also when it was before), 1 or the schema library's code otherwise. After a
+ * failure the registry is as before and nothing stays allocated; a module that the schema library did load stays in its
+ * context. Each reason is reported at level 0, ending in "Load Module (...) fail!".
+ */
+KORV_LIB_API uint32_t YANGLIB_LoadYangModule(TELMYANG_LOCAL_DATA_S *pYangModule, const char *pcModuleName,
+                                             const char *pcReversionIn);
+
+/* The registry entry of a module that was loaded under exactly this name and revision (null or empty: loaded without
+ * one), or null. pstLocal is not used; the entry belongs to pstYangCtx and lives until the module is unloaded. */
+KORV_LIB_API TELMYANG_YANG_FILE_INFO_S *TELMYANG_GetIfYangModuleExist(TELMYANG_LOCAL_DATA_S *pstLocal,
+                                                                      TELMYANG_YANG_CTX_S *pstYangCtx,
+                                                                      const char *pcModuleName, const char *pcRevision);
+
+/* Releases the trees of a registered module, unloads it from the schema context and takes it out of the registry.
+ * pcRevision: null or empty for none. 1 when the arguments are null or no such module is registered (nothing changes), or
+ * when the schema library refuses: the trees are gone then, the module stays registered without any, and later queries
+ * find nothing in it. */
+KORV_LIB_API uint32_t YANGLIB_UnloadYangModule(TELMYANG_LOCAL_DATA_S *pYangModule, const char *pcModuleName,
+                                               const char *pcRevision);
+
+/* Unloads every module in load order; the registry is empty afterwards, whatever the schema library answers. 1 when the
+ * instance has no registry. */
+KORV_LIB_API uint32_t YANGLIB_UnloadYangModuleAll(TELMYANG_LOCAL_DATA_S *pstLocal);
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Lookups
+ *
+ * A node is named by two forms of its path:
+ *   pcPath       "/sys/ports/port": node names separated by "/"; the leading "/" may be missing. Choices and cases have no
+ *                component. Where the node lies in an augment, components may carry prefixes.
+ *   pcXpathMain  "m:sys/m:ports/m:port": the same with module prefixes and without leading "/". It decides whether the
+ *                node lies in an augment: the prefix of its last prefixed component differs from that of the first one.
+ *                What stands in front of the first augmented component is the augment's target path as the statement has
+ *                it; the components below it carry no prefix.
+ * Components have at most 64 characters, the paths at most 256 and prefixes at most 63; a longer text is reported through
+ * ZOR_Assert and finds nothing. Nodes that are found belong to the module and live until it is unloaded. A lookup of a
+ * node that is not there is logged at level 0. Null texts find nothing.
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+#pragma pack(push, 4)
+
+/* How the host names a node. */
+typedef struct {
+    const char *pcModuleName; /* the loaded module; for a node that an augment adds, the augmenting one */
+    const char *pcRevision;   /* as given to the load; may be null */
+    const char *pcPath;
+    const char *pcXpathMain;
+} YangPathRequest;
+
+KORV_LAYOUT(sizeof(YangPathRequest) == 32);
+
+/* A lookup: the instance and the request in one. */
+typedef struct {
+    TELMYANG_LOCAL_DATA_S *pstLocal;
+    const char *pcModuleName;
+    const char *pcRevision;
+    const char *pcPath;
+    const char *pcXpathMain;
+    uint32_t uiPathLen;      /* not read */
+    uint32_t uiXpathMainLen; /* not read */
+} YangXpathLookup;
+
+KORV_LAYOUT(sizeof(YangXpathLookup) == 48);
+
+#pragma pack(pop)
+
+/* The tree node that the request names, or null. A path that ends in a leaf of a node without children names that node. */
+KORV_LIB_API KorvTreeNode *TELMYANG_KorvFindTreeNodeByXpath(const YangXpathLookup *pstLookup);
+
+/* The tree node whose own leaf list holds the leaf that the last component of pcPath names, or null. */
+KORV_LIB_API KorvTreeNode *TELMYANG_KorvFindTreeNodeByLeafXpath(TELMYANG_LOCAL_DATA_S *pstLocal,
+                                                                const char *pcModuleName, const char *pcRevision,
+                                                                const char *pcPath, const char *pcXpathMain);
+
+/* 1 when the named node has a container or list as direct child, else 0; also when it is not found. */
+KORV_LIB_API uint32_t YANGLIB_HasSubNodeInXpath(TELMYANG_LOCAL_DATA_S *pstLocal, const YangPathRequest *pstRequest);
+
+/* 1 when the node's own leaf list holds a leaf of that name, else 0; both may be null. */
+KORV_LIB_API uint32_t YANGLIB_IsLeafNode(const KorvTreeNode *pstTreeNode, const char *pcLeafName);
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Travel
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+/* Called for a tree node, which it must not change; 0 goes on, anything else ends the walk and is its result. */
+typedef uint32_t (*YANGLIB_TRAVEL_PF)(void *pUserData, KorvTreeNode *pstTreeNode);
+
+/* Calls pfnParentCb (which may be null) for each ancestor of the named node, nearest first, then pfnNodeCb for the node and
+ * for everything below it, parents first. A leaf names its holder. KORV_TRAVEL_NOT_FOUND when there is no such node, or
+ * the request, a text in it other than the revision, or pfnNodeCb is null; a callback that returns the same value cannot
+ * be told apart. */
+KORV_LIB_API uint32_t YANGLIB_TravelYangModule(TELMYANG_LOCAL_DATA_S *pstLocal, const YangPathRequest *pstRequest,
+                                               void *pUserData, YANGLIB_TRAVEL_PF pfnParentCb,
+                                               YANGLIB_TRAVEL_PF pfnNodeCb);
+
+/* The same from a node that the host holds. Allocates nothing. */
+KORV_LIB_API uint32_t YANGLIB_TravelYangModuleSubTree(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstTreeNode,
+                                                      void *pUserData, YANGLIB_TRAVEL_PF pfnParentCb,
+                                                      YANGLIB_TRAVEL_PF pfnNodeCb);
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Dumps: flat copies of a tree, which outlive it
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+#pragma pack(push, 4)
+
+/* One leaf of a dumped node. */
+typedef struct {
+    char *pcPath; /* the node's path, "/" and the leaf's name; owned */
+    char *pcName; /* owned */
+    uint8_t ucMask;
+    uint32_t uiFieldId;
+    uint32_t uiDataType;
+    uint32_t uiIndexMap; /* the leaf's uiName2IdKeyFid */
+    int64_t llRangeMin;
+    int64_t llRangeMax;
+} YangDumpLeafData;
+
+KORV_LAYOUT(sizeof(YangDumpLeafData) == 48);
+KORV_LAYOUT(offsetof(YangDumpLeafData, ucMask) == 16);
+KORV_LAYOUT(offsetof(YangDumpLeafData, uiFieldId) == 20);
+KORV_LAYOUT(offsetof(YangDumpLeafData, llRangeMin) == 32);
+
+/* One dumped node. */
+typedef struct {
+    char *pcName; /* owned */
+    char *
+        pcXpath; /* "/" and the names from the top node down, choices and cases included; at most 256 characters; owned */
+    uint32_t uiClassId;
+    uint32_t uiSampleId;
+    VEC_VECTOR_S *pstLeafList; /* YangDumpLeafData of the node's own leaves, or null; owned */
+    uint8_t aucSelfNodeKey[NODE_KEY_LIST_NUM];
+    uint8_t aucAncestorKey[NODE_KEY_LIST_NUM];
+} YangDumpNodeData;
+
+KORV_LAYOUT(sizeof(YangDumpNodeData) == 64);
+KORV_LAYOUT(offsetof(YangDumpNodeData, uiClassId) == 16);
+KORV_LAYOUT(offsetof(YangDumpNodeData, pstLeafList) == 24);
+KORV_LAYOUT(offsetof(YangDumpNodeData, aucSelfNodeKey) == 32);
+
+/* What to dump. */
+typedef struct {
+    TELMYANG_LOCAL_DATA_S *pstLocal;
+    const char *pcModuleName; /* must be registered, also for an augment tree */
+    const char *pcRevision;
+    KorvTreeNode *pstAugmentTree; /* a target or self tree of the module, when bIsAugment is set */
+    uint32_t bIsAugment;          /* 0: the module's own tree */
+} YangDumpRequest;
+
+KORV_LAYOUT(sizeof(YangDumpRequest) == 36);
+
+#pragma pack(pop)
+
+/*
+ * Dumps a tree breadth first.
+ *
+ * ppRecords  receives an array of pointers to records; set it to null before the call
+ * puiCount   receives their number
+ *
+ * Returns 1 with count 0 when the module is not registered or has no own tree. Otherwise 0: a dump that fails or finds no
+ * node says so at level 0 and has count 0. The caller owns array and records: release the records with
+ * YANGLIB_FreeDumpDataEx, then the array with ZOR_Free_F.
+ */
+KORV_LIB_API uint32_t YANGLIB_DumpYangModuleDataEx(const YangDumpRequest *pstRequest, YangDumpNodeData ***ppRecords,
+                                                   uint32_t *puiCount);
+
+/* Releases the records of a dump and sets the array's entries to null; the array stays. A null array, a count of 0 and null
+ * entries do nothing. */
+KORV_LIB_API void YANGLIB_FreeDumpDataEx(YangDumpNodeData **ppRecords, uint32_t uiCount);
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Debug print
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+/* Writes a module's trees to the host's debug hooks: own tree, self trees, target trees. Does nothing, beyond asking, while
+ * all four levels are closed. Every successful load ends with it. */
+KORV_LIB_API void YANGLIB_PrintYangModuleData(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
+                                              const char *pcRevision);
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Small questions. pstLocal must not be null.
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+/* Sets the function that sees every leaf descriptor of later loads, in place of an earlier one; null for none. */
+KORV_LIB_API void YANGLIB_RegisterDatatypeAdaptFunc(TELMYANG_LOCAL_DATA_S *pstLocal,
+                                                    TELMYANG_DATATYPE_ADAPT_PF pfnDatatypeAdapt);
+
+/* 1 for a descriptor of an enumeration leaf (leafrefs followed), else 0; null is none. */
+KORV_LIB_API uint32_t YANGLIB_IsEnumLeaf(const KorvTreeLeaf *pstLeaf);
+
+/* The latest revision of the module as its file has it, or null: not loaded, or without revision. Borrowed, until the
+ * module is unloaded. */
+KORV_LIB_API const char *YANGLIB_GetYangRevision(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName);
+
+/* Called for each name and value of an enumeration; the result is ignored. */
+typedef uint32_t (*YANGLIB_NAME_VALUE_PF)(const char *pcName, int32_t iValue, void *pCookie);
+
+/* Reports the names and values of an enumeration leaf in declaration order. 1 when the leaf's type cannot be found (its
+ * schema node may have gone with another module), otherwise the schema library's result. */
+KORV_LIB_API uint32_t YANGLIB_ScanNameValuePair(const KorvTreeLeaf *pstLeaf, YANGLIB_NAME_VALUE_PF pfnCb,
+                                                void *pCookie);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* KORV_LIB_YANG_H */

@@ -1,0 +1,67 @@
+/* Unloading modules. */
+#include "korv_lib_yang/korv_lib_yang.h"
+#include "telem_yang/file_list.h"
+#include "telem_yang/leaf_nodes.h"
+#include "telem_yang_lib/log.h"
+
+namespace {
+
+enum class Others {
+    Stay, /* their trees must not point at nodes that go */
+    Go,   /* they are unloaded next: nobody reads their trees any more */
+};
+
+uint32_t UnloadSchema(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, Others eOthers)
+{
+    QY_CTX *pSchemaCtx = pstLocal->pstYangCtx->pSchemaCtx;
+    if (eOthers == Others::Go)
+        return QY_CTX_UnloadModule(pSchemaCtx, pcModuleName);
+    korv::LeafNodeWatch watch(pstLocal);
+    return QY_CTX_UnloadModule(pSchemaCtx, pcModuleName);
+}
+
+uint32_t Unload(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, const char *pcRevision, Others eOthers)
+{
+    KORV_LOG_INFO(pstLocal, "YANGLIB_UnloadYangModule (%s)", pcModuleName);
+    if (TELEMYANG_DestroyYangMouleTree(pstLocal, pcModuleName, pcRevision) != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "TELEMYANG_DestroyYangMouleTree error!");
+        return KORV_FAIL;
+    }
+    uint32_t uiRet = UnloadSchema(pstLocal, pcModuleName, eOthers);
+    if (uiRet != 0) {
+        KORV_LOG_ERROR(pstLocal, "QY_CTX_UnloadModule %s fail return 0x%x!", pcModuleName, uiRet);
+        return KORV_FAIL;
+    }
+    uiRet = TELMYANG_RemoveYangFileInfoFromCtx(pstLocal, pcModuleName, pcRevision);
+    if (uiRet != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "Remove yang file info return 0x%x!", uiRet);
+        return KORV_FAIL;
+    }
+    return KORV_OK;
+}
+
+}  // namespace
+
+uint32_t YANGLIB_UnloadYangModule(TELMYANG_LOCAL_DATA_S *pYangModule, const char *pcModuleName, const char *pcRevision)
+{
+    if (pYangModule == nullptr || pcModuleName == nullptr) {
+        KORV_LOG_ERROR(pYangModule, "pcModuleName or pYangModule error!");
+        return KORV_FAIL;
+    }
+    return Unload(pYangModule, pcModuleName, pcRevision, Others::Stay);
+}
+
+uint32_t YANGLIB_UnloadYangModuleAll(TELMYANG_LOCAL_DATA_S *pstLocal)
+{
+    TELMYANG_YANG_CTX_S *pstYangCtx = pstLocal->pstYangCtx;
+    if (pstYangCtx == nullptr)
+        return KORV_FAIL;
+    TELMYANG_YANG_FILE_INFO_S *const pstEnd = korv::ListEnd(pstYangCtx);
+    for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != pstEnd;) {
+        TELMYANG_YANG_FILE_INFO_S *pstNext = pstFile->pstNext;
+        if (Unload(pstLocal, pstFile->pcModuleName, pstFile->pcRevision, Others::Go) != KORV_OK)
+            TELMYANG_RemoveYangFile(pstLocal, pstFile);
+        pstFile = pstNext;
+    }
+    return KORV_OK;
+}

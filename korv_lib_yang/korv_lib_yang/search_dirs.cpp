@@ -1,0 +1,51 @@
+/* The two base directories in which the schema library finds YIN files. */
+#include "korv_lib_yang/korv_lib_yang.h"
+
+namespace {
+
+bool HasContext(const TELMYANG_YANG_CTX_S *pstYangCtx)
+{
+    return pstYangCtx != nullptr && pstYangCtx->pSchemaCtx != nullptr;
+}
+
+}  // namespace
+
+uint32_t TELMYANG_SetSearchDir(const char *pcDir1, const char *pcDir2, TELMYANG_LOCAL_DATA_S *pstLocal)
+{
+    TELMYANG_YANG_CTX_S *pstYangCtx = pstLocal->pstYangCtx;
+    if (pcDir1 != nullptr && strcpy_s(pstYangCtx->acSearchDir1, sizeof(pstYangCtx->acSearchDir1), pcDir1) != 0)
+        return KORV_FAIL;
+    if (pcDir2 != nullptr && strcpy_s(pstYangCtx->acSearchDir2, sizeof(pstYangCtx->acSearchDir2), pcDir2) != 0)
+        return KORV_FAIL;
+    (void)TELMYANG_UpdateSearchDir(pstLocal);
+    pstYangCtx->ppcSearchDir = pstYangCtx->apcSearchDir;
+    pstYangCtx->apcSearchDir[0] = pstYangCtx->acSearchDir2;
+    pstYangCtx->apcSearchDir[1] = pstYangCtx->acSearchDir1;
+    pstYangCtx->apcSearchDir[2] = nullptr;
+    return KORV_OK;
+}
+
+uint32_t TELMYANG_UpdateSearchDir(TELMYANG_LOCAL_DATA_S *pstLocal)
+{
+    TELMYANG_YANG_CTX_S *pstYangCtx = pstLocal->pstYangCtx;
+    QY_CTX_UnSetSearchDir(pstYangCtx->pSchemaCtx, nullptr);
+    (void)QY_CTX_SetSearchDir(pstYangCtx->pSchemaCtx, pstYangCtx->acSearchDir1);
+    return QY_CTX_SetSearchDir(pstYangCtx->pSchemaCtx, pstYangCtx->acSearchDir2);
+}
+
+uint32_t TELMYANG_SetYangContextSearchPath(TELMYANG_YANG_CTX_S *pstYangCtx)
+{
+    if (!HasContext(pstYangCtx))
+        return KORV_FAIL;
+    for (const char *pcDir : pstYangCtx->apcSearchDir)
+        (void)QY_CTX_SetSearchDir(pstYangCtx->pSchemaCtx, pcDir);
+    return KORV_OK;
+}
+
+uint32_t TELMYANG_UndoYangContextSearchPath(TELMYANG_YANG_CTX_S *pstYangCtx)
+{
+    if (!HasContext(pstYangCtx))
+        return KORV_FAIL;
+    QY_CTX_UnSetSearchDir(pstYangCtx->pSchemaCtx, nullptr);
+    return TELMYANG_SetYangContextSearchPath(pstYangCtx);
+}

@@ -1,0 +1,108 @@
+/* The leaf vector of a dump record: copies of a tree node's leaf descriptors. */
+#include "telem_yang/telem_yang.h"
+#include "telem_yang_lib/host_memory.h"
+#include "telem_yang_lib/log.h"
+
+namespace {
+
+void FreeEntry(YangDumpLeafData *pstEntry)
+{
+    korv::HostFree(pstEntry->pcPath);
+    korv::HostFree(pstEntry->pcName);
+    korv::HostFree(pstEntry);
+}
+
+char *AllocText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, uint32_t uiSize)
+{
+    auto *pcText = static_cast<char *>(ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], uiSize, __FILE__, __LINE__));
+    if (pcText == nullptr)
+        KORV_LOG_ERROR(pstLocal, "malloc failed!");
+    return pcText;
+}
+
+/* Name and path of an entry; what was made stays in the entry on failure. */
+uint32_t FillTexts(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpLeafData *pstEntry, const KorvTreeLeaf *pstLeaf,
+                   const char *pcXpath, uint64_t ulModuleId)
+{
+    const uint32_t uiNameLen = XUR_StrLen(pstLeaf->pcName);
+    pstEntry->pcName = AllocText(pstLocal, ulModuleId, uiNameLen + 1);
+    if (pstEntry->pcName == nullptr)
+        return KORV_FAIL;
+    if (strncpy_s(pstEntry->pcName, uiNameLen + 1, pstLeaf->pcName, uiNameLen) != 0)
+        ZOR_Assert(__FILE__, __LINE__, 0);
+    const uint32_t uiPathSize = uiNameLen + XUR_StrLen(pcXpath) + 2;
+    pstEntry->pcPath = AllocText(pstLocal, ulModuleId, uiPathSize);
+    if (pstEntry->pcPath == nullptr)
+        return KORV_FAIL;
+    if (sprintf_s(pstEntry->pcPath, uiPathSize, "%s/%s", pcXpath, pstLeaf->pcName) < 0) {
+        KORV_LOG_ERROR(pstLocal, "path too long! (%s)", pstEntry->pcPath);
+        return KORV_FAIL;
+    }
+    return KORV_OK;
+}
+
+void FillValues(YangDumpLeafData *pstEntry, const KorvTreeLeaf *pstLeaf)
+{
+    pstEntry->ucMask = pstLeaf->ucMask;
+    pstEntry->uiFieldId = pstLeaf->uiFieldId;
+    pstEntry->uiDataType = pstLeaf->uiDataType;
+    pstEntry->uiIndexMap = pstLeaf->uiName2IdKeyFid;
+    pstEntry->llRangeMin = pstLeaf->llRangeMin;
+    pstEntry->llRangeMax = pstLeaf->llRangeMax;
+}
+
+/* Makes the entry of one leaf and appends it. */
+uint32_t AppendEntry(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpNodeData *pstRecord, const KorvTreeLeaf *pstLeaf,
+                     uint64_t ulModuleId)
+{
+    auto *pstEntry =
+        static_cast<YangDumpLeafData *>(TELMYANG_Malloc_BZero(pstLocal, ulModuleId, sizeof(YangDumpLeafData)));
+    if (pstEntry == nullptr) {
+        KORV_LOG_ERROR(pstLocal, "malloc failed!");
+        TELMYANG_FillListDataFreeIfErr_(nullptr, pstRecord);
+        return KORV_FAIL;
+    }
+    uint32_t uiRet = FillTexts(pstLocal, pstEntry, pstLeaf, pstRecord->pcXpath, ulModuleId);
+    if (uiRet == KORV_OK) {
+        FillValues(pstEntry, pstLeaf);
+        if (VEC_VectorSet(pstRecord->pstLeafList, pstEntry) != KORV_NO_ID)
+            return KORV_OK;
+        KORV_LOG_ERROR(pstLocal, "VEC_VectorSet failed!");
+    }
+    TELMYANG_FillListDataFreeIfErr_(pstEntry, pstRecord);
+    return KORV_FAIL;
+}
+
+}  // namespace
+
+void TELMYANG_FillListDataFreeIfErr_(YangDumpLeafData *pstLeafEntry, YangDumpNodeData *pstRecord)
+{
+    if (pstLeafEntry != nullptr)
+        FreeEntry(pstLeafEntry);
+    for (uint32_t uiLoop = 0; uiLoop < VEC_VectorCount(pstRecord->pstLeafList); ++uiLoop) {
+        auto *pstEntry = static_cast<YangDumpLeafData *>(pstRecord->pstLeafList->ppvItem[uiLoop]);
+        korv::HostFree(pstEntry->pcName);
+        korv::HostFree(pstEntry->pcPath);
+        korv::HostFree(pstEntry);
+    }
+    (void)VEC_VectorFree_F(pstRecord->pstLeafList);
+    pstRecord->pstLeafList = nullptr;
+}
+
+uint32_t TELMYANG_FillListDataFromLeafNode(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpNodeData *pstRecord,
+                                           const KorvTreeNode *pstTreeNode, uint64_t ulModuleId)
+{
+    const VEC_VECTOR_S *pstLeafList = pstTreeNode->pstLeafList;
+    const uint32_t uiNum = VEC_VectorCount(pstLeafList);
+    pstRecord->pstLeafList = VEC_VectorInit_F(ulModuleId, uiNum, __FILE__, __LINE__);
+    if (pstRecord->pstLeafList == nullptr) {
+        KORV_LOG_ERROR(pstLocal, "VEC_VectorInit failed!");
+        return KORV_FAIL;
+    }
+    for (uint32_t uiLoop = 0; uiLoop < uiNum; ++uiLoop) {
+        const auto *pstLeaf = static_cast<const KorvTreeLeaf *>(pstLeafList->ppvItem[uiLoop]);
+        if (AppendEntry(pstLocal, pstRecord, pstLeaf, ulModuleId) != KORV_OK)
+            return KORV_FAIL;
+    }
+    return KORV_OK;
+}

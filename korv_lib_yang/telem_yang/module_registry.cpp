@@ -1,0 +1,99 @@
+/* The registry of loaded modules, keyed by name and revision as the host gave them. */
+#include "telem_yang/file_list.h"
+#include "telem_yang_lib/host_memory.h"
+#include "telem_yang_lib/log.h"
+
+namespace {
+
+/* A copy of the text from the memory module, or null with a log line. */
+char *CopyText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, const char *pcText)
+{
+    const uint32_t uiSize = XUR_StrLen(pcText) + 1;
+    auto *pcCopy = static_cast<char *>(ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], uiSize, __FILE__, __LINE__));
+    if (pcCopy == nullptr) {
+        KORV_LOG_ERROR(pstLocal, "malloc failed!");
+        return nullptr;
+    }
+    if (strcpy_s(pcCopy, uiSize, pcText) != 0)
+        ZOR_Assert(__FILE__, __LINE__, 0);
+    return pcCopy;
+}
+
+void FreeTexts(TELMYANG_YANG_FILE_INFO_S *pstFile)
+{
+    korv::HostFree(pstFile->pcModuleName);
+    pstFile->pcModuleName = nullptr;
+    korv::HostFree(pstFile->pcRevision);
+    pstFile->pcRevision = nullptr;
+    korv::HostFree(pstFile->pModuleExtInfo);
+    pstFile->pModuleExtInfo = nullptr;
+}
+
+bool HasRevision(const TELMYANG_YANG_FILE_INFO_S *pstFile, const char *pcRevision)
+{
+    if (pcRevision == nullptr || pcRevision[0] == '\0')
+        return pstFile->pcRevision == nullptr;
+    return pstFile->pcRevision != nullptr && XUR_StrCmp(pstFile->pcRevision, pcRevision) == 0;
+}
+
+}  // namespace
+
+TELMYANG_YANG_FILE_INFO_S *TELMYANG_GetIfYangModuleExist(TELMYANG_LOCAL_DATA_S *, TELMYANG_YANG_CTX_S *pstYangCtx,
+                                                         const char *pcModuleName, const char *pcRevision)
+{
+    TELMYANG_YANG_FILE_INFO_S *const pstEnd = korv::ListEnd(pstYangCtx);
+    for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != pstEnd; pstFile = pstFile->pstNext) {
+        if (pstFile->ucInUse != 0 && XUR_StrCmp(pstFile->pcModuleName, pcModuleName) == 0 &&
+            HasRevision(pstFile, pcRevision))
+            return pstFile;
+    }
+    return nullptr;
+}
+
+uint32_t TELMYANG_FillYangModuleInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile,
+                                     uint64_t ulModuleId, const char *pcModuleName, const char *pcRevision)
+{
+    if (pcRevision != nullptr) {
+        pstFile->pcRevision = CopyText(pstLocal, ulModuleId, pcRevision);
+        if (pstFile->pcRevision == nullptr)
+            return KORV_FAIL;
+    }
+    pstFile->pcModuleName = CopyText(pstLocal, ulModuleId, pcModuleName);
+    if (pstFile->pcModuleName == nullptr)
+        return KORV_FAIL;
+    pstFile->ucInUse = 1;
+    return KORV_OK;
+}
+
+void TELMYANG_RemoveYangFile(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile)
+{
+    korv::Unlink(pstLocal->pstYangCtx, pstFile);
+    pstFile->ucInUse = 0;
+    FreeTexts(pstFile);
+    korv::HostFree(pstFile);
+    pstLocal->uiModuleNum--;
+}
+
+uint32_t TELMYANG_RemoveYangFileInfoFromCtx(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
+                                            const char *pcRevision)
+{
+    TELMYANG_YANG_FILE_INFO_S *pstFile =
+        TELMYANG_GetIfYangModuleExist(pstLocal, pstLocal->pstYangCtx, pcModuleName, pcRevision);
+    if (pstFile == nullptr) {
+        KORV_LOG_ERROR(pstLocal, "can not find yang module!\n");
+        return KORV_FAIL;
+    }
+    TELMYANG_RemoveYangFile(pstLocal, pstFile);
+    return KORV_OK;
+}
+
+void TELMYANG_FreeYangFileInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile)
+{
+    if (pstFile == nullptr)
+        return;
+    (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstFile->pstOriginTree);
+    pstFile->pstOriginTree = nullptr;
+    (void)TELMYANG_FreeYangtreeAllAugmentNodes(pstLocal, pstFile);
+    FreeTexts(pstFile);
+    korv::HostFree(pstFile);
+}

@@ -1,0 +1,116 @@
+/* Filling a tree node from its schema node and record. */
+#include "telem_yang/telem_yang.h"
+#include "telem_yang_lib/host_memory.h"
+#include "telem_yang_lib/log.h"
+
+namespace {
+
+const char *NameOf(QY_NODE *pNode)
+{
+    return korv::Shown(QY_NODE_GetNodeName(pNode));
+}
+
+/* A copy of a text, or null: for no text, no memory, or a failed copy. */
+char *CopyName(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcText)
+{
+    if (pcText == nullptr)
+        return nullptr;
+    const uint32_t uiSize = XUR_StrLen(pcText) + 1;
+    korv::HostPtr<char> pcCopy(static_cast<char *>(korv::HostAlloc(pstLocal, uiSize)));
+    return pcCopy && strcpy_s(pcCopy.get(), uiSize, pcText) == 0 ? pcCopy.release() : nullptr;
+}
+
+/* Copies at most 16 keys; a class with more cannot be placed in the tree. */
+uint32_t CopyKeys(TELMYANG_LOCAL_DATA_S *pstLocal, uint8_t *pucTo, const uint8_t *pucFrom, uint32_t uiNum)
+{
+    for (uint32_t uiLoop = 0; uiLoop < uiNum; ++uiLoop) {
+        if (uiLoop == NODE_KEY_LIST_NUM) {
+            KORV_LOG_ERROR(pstLocal, "NODE_KEY_LIST_NUM error!");
+            return KORV_FAIL;
+        }
+        pucTo[uiLoop] = pucFrom[uiLoop];
+    }
+    return KORV_OK;
+}
+
+}  // namespace
+
+const char *TELMYANG_GetNodeModuleName(TELMYANG_LOCAL_DATA_S *, QY_NODE *pNode)
+{
+    QY_MOD *pMod = QY_NODE_GetModule(pNode);
+    return pMod != nullptr ? QY_MOD_GetModuleName(pMod) : nullptr;
+}
+
+char *TELMYANG_AllocNodeModuleName(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode)
+{
+    return CopyName(pstLocal, TELMYANG_GetNodeModuleName(pstLocal, pNode));
+}
+
+char *TELMYANG_AllocNodeSelfName(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode)
+{
+    return CopyName(pstLocal, QY_NODE_GetNodeName(pNode));
+}
+
+uint32_t TELEMYANG_ChoiceCaseNodeProc(KorvTreeNode *pstNode, QY_NODE *pNode)
+{
+    const uint32_t uiNodeType = QY_NODE_GetNodeType(pNode);
+    pstNode->ucNodeType = KORV_NODE_ORDINARY;
+    if (uiNodeType == QY_NODE_TYPE_CHOICE)
+        pstNode->ucNodeType = KORV_NODE_CHOICE;
+    if (uiNodeType == QY_NODE_TYPE_CASE)
+        pstNode->ucNodeType = KORV_NODE_CASE;
+    return uiNodeType;
+}
+
+uint32_t TELMYANG_FillContainerBaseInfo(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstNode, QY_NODE *pNode)
+{
+    if (pstNode == nullptr)
+        return KORV_FAIL;
+    (void)TELEMYANG_ChoiceCaseNodeProc(pstNode, pNode);
+    pstNode->pcModuleName = TELMYANG_GetNodeModuleName(pstLocal, pNode);
+    pstNode->pcName = TELMYANG_AllocNodeSelfName(pstLocal, pNode);
+    return pstNode->pcName != nullptr ? KORV_OK : KORV_NO_MEMORY;
+}
+
+uint32_t TELMYANG_FillSelfAndAncestorKeyList(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, KorvTreeNode *pstNode)
+{
+    const YinInst *pstInst = TELMYANG_MDL_GetYinInstFromYinNode(pNode);
+    if (pstInst == nullptr)
+        return KORV_OK;
+    pstNode->uiClassId = pstInst->uiClassId;
+    pstNode->uiSampleId = pstInst->uiSampleId;
+    if (CopyKeys(pstLocal, pstNode->aucSelfNodeKey, pstInst->pucSelfKeyAttributes, pstInst->ucKeyNum) != KORV_OK)
+        return KORV_FAIL;
+    if (pstInst->pstKeyRefArray == nullptr)
+        return KORV_OK;
+    return CopyKeys(pstLocal, pstNode->aucAncestorKey, pstInst->pstKeyRefArray->pucKeyAttributes, pstInst->ucAncKeyNum);
+}
+
+uint32_t TELMYANG_FillDataFromYangNode(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstNode, QY_NODE *pNode)
+{
+    const uint32_t uiNodeType = QY_NODE_GetNodeType(pNode);
+    if (uiNodeType == QY_NODE_TYPE_LEAF || uiNodeType == QY_NODE_TYPE_LEAF_LIST) {
+        KORV_LOG_ERROR(pstLocal, "nodetype error,name(%s)!", NameOf(pNode));
+        return KORV_FAIL;
+    }
+    if (TELMYANG_FillContainerBaseInfo(pstLocal, pstNode, pNode) != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "Fill container base info failed !");
+        return KORV_FAIL;
+    }
+    YinInst *pstInst = TELMYANG_MDL_GetYinInstFromYinNode(pNode);
+    if (pstInst != nullptr && TELMYANG_FillSelfAndAncestorKeyList(pstLocal, pNode, pstNode) != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "Fill ancestor key failed!");
+        return KORV_FAIL;
+    }
+    uint32_t uiRet = TELMYANG_FillLeafDataByNode(pstLocal, pNode, pstInst, pstNode);
+    if (uiRet != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "Fill Leaf Data By Node(%s) return 0x%x!", NameOf(pNode), uiRet);
+        return KORV_FAIL;
+    }
+    uiRet = TELMYANG_FillCaseLeafDataByNode(pstLocal, pNode, pstInst, pstNode);
+    if (uiRet != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "Fill Case Leaf Data By Node(%s) return 0x%x!", NameOf(pNode), uiRet);
+        return KORV_FAIL;
+    }
+    return KORV_OK;
+}

@@ -1,0 +1,174 @@
+/* Building a module's class trees from its schema nodes. */
+#include "telem_yang/top_chain.h"
+#include "telem_yang_lib/host_memory.h"
+#include "telem_yang_lib/log.h"
+
+namespace {
+
+/* Releases a tree node with what it owns; its links are left alone. */
+struct TreeNodeDelete {
+    void operator()(KorvTreeNode *pstNode) const
+    {
+        TELMYANG_FreeKorvTreeNode(pstNode);
+        korv::HostFree(pstNode);
+    }
+};
+using TreeNodePtr = std::unique_ptr<KorvTreeNode, TreeNodeDelete>;
+
+/* A generation scan that remembers the last child of the current parent, so that a node with many children is built
+ * without walking their chain for each of them. */
+struct TreeScan {
+    KorvTreeGenCtx stGen;
+    KorvTreeNode *pstTail;
+};
+
+bool YieldsTreeNode(uint32_t uiNodeType)
+{
+    return uiNodeType == QY_NODE_TYPE_CONTAINER || uiNodeType == QY_NODE_TYPE_LIST ||
+           uiNodeType == QY_NODE_TYPE_CHOICE || uiNodeType == QY_NODE_TYPE_CASE;
+}
+
+/* Links a node as last child of the parent; pstTail is the last child so far, or null when that is not known. */
+uint32_t LinkChild(KorvTreeNode *pstParent, KorvTreeNode *pstTail, KorvTreeNode *pstNode)
+{
+    return pstTail != nullptr ? TELMYANG_AddKorvSiblingNode(pstTail, pstNode)
+                              : TELMYANG_AddKorvChildNode(pstParent, pstNode);
+}
+
+uint32_t PlaceNode(KorvTreeGenCtx *pstGen, uint32_t uiTravType, KorvTreeNode *pstTail, TreeNodePtr pstNode)
+{
+    if (uiTravType == QY_TRAV_START) {
+        pstGen->pstRoot = pstNode.release();
+        return KORV_OK;
+    }
+    const uint32_t uiRet = LinkChild(pstGen->pstCurParent, pstTail, pstNode.get());
+    if (uiRet == KORV_OK)
+        TELEMYANG_ChoiceCaseUpdateClassId(pstNode.release());
+    return uiRet;
+}
+
+/* The tree node of one schema node. ppstTail: last child of the current parent, kept up to date, or null. */
+uint32_t DupNode(QY_NODE *pNode, uint32_t uiTravType, KorvTreeGenCtx *pstGen, KorvTreeNode **ppstTail)
+{
+    if (ppstTail != nullptr && uiTravType == QY_TRAV_CHILD)
+        *ppstTail = nullptr;
+    if (ppstTail != nullptr && uiTravType == QY_TRAV_RETURN)
+        *ppstTail = pstGen->pstCurParent;
+    pstGen->pstCurParent =
+        TELMYANG_UpdateLinkParentKorvNodeByTravType(pstGen->pstCurParent, pstGen->pstLastNode, uiTravType);
+    if (uiTravType == QY_TRAV_RETURN)
+        return KORV_OK;
+    KorvTreeNode *pstNode = nullptr;
+    const uint32_t uiRet = TELMYANG_CreateKorvTreeNodeByYinNode(pstGen->pstLocal, pNode, &pstNode);
+    if (pstNode != nullptr) {
+        KorvTreeNode *pstTail = ppstTail != nullptr ? *ppstTail : nullptr;
+        const uint32_t uiLinkRet = PlaceNode(pstGen, uiTravType, pstTail, TreeNodePtr(pstNode));
+        if (uiLinkRet != KORV_OK)
+            return uiLinkRet;
+        if (ppstTail != nullptr)
+            *ppstTail = pstNode;
+    }
+    pstGen->pstLastNode = pstNode;
+    return pstNode == nullptr && uiRet == KORV_OK ? KORV_TREE_SCAN_SKIP : uiRet;
+}
+
+uint32_t DupNodeCb(QY_NODE *pNode, uint32_t uiTravType, void *pvScan)
+{
+    auto *pstScan = static_cast<TreeScan *>(pvScan);
+    return DupNode(pNode, uiTravType, &pstScan->stGen, &pstScan->pstTail);
+}
+
+}  // namespace
+
+KorvTreeNode *TELMYANG_UpdateLinkParentKorvNodeByTravType(KorvTreeNode *pstCurParent, KorvTreeNode *pstLastNode,
+                                                          uint32_t uiTravType)
+{
+    switch (uiTravType) {
+        case QY_TRAV_START:
+            return nullptr;
+        case QY_TRAV_CHILD:
+            return pstLastNode;
+        case QY_TRAV_RETURN:
+            return pstCurParent != nullptr ? pstCurParent->pstParent : nullptr;
+        default:
+            return pstCurParent;
+    }
+}
+
+uint32_t TELMYANG_CreateKorvTreeNodeByYinNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, KorvTreeNode **ppstNode)
+{
+    *ppstNode = nullptr;
+    if (!YieldsTreeNode(QY_NODE_GetNodeType(pNode)))
+        return KORV_OK;
+    TreeNodePtr pstNode(korv::NewZeroed<KorvTreeNode>(pstLocal).release());
+    if (!pstNode)
+        return KORV_NO_MEMORY;
+    if (TELMYANG_FillDataFromYangNode(pstLocal, pstNode.get(), pNode) != KORV_OK)
+        return KORV_FAIL;
+    *ppstNode = pstNode.release();
+    return KORV_OK;
+}
+
+void TELEMYANG_ChoiceCaseUpdateClassId(KorvTreeNode *pstNode)
+{
+    if (pstNode->ucNodeType != KORV_NODE_ORDINARY && pstNode->pstParent != nullptr)
+        pstNode->uiClassId = pstNode->pstParent->uiClassId;
+}
+
+uint32_t TELMYANG_DupOneKorvTreeNode(QY_NODE *pNode, uint32_t uiTravType, void *pstGen)
+{
+    return DupNode(pNode, uiTravType, static_cast<KorvTreeGenCtx *>(pstGen), nullptr);
+}
+
+uint32_t TELMYANG_GenerateKorvTreeNodes(QY_NODE *pNode, void *, void *pstGen)
+{
+    auto *pstChain = static_cast<KorvTreeGenCtx *>(pstGen);
+    const uint32_t uiNodeType = QY_NODE_GetNodeType(pNode);
+    if (uiNodeType != QY_NODE_TYPE_CONTAINER && uiNodeType != QY_NODE_TYPE_AUGMENT)
+        return KORV_OK;
+    TreeScan stScan = {};
+    stScan.stGen.pstLocal = pstChain->pstLocal;
+    const uint32_t uiRet = QY_NODE_TreeScanAllNode(pNode, DupNodeCb, &stScan);
+    KorvTreeNode *pstTop = stScan.stGen.pstRoot;
+    if (uiRet != KORV_OK) {
+        KORV_LOG_ERROR(pstChain->pstLocal, "Fill Data From Yang Node(%s) return 0x%x!",
+                       korv::Shown(QY_NODE_GetNodeName(pNode)), uiRet);
+        (void)TELMYANG_FreeYangtreeAllNodes(pstChain->pstLocal, pstTop);
+        return KORV_FAIL;
+    }
+    if (pstTop != nullptr)
+        korv::AppendTopNode(pstChain, pstTop);
+    return KORV_OK;
+}
+
+uint32_t TELEMYANG_GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *, const char *,
+                                      TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod)
+{
+    KorvTreeGenCtx stGen = {};
+    stGen.pstLocal = pstLocal;
+    const uint32_t uiRet = QY_MOD_IterScanTopmostNode(pMod, TELMYANG_GenerateKorvTreeNodes, &stGen);
+    pstFile->pstOriginTree = stGen.pstRoot;
+    if (uiRet != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "DupYangtree failed!");
+        return KORV_FAIL;
+    }
+    return KORV_OK;
+}
+
+uint32_t TELEMYANG_GenerateYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
+                                         const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod)
+{
+    if (pMod == nullptr) {
+        KORV_LOG_ERROR(pstLocal, "inval parameter!");
+        return KORV_FAIL;
+    }
+    if (TELEMYANG_GenerateOriginTree(pstLocal, pcModuleName, pcRevision, pstFile, pMod) != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "GenerateOriginTree failed,pcModuleName(%s)!", pcModuleName);
+        return KORV_FAIL;
+    }
+    if (TELEMYANG_GenerateAugmentTree(pstLocal, pcModuleName, pcRevision, pstFile, pMod) != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "GenerateAugmentTree failed,pcModuleName(%s)!", pcModuleName);
+        return KORV_FAIL;
+    }
+    return KORV_OK;
+}

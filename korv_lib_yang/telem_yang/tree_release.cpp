@@ -1,0 +1,67 @@
+/* Releasing whole trees: breadth first over first children and next siblings, so that depth costs no stack. */
+#include "telem_yang/node_queue.h"
+#include "telem_yang_lib/host_memory.h"
+#include "telem_yang_lib/log.h"
+
+namespace {
+
+/* Queues what hangs on the first entry's node, then releases node and entry. */
+uint32_t ReleaseFirst(TELMYANG_LOCAL_DATA_S *pstLocal, DumpQueueEntry *pstQueue)
+{
+    KorvTreeNode *pstNode = pstQueue->pstNext->pstTreeNode;
+    if (TLMTLIB_AddNewNodeToQueue_(pstLocal, pstQueue, pstNode->pstFirstChild) != KORV_OK ||
+        TLMTLIB_AddNewNodeToQueue_(pstLocal, pstQueue, pstNode->pstNextSibling) != KORV_OK)
+        return KORV_FAIL;
+    TELMYANG_FreeKorvTreeNode(pstNode);
+    korv::HostFree(pstNode);
+    korv::DropEntry(pstQueue->pstNext);
+    return KORV_OK;
+}
+
+}  // namespace
+
+uint32_t TELMYANG_FreeYangtreeAllNodes(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstRoot)
+{
+    DumpQueueEntry stQueue;
+    korv::MakeEmpty(&stQueue);
+    if (TLMTLIB_AddNewNodeToQueue_(pstLocal, &stQueue, pstRoot) != KORV_OK)
+        return KORV_FAIL;
+    while (!korv::IsEmpty(&stQueue)) {
+        if (ReleaseFirst(pstLocal, &stQueue) != KORV_OK) {
+            TELMYANG_FreeQueue(&stQueue, nullptr);
+            return KORV_FAIL;
+        }
+    }
+    return KORV_OK;
+}
+
+uint32_t TELMYANG_FreeYangtreeAllAugmentNodes(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile)
+{
+    for (uint32_t uiLoop = 0; uiLoop < pstFile->ucAugmentNum; ++uiLoop) {
+        TELMYANG_AUGMENT_INFO_S *pstAugment = &pstFile->astAugment[uiLoop];
+        (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstAugment->pstTargetTree);
+        pstAugment->pstTargetTree = nullptr;
+        pstAugment->pTargetParentRoot = nullptr;
+        (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstAugment->pstSelfTree);
+        pstAugment->pstSelfTree = nullptr;
+        pstAugment->pFirstChild = nullptr;
+        pstAugment->uiSelfTreeDone = 0;
+    }
+    return KORV_OK;
+}
+
+uint32_t TELEMYANG_DestroyYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
+                                        const char *pcRevision)
+{
+    TELMYANG_YANG_FILE_INFO_S *pstFile =
+        TELMYANG_GetIfYangModuleExist(pstLocal, pstLocal->pstYangCtx, pcModuleName, pcRevision);
+    if (pstFile == nullptr) {
+        KORV_LOG_ERROR(pstLocal, "can not findYangModuleTree,module(%s)version(%s)!", pcModuleName,
+                       korv::Shown(pcRevision));
+        return KORV_FAIL;
+    }
+    (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstFile->pstOriginTree);
+    pstFile->pstOriginTree = nullptr;
+    (void)TELMYANG_FreeYangtreeAllAugmentNodes(pstLocal, pstFile);
+    return KORV_OK;
+}

@@ -1,0 +1,30 @@
+/* Logging from within the library: a closed level costs its is-open call, and not even the arguments are evaluated. */
+#ifndef KORV_LOG_H
+#define KORV_LOG_H
+
+#include "telem_yang_lib/telem_yang_lib.h"
+
+namespace korv {
+
+/* Formats and prints a message of a level that is known to be open. */
+void WriteOpenLog(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiLevel, const char *pcFunc, uint32_t uiLine,
+                  const char *pcFormat, ...) KORV_PRINTF_LIKE(5, 6);
+
+/* A text as a message shows it: an absent one is "NULL". */
+inline const char *Shown(const char *pcText)
+{
+    return pcText != nullptr ? pcText : "NULL";
+}
+
+}  // namespace korv
+
+#define KORV_LOG_AT(pstLocal, uiLevel, ...)                                         \
+    do {                                                                            \
+        if (TELMYANG_LIBDebugPrintIsOpen(pstLocal, uiLevel) != 0)                   \
+            korv::WriteOpenLog(pstLocal, uiLevel, __func__, __LINE__, __VA_ARGS__); \
+    } while (0)
+
+#define KORV_LOG_ERROR(pstLocal, ...) KORV_LOG_AT(pstLocal, KORV_LOG_LEVEL_ERROR, __VA_ARGS__)
+#define KORV_LOG_INFO(pstLocal, ...) KORV_LOG_AT(pstLocal, KORV_LOG_LEVEL_INFO, __VA_ARGS__)
+
+#endif  // KORV_LOG_H
