@@ -1,0 +1,108 @@
+#include "support/host_services.h"
+
+#include <dlfcn.h>
+
+#include <cstdlib>
+#include <sstream>
+#include <unordered_map>
+
+#include "korv_platform.h"
+
+/* Part of this program, so the libraries find these functions before those of the host services library. */
+uint8_t g_aucZorMemPt[] = {7};
+
+namespace test {
+namespace {
+
+std::unordered_map<void *, Block> &Live()
+{
+    static std::unordered_map<void *, Block> live;
+    return live;
+}
+
+template<typename F>
+F *Real(const char *name)
+{
+    return reinterpret_cast<F *>(dlsym(RTLD_NEXT, name));
+}
+
+}  // namespace
+
+HostServices &Services()
+{
+    static HostServices services;
+    return services;
+}
+
+void HostServices::Reset()
+{
+    *this = HostServices();
+}
+
+void HostServices::FailAllocation(uint64_t n, bool forGood)
+{
+    failAllocation = n;
+    failForGood = forGood;
+    allocations = 0;
+}
+
+std::vector<Block> HostServices::LiveBlocks() const
+{
+    std::vector<Block> blocks;
+    for (const auto &entry : Live())
+        blocks.push_back(entry.second);
+    return blocks;
+}
+
+std::string HostServices::Leaks() const
+{
+    std::ostringstream text;
+    for (const Block &block : LiveBlocks())
+        text << block.size << " bytes from " << block.place << "\n";
+    return text.str();
+}
+
+}  // namespace test
+
+using test::Live;
+using test::Real;
+using test::Services;
+
+void *ZOR_Malloc_F(uint64_t ulModuleId, uint8_t ucPartition, uint64_t ulSize, const char *pcFile, uint32_t uiLine)
+{
+    const uint64_t number = Services().allocations++;
+    if (number == Services().failAllocation || (Services().failForGood && number > Services().failAllocation))
+        return nullptr;
+    void *block = std::malloc(ulSize);
+    Live()[block] = {ulModuleId, ucPartition, ulSize, std::string(pcFile) + ":" + std::to_string(uiLine)};
+    return block;
+}
+
+void ZOR_Free_F(void *pvBlock, const char *, uint32_t)
+{
+    if (pvBlock == nullptr)
+        return;
+    Services().frees++;
+    if (Live().erase(pvBlock) != 1)
+        std::abort(); /* not a live block: released twice, or never allocated */
+    std::free(pvBlock);
+}
+
+void ZOR_Assert(const char *pcFile, uint32_t uiLine, uint32_t)
+{
+    Services().assertions.push_back(std::string(pcFile) + ":" + std::to_string(uiLine));
+}
+
+VEC_VECTOR_S *VEC_VectorInit_F(uint64_t ulModuleId, uint32_t uiCapacity, const char *pcFile, uint32_t uiLine)
+{
+    if (Services().vectorInits++ == Services().failVectorInit)
+        return nullptr;
+    return Real<decltype(VEC_VectorInit_F)>("VEC_VectorInit_F")(ulModuleId, uiCapacity, pcFile, uiLine);
+}
+
+uint32_t VEC_VectorSet(VEC_VECTOR_S *pstVector, void *pvItem)
+{
+    if (Services().vectorSets++ == Services().failVectorSet)
+        return 0xFFFFFFFF;
+    return Real<decltype(VEC_VectorSet)>("VEC_VectorSet")(pstVector, pvItem);
+}

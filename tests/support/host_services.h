@@ -1,0 +1,53 @@
+/* The host's memory, assertions and vectors as the tests see them: counted, and failing where a test wants it. */
+#ifndef KORV_TEST_HOST_SERVICES_H
+#define KORV_TEST_HOST_SERVICES_H
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace test {
+
+inline constexpr uint64_t NEVER = std::numeric_limits<uint64_t>::max();
+
+struct Block {
+    uint64_t moduleId;
+    uint8_t partition;
+    uint64_t size;
+    std::string place; /* file:line that asked for it */
+};
+
+/* State of the host services of this process. */
+class HostServices {
+  public:
+    /* From here on: counts start at 0 and nothing fails. Blocks that are alive stay known. */
+    void Reset();
+
+    /* Lets allocation number n (from 0, counted since Reset) fail, and all after it when forGood is set. */
+    void FailAllocation(uint64_t n, bool forGood);
+    void FailVectorInit(uint64_t n) { failVectorInit = n; }
+    void FailVectorSet(uint64_t n) { failVectorSet = n; }
+
+    std::vector<Block> LiveBlocks() const;
+    /* "" when nothing is alive, otherwise a line a block. */
+    std::string Leaks() const;
+
+    uint64_t allocations = 0;
+    uint64_t frees = 0;
+    uint64_t vectorInits = 0;
+    uint64_t vectorSets = 0;
+    std::vector<std::string> assertions; /* file:line */
+
+    uint64_t failAllocation = NEVER;
+    bool failForGood = false;
+    uint64_t failVectorInit = NEVER;
+    uint64_t failVectorSet = NEVER;
+};
+
+HostServices &Services();
+
+}  // namespace test
+
+#endif  // KORV_TEST_HOST_SERVICES_H
