@@ -1,0 +1,157 @@
+/* Augments, of the module's own text and within uses. */
+#include <algorithm>
+#include <unordered_set>
+
+#include "extensions.h"
+#include "if_feature.h"
+#include "schema_path.h"
+#include "tree_builder.h"
+
+namespace qxyang {
+
+namespace {
+
+struct PlannedAugment {
+    QY_NODE *node;
+    const Statement *statement;
+    Scope *scope;
+    SchemaPath path;
+};
+
+/* The node whose children's names the node's children share. */
+QY_NODE *nameScope(QY_NODE *node)
+{
+    while (node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE)
+        node = node->parent;
+    return node;
+}
+
+}  // namespace
+
+void TreeBuilder::applyAugments()
+{
+    std::vector<PlannedAugment> planned;
+    QY_MOD &module = build_.module;
+    for (Unit *unit : build_.units) {
+        for (const Statement *statement = unit->root->first; statement != nullptr; statement = statement->next) {
+            if (statement->keyword != Kw::kAugment)
+                continue;
+            SchemaPath path;
+            if (!path.parse(build_, *unit, statement, true))
+                continue;
+            unit_ = unit;
+            statement_ = statement;
+            QY_NODE *node = module.nodes.make();
+            node->kind = QY_NODE_TYPE_AUGMENT;
+            node->name = statement->argument;
+            node->module = &module;
+            module.augments.push_back(node);
+            planned.push_back({node, statement, build_.unitScope(*unit), std::move(path)});
+        }
+    }
+    std::stable_sort(planned.begin(), planned.end(), [](const PlannedAugment &left, const PlannedAugment &right) {
+        return left.path.steps().size() < right.path.steps().size();
+    });
+    for (const PlannedAugment &augment : planned)
+        applyAugment(augment.node, augment.statement, augment.path, augment.scope);
+    checkAdditions(0);
+}
+
+void TreeBuilder::applyAugment(QY_NODE *augment, const Statement *statement, const SchemaPath &path, Scope *scope)
+{
+    Unit &unit = *scope->unit;
+    QY_NODE *target = path.follow(build_, unit, statement);
+    if (target == nullptr || !accepts(statement, target, unit))
+        return;
+    augment->parent = target;
+    augment->extensions = extensionsOf(build_, unit, statement);
+    setCondition(augment, conditionsOf(build_, unit, statement));
+    QY_NODE *before = target->last;
+    depth_ = path.steps().size();
+    addToTarget(statement, target, scope);
+    depth_ = 0;
+    if (target->last == before)
+        return;
+    augment->first = before != nullptr ? before->next : target->first;
+    augment->last = target->last;
+}
+
+/* Whether the target can have what the augment adds. */
+bool TreeBuilder::accepts(const Statement *augment, const QY_NODE *target, Unit &unit)
+{
+    bool isParent = false;
+    switch (target->kind) {
+        case QY_NODE_TYPE_CONTAINER:
+        case QY_NODE_TYPE_LIST:
+        case QY_NODE_TYPE_CHOICE:
+        case QY_NODE_TYPE_CASE:
+        case QY_NODE_TYPE_INPUT:
+        case QY_NODE_TYPE_OUTPUT:
+        case QY_NODE_TYPE_NOTIFICATION:
+            isParent = true;
+            break;
+        default:
+            break;
+    }
+    if (!isParent) {
+        build_.fail(unit, augment,
+                    "augment " + quoted(augment->argument) + ": " + describeNode(target) + " can have no nodes added");
+        return false;
+    }
+    bool takesOperations = target->kind == QY_NODE_TYPE_CONTAINER || target->kind == QY_NODE_TYPE_LIST;
+    for (const Statement *child = augment->first; child != nullptr; child = child->next) {
+        bool isCase = child->keyword == Kw::kCase && target->kind != QY_NODE_TYPE_CHOICE;
+        bool isOperation = (child->keyword == Kw::kAction || child->keyword == Kw::kNotification) && !takesOperations;
+        if (!isCase && !isOperation)
+            continue;
+        build_.fail(unit, child,
+                    quoted(keywordOf(child->keyword).name) + " cannot be added to " + describeNode(target));
+        return false;
+    }
+    return true;
+}
+
+/* Names are checked later, once for all that is added to a target. */
+void TreeBuilder::addToTarget(const Statement *augment, QY_NODE *target, Scope *scope)
+{
+    const QY_NODE *before = target->last;
+    addChildren(augment, target, scope);
+    if (const Condition *conditions = conditionsOf(build_, *scope->unit, augment))
+        for (QY_NODE *child = before != nullptr ? before->next : target->first; child != nullptr; child = child->next)
+            addConditions(child, conditions);
+    added_.push_back({target, augment, scope});
+}
+
+/* Looks for names that the additions from that index on brought a second time, in each target once. */
+void TreeBuilder::checkAdditions(size_t first)
+{
+    std::unordered_set<const QY_NODE *> checked;
+    for (size_t i = first; i < added_.size(); ++i) {
+        QY_NODE *target = added_[i].target;
+        QY_NODE *parent = nameScope(target);
+        const QY_NODE *twice = nullptr;
+        if (target->kind == QY_NODE_TYPE_CHOICE && checked.insert(target).second)
+            twice = names_.findTwiceAmongCases(target, &build_.module);
+        if (twice == nullptr && checked.insert(parent).second)
+            twice = names_.findTwice(parent, &build_.module);
+        if (twice != nullptr)
+            failAddedTwice(*twice, *parent, first);
+    }
+    added_.resize(first);
+}
+
+/* Reports the name at the last of the augments that bring it. */
+void TreeBuilder::failAddedTwice(const QY_NODE &node, const QY_NODE &parent, size_t first)
+{
+    const Addition *last = &added_[first];
+    for (size_t i = first; i < added_.size(); ++i) {
+        std::vector<const Statement *> found;
+        if (nameScope(added_[i].target) == &parent)
+            findStatements(added_[i].augment, added_[i].scope, node.name, found);
+        if (!found.empty())
+            last = &added_[i];
+    }
+    failTwice(&node, &parent, last->scope, last->augment);
+}
+
+}  // namespace qxyang

@@ -1,0 +1,105 @@
+/* What the stages that turn a module's statements into schema share. */
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "child_finder.h"
+#include "context.h"
+#include "statement.h"
+#include "text.h"
+
+namespace qxyang {
+
+/* Where names of typedefs and groupings are looked for: those of a statement, then those of the statements around it,
+ * then the module's. */
+struct Scope {
+    Scope *outer;
+    Unit *unit;
+    NameTable<Typedef> typedefs;
+    NameTable<Grouping> groupings;
+};
+
+/* A leaf whose type refers to another leaf. Answered when the load is complete but for this. */
+struct PendingLeafref {
+    QY_NODE *leaf;
+    const QY_TYPE *type; /* the leaf's, or a member of its union */
+    Unit *unit;          /* where a failure is reported */
+    uint32_t offset;
+};
+
+/* One load call. */
+struct LoadState {
+    explicit LoadState(QY_CTX &owner) : context(owner), failures(owner.failures), files(owner.path) {}
+
+    QY_CTX &context;
+    Failures &failures;
+    FileFinder files;
+    ChildFinder finder;
+    std::vector<PendingLeafref> leafrefs;
+    size_t nodes = 0; /* made so far, those of groupings included */
+};
+
+/* One module that is being built, its submodules included. */
+class Build {
+  public:
+    Build(LoadState &load, QY_MOD &module, std::vector<Unit *> units);
+
+    LoadState &load;
+    QY_MOD &module;
+    std::vector<Unit *> units; /* in the order of textual inclusion: the module's own file comes last */
+
+    Scope *unitScope(const Unit &unit);
+
+    Scope *newScope(Scope *outer);
+
+    void fail(Unit &unit, const Statement *statement, std::string_view sentence)
+    {
+        load.failures.add(unit.source, statement->offset, sentence);
+    }
+
+    bool failed() const { return load.failures.count() != failuresBefore_; }
+
+    /* The module that the reference's prefix stands for, or null: the failure is recorded. */
+    QY_MOD *moduleOf(Unit &unit, const Statement *statement, const Reference &reference);
+
+    /* Records that a name is not found, with the nearest of the names that the visitor offers. */
+    template<class ForEachName>
+    void failUnknown(Unit &unit, const Statement *statement, std::string_view what, std::string_view text,
+                     ForEachName &&forEachName)
+    {
+        NearestName nearest(splitReference(text).name);
+        forEachName([&nearest](std::string_view name) { nearest.offer(name); });
+        fail(unit, statement, "unknown " + std::string(what) + " " + quoted(text) + nearest.hint());
+    }
+
+    /* What has records only for this module's load does not outlive it. */
+    void forgetStatements();
+
+  private:
+    std::deque<Scope> scopes_;
+    size_t failuresBefore_;
+};
+
+/* Counts a recursion for as long as it lasts. */
+class Depth {
+  public:
+    explicit Depth(size_t &depth) : depth_(depth) { ++depth_; }
+    Depth(const Depth &) = delete;
+    Depth &operator=(const Depth &) = delete;
+    ~Depth() { --depth_; }
+
+  private:
+    size_t &depth_;
+};
+
+/* Visits the names of a table's records. */
+template<class T, class Visit>
+void forEachNameIn(const NameTable<T> &table, Visit &&visit)
+{
+    table.forEach([&visit](const T &record) { visit(std::string_view(record.name)); });
+}
+
+}  // namespace qxyang

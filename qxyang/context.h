@@ -1,0 +1,65 @@
+/* A schema context: the modules of one library instance and what they share. */
+#pragma once
+
+#include <korv_platform.h>
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "deviation_log.h"
+#include "failures.h"
+#include "model.h"
+#include "search_path.h"
+
+namespace qxyang {
+
+struct PooledName {
+    const char *name;
+};
+
+}  // namespace qxyang
+
+struct QY_CTX {
+    QY_CTX() = default;
+    QY_CTX(const QY_CTX &) = delete;
+    QY_CTX &operator=(const QY_CTX &) = delete;
+    ~QY_CTX();
+
+    /* A copy of a module name that lives as long as the context. */
+    const char *keepName(std::string_view name);
+
+    /* The extension as readers see it. */
+    const qxyang::ExtensionName *keepExtension(std::string_view module, std::string_view keyword);
+
+    /* The module loaded under that name, or null. */
+    QY_MOD *moduleByName(std::string_view name) const;
+
+    /* The module of that name and revision, or null. */
+    QY_MOD *moduleOfRevision(std::string_view name, std::string_view revision) const;
+
+    /* The module that an import without a revision gets, or null when none was asked for so far. */
+    QY_MOD *preferredModule(std::string_view name) const;
+
+    /* Releases the modules that no module loaded by name needs. False: no memory, and everything is as it was. */
+    bool releaseUnneeded();
+
+    /* Releases the modules from that index on: the ones that a failed load added. */
+    void releaseFrom(size_t first) noexcept;
+
+    std::vector<std::unique_ptr<QY_MOD>> modules; /* in the order in which their loads began */
+    qxyang::SearchPath path;
+    qxyang::Failures failures;
+    qxyang::DeviationLog deviations;
+    QY_PRIDATA_FREE_PF freePrivate = nullptr;
+    uint64_t featureEpoch = 1; /* grows when the value of a feature may have changed */
+
+  private:
+    void releaseDying(qxyang::DeviationLog::Removal removal) noexcept;
+    void freePrivateData(QY_MOD &module) noexcept;
+    void withdrawAugments() noexcept;
+
+    qxyang::Arena pool_;
+    qxyang::NameTable<qxyang::PooledName> names_;
+    qxyang::NameTable<qxyang::ExtensionName> extensionNames_;
+};

@@ -1,0 +1,37 @@
+#include "failures.h"
+
+#include "source.h"
+
+namespace qxyang {
+
+void Failures::add(Source &source, uint32_t offset, std::string_view sentence)
+{
+    if (count_++ >= limits::kFailures)
+        return;
+    Position position = source.locate(offset);
+    std::string text = source.path();
+    text.append(":").append(std::to_string(position.line)).append(":").append(std::to_string(position.column));
+    text.append(": ").append(sentence);
+    failures_.push_back({source.module(), source.path(), position.line, position.column, std::move(text)});
+}
+
+void Failures::add(std::string_view module, std::string_view sentence)
+{
+    if (count_++ >= limits::kFailures)
+        return;
+    failures_.push_back({std::string(module), {}, 0, 0, std::string(sentence)});
+}
+
+uint32_t Failures::scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const
+{
+    auto orNull = [](const std::string &text) { return text.empty() ? nullptr : text.c_str(); };
+    for (const Failure &failure : failures_) {
+        uint32_t result = callback(orNull(failure.module), orNull(failure.file), failure.line, failure.text.c_str(),
+                                   failure.column, cookie);
+        if (result != 0)
+            return result;
+    }
+    return outOfMemory_ ? callback(nullptr, nullptr, 0, "out of memory", 0, cookie) : 0;
+}
+
+}  // namespace qxyang

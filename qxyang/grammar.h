@@ -1,0 +1,58 @@
+/* Which statement may stand within which, how often, and in which version of YANG. */
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+
+#include "keywords.h"
+#include "statement.h"
+
+namespace qxyang {
+
+/* A set of statements. */
+struct KeywordSet {
+    uint64_t words[2] = {0, 0};
+
+    constexpr KeywordSet() = default;
+    constexpr KeywordSet(std::initializer_list<Kw> keywords)
+    {
+        for (Kw keyword : keywords)
+            add(keyword);
+    }
+
+    constexpr bool has(Kw keyword) const
+    {
+        auto bit = static_cast<unsigned>(keyword);
+        return (words[bit >> 6] >> (bit & 63) & 1) != 0;
+    }
+    constexpr void add(Kw keyword)
+    {
+        auto bit = static_cast<unsigned>(keyword);
+        words[bit >> 6] |= uint64_t{1} << (bit & 63);
+    }
+};
+
+/* A statement within another. */
+struct Placement {
+    uint8_t bits = 0;
+
+    constexpr bool allowed() const { return (bits & 1) != 0; }
+    constexpr bool single() const { return (bits & 2) != 0; }     /* at most once */
+    constexpr bool singleIn10() const { return (bits & 4) != 0; } /* at most once in YANG 1.0 */
+    constexpr bool since11() const { return (bits & 8) != 0; }
+};
+
+Placement placementOf(Kw parent, Kw child);
+
+/* Whether a statement may stand in a deviate of that kind. */
+bool isDeviateProperty(DeviateKind kind, Kw child);
+
+/* Statements that the parent must contain. */
+const KeywordSet &requiredIn(Kw parent);
+
+/* The section of a module that a statement directly in it belongs to: header, linkage, organisation, revisions, body.
+ * Sections stand in this order. */
+int moduleSection(Kw child);
+
+}  // namespace qxyang

@@ -1,0 +1,17 @@
+/* Paths of leafrefs: parsed with the type, followed once the schema is complete. */
+#pragma once
+
+#include "build.h"
+
+namespace qxyang {
+
+/* Parses a path statement. Null: the failure is recorded. */
+const LeafrefPath *parseLeafrefPath(Build &build, Unit &unit, const Statement *path);
+
+/* Finds what every pending leafref of the load refers to and refuses cycles. */
+void resolveLeafrefs(LoadState &load);
+
+/* Whether a deviation removed the node or one above it. */
+bool isRemoved(const QY_NODE *node);
+
+}  // namespace qxyang

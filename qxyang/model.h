@@ -1,0 +1,295 @@
+/* The schema as it is kept: modules, nodes, types and extension instances behind the handles of the contract. */
+#pragma once
+
+#include <korv_platform.h>
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "arena.h"
+#include "name_table.h"
+
+namespace qxyang {
+
+struct Statement;
+struct Scope;
+class Unit;
+
+/* Node type of the hidden node above a module's top-level nodes, or above those of a grouping. */
+inline constexpr uint8_t kRootKind = QY_NODE_TYPE_NONE;
+
+/* ---- extensions ------------------------------------------------------------------------------------------------ */
+
+/* What readers see of an extension. One per module name and keyword; it lives as long as the context, so instances may
+ * be copied to nodes of modules that outlive the extension's own. */
+struct ExtensionName {
+    const char *name; /* "module:keyword", how the table finds it */
+    const char *module;
+    const char *keyword;
+};
+
+/* An `extension` statement. */
+struct Extension {
+    const char *name;
+    const char *argument; /* null: takes none */
+    bool argumentIsElement;
+    const ExtensionName *published;
+};
+
+/* The extension instances of one statement: `count` QY_EXT records follow. Never changed once made, so the copies of a
+ * grouping's nodes share them. */
+struct ExtensionSet {
+    uint64_t count;
+
+    QY_EXT *begin() { return reinterpret_cast<QY_EXT *>(this + 1); }
+    const QY_EXT *begin() const { return reinterpret_cast<const QY_EXT *>(this + 1); }
+    inline const QY_EXT *end() const;
+};
+
+/* ---- features -------------------------------------------------------------------------------------------------- */
+
+struct Feature;
+
+/* One step of a feature expression in postfix order. */
+struct FeatureStep {
+    enum Kind : uint8_t {
+        kFeature,
+        kAnd,
+        kOr,
+        kNot
+    } kind;
+    Feature *feature;
+};
+
+struct FeatureExpression {
+    uint32_t count;
+    const FeatureStep *steps;
+};
+
+/* A list of expressions that must all hold. Tails are shared. */
+struct Condition {
+    const Condition *next;
+    FeatureExpression expression;
+};
+
+struct Feature {
+    const char *name;
+    QY_MOD *module;
+    const Condition *condition; /* or null */
+    bool enabled;               /* by name; counts only when the module was loaded by name */
+    bool known;                 /* answer of the last evaluation, as long as epoch is the context's */
+    uint64_t epoch;
+    Statement *statement; /* while the module is being loaded, as is the following */
+    Unit *unit;
+    uint32_t chain; /* length of the longest chain of features below; 0 = not known yet */
+    bool visiting;
+};
+
+struct Identity {
+    const char *name;
+    Statement *statement; /* while the module is being loaded, as is the following */
+    Unit *unit;
+    uint32_t chain;
+    bool visiting;
+};
+
+/* ---- types ----------------------------------------------------------------------------------------------------- */
+
+/* One part of a range, both ends included. For unsigned types the same 64 bits. */
+struct RangePart {
+    int64_t start;
+    int64_t end;
+};
+
+struct RangeSet {
+    uint32_t count;
+    const RangePart *parts;
+};
+
+struct EnumValue {
+    const char *name;
+    int64_t value; /* of a bit: its position */
+    const Condition *condition;
+};
+
+struct EnumSet {
+    uint32_t count;
+    const EnumValue *values;
+};
+
+/* A leafref's path. A step without a module belongs to the module of the leaf that has the type. */
+struct PathStep {
+    const QY_MOD *module;
+    const char *name;
+};
+
+struct LeafrefPath {
+    const char *text;
+    const QY_MOD *home; /* where the path is written: the second choice for steps without a module */
+    const PathStep *steps;
+    uint32_t count;
+    uint32_t up; /* leading ".." steps */
+    bool absolute;
+    bool dereferences; /* goes through deref(), which has no one target in the schema */
+};
+
+struct UnionMembers {
+    uint32_t count;
+    const QY_TYPE *const *types;
+};
+
+}  // namespace qxyang
+
+struct QY_EXT {
+    const qxyang::ExtensionName *name;
+    const char *argument; /* null: the extension takes none */
+    const qxyang::ExtensionSet *nested;
+};
+
+namespace qxyang {
+inline const QY_EXT *ExtensionSet::end() const
+{
+    return begin() + count;
+}
+}  // namespace qxyang
+
+/* A type, immutable and shared by all leaves that use it. Restrictions are the effective ones: its own, or those of
+ * the type below it. */
+struct QY_TYPE {
+    const QY_TYPE *base; /* null: a built-in type */
+    union {
+        const qxyang::RangeSet *range;       /* integers, decimal64 (scaled); string and binary: the length */
+        const qxyang::EnumSet *values;       /* enumeration, bits */
+        const qxyang::LeafrefPath *path;     /* leafref */
+        const qxyang::UnionMembers *members; /* union */
+    };
+    uint8_t builtin; /* QY_TYPE_ number */
+    uint8_t depth;   /* types below it */
+    uint8_t fractionDigits;
+    bool refers; /* a leafref, or a union with a leafref among its members */
+};
+
+/* A schema node. Children and siblings are linked lists that only grow at their end while modules are in force. */
+struct QY_NODE {
+    const char *name;
+    QY_NODE *parent; /* a module's hidden root for top-level nodes; for an augment, its target */
+    QY_NODE *next;
+    union {
+        QY_NODE *first;      /* child */
+        const QY_TYPE *type; /* of a leaf or leaf-list */
+    };
+    union {
+        QY_NODE *last;   /* child */
+        QY_NODE *target; /* that a leafref leaf refers to, or null */
+    };
+    QY_MOD *module;
+    void *priv;
+    const qxyang::ExtensionSet *extensions; /* null: none */
+    uint8_t kind;                           /* QY_NODE_TYPE_ number */
+    uint8_t keyCount;                       /* of a list */
+    uint16_t flags;
+    uint32_t condition; /* index + 1 of the node's own condition in its module's list, or 0 */
+};
+
+namespace qxyang {
+
+enum NodeFlag : uint16_t {
+    kNodeIsKey = 1 << 0,
+    kNodeRemoved = 1 << 1,  /* by a deviation: allocated, linked, and in no scan */
+    kNodeImplicit = 1 << 2, /* input or output that the model does not write: in scans once something augments it */
+    kNodeGated = 1 << 3,    /* the node or one above it has a condition */
+    kNodeSwept = 1 << 4,    /* while modules are being released: the children were looked through */
+    kNodeVisiting = 1 << 5, /* while leafrefs are being resolved: on the chain being followed */
+    kNodeAcyclic = 1 << 6,  /* while leafrefs are being resolved: its chain ends */
+    kNodeOwnSet = 1 << 7,   /* its extension instances were replaced on request and are the module's to release */
+};
+
+inline bool isLeaf(const QY_NODE *node)
+{
+    return node->kind == QY_NODE_TYPE_LEAF || node->kind == QY_NODE_TYPE_LEAF_LIST;
+}
+
+/* False for nodes that scans leave out although they are linked. What stands below a removed node is not asked for. */
+inline bool inScans(const QY_NODE *node)
+{
+    if ((node->flags & (kNodeRemoved | kNodeImplicit)) == 0)
+        return true;
+    return (node->flags & kNodeRemoved) == 0 && node->first != nullptr;
+}
+
+/* First child, linked or not in scans. */
+inline QY_NODE *firstChild(const QY_NODE *node)
+{
+    return isLeaf(node) ? nullptr : node->first;
+}
+
+enum class Progress : uint8_t {
+    kUntouched,
+    kRunning,
+    kDone,
+    kFailed
+};
+
+struct Typedef {
+    const char *name;
+    const QY_TYPE *type; /* once done */
+    Progress progress;
+    Statement *statement; /* while the module is being loaded, as is the following */
+    Scope *scope;
+};
+
+/* A grouping's nodes hang below a hidden root, uses within it expanded; each use copies them. */
+struct Grouping {
+    const char *name;
+    QY_NODE *root; /* once done */
+    Progress progress;
+    Statement *statement; /* while the module is being loaded, as is the following */
+    Scope *scope;
+};
+
+/* Extension instances that stand on the heap because they are replaced one by one. */
+struct OwnedSetDelete {
+    void operator()(ExtensionSet *set) const { ::operator delete(set); }
+};
+using OwnedSet = std::unique_ptr<ExtensionSet, OwnedSetDelete>;
+
+/* Extension instances that replaced a node's own on request. */
+struct ReplacedSet {
+    OwnedSet shown;
+    const ExtensionSet *own; /* what the node would have without the request */
+};
+
+}  // namespace qxyang
+
+struct QY_MOD {
+    QY_CTX *context = nullptr;
+    const char *name = nullptr; /* the context's: outlives the module */
+    const char *space = nullptr;
+    const char *revision = nullptr;
+    bool byName = false;    /* loaded by name, not only imported */
+    bool preferred = false; /* what an import without a revision gets */
+    bool complete = false;  /* its load has succeeded so far */
+    bool dying = false;     /* while modules are being released */
+
+    QY_NODE root{}; /* the top-level nodes are its children */
+    const qxyang::ExtensionSet *extensions = nullptr;
+    std::vector<QY_NODE *> augments;                   /* in statement order */
+    std::vector<QY_NODE *> deviated;                   /* nodes that deviations of this module changed */
+    std::vector<QY_MOD *> imports;                     /* each once */
+    std::vector<const qxyang::Condition *> conditions; /* of nodes that have one */
+
+    qxyang::NameTable<qxyang::Typedef> typedefs;
+    qxyang::NameTable<qxyang::Grouping> groupings;
+    qxyang::NameTable<qxyang::Identity> identities;
+    qxyang::NameTable<qxyang::Feature> features;
+    qxyang::NameTable<qxyang::Extension> extensionDefinitions;
+
+    qxyang::Slab<QY_NODE> nodes;
+    qxyang::Slab<QY_NODE> templates; /* nodes of groupings, which nobody sees */
+    qxyang::Arena records;
+    qxyang::Arena texts;
+    std::unordered_map<QY_NODE *, qxyang::ReplacedSet> replacedSets; /* of nodes with kNodeOwnSet */
+};

@@ -1,0 +1,91 @@
+/* Records found by their name. */
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+namespace qxyang {
+
+inline uint32_t hashText(std::string_view text)
+{
+    constexpr uint64_t kFactor = 0x9E3779B97F4A7C15u;
+    uint64_t hash = text.size() * kFactor;
+    const char *at = text.data();
+    size_t left = text.size();
+    for (; left >= 8; at += 8, left -= 8) {
+        uint64_t word;
+        std::memcpy(&word, at, 8);
+        hash = (hash ^ word) * kFactor;
+        hash ^= hash >> 32;
+    }
+    uint64_t rest = 0;
+    for (size_t i = 0; i < left; ++i)
+        rest = rest << 8 | static_cast<unsigned char>(at[i]);
+    hash = (hash ^ rest) * kFactor;
+    return static_cast<uint32_t>(hash >> 32);
+}
+
+/* Hash table over records that have a zero-terminated `name` and belong to somebody else. */
+template<class T>
+class NameTable {
+  public:
+    T *find(std::string_view name) const
+    {
+        if (slots_.empty())
+            return nullptr;
+        for (size_t at = hashText(name) & mask();; at = (at + 1) & mask()) {
+            if (slots_[at] == nullptr || name == slots_[at]->name)
+                return slots_[at];
+        }
+    }
+
+    /* The record of the same name that is there already, or null: then this one is there now. */
+    T *insert(T *record)
+    {
+        if ((count_ + 1) * 4 > slots_.size() * 3)
+            grow();
+        T **slot = place(record->name);
+        if (*slot != nullptr)
+            return *slot;
+        *slot = record;
+        ++count_;
+        return nullptr;
+    }
+
+    size_t size() const { return count_; }
+
+    template<class Visit>
+    void forEach(Visit &&visit) const
+    {
+        for (T *record : slots_)
+            if (record != nullptr)
+                visit(*record);
+    }
+
+  private:
+    size_t mask() const { return slots_.size() - 1; }
+
+    T **place(std::string_view name)
+    {
+        size_t at = hashText(name) & mask();
+        while (slots_[at] != nullptr && name != slots_[at]->name)
+            at = (at + 1) & mask();
+        return &slots_[at];
+    }
+
+    void grow()
+    {
+        std::vector<T *> old(slots_.empty() ? 4 : slots_.size() * 2);
+        old.swap(slots_);
+        for (T *record : old)
+            if (record != nullptr)
+                *place(record->name) = record;
+    }
+
+    std::vector<T *> slots_;
+    size_t count_ = 0;
+};
+
+}  // namespace qxyang

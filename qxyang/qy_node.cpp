@@ -1,0 +1,137 @@
+/* Contract functions of schema nodes, types and extension instances: all of them only read what loading made. */
+#include "context.h"
+#include "extensions.h"
+#include "if_feature.h"
+#include "leafref_path.h"
+
+using namespace qxyang;
+
+uint32_t QY_NODE_GetNodeType(QY_NODE *pNode)
+{
+    return pNode->kind;
+}
+
+const char *QY_NODE_GetNodeName(QY_NODE *pNode)
+{
+    return pNode->name;
+}
+
+QY_NODE *QY_NODE_GetParentNode(QY_NODE *pNode)
+{
+    bool isTop = pNode->kind == QY_NODE_TYPE_AUGMENT || pNode->parent->kind == kRootKind;
+    return isTop ? nullptr : pNode->parent;
+}
+
+QY_MOD *QY_NODE_GetModule(QY_NODE *pNode)
+{
+    return pNode->module;
+}
+
+QY_NODE *QY_NODE_GetAugmentTargetNode(QY_NODE *pNode)
+{
+    return pNode->kind == QY_NODE_TYPE_AUGMENT && !isRemoved(pNode->parent) ? pNode->parent : nullptr;
+}
+
+QY_NODE *QY_NODE_GetLeafrefTargetNode(QY_NODE *pNode, uint32_t)
+{
+    if (!isLeaf(pNode) || pNode->type->builtin != QY_TYPE_LEAFREF || pNode->target == nullptr)
+        return nullptr;
+    return isRemoved(pNode->target) ? nullptr : pNode->target;
+}
+
+uint32_t QY_NODE_GetNodeKeyNum(QY_NODE *pNode)
+{
+    return pNode->keyCount;
+}
+
+uint32_t QY_NODE_IsKey(QY_NODE *pNode)
+{
+    return (pNode->flags & kNodeIsKey) != 0 ? 1 : 0;
+}
+
+uint32_t QY_NODE_IsEnabled(QY_NODE *pNode)
+{
+    if ((pNode->flags & kNodeGated) == 0)
+        return 1;
+    for (const QY_NODE *node = pNode; node != nullptr && (node->flags & kNodeGated) != 0; node = node->parent)
+        if (!holds(conditionOf(node)))
+            return 0;
+    return 1;
+}
+
+void *QY_NODE_GetPrivate(QY_NODE *pNode)
+{
+    return pNode->priv;
+}
+
+void QY_NODE_SetPrivate(QY_NODE *pNode, void *pvPrivate)
+{
+    pNode->priv = pvPrivate;
+}
+
+uint32_t QY_NODE_ReplaceDstExtInst(QY_NODE *pDst, QY_NODE *pSrc)
+{
+    if (pDst == pSrc)
+        return 0;
+    try {
+        OwnedSet copy = copyOfSet(pSrc->extensions);
+        ReplacedSet &replaced = pDst->module->replacedSets[pDst];
+        if ((pDst->flags & kNodeOwnSet) == 0)
+            replaced.own = pDst->extensions;
+        pDst->flags |= kNodeOwnSet;
+        pDst->extensions = copy.get();
+        replaced.shown = std::move(copy);
+        return 0;
+    } catch (...) {
+        return 1;
+    }
+}
+
+/* ---- types ----------------------------------------------------------------------------------------------------- */
+
+uint32_t QY_NODE_ScanDerivedType(QY_NODE *pNode, QY_TYPE_SCAN_PF pfnCb, void *pvCookie)
+{
+    if (!isLeaf(pNode))
+        return 0;
+    const QY_TYPE *chain[limits::kChain + 1];
+    size_t count = 0;
+    for (const QY_TYPE *type = pNode->type; type != nullptr; type = type->base)
+        chain[count++] = type;
+    while (count > 0)
+        if (uint32_t result = pfnCb(nullptr, nullptr, const_cast<QY_TYPE *>(chain[--count]), pvCookie); result != 0)
+            return result;
+    return 0;
+}
+
+uint32_t QY_TYPE_GetBuiltInBaseType(QY_TYPE *pType)
+{
+    return pType->builtin;
+}
+
+uint32_t QY_TYPE_ScanNameValuePair(QY_TYPE *pType, QY_ENUM_SCAN_PF pfnCb, void *pvCookie)
+{
+    if (pType->builtin != QY_TYPE_ENUMERATION || pType->values == nullptr)
+        return 0;
+    for (uint32_t i = 0; i < pType->values->count; ++i) {
+        const EnumValue &value = pType->values->values[i];
+        if (value.condition != nullptr && !holds(value.condition))
+            continue;
+        if (uint32_t result = pfnCb(value.name, static_cast<int32_t>(value.value), nullptr, pvCookie); result != 0)
+            return result;
+    }
+    return 0;
+}
+
+uint32_t QY_TYPE_ScanStartEndPair(QY_TYPE *pType, QY_RANGE_SCAN_PF pfnCb, void *pvCookie)
+{
+    bool isInteger = (pType->builtin >= QY_TYPE_INT8 && pType->builtin <= QY_TYPE_INT64) ||
+                     (pType->builtin >= QY_TYPE_UINT8 && pType->builtin <= QY_TYPE_UINT64);
+    if (!isInteger)
+        return 0;
+    for (uint32_t i = 0; i < pType->range->count; ++i) {
+        const RangePart &part = pType->range->parts[i];
+        if (uint32_t result = pfnCb(&part.start, &part.end, pvCookie); result != 0)
+            return result;
+    }
+    return 0;
+}

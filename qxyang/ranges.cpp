@@ -1,0 +1,178 @@
+#include "ranges.h"
+
+#include <charconv>
+#include <limits>
+#include <vector>
+
+#include "text.h"
+
+namespace qxyang {
+
+namespace {
+
+constexpr int64_t kLargest = std::numeric_limits<int64_t>::max();
+
+/* Grows with the number, whether it is signed or not. */
+uint64_t orderOf(int64_t number, NumberForm form)
+{
+    return static_cast<uint64_t>(number) ^ (form.isSigned ? uint64_t{1} << 63 : 0);
+}
+
+std::string textOf(int64_t number, NumberForm form)
+{
+    if (!form.isSigned)
+        return std::to_string(static_cast<uint64_t>(number));
+    if (form.fractionDigits == 0)
+        return std::to_string(number);
+    bool negative = number < 0;
+    uint64_t magnitude = negative ? ~static_cast<uint64_t>(number) + 1 : static_cast<uint64_t>(number);
+    std::string digits = std::to_string(magnitude);
+    if (digits.size() <= form.fractionDigits)
+        digits.insert(0, form.fractionDigits + 1u - digits.size(), '0');
+    digits.insert(digits.size() - form.fractionDigits, ".");
+    return negative ? "-" + digits : digits;
+}
+
+std::string textOf(const RangeSet &set, NumberForm form)
+{
+    std::string text;
+    for (uint32_t i = 0; i < set.count && text.size() < 100; ++i) {
+        text.append(i == 0 ? "" : "|").append(textOf(set.parts[i].start, form));
+        if (set.parts[i].start != set.parts[i].end)
+            text.append("..").append(textOf(set.parts[i].end, form));
+    }
+    return text;
+}
+
+/* Digits, as many as the form has behind a point, as one number. False: it is none, or too large. */
+bool parseMagnitude(std::string_view text, NumberForm form, uint64_t &magnitude)
+{
+    std::string_view fraction;
+    if (size_t point = text.find('.'); point != std::string_view::npos && form.fractionDigits > 0) {
+        fraction = text.substr(point + 1);
+        text = text.substr(0, point);
+        if (fraction.empty() || fraction.size() > form.fractionDigits)
+            return false;
+    }
+    std::string digits(text);
+    digits.append(fraction).append(form.fractionDigits - fraction.size(), '0');
+    if (text.empty())
+        return false;
+    auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), magnitude);
+    return error == std::errc() && end == digits.data() + digits.size();
+}
+
+bool parseNumber(std::string_view text, NumberForm form, int64_t &number)
+{
+    bool negative = text.starts_with('-');
+    uint64_t magnitude = 0;
+    if (!parseMagnitude(text.substr(negative ? 1 : 0), form, magnitude))
+        return false;
+    if (!form.isSigned) {
+        number = static_cast<int64_t>(magnitude);
+        return !negative || magnitude == 0;
+    }
+    uint64_t limit = static_cast<uint64_t>(kLargest) + (negative ? 1 : 0);
+    number = static_cast<int64_t>(negative ? ~magnitude + 1 : magnitude);
+    return magnitude <= limit;
+}
+
+class RangeParser {
+  public:
+    RangeParser(NumberForm form, const RangeSet &base, std::string &why) : form_(form), base_(base), why_(why) {}
+
+    bool parse(std::string_view text, std::vector<RangePart> &parts)
+    {
+        for (;;) {
+            size_t end = std::min(text.find('|'), text.size());
+            RangePart part;
+            if (!parsePart(trim(text.substr(0, end)), part))
+                return false;
+            if (!parts.empty() && order(part.start) <= order(parts.back().end))
+                return reject("its parts do not ascend: " + textOf(part.start, form_) + " follows " +
+                              textOf(parts.back().end, form_));
+            if (!isCovered(part))
+                return reject("it leaves what it restricts, " + textOf(base_, form_));
+            parts.push_back(part);
+            if (end == text.size())
+                return true;
+            text.remove_prefix(end + 1);
+        }
+    }
+
+  private:
+    bool parsePart(std::string_view text, RangePart &part)
+    {
+        size_t dots = text.find("..");
+        bool single = dots == std::string_view::npos;
+        if (!parseBound(trim(text.substr(0, dots)), part.start))
+            return false;
+        part.end = part.start;
+        if (!single && !parseBound(trim(text.substr(dots + 2)), part.end))
+            return false;
+        if (order(part.start) > order(part.end))
+            return reject(textOf(part.start, form_) + " is greater than " + textOf(part.end, form_));
+        return true;
+    }
+
+    bool parseBound(std::string_view text, int64_t &number)
+    {
+        if (text == "min")
+            number = base_.parts[0].start;
+        else if (text == "max")
+            number = base_.parts[base_.count - 1].end;
+        else if (!parseNumber(text, form_, number))
+            return reject(quoted(text) + " is no number of the type");
+        return true;
+    }
+
+    /* Whether every number of the part is in the base; parts of it that adjoin count as one. Parts ascend on both sides,
+     * so the search goes on where it ended for the part before. */
+    bool isCovered(const RangePart &part)
+    {
+        while (at_ < base_.count && order(base_.parts[at_].end) < order(part.start))
+            ++at_;
+        if (at_ == base_.count || order(base_.parts[at_].start) > order(part.start))
+            return false;
+        while (order(base_.parts[at_].end) < order(part.end)) {
+            if (at_ + 1 == base_.count || order(base_.parts[at_ + 1].start) != order(base_.parts[at_].end) + 1)
+                return false;
+            ++at_;
+        }
+        return true;
+    }
+
+    bool reject(std::string why)
+    {
+        why_ = std::move(why);
+        return false;
+    }
+
+    uint64_t order(int64_t number) const { return orderOf(number, form_); }
+
+    NumberForm form_;
+    const RangeSet &base_;
+    std::string &why_;
+    uint32_t at_ = 0; /* part of the base */
+};
+
+}  // namespace
+
+NumberForm NumberForm::of(const QY_TYPE &type)
+{
+    bool isSigned =
+        (type.builtin >= QY_TYPE_INT8 && type.builtin <= QY_TYPE_INT64) || type.builtin == QY_TYPE_DECIMAL64;
+    return {isSigned, type.fractionDigits};
+}
+
+const RangeSet *parseRange(std::string_view text, NumberForm form, const RangeSet &base, Arena &arena, std::string &why)
+{
+    std::vector<RangePart> parts;
+    if (!RangeParser(form, base, why).parse(text, parts))
+        return nullptr;
+    auto *kept = arena.makeArray<RangePart>(parts.size());
+    std::copy(parts.begin(), parts.end(), kept);
+    return arena.make<RangeSet>(static_cast<uint32_t>(parts.size()), kept);
+}
+
+}  // namespace qxyang

@@ -1,0 +1,54 @@
+/* Where module files are looked for, and which file a name stands for. */
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace qxyang {
+
+/* The registered directories, absolute, in the order of their registration. */
+class SearchPath {
+  public:
+    void add(std::string_view directory);
+    void remove(std::string_view directory);
+    void clear() { directories_.clear(); }
+
+    const std::vector<std::string> &directories() const { return directories_; }
+
+  private:
+    std::vector<std::string> directories_;
+};
+
+/* Finds files during one load call, in which a directory's listing is read at most once. */
+class FileFinder {
+  public:
+    explicit FileFinder(const SearchPath &path) : path_(path) {}
+
+    /* Files to try, the best first. Without a revision: NAME.yin of the first directory that has it, else the newest
+     * NAME@REVISION.yin of all directories. With one: NAME@REVISION.yin, then every NAME.yin, which has to say the
+     * revision itself. */
+    std::vector<std::string> candidates(std::string_view name, std::string_view revision);
+
+    /* Offers the module names of all files to whoever looks for a near one. */
+    template<class Offer>
+    void forEachName(Offer &&offer)
+    {
+        for (const std::string &directory : path_.directories())
+            for (const std::string &file : listing(directory))
+                offer(std::string_view(file).substr(0, file.find_first_of("@.")));
+    }
+
+    /* "no file 'x.yin' or 'x@REVISION.yin' in '/a', '/b'" */
+    std::string missing(std::string_view name, std::string_view revision);
+
+  private:
+    const std::vector<std::string> &listing(const std::string &directory);
+    std::string newestRevision(std::string_view name);
+
+    const SearchPath &path_;
+    std::unordered_map<std::string, std::vector<std::string>> listings_; /* names that end in ".yin" */
+};
+
+}  // namespace qxyang

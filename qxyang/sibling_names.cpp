@@ -1,0 +1,82 @@
+#include "sibling_names.h"
+
+#include <bit>
+#include <cstring>
+
+namespace qxyang {
+
+namespace {
+
+bool isTransparent(const QY_NODE *node)
+{
+    return node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE;
+}
+
+size_t countNames(const QY_NODE *parent)
+{
+    size_t count = 0;
+    for (const QY_NODE *child = parent->first; child != nullptr; child = child->next)
+        count += 1 + (isTransparent(child) ? countNames(child) : 0);
+    return count;
+}
+
+}  // namespace
+
+QY_NODE *SiblingNames::findTwice(QY_NODE *parent, const QY_MOD *module)
+{
+    if (parent->first == nullptr || (parent->first == parent->last && !isTransparent(parent->first)))
+        return nullptr;
+    begin(countNames(parent));
+    return addAll(parent, module);
+}
+
+QY_NODE *SiblingNames::findTwiceAmongCases(QY_NODE *choice, const QY_MOD *module)
+{
+    size_t count = 0;
+    for (const QY_NODE *child = choice->first; child != nullptr; child = child->next)
+        ++count;
+    begin(count);
+    for (QY_NODE *child = choice->first; child != nullptr; child = child->next)
+        if (child->module == module && !add(child->name))
+            return child;
+    return nullptr;
+}
+
+void SiblingNames::begin(size_t count)
+{
+    size_t size = std::bit_ceil(count * 2 + 1);
+    if (slots_.size() < size)
+        slots_.resize(size);
+    mask_ = size - 1;
+    if (++round_ == 0) {  // every round number was in use once
+        slots_.assign(slots_.size(), Slot{});
+        round_ = 1;
+    }
+}
+
+bool SiblingNames::add(const char *name)
+{
+    uint32_t hash = hashText(name);
+    size_t at = hash & mask_;
+    for (; slots_[at].round == round_; at = (at + 1) & mask_)
+        if (slots_[at].hash == hash && std::strcmp(slots_[at].name, name) == 0)
+            return false;
+    slots_[at] = {round_, hash, name};
+    return true;
+}
+
+/* A choice's name stands among its parent's; a case's name does not. */
+QY_NODE *SiblingNames::addAll(QY_NODE *parent, const QY_MOD *module)
+{
+    for (QY_NODE *child = parent->first; child != nullptr; child = child->next) {
+        if (child->kind != QY_NODE_TYPE_CASE && child->module == module && !add(child->name))
+            return child;
+        if (!isTransparent(child))
+            continue;
+        if (QY_NODE *twice = addAll(child, module))
+            return twice;
+    }
+    return nullptr;
+}
+
+}  // namespace qxyang

@@ -1,0 +1,136 @@
+#include "source.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "limits.h"
+
+namespace qxyang {
+
+namespace {
+
+class OpenFile {
+  public:
+    explicit OpenFile(const char *path)
+    {
+        do
+            descriptor_ = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+        while (descriptor_ < 0 && errno == EINTR);
+    }
+    OpenFile(const OpenFile &) = delete;
+    OpenFile &operator=(const OpenFile &) = delete;
+    ~OpenFile()
+    {
+        if (descriptor_ >= 0)
+            ::close(descriptor_);
+    }
+
+    int descriptor() const { return descriptor_; }
+
+  private:
+    int descriptor_;
+};
+
+std::string systemReason(const char *what)
+{
+    char buffer[128];
+    return std::string(what) + ": " + ::strerror_r(errno, buffer, sizeof buffer);
+}
+
+}  // namespace
+
+std::string Source::read()
+{
+    OpenFile file(path_.c_str());
+    if (file.descriptor() < 0)
+        return systemReason("cannot be opened");
+    return readOpen(file.descriptor());
+}
+
+std::string Source::readOpen(int file)
+{
+    struct stat status;
+    if (::fstat(file, &status) != 0)
+        return systemReason("cannot be examined");
+    if (!S_ISREG(status.st_mode))
+        return "is not a regular file";
+    if (status.st_size > static_cast<off_t>(limits::kFileBytes))
+        return "is larger than " + std::to_string(limits::kFileBytes >> 20) + " MiB";
+
+    size_t room = static_cast<size_t>(status.st_size);
+    text_ = std::make_unique_for_overwrite<char[]>(room + 1);
+    size_ = 0;
+    while (size_ < room) {
+        ssize_t count = ::read(file, text_.get() + size_, room - size_);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return systemReason("cannot be read");
+        if (count == 0)
+            break;
+        size_ += static_cast<size_t>(count);
+    }
+    text_[size_] = '\0';
+    detectEncoding();
+    return {};
+}
+
+void Source::detectEncoding()
+{
+    auto byte = [this](size_t i) { return static_cast<unsigned char>(text_[i]); };
+    if (size_ >= 3 && byte(0) == 0xEF && byte(1) == 0xBB && byte(2) == 0xBF)
+        start_ = 3;
+    if (size_ < 2)
+        return;
+    bool mark = (byte(0) == 0xFF && byte(1) == 0xFE) || (byte(0) == 0xFE && byte(1) == 0xFF);
+    if (mark)
+        start_ = 2;
+    if ((mark && byte(0) == 0xFF) || (byte(0) == '<' && byte(1) == 0))
+        encoding_ = Encoding::kUtf16Little;
+    else if (mark || (byte(0) == 0 && byte(1) == '<'))
+        encoding_ = Encoding::kUtf16Big;
+}
+
+uint32_t Source::unitAt(uint32_t offset) const
+{
+    auto byte = [this](uint32_t i) { return uint32_t{static_cast<unsigned char>(text_[i])}; };
+    switch (encoding_) {
+        case Encoding::kUtf16Little:
+            return offset + 1 < size_ ? byte(offset) | byte(offset + 1) << 8 : 0;
+        case Encoding::kUtf16Big:
+            return offset + 1 < size_ ? byte(offset) << 8 | byte(offset + 1) : 0;
+        default:
+            return byte(offset);
+    }
+}
+
+bool Source::startsCharacter(uint32_t unit) const
+{
+    return encoding_ != Encoding::kUtf8 || (unit & 0xC0) != 0x80;
+}
+
+Position Source::locate(uint32_t offset)
+{
+    if (offset < at_ || at_ == 0) {
+        at_ = start_;
+        position_ = {1, 1};
+    }
+    bool wide = encoding_ == Encoding::kUtf16Little || encoding_ == Encoding::kUtf16Big;
+    uint32_t step = wide ? 2 : 1;
+    for (; at_ < offset && at_ < size_; at_ += step) {
+        uint32_t unit = unitAt(at_);
+        if (unit == '\n') {
+            ++position_.line;
+            position_.column = 1;
+        } else if (startsCharacter(unit)) {
+            ++position_.column;
+        }
+    }
+    return position_;
+}
+
+}  // namespace qxyang

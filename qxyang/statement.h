@@ -1,0 +1,120 @@
+/* Statements of a file as later stages read them: what nobody asks for (descriptions, must, default, ...) is checked
+ * while the file is parsed and gets no record. */
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "arena.h"
+#include "failures.h"
+#include "keywords.h"
+#include "model.h"
+#include "source.h"
+
+namespace qxyang {
+
+/* Properties of a statement. For refine and deviate: what they set. */
+enum Property : uint16_t {
+    kSetsConfig = 1 << 0,
+    kSetsDefault = 1 << 1,
+    kSetsMandatory = 1 << 2,
+    kSetsMaxElements = 1 << 3,
+    kSetsMinElements = 1 << 4,
+    kSetsMust = 1 << 5,
+    kSetsPresence = 1 << 6,
+    kSetsUnits = 1 << 7,
+    kSetsType = 1 << 8,
+    kSetsUnique = 1 << 9,
+    kHasDefinitions = 1 << 10, /* typedefs or groupings of its own */
+    kHasText = 1 << 11,        /* an extension statement: the argument is its text, not an attribute */
+};
+
+enum class DeviateKind : uint8_t {
+    kNotSupported,
+    kAdd,
+    kReplace,
+    kDelete
+};
+
+struct Statement {
+    Statement *next;
+    Statement *first; /* child */
+    const char *argument;
+    uint32_t offset; /* in the file */
+    Kw keyword;
+    uint8_t detail; /* of a type: the built-in type that its argument names, or 0; of a deviate: DeviateKind */
+    uint16_t properties;
+};
+
+/* An extension keyword as a file uses it: one record for all statements with it. Those directly within another extension
+ * statement of the same namespace may be its argument rather than statements, so they have records of their own. */
+struct ExtensionUse {
+    const char *name; /* keyword above, if any, then namespace and keyword: how the table finds it */
+    const char *keyword;
+    std::string_view space;
+    ExtensionUse *above;   /* of the extension statement around, or null */
+    const char *attribute; /* name of the first attribute met, or null */
+    uint32_t offset;       /* of the first of the statements */
+    bool resolved;
+    const Extension *definition; /* once resolved; null: it is the argument of the one above */
+};
+
+struct ExtensionStatement : Statement {
+    ExtensionUse *use;
+    const char *attribute; /* name of the attribute that is the argument, or null */
+};
+
+inline constexpr char kNamespaceSeparator = '\n';
+
+inline ExtensionStatement *asExtension(Statement *statement)
+{
+    return static_cast<ExtensionStatement *>(statement);
+}
+
+/* The child of that keyword that comes first, or null. */
+inline Statement *findChild(const Statement *statement, Kw keyword)
+{
+    Statement *child = statement->first;
+    while (child != nullptr && child->keyword != keyword)
+        child = child->next;
+    return child;
+}
+
+/* A prefix that the file may use and what it stands for. */
+struct PrefixBinding {
+    std::string_view prefix;
+    QY_MOD *module;
+};
+
+/* One file of a module, the module's own or a submodule's, while it is being loaded. */
+class Unit {
+  public:
+    Unit(std::string path, std::string name, QY_MOD *owner) : module(owner), source(std::move(path), std::move(name)) {}
+
+    QY_MOD *module; /* whose text this is */
+    Source source;
+    Statement *root = nullptr;
+    bool isVersion11 = false;
+    const char *revision = nullptr; /* latest, or null */
+    std::vector<PrefixBinding> bindings;
+    NameTable<ExtensionUse> extensionUses;
+    Arena statements; /* every record of the file; emptied when the module is complete */
+
+    const std::string &name() const { return source.module(); }
+
+    /* The module that a prefix stands for, none meaning this one; null: unknown. */
+    QY_MOD *boundModule(std::string_view prefix) const
+    {
+        if (prefix.empty())
+            return module;
+        for (const PrefixBinding &binding : bindings)
+            if (binding.prefix == prefix)
+                return binding.module;
+        return nullptr;
+    }
+};
+
+}  // namespace qxyang

@@ -1,0 +1,160 @@
+#include "text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "limits.h"
+
+namespace qxyang {
+
+namespace {
+
+constexpr std::array<bool, 256> makeNameCharacters(bool first)
+{
+    std::array<bool, 256> table{};
+    for (char c = 'a'; c <= 'z'; ++c)
+        table[static_cast<unsigned char>(c)] = true;
+    for (char c = 'A'; c <= 'Z'; ++c)
+        table[static_cast<unsigned char>(c)] = true;
+    table['_'] = true;
+    if (first)
+        return table;
+    for (char c = '0'; c <= '9'; ++c)
+        table[static_cast<unsigned char>(c)] = true;
+    table['-'] = table['.'] = true;
+    return table;
+}
+
+constexpr std::array<bool, 256> kFirstCharacters = makeNameCharacters(true);
+constexpr std::array<bool, 256> kNameCharacters = makeNameCharacters(false);
+
+/* Number of single-character edits between both names, neighbours swapped counting as one; limit + 1 when it is more. */
+size_t editDistance(std::string_view left, std::string_view right, size_t limit)
+{
+    constexpr size_t kMax = 64;
+    if (left.size() > kMax || right.size() > kMax)
+        return limit + 1;
+    std::array<std::array<size_t, kMax + 1>, 3> rows;
+    size_t *before = rows[0].data();
+    size_t *previous = rows[1].data();
+    size_t *current = rows[2].data();
+    for (size_t j = 0; j <= right.size(); ++j)
+        previous[j] = j;
+    for (size_t i = 1; i <= left.size(); ++i) {
+        current[0] = i;
+        size_t least = i;
+        for (size_t j = 1; j <= right.size(); ++j) {
+            size_t change = previous[j - 1] + (left[i - 1] == right[j - 1] ? 0 : 1);
+            current[j] = std::min({change, previous[j] + 1, current[j - 1] + 1});
+            if (i > 1 && j > 1 && left[i - 1] == right[j - 2] && left[i - 2] == right[j - 1])
+                current[j] = std::min(current[j], before[j - 2] + 1);
+            least = std::min(least, current[j]);
+        }
+        if (least > limit)
+            return limit + 1;
+        std::swap(before, previous);
+        std::swap(previous, current);
+    }
+    return previous[right.size()];
+}
+
+}  // namespace
+
+Reference splitReference(std::string_view text)
+{
+    size_t colon = text.find(':');
+    if (colon == std::string_view::npos)
+        return {{}, text};
+    return {text.substr(0, colon), text.substr(colon + 1)};
+}
+
+bool isIdentifier(std::string_view text)
+{
+    if (text.empty() || text.size() > limits::kNameLength || !kFirstCharacters[static_cast<unsigned char>(text[0])])
+        return false;
+    for (char c : text)
+        if (!kNameCharacters[static_cast<unsigned char>(c)])
+            return false;
+    return true;
+}
+
+bool isReference(std::string_view text)
+{
+    Reference reference = splitReference(text);
+    bool unprefixed = reference.name.size() == text.size();
+    return isIdentifier(reference.name) && (unprefixed || isIdentifier(reference.prefix));
+}
+
+bool isDate(std::string_view text)
+{
+    constexpr std::string_view kForm = "dddd-dd-dd";
+    if (text.size() != kForm.size())
+        return false;
+    for (size_t i = 0; i < kForm.size(); ++i)
+        if (kForm[i] == 'd' ? !isDigit(text[i]) : text[i] != '-')
+            return false;
+    int month = (text[5] - '0') * 10 + (text[6] - '0');
+    int day = (text[8] - '0') * 10 + (text[9] - '0');
+    return month >= 1 && month <= 12 && day >= 1 && day <= 31;
+}
+
+std::string_view takeWord(std::string_view &text)
+{
+    size_t begin = 0;
+    while (begin < text.size() && isSpace(text[begin]))
+        ++begin;
+    size_t end = begin;
+    while (end < text.size() && !isSpace(text[end]))
+        ++end;
+    std::string_view word = text.substr(begin, end - begin);
+    text.remove_prefix(end);
+    return word;
+}
+
+std::string_view trim(std::string_view text)
+{
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+std::string quoted(std::string_view text)
+{
+    if (text.size() <= limits::kQuotedLength)
+        return std::string("'").append(text).append("'");
+    size_t end = limits::kQuotedLength;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)  // within a character
+        --end;
+    return std::string("'").append(text.substr(0, end)).append("...'");
+}
+
+NearestName::NearestName(std::string_view wanted)
+    : wanted_(wanted.substr(0, limits::kQuotedLength)),
+      distance_(std::min<size_t>(wanted.size() < 4 ? 1 : wanted.size() / 3, 4))
+{
+}
+
+void NearestName::offer(std::string_view candidate)
+{
+    size_t difference =
+        wanted_.size() > candidate.size() ? wanted_.size() - candidate.size() : candidate.size() - wanted_.size();
+    if (difference > distance_ || candidate.empty() || candidate == wanted_)
+        return;
+    size_t distance = editDistance(wanted_, candidate, distance_);
+    // Among equals the alphabet decides, so that the hint does not depend on the order offered.
+    bool better = distance < distance_ || (distance == distance_ && (best_.empty() || candidate < best_));
+    if (!better)
+        return;
+    best_ = candidate;
+    distance_ = distance;
+}
+
+std::string NearestName::hint() const
+{
+    return best_.empty() ? std::string() : "; did you mean " + quoted(best_) + "?";
+}
+
+}  // namespace qxyang

@@ -1,0 +1,72 @@
+/* Names and the words of failure texts. */
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace qxyang {
+
+/* A name as a model refers to it: "prefix:name", the prefix empty when there is none. */
+struct Reference {
+    std::string_view prefix;
+    std::string_view name;
+};
+
+Reference splitReference(std::string_view text);
+
+bool isIdentifier(std::string_view text);
+
+/* An identifier, with or without an identifier and a colon before it. */
+bool isReference(std::string_view text);
+
+/* A date as revisions have it: four, two and two digits that can be a day. */
+bool isDate(std::string_view text);
+
+/* The next word of a text whose words are separated by white space, taken off it; empty at its end. */
+std::string_view takeWord(std::string_view &text);
+
+std::string_view trim(std::string_view text);
+
+inline bool isSpace(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+inline bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/* The text between single quotes, shortened when it is long. */
+std::string quoted(std::string_view text);
+
+/* "a -> b -> a": the names from the first one equal to the last on. */
+template<class Names, class GetName>
+std::string chainText(const Names &names, std::string_view closing, GetName &&nameOf)
+{
+    std::string text;
+    for (const auto &entry : names) {
+        if (text.empty() && nameOf(entry) != closing)
+            continue;
+        text.append(nameOf(entry)).append(" -> ");
+    }
+    return text.append(closing);
+}
+
+/* Finds the name that somebody who wrote a wrong one probably meant. */
+class NearestName {
+  public:
+    explicit NearestName(std::string_view wanted);
+
+    void offer(std::string_view candidate);
+
+    /* "; did you mean 'x'?", or nothing when no candidate was near. */
+    std::string hint() const;
+
+  private:
+    std::string wanted_;
+    std::string best_;
+    size_t distance_; /* of the best; as long as there is none, the largest that counts as near */
+};
+
+}  // namespace qxyang

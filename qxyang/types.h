@@ -1,0 +1,45 @@
+/* Types: built-in ones, typedefs and what type statements make of them. */
+#pragma once
+
+#include "build.h"
+
+namespace qxyang {
+
+/* The built-in type of that number; shared by everybody. */
+const QY_TYPE *builtinType(uint8_t number);
+
+class TypeCompiler {
+  public:
+    explicit TypeCompiler(Build &build) : build_(build) {}
+
+    /* The type of a type statement. When something is wrong with it, that is recorded and another type stands in, so
+     * that the rest of the file can be looked at. */
+    const QY_TYPE *compile(const Statement *statement, Scope *scope)
+    {
+        if (statement->detail != 0 && statement->first == nullptr && isPlain(statement->detail))
+            return builtinType(statement->detail);
+        return compileOther(statement, scope);
+    }
+
+    void compile(Typedef &definition);
+
+  private:
+    static bool isPlain(uint8_t builtin);
+
+    const QY_TYPE *compileOther(const Statement *statement, Scope *scope);
+    const QY_TYPE *baseOf(const Statement *statement, Scope *scope);
+    bool checkSubstatements(const Statement *statement, Unit &unit, const QY_TYPE &base);
+    bool restrict(QY_TYPE &type, const Statement *statement, Scope *scope);
+    bool restrictRange(QY_TYPE &type, const Statement *range, Unit &unit);
+    bool collectMembers(QY_TYPE &type, const Statement *statement, Scope *scope);
+    bool checkBases(const Statement *statement, Unit &unit);
+
+    Build &build_;
+    std::vector<Typedef *> chain_; /* typedefs being compiled, each referring to the next */
+    size_t depth_ = 0;             /* of type statements being compiled within one another */
+};
+
+/* The values of the enum or bit statements in a type statement. Null: the failure is recorded. */
+const EnumSet *compileValues(Build &build, Unit &unit, const Statement *type, const QY_TYPE &base);
+
+}  // namespace qxyang

@@ -1,0 +1,10 @@
+/* expat's memory, taken from operator new like everything else of this layer. */
+#pragma once
+
+#include <expat.h>
+
+namespace qxyang {
+
+extern const XML_Memory_Handling_Suite kXmlMemory;
+
+}  // namespace qxyang
