@@ -1,0 +1,251 @@
+#include "arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+
+#include "commands.h"
+#include "failure.h"
+#include "help_texts.h"
+#include "korv_lib_yang.h"
+
+namespace inspect {
+namespace {
+
+constexpr size_t MAX_BASE_DIRS = 2; /* the library's */
+
+/* The texts of the options, before they are understood. */
+struct RawArguments {
+    std::vector<std::string> modules;
+    std::vector<std::string> loads;
+    std::string format = "text";
+    int64_t augment = -1;
+    bool target = false;
+};
+
+ModuleKey ToModuleKey(const std::string &text)
+{
+    const size_t at = text.find('@');
+    const ModuleKey key = {text.substr(0, at), at == std::string::npos ? "" : text.substr(at + 1)};
+    if (key.name.empty() || (at != std::string::npos && key.revision.empty()))
+        throw CLI::ValidationError("'" + text + "' is not MODULE or MODULE@REVISION");
+    if (key.name.find('/') != std::string::npos || text.ends_with(".yin"))
+        throw CLI::ValidationError("'" + text +
+                                   "' looks like a file: give the module's name, and its directory with -d");
+    return key;
+}
+
+Format ToFormat(const std::string &text)
+{
+    if (text == "json")
+        return Format::JSON;
+    if (text == "csv")
+        return Format::CSV;
+    return text == "dot" ? Format::DOT : Format::TEXT;
+}
+
+/* Builds the commands' options into one record; a command's own additions stand in its function. */
+class CommandLine {
+  public:
+    explicit CommandLine(Arguments *args) : args_(args)
+    {
+        app_.name("korv-inspect");
+        app_.description("Shows what a device makes of YANG modules: classes, attributes and keys.");
+        app_.footer(HELP_PROGRAM);
+        app_.set_version_flag("--version", std::string("korv-inspect ") + KORV_VERSION + "\n");
+        app_.require_subcommand(1);
+        AddTree();
+        AddFind();
+        AddWalk();
+        AddDump();
+        AddEnums();
+        AddModules();
+        AddCheck();
+        AddDiff();
+    }
+
+    std::optional<int> Parse(int argc, char **argv)
+    try {
+        app_.parse(argc, argv);
+        Understand();
+        return std::nullopt;
+    } catch (const CLI::ParseError &error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            app_.exit(error);
+            return EXIT_OK;
+        }
+        std::fprintf(stderr, "korv-inspect: %s\n", error.what());
+        const std::vector<CLI::App *> chosen = app_.get_subcommands();
+        std::fprintf(stderr, "'korv-inspect %s--help' says more.\n",
+                     chosen.empty() ? "" : (chosen.front()->get_name() + " ").c_str());
+        return EXIT_USAGE;
+    }
+
+  private:
+    CLI::App *AddCommand(const char *name, const char *description, const char *footer, Command command)
+    {
+        CLI::App *app = app_.add_subcommand(name, description);
+        app->footer(footer);
+        app->callback([this, command] { args_->command = command; });
+        app->add_flag("-v,--verbose", args_->verbose, "Show the library's messages as they come");
+        app->add_option("--load", raw_.loads, "Load this module first; may be repeated")
+            ->option_text("MODULE[@REVISION]")
+            ->allow_extra_args(false);
+        app->add_option("--install-path", args_->dirs.install, "Further directory of YIN files; may be repeated")
+            ->option_text("DIR")
+            ->allow_extra_args(false)
+            ->check(CLI::ExistingDirectory);
+        return app;
+    }
+
+    void AddDirs(CLI::App *app, const char *names, std::vector<std::string> *dirs, const char *description)
+    {
+        app->add_option(names, *dirs, description)
+            ->option_text("DIR")
+            ->allow_extra_args(false)
+            ->required()
+            ->check(CLI::ExistingDirectory);
+    }
+
+    void AddModelDirs(CLI::App *app)
+    {
+        AddDirs(app, "-d,--dir", &args_->dirs.base, "Directory of YIN files; a second one may be given");
+    }
+
+    CLI::Option *AddModule(CLI::App *app)
+    {
+        return app->add_option("MODULE", raw_.modules, "The module")
+            ->option_text("MODULE[@REVISION]")
+            ->expected(1)
+            ->required();
+    }
+
+    void AddPath(CLI::App *app)
+    {
+        app->add_option("PATH", args_->path, "Path of a node or leaf")->option_text(" ")->required();
+    }
+
+    void AddFormats(CLI::App *app, const std::vector<std::string> &formats)
+    {
+        std::string text;
+        for (const std::string &format : formats)
+            text += (text.empty() ? "" : "|") + format;
+        app->add_option("--format", raw_.format, "How to write the result (text)")
+            ->option_text(text)
+            ->check(CLI::IsMember(formats));
+    }
+
+    void AddTree()
+    {
+        CLI::App *app = AddCommand("tree", "Show a module's class trees", HELP_TREE, RunTree);
+        AddModule(app);
+        AddModelDirs(app);
+        app->add_option("--path", args_->path, "Show this node and what is below it")->option_text("PATH");
+        app->add_option("--depth", args_->depth, "Show this many levels of nodes")
+            ->option_text("N")
+            ->check(CLI::Range(1U, 1000U));
+        app->add_flag("--full", args_->full, "Show the whole target tree of each augment");
+        AddFormats(app, {"text", "json", "dot"});
+    }
+
+    void AddFind()
+    {
+        CLI::App *app = AddCommand("find", "Look up a node or leaf", HELP_FIND, RunFind);
+        AddModule(app);
+        AddPath(app);
+        AddModelDirs(app);
+        AddFormats(app, {"text", "json"});
+    }
+
+    void AddWalk()
+    {
+        CLI::App *app = AddCommand("walk", "Travel from a node as a host does", HELP_WALK, RunWalk);
+        AddModule(app);
+        AddPath(app);
+        AddModelDirs(app);
+        AddFormats(app, {"text", "json"});
+    }
+
+    void AddDump()
+    {
+        CLI::App *app = AddCommand("dump", "Show a tree as the flat records of a dump", HELP_DUMP, RunDump);
+        AddModule(app);
+        AddModelDirs(app);
+        CLI::Option *augment = app->add_option("--augment", raw_.augment, "Dump this augment's tree, the first is 0")
+                                   ->option_text("N")
+                                   ->check(CLI::Range(int64_t{0}, int64_t{KORV_AUGMENT_NUM} - 1));
+        CLI::Option *self = app->add_flag("--self", args_->self, "The augment's self tree")->needs(augment);
+        app->add_flag("--target", raw_.target, "The augment's target tree (this is the default)")
+            ->needs(augment)
+            ->excludes(self);
+        AddFormats(app, {"text", "json", "csv"});
+    }
+
+    void AddEnums()
+    {
+        CLI::App *app = AddCommand("enums", "List names and values of an enumeration leaf", HELP_ENUMS, RunEnums);
+        AddModule(app);
+        AddPath(app);
+        AddModelDirs(app);
+        AddFormats(app, {"text", "json"});
+    }
+
+    void AddModules()
+    {
+        CLI::App *app = AddCommand("modules", "List what is loaded", HELP_MODULES, RunModules);
+        app->add_option("MODULE", raw_.modules, "Modules to load")->option_text("MODULE[@REVISION]...");
+        AddModelDirs(app);
+        AddFormats(app, {"text", "json"});
+    }
+
+    void AddCheck()
+    {
+        CLI::App *app = AddCommand("check", "Report what a device would trip over", HELP_CHECK, RunCheck);
+        app->add_option("MODULE", raw_.modules, "Modules to check")->option_text("MODULE[@REVISION]...");
+        app->add_flag("--all", args_->all, "Check every module of the directories");
+        AddModelDirs(app);
+        AddFormats(app, {"text", "json"});
+    }
+
+    void AddDiff()
+    {
+        CLI::App *app = AddCommand("diff", "Compare two versions of a module", HELP_DIFF, RunDiff);
+        AddModule(app);
+        AddDirs(app, "--old", &args_->oldDirs, "Directory of the old version; a second one may be given");
+        AddDirs(app, "--new", &args_->newDirs, "Directory of the new version; a second one may be given");
+        AddFormats(app, {"text", "json"});
+    }
+
+    void Understand()
+    {
+        for (const std::string &text : raw_.loads)
+            args_->loads.push_back(ToModuleKey(text));
+        for (const std::string &text : raw_.modules)
+            args_->modules.push_back(ToModuleKey(text));
+        args_->format = ToFormat(raw_.format);
+        if (raw_.augment >= 0)
+            args_->augment = static_cast<uint32_t>(raw_.augment);
+        for (const auto *dirs : {&args_->dirs.base, &args_->oldDirs, &args_->newDirs}) {
+            if (dirs->size() > MAX_BASE_DIRS)
+                throw CLI::ValidationError(
+                    "the library has two base directories: give further ones with --install-path");
+        }
+        if (args_->command == RunCheck && args_->all != args_->modules.empty())
+            throw CLI::ValidationError("name the modules to check, or give --all");
+        if (args_->command == RunModules && args_->modules.empty() && args_->loads.empty())
+            throw CLI::ValidationError("name a module to load");
+    }
+
+    Arguments *args_;
+    RawArguments raw_;
+    CLI::App app_;
+};
+
+}  // namespace
+
+std::optional<int> ParseArguments(int argc, char **argv, Arguments *args)
+{
+    return CommandLine(args).Parse(argc, argv);
+}
+
+}  // namespace inspect

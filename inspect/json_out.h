@@ -1,0 +1,68 @@
+/* JSON on standard output, written while it is made. */
+#ifndef KORV_INSPECT_JSON_OUT_H
+#define KORV_INSPECT_JSON_OUT_H
+
+#include <rapidjson/filewritestream.h>
+#include <rapidjson/prettywriter.h>
+
+#include <concepts>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace inspect {
+
+class JsonOut {
+  public:
+    JsonOut();
+    ~JsonOut();
+    JsonOut(const JsonOut &) = delete;
+    JsonOut &operator=(const JsonOut &) = delete;
+
+    void Object() { writer_.StartObject(); }
+    void EndObject() { writer_.EndObject(); }
+    void Array() { writer_.StartArray(); }
+    void EndArray() { writer_.EndArray(); }
+    void Key(const char *name) { writer_.Key(name); }
+
+    /* Null texts become null. */
+    void Text(const char *text);
+    void Text(const std::string &text) { Text(text.c_str()); }
+    template<std::integral T>
+    void Value(T value)
+    {
+        if constexpr (std::is_same_v<T, bool>)
+            writer_.Bool(value);
+        else if constexpr (std::is_signed_v<T>)
+            writer_.Int64(value);
+        else
+            writer_.Uint64(value);
+    }
+    void Null() { writer_.Null(); }
+    /* On one line, however the rest is laid out. */
+    void Numbers(const std::vector<uint64_t> &numbers);
+    void Numbers(const std::vector<uint32_t> &numbers);
+    /* Bounds of unsigned types, which the library keeps as signed numbers of the same 64 bits. */
+    void Range(int64_t min, int64_t max)
+    {
+        Numbers(std::vector<uint64_t>{static_cast<uint64_t>(min), static_cast<uint64_t>(max)});
+    }
+
+    void Member(const char *name, const char *text) { Key(name), Text(text); }
+    void Member(const char *name, const std::string &text) { Key(name), Text(text); }
+    template<std::integral T>
+    void Member(const char *name, T value)
+    {
+        Key(name);
+        Value(value);
+    }
+
+  private:
+    char buffer_[65536];
+    rapidjson::FileWriteStream stream_;
+    rapidjson::PrettyWriter<rapidjson::FileWriteStream> writer_;
+};
+
+}  // namespace inspect
+
+#endif  // KORV_INSPECT_JSON_OUT_H

@@ -1,0 +1,41 @@
+/* Small texts. */
+#ifndef KORV_INSPECT_TEXT_H
+#define KORV_INSPECT_TEXT_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace inspect {
+
+std::string Hex(uint32_t value);
+
+std::string Join(const std::vector<std::string> &words, std::string_view separator);
+std::string JoinNumbers(const std::vector<uint32_t> &numbers, std::string_view separator);
+
+/* Fills up with blanks to a width, counted in characters of UTF-8; a longer text gets `gap` blanks. */
+void PadTo(std::string *text, size_t width, size_t gap = 0);
+
+/* "1 node", "2 nodes". */
+std::string Count(uint64_t number, std::string_view noun);
+
+/* Of the names offered, the one that a misspelt name most likely means; empty when none is near. */
+class NearestName {
+  public:
+    explicit NearestName(std::string_view name);
+
+    void Offer(std::string_view candidate);
+
+    /* ": did you mean 'x'?", or "". */
+    std::string Hint() const;
+
+  private:
+    std::string name_;
+    std::string nearest_;
+    size_t distance_;
+};
+
+}  // namespace inspect
+
+#endif  // KORV_INSPECT_TEXT_H

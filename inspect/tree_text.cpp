@@ -1,0 +1,113 @@
+/* Class trees as text. */
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+
+#include "model.h"
+#include "text.h"
+#include "tree_rows.h"
+#include "tree_view.h"
+
+namespace inspect {
+namespace {
+
+void AddPart(TreeRows *rows, const TreePart &part, uint32_t indent, uint32_t depth)
+{
+    for (const KorvTreeNode &node : Chain(part.first)) {
+        rows->AddTree(node, indent, depth);
+        if (!part.withSiblings)
+            break;
+    }
+}
+
+std::vector<std::string_view> NamesOf(std::string_view target)
+{
+    std::vector<std::string_view> names;
+    while (!target.empty()) {
+        if (target.front() == '/')
+            target.remove_prefix(1);
+        const std::string_view step = target.substr(0, target.find('/'));
+        target.remove_prefix(step.size());
+        names.push_back(step.substr(step.find(':') + 1));
+    }
+    return names;
+}
+
+/* The nodes from the top of a target tree down to the augment's target; empty when it is not in the tree. */
+std::vector<const KorvTreeNode *> WayToTarget(const TreePart &tree, const char *target)
+{
+    std::vector<const KorvTreeNode *> way;
+    const KorvTreeNode *first = tree.first;
+    for (const std::string_view name : NamesOf(target)) {
+        const KorvTreeNode *found = first;
+        while (found != nullptr && name != found->pcName)
+            found = found->pstNextSibling;
+        if (found == nullptr)
+            return {};
+        way.push_back(found);
+        first = found->pstFirstChild;
+    }
+    return way;
+}
+
+/* The way to the target and what the module has added there. */
+bool AddAdditions(TreeRows *rows, const TreeView &view, const AugmentView &augment)
+{
+    const std::vector<const KorvTreeNode *> way = WayToTarget(augment.targetTree, augment.target);
+    if (way.empty())
+        return false;
+    uint32_t indent = 1;
+    for (const KorvTreeNode *step : way)
+        rows->AddNode(*step, indent++);
+    for (const KorvTreeLeaf &leaf : Leaves(way.back()->pstLeafList)) {
+        if (view.module == leaf.pcModuleName)
+            rows->AddLeaf(leaf, indent);
+    }
+    for (const KorvTreeNode &child : Children(*way.back())) {
+        if (view.module == child.pcModuleName)
+            rows->AddTree(child, indent, view.depth);
+    }
+    return true;
+}
+
+void AddAugment(TreeRows *rows, const TreeView &view, const AugmentView &augment)
+{
+    rows->AddText("", 0);
+    rows->AddText("augment " + std::to_string(augment.index) + " of " + augment.target, 0);
+    if (augment.targetTree.first == nullptr && augment.self.first == nullptr) {
+        rows->AddText("no tree: what it adds stands in no container", 1);
+        return;
+    }
+    if (view.whole && !view.full && AddAdditions(rows, view, augment))
+        return;
+    if (augment.targetTree.first != nullptr)
+        AddPart(rows, augment.targetTree, 1, view.depth);
+    else
+        AddPart(rows, augment.self, 1, view.depth);
+}
+
+std::string Heading(const TreeView &view)
+{
+    std::string text = "module " + view.module;
+    if (view.revision != nullptr)
+        text += std::string(", revision ") + view.revision;
+    if (view.taskId != 0)
+        text += ", task id " + std::to_string(view.taskId);
+    return text + "\n\n";
+}
+
+}  // namespace
+
+void WriteTreeText(const TreeView &view)
+{
+    std::fputs(Heading(view).c_str(), stdout);
+    TreeRows rows(view.module);
+    AddPart(&rows, view.origin, 0, view.depth);
+    if (view.whole && view.origin.first == nullptr)
+        rows.AddText("no tree of its own: no container stands at the module's top", 0);
+    for (const AugmentView &augment : view.augments)
+        AddAugment(&rows, view, augment);
+    rows.Print();
+}
+
+}  // namespace inspect
