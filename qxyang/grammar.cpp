@@ -163,27 +163,4 @@ bool isDeviateProperty(DeviateKind kind, Kw child)
     }
 }
 
-int moduleSection(Kw child)
-{
-    switch (child) {
-        case Kw::kYangVersion:
-        case Kw::kNamespace:
-        case Kw::kPrefix:
-        case Kw::kBelongsTo:
-            return 0;
-        case Kw::kImport:
-        case Kw::kInclude:
-            return 1;
-        case Kw::kOrganization:
-        case Kw::kContact:
-        case Kw::kDescription:
-        case Kw::kReference:
-            return 2;
-        case Kw::kRevision:
-            return 3;
-        default:
-            return 4;
-    }
-}
-
 }  // namespace qxyang

@@ -26,6 +26,10 @@ struct KeywordSet {
         auto bit = static_cast<unsigned>(keyword);
         return (words[bit >> 6] >> (bit & 63) & 1) != 0;
     }
+    constexpr bool hasAll(const KeywordSet &others) const
+    {
+        return (others.words[0] & ~words[0]) == 0 && (others.words[1] & ~words[1]) == 0;
+    }
     constexpr void add(Kw keyword)
     {
         auto bit = static_cast<unsigned>(keyword);
@@ -51,8 +55,7 @@ bool isDeviateProperty(DeviateKind kind, Kw child);
 /* Statements that the parent must contain. */
 const KeywordSet &requiredIn(Kw parent);
 
-/* The section of a module that a statement directly in it belongs to: header, linkage, organisation, revisions, body.
- * Sections stand in this order. */
-int moduleSection(Kw child);
+/* What may stand before yang-version in a module: nothing whose place depends on the version. */
+inline constexpr KeywordSet kBeforeVersion = {Kw::kNamespace, Kw::kPrefix, Kw::kBelongsTo};
 
 }  // namespace qxyang

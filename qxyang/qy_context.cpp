@@ -65,6 +65,8 @@ uint32_t QY_CTX_LoadModule(QY_CTX *pCtx, const char *pcModuleName, const char *p
     try {
         Loader loader(*pCtx);
         if (QY_MOD *module = loader.load(orEmpty(pcModuleName), orEmpty(pcRevision))) {
+            if (!module->byName)
+                module->features.forEach([](Feature &feature) { feature.enabled = false; });
             module->byName = true;
             ++pCtx->featureEpoch;
             return kOk;

@@ -6,8 +6,10 @@
 
 #include <cerrno>
 #include <cstring>
+#include <new>
 
 #include "limits.h"
+#include "xml_memory.h"
 
 namespace qxyang {
 
@@ -62,10 +64,14 @@ std::string Source::readOpen(int file)
         return "is larger than " + std::to_string(limits::kFileBytes >> 20) + " MiB";
 
     size_t room = static_cast<size_t>(status.st_size);
-    text_ = std::make_unique_for_overwrite<char[]>(room + 1);
-    size_ = 0;
+    const char separator[] = {kNamespaceSeparator, '\0'};
+    parser_.reset(XML_ParserCreate_MM(nullptr, &kXmlMemory, separator));
+    text_ =
+        parser_ != nullptr ? static_cast<char *>(XML_GetBuffer(parser_.get(), static_cast<int>(room + 1))) : nullptr;
+    if (text_ == nullptr)
+        throw std::bad_alloc();
     while (size_ < room) {
-        ssize_t count = ::read(file, text_.get() + size_, room - size_);
+        ssize_t count = ::read(file, text_ + size_, room - size_);
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)

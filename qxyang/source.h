@@ -1,6 +1,8 @@
 /* One YIN file in memory, and where in it something stands. */
 #pragma once
 
+#include <expat.h>
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -8,24 +10,32 @@
 
 namespace qxyang {
 
+/* Between the namespace and the name of an element or attribute: no namespace can contain it. */
+inline constexpr char kNamespaceSeparator = '\n';
+
 /* Both count from 1; the column counts characters. */
 struct Position {
     uint32_t line = 0;
     uint32_t column = 0;
 };
 
+/* The text stands in expat's own buffer: expat would copy it there otherwise. It lives as long as the parser. */
 class Source {
   public:
     /* `module` is the name under which failures in the file are recorded. */
     Source(std::string path, std::string module) : path_(std::move(path)), module_(std::move(module)) {}
 
-    /* Reads the whole file. Opens regular files only, whatever the name leads to, and never waits for one. Empty on
+    /* Makes the parser and reads the whole file. Opens regular files only, whatever the name leads to, and never waits for one. Empty on
      * success, otherwise why it cannot be read. */
     std::string read();
 
+    /* Parses what was read. The handlers are the caller's to set. */
+    XML_Parser parser() const { return parser_.get(); }
+    XML_Status parse() { return XML_ParseBuffer(parser_.get(), static_cast<int>(size_), XML_TRUE); }
+
     const std::string &path() const { return path_; }
     const std::string &module() const { return module_; }
-    std::string_view text() const { return {text_.get(), size_}; }
+    std::string_view text() const { return {text_, size_}; }
 
     /* The file says of itself that each byte is one character. */
     void setSingleByte() { encoding_ = Encoding::kSingleByte; }
@@ -49,7 +59,12 @@ class Source {
 
     std::string path_;
     std::string module_;
-    std::unique_ptr<char[]> text_;
+    struct ParserDelete {
+        void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
+    };
+
+    std::unique_ptr<std::remove_pointer_t<XML_Parser>, ParserDelete> parser_;
+    char *text_ = nullptr;
     size_t size_ = 0;
     Encoding encoding_ = Encoding::kUtf8;
     uint32_t start_ = 0; /* where the text begins behind a byte order mark */

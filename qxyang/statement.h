@@ -67,8 +67,6 @@ struct ExtensionStatement : Statement {
     const char *attribute; /* name of the attribute that is the argument, or null */
 };
 
-inline constexpr char kNamespaceSeparator = '\n';
-
 inline ExtensionStatement *asExtension(Statement *statement)
 {
     return static_cast<ExtensionStatement *>(statement);

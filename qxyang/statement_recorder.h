@@ -1,0 +1,86 @@
+/* Makes statement records of elements, checked against the grammar of statements, their places and their arguments. */
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "failures.h"
+#include "grammar.h"
+#include "statement.h"
+#include "text_cache.h"
+
+namespace qxyang {
+
+class StatementRecorder {
+  public:
+    StatementRecorder(Unit &unit, Failures &failures);
+
+    /* Attributes are pairs of name and value with a null behind; names in a namespace have it in front, followed by
+     * kNamespaceSeparator. `offset` is where the element begins in the file. */
+    void startStatement(std::string_view name, const char **attributes, uint32_t offset);
+    void startExtension(std::string_view space, std::string_view name, const char **attributes, uint32_t offset);
+
+    /* An element that nothing is made of, nor of what stands in it; the failure counts only where elements do. */
+    void skipElement(uint32_t offset, std::string_view sentence);
+
+    /* The end of any of them. */
+    void end();
+
+    /* Text within the element that is open innermost. */
+    void addText(std::string_view text) { text_.append(text); }
+
+    /* Whether the text of the element that is open innermost matters. */
+    bool wantsText() const { return textWanted_; }
+
+    size_t depth() const { return skipped_ + frames_.size(); }
+
+    /* "container 'x'": the element that is open innermost; empty when there is none that counts. */
+    std::string describeOpen() const;
+
+    void fail(uint32_t offset, std::string_view sentence) { failures_.add(unit_.source, offset, sentence); }
+
+  private:
+    /* An element that is open. */
+    struct Frame {
+        Kw keyword;
+        bool hasText = false;  /* its argument element was met, of a statement whose argument is one */
+        bool hasChild = false; /* of an extension statement */
+        uint32_t offset;
+        Statement *statement = nullptr; /* null: not recorded */
+        Statement **tail = nullptr;     /* where the next recorded child is linked */
+        ExtensionUse *use = nullptr;    /* of an extension statement */
+        KeywordSet seen = {};
+    };
+
+    /* An attribute value; the data are null when there is none. */
+    using Argument = std::string_view;
+
+    bool isArgumentElement(Frame &parent, std::string_view name, uint32_t offset);
+    bool isPlaced(Frame *parent, Kw keyword, uint32_t offset);
+    bool isPlacedInDeviate(const Frame &deviate, Kw keyword) const;
+    Argument argumentOf(const Keyword &keyword, const char **attributes, uint32_t offset);
+    void failAttribute(std::string_view name, const Keyword &keyword, uint32_t offset);
+    void record(Frame &frame, Argument argument);
+    void recordInstance(Frame &frame, const char **attributes);
+    const char *keptAttribute(ExtensionUse &use, const char *name);
+    void link(const Frame &frame);
+    ExtensionUse *useOf(std::string_view space, std::string_view name, const Frame &parent, uint32_t offset);
+    void countStatement(uint32_t offset);
+    void endStatement(const Frame &frame);
+    void endExtension(const Frame &frame);
+    std::string describe(const Frame &frame) const;
+
+    Unit &unit_;
+    Failures &failures_;
+    TextCache names_;
+    std::vector<Frame> frames_;
+    std::string text_; /* of the extension statement that is open innermost */
+    std::string key_;
+    size_t skipped_ = 0; /* open elements that are left out */
+    size_t statements_ = 0;
+    bool textWanted_ = false;
+};
+
+}  // namespace qxyang
