@@ -16,6 +16,7 @@ constexpr size_t MAX_BASE_DIRS = 2; /* the library's */
 
 /* The texts of the options, before they are understood. */
 struct RawArguments {
+    std::string module; /* of a command that takes one */
     std::vector<std::string> modules;
     std::vector<std::string> loads;
     std::string format = "text";
@@ -112,12 +113,14 @@ class CommandLine {
         AddDirs(app, "-d,--dir", &args_->dirs.base, "Directory of YIN files; a second one may be given");
     }
 
-    CLI::Option *AddModule(CLI::App *app)
+    void AddModule(CLI::App *app)
     {
-        return app->add_option("MODULE", raw_.modules, "The module")
-            ->option_text("MODULE[@REVISION]")
-            ->expected(1)
-            ->required();
+        app->add_option("MODULE", raw_.module, "The module")->option_text("[@REVISION]")->required();
+    }
+
+    void AddModuleList(CLI::App *app, const char *description)
+    {
+        app->add_option("MODULE", raw_.modules, description)->option_text("[@REVISION] ...");
     }
 
     void AddPath(CLI::App *app)
@@ -193,7 +196,7 @@ class CommandLine {
     void AddModules()
     {
         CLI::App *app = AddCommand("modules", "List what is loaded", HELP_MODULES, RunModules);
-        app->add_option("MODULE", raw_.modules, "Modules to load")->option_text("MODULE[@REVISION]...");
+        AddModuleList(app, "Modules to load");
         AddModelDirs(app);
         AddFormats(app, {"text", "json"});
     }
@@ -201,7 +204,7 @@ class CommandLine {
     void AddCheck()
     {
         CLI::App *app = AddCommand("check", "Report what a device would trip over", HELP_CHECK, RunCheck);
-        app->add_option("MODULE", raw_.modules, "Modules to check")->option_text("MODULE[@REVISION]...");
+        AddModuleList(app, "Modules to check");
         app->add_flag("--all", args_->all, "Check every module of the directories");
         AddModelDirs(app);
         AddFormats(app, {"text", "json"});
@@ -220,6 +223,8 @@ class CommandLine {
     {
         for (const std::string &text : raw_.loads)
             args_->loads.push_back(ToModuleKey(text));
+        if (!raw_.module.empty())
+            raw_.modules.push_back(raw_.module);
         for (const std::string &text : raw_.modules)
             args_->modules.push_back(ToModuleKey(text));
         args_->format = ToFormat(raw_.format);

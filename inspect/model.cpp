@@ -14,6 +14,22 @@ constexpr std::array<const char *, QY_TYPE_UNION + 1> TYPE_NAMES = {
 };
 static_assert(TYPE_NAMES.size() == 20);
 
+/* Extends the way from a choice or case to the one that holds the leaf; false when the leaf is not below. */
+bool ExtendToLeaf(const KorvTreeNode &node, const KorvTreeLeaf &leaf, std::vector<const KorvTreeNode *> *way)
+{
+    way->push_back(&node);
+    for (const KorvTreeLeaf &own : Leaves(node.pstLeafList)) {
+        if (own.pYinNode == leaf.pYinNode)
+            return true;
+    }
+    for (const KorvTreeNode &child : Children(node)) {
+        if (!IsOrdinary(child) && ExtendToLeaf(child, leaf, way))
+            return true;
+    }
+    way->pop_back();
+    return false;
+}
+
 }  // namespace
 
 std::vector<uint32_t> KeyIds(const uint8_t (&keys)[NODE_KEY_LIST_NUM])
@@ -48,6 +64,16 @@ std::vector<const KorvTreeNode *> FromTop(const KorvTreeNode &node)
         nodes.push_back(step);
     std::reverse(nodes.begin(), nodes.end());
     return nodes;
+}
+
+std::vector<const KorvTreeNode *> CasesAbove(const KorvTreeNode &holder, const KorvTreeLeaf &leaf)
+{
+    std::vector<const KorvTreeNode *> way;
+    for (const KorvTreeNode &child : Children(holder)) {
+        if (!IsOrdinary(child) && ExtendToLeaf(child, leaf, &way))
+            break;
+    }
+    return way;
 }
 
 std::string DataPath(const KorvTreeNode &node)

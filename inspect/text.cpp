@@ -68,10 +68,11 @@ void PadTo(std::string *text, size_t width, size_t gap)
 std::string Count(uint64_t number, std::string_view noun)
 {
     std::string text = std::to_string(number) + " ";
-    text += noun;
-    if (number != 1)
-        text += noun.ends_with("s") ? "es" : "s";
-    return text;
+    if (number == 1)
+        return text += noun;
+    if (noun.ends_with("f")) /* leaf */
+        return text.append(noun.substr(0, noun.size() - 1)) + "ves";
+    return text.append(noun) + (noun.ends_with("s") ? "es" : "s");
 }
 
 NearestName::NearestName(std::string_view name) : name_(name), distance_(1 + name.size() / 3) {}

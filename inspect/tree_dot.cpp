@@ -1,4 +1,4 @@
-/* Class trees as a graph for Graphviz: a box a node, choices and cases dashed. */
+/* Class trees as a graph for Graphviz: a box a node, classes bold, choices and cases dashed. */
 #include <cstdio>
 
 #include "model.h"
@@ -11,49 +11,101 @@ namespace {
 
 class DotOut {
   public:
-    void Part(const TreePart &part, uint32_t depth)
+    explicit DotOut(const TreeView &view) : view_(view) {}
+
+    void Write()
+    {
+        std::printf("digraph \"%s\" {\n  rankdir=LR;\n  node [shape=box, fontname=\"monospace\"];\n",
+                    view_.module.c_str());
+        Part(view_.origin);
+        for (const AugmentView &augment : view_.augments)
+            Augment(augment);
+        std::printf("}\n");
+    }
+
+  private:
+    void Part(const TreePart &part)
     {
         for (const KorvTreeNode &node : Chain(part.first)) {
-            Node(node, depth);
+            Tree(node, view_.depth);
             if (!part.withSiblings)
                 break;
         }
     }
 
-  private:
-    static std::string Label(const KorvTreeNode &node)
+    /* As in the text: the way to the target and what the module has added there, or the whole target tree. */
+    void Augment(const AugmentView &augment)
+    {
+        const std::vector<const KorvTreeNode *> way =
+            view_.whole && !view_.full ? WayToTarget(augment) : std::vector<const KorvTreeNode *>();
+        if (way.empty()) {
+            Part(augment.targetTree.first != nullptr ? augment.targetTree : augment.self);
+            return;
+        }
+        uint32_t above = 0;
+        for (const KorvTreeNode *step : way) {
+            const uint32_t number = Box(*step, step == way.back() ? AddedLeaves(*step) : "");
+            if (step != way.front())
+                Edge(above, number);
+            above = number;
+        }
+        for (const KorvTreeNode &child : Children(*way.back())) {
+            if (view_.module == child.pcModuleName)
+                Edge(above, Tree(child, view_.depth));
+        }
+    }
+
+    /* Draws the node and those below it; the node's number in the graph. */
+    uint32_t Tree(const KorvTreeNode &node, uint32_t depth)
+    {
+        std::string leaves;
+        for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList))
+            leaves += LeafLine(leaf);
+        const uint32_t number = Box(node, leaves);
+        if (depth == 1)
+            return number;
+        for (const KorvTreeNode &child : Children(node))
+            Edge(number, Tree(child, depth == 0 ? 0 : depth - 1));
+        return number;
+    }
+
+    uint32_t Box(const KorvTreeNode &node, const std::string &leaves)
     {
         std::string label = node.pcName;
         const std::string summary = NodeSummary(node);
         if (!summary.empty())
             label += "\\n" + summary;
-        const Leaves leaves(node.pstLeafList);
-        if (leaves.Size() != 0)
-            label += "\\n\\n";
-        for (const KorvTreeLeaf &leaf : leaves) {
-            const char *type = TypeName(leaf.ucBaseType);
-            label += leaf.ucIsKey != 0 ? "* " : "- ";
-            label += leaf.pcName;
-            if (Has(leaf, KORV_MASK_FIELD_ID))
-                label += "  " + std::to_string(leaf.uiFieldId);
-            label += std::string("  ") + (type != nullptr ? type : "?") + "\\l";
-        }
-        return label;
+        if (!leaves.empty())
+            label += "\\n\\n" + leaves;
+        const char *style = !IsOrdinary(node) ? "dashed" : node.uiClassId != 0 ? "bold" : "solid";
+        std::printf("  n%u [style=%s, label=\"%s\"];\n", next_, style, label.c_str());
+        return next_++;
     }
 
-    /* Writes the node and those below it; the node's number in the graph. */
-    uint32_t Node(const KorvTreeNode &node, uint32_t depth)
+    static void Edge(uint32_t from, uint32_t to) { std::printf("  n%u -> n%u;\n", from, to); }
+
+    std::string AddedLeaves(const KorvTreeNode &node) const
     {
-        const uint32_t number = next_++;
-        const char *style = IsOrdinary(node) ? (node.uiClassId != 0 ? "bold" : "solid") : "dashed";
-        std::printf("  n%u [style=%s, label=\"%s\"];\n", number, style, Label(node).c_str());
-        if (depth == 1)
-            return number;
-        for (const KorvTreeNode &child : Children(node))
-            std::printf("  n%u -> n%u;\n", number, Node(child, depth == 0 ? 0 : depth - 1));
-        return number;
+        std::string text;
+        for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList)) {
+            if (view_.module == leaf.pcModuleName)
+                text += LeafLine(leaf);
+        }
+        return text;
     }
 
+    /* Left-justified, in the language of labels. */
+    static std::string LeafLine(const KorvTreeLeaf &leaf)
+    {
+        const char *type = TypeName(leaf.ucBaseType);
+        std::string line = leaf.ucIsKey != 0 ? "* " : "- ";
+        line += leaf.pcName;
+        if (Has(leaf, KORV_MASK_FIELD_ID))
+            line += "  " + std::to_string(leaf.uiFieldId);
+        return line + "  " + (type != nullptr ? type : "?") + "\\l";
+    }
+
+    const TreeView &view_;
     uint32_t next_ = 0;
 };
 
@@ -61,17 +113,7 @@ class DotOut {
 
 void WriteTreeDot(const TreeView &view)
 {
-    std::printf("digraph \"%s\" {\n  rankdir=LR;\n  node [shape=box, fontname=\"monospace\"];\n", view.module.c_str());
-    DotOut out;
-    out.Part(view.origin, view.depth);
-    for (const AugmentView &augment : view.augments) {
-        if (view.full || augment.targetTree.first == nullptr || !view.whole) {
-            out.Part(augment.targetTree.first != nullptr ? augment.targetTree : augment.self, view.depth);
-            continue;
-        }
-        out.Part(augment.self, view.depth);
-    }
-    std::printf("}\n");
+    DotOut(view).Write();
 }
 
 }  // namespace inspect

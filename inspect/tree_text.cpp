@@ -20,40 +20,10 @@ void AddPart(TreeRows *rows, const TreePart &part, uint32_t indent, uint32_t dep
     }
 }
 
-std::vector<std::string_view> NamesOf(std::string_view target)
-{
-    std::vector<std::string_view> names;
-    while (!target.empty()) {
-        if (target.front() == '/')
-            target.remove_prefix(1);
-        const std::string_view step = target.substr(0, target.find('/'));
-        target.remove_prefix(step.size());
-        names.push_back(step.substr(step.find(':') + 1));
-    }
-    return names;
-}
-
-/* The nodes from the top of a target tree down to the augment's target; empty when it is not in the tree. */
-std::vector<const KorvTreeNode *> WayToTarget(const TreePart &tree, const char *target)
-{
-    std::vector<const KorvTreeNode *> way;
-    const KorvTreeNode *first = tree.first;
-    for (const std::string_view name : NamesOf(target)) {
-        const KorvTreeNode *found = first;
-        while (found != nullptr && name != found->pcName)
-            found = found->pstNextSibling;
-        if (found == nullptr)
-            return {};
-        way.push_back(found);
-        first = found->pstFirstChild;
-    }
-    return way;
-}
-
 /* The way to the target and what the module has added there. */
 bool AddAdditions(TreeRows *rows, const TreeView &view, const AugmentView &augment)
 {
-    const std::vector<const KorvTreeNode *> way = WayToTarget(augment.targetTree, augment.target);
+    const std::vector<const KorvTreeNode *> way = WayToTarget(augment);
     if (way.empty())
         return false;
     uint32_t indent = 1;
@@ -93,7 +63,7 @@ std::string Heading(const TreeView &view)
         text += std::string(", revision ") + view.revision;
     if (view.taskId != 0)
         text += ", task id " + std::to_string(view.taskId);
-    return text + "\n\n";
+    return text + "\n";
 }
 
 }  // namespace
@@ -102,6 +72,8 @@ void WriteTreeText(const TreeView &view)
 {
     std::fputs(Heading(view).c_str(), stdout);
     TreeRows rows(view.module);
+    if (view.whole || view.origin.first != nullptr)
+        rows.AddText("", 0);
     AddPart(&rows, view.origin, 0, view.depth);
     if (view.whole && view.origin.first == nullptr)
         rows.AddText("no tree of its own: no container stands at the module's top", 0);

@@ -36,6 +36,9 @@ struct TreeView {
     bool full;      /* text and dot: target trees with everything that the module does not touch */
 };
 
+/* The nodes from the top of an augment's target tree down to the augment's target; empty when it is not in the tree. */
+std::vector<const KorvTreeNode *> WayToTarget(const AugmentView &augment);
+
 void WriteTreeText(const TreeView &view);
 void WriteTreeJson(const TreeView &view);
 void WriteTreeDot(const TreeView &view);

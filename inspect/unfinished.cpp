@@ -4,39 +4,14 @@
 
 namespace inspect {
 
-int RunFind(const Arguments &)
+int RunCheck(const Arguments &)
 {
     throw Failure("not built yet");
 }
 
-int RunWalk(const Arguments &args)
-{
-    return RunFind(args);
-}
-
-int RunDump(const Arguments &args)
-{
-    return RunFind(args);
-}
-
-int RunEnums(const Arguments &args)
-{
-    return RunFind(args);
-}
-
-int RunModules(const Arguments &args)
-{
-    return RunFind(args);
-}
-
-int RunCheck(const Arguments &args)
-{
-    return RunFind(args);
-}
-
 int RunDiff(const Arguments &args)
 {
-    return RunFind(args);
+    return RunCheck(args);
 }
 
 }  // namespace inspect

@@ -1,0 +1,61 @@
+/* enums: names and values of an enumeration leaf. */
+#include <algorithm>
+#include <cstdio>
+
+#include "commands.h"
+#include "enum_values.h"
+#include "failure.h"
+#include "json_out.h"
+#include "path_finder.h"
+#include "text.h"
+
+namespace inspect {
+namespace {
+
+void PrintText(const std::vector<EnumValue> &values)
+{
+    size_t width = 0;
+    for (const EnumValue &value : values)
+        width = std::max(width, value.name.size());
+    for (const EnumValue &value : values) {
+        std::string name = value.name;
+        PadTo(&name, width, 0);
+        std::printf("%s  %d\n", name.c_str(), value.value);
+    }
+}
+
+void PrintJson(const std::vector<EnumValue> &values)
+{
+    JsonOut out;
+    out.Array();
+    for (const EnumValue &value : values) {
+        out.Object();
+        out.Member("name", value.name);
+        out.Member("value", value.value);
+        out.EndObject();
+    }
+    out.EndArray();
+}
+
+}  // namespace
+
+int RunEnums(const Arguments &args)
+{
+    Instance instance(args.dirs, args.verbose);
+    LoadRequested(&instance, args);
+    YinFiles files(args.dirs);
+    const Place place = PathFinder(Loaded(instance, args.modules.front()), &files).Require(args.path);
+    if (place.leaf == nullptr)
+        throw Failure(PlainPath(place) + " is no leaf");
+    const char *type = TypeName(place.leaf->ucBaseType);
+    if (YANGLIB_IsEnumLeaf(place.leaf) != 1)
+        throw Failure(PlainPath(place) + " is no enumeration" + (type != nullptr ? std::string(", but ") + type : ""));
+    const std::vector<EnumValue> values = EnumValues(*place.leaf);
+    if (args.format == Format::JSON)
+        PrintJson(values);
+    else
+        PrintText(values);
+    return 0;
+}
+
+}  // namespace inspect
