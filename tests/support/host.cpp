@@ -68,13 +68,13 @@ void HostTest::SetUp()
 {
     Services().Reset();
     Faults() = SchemaFaults();
-    ASSERT_EQ(Services().Leaks(), "") << "left by an earlier test";
 }
 
 void HostTest::TearDown()
 {
     Stop();
     EXPECT_EQ(Services().Leaks(), "");
+    (void)Services().ReleaseAllBut({}); /* the next test starts clean */
     EXPECT_FALSE(log.otherArguments);
     if (!assertionsExpected) {
         EXPECT_EQ(Services().assertions, std::vector<std::string>{});

@@ -8,9 +8,6 @@
 
 #include "korv_platform.h"
 
-/* Part of this program, so the libraries find these functions before those of the host services library. */
-uint8_t g_aucZorMemPt[] = {7};
-
 namespace test {
 namespace {
 
@@ -37,6 +34,7 @@ HostServices &Services()
 void HostServices::Reset()
 {
     *this = HostServices();
+    g_aucZorMemPt[0] = PARTITION;
 }
 
 void HostServices::FailAllocation(uint64_t n, bool forGood)
@@ -54,6 +52,26 @@ std::vector<Block> HostServices::LiveBlocks() const
     return blocks;
 }
 
+std::set<void *> HostServices::LiveAddresses() const
+{
+    std::set<void *> blocks;
+    for (const auto &entry : Live())
+        blocks.insert(entry.first);
+    return blocks;
+}
+
+std::set<std::string> HostServices::ReleaseAllBut(const std::set<void *> &blocks) const
+{
+    std::set<std::string> places;
+    for (void *block : LiveAddresses()) {
+        if (blocks.count(block) != 0)
+            continue;
+        places.insert(Live().at(block).place);
+        ZOR_Free_F(block, __FILE__, __LINE__);
+    }
+    return places;
+}
+
 std::string HostServices::Leaks() const
 {
     std::ostringstream text;
@@ -64,6 +82,7 @@ std::string HostServices::Leaks() const
 
 }  // namespace test
 
+/* Part of this program, so the libraries find these functions before those of the host services library. */
 using test::Live;
 using test::Real;
 using test::Services;

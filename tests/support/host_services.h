@@ -5,12 +5,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace test {
 
 inline constexpr uint64_t NEVER = std::numeric_limits<uint64_t>::max();
+
+inline constexpr uint8_t PARTITION = 7;
 
 struct Block {
     uint64_t moduleId;
@@ -31,6 +34,9 @@ class HostServices {
     void FailVectorSet(uint64_t n) { failVectorSet = n; }
 
     std::vector<Block> LiveBlocks() const;
+    std::set<void *> LiveAddresses() const;
+    /* Releases what is alive beyond the given blocks; the places that had asked for it. */
+    std::set<std::string> ReleaseAllBut(const std::set<void *> &blocks) const;
     /* "" when nothing is alive, otherwise a line a block. */
     std::string Leaks() const;
 

@@ -70,6 +70,12 @@ void ModelDir::AddFile(const std::string &fileName, const std::string &text)
     std::ofstream(path + "/" + fileName, std::ios::binary) << text;
 }
 
+void ModelDir::AddExamples()
+{
+    using Options = std::filesystem::copy_options;
+    std::filesystem::copy(ExamplesDir(), path, Options::recursive | Options::overwrite_existing);
+}
+
 std::string ExamplesDir()
 {
     return KORV_SOURCE_DIR "/examples/yin";

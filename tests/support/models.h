@@ -30,6 +30,8 @@ class ModelDir {
     void Add(const std::string &name, const std::string &body, const std::string &imports = "");
     /* Writes a file of any text. */
     void AddFile(const std::string &fileName, const std::string &text);
+    /* Copies every example model. */
+    void AddExamples();
 
   private:
     std::string path;

@@ -1,0 +1,33 @@
+#include "model_files.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+#include "model_generator.h"
+
+namespace bench {
+
+ModelFiles::ModelFiles()
+{
+    std::string pattern = (std::filesystem::temp_directory_path() / "korv-bench-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr)
+        throw std::runtime_error("no temporary directory");
+    m_dir = pattern;
+    (void)Add("quelvo-mim-extensions", ExtensionModule());
+}
+
+ModelFiles::~ModelFiles()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(m_dir, ignored);
+}
+
+std::string ModelFiles::Add(const std::string &name, std::string text) const
+{
+    std::ofstream(m_dir + "/" + name + ".yin", std::ios::binary) << text;
+    return text;
+}
+
+}  // namespace bench

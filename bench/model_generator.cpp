@@ -1,0 +1,100 @@
+#include "model_generator.h"
+
+#include <array>
+#include <string_view>
+
+namespace bench {
+namespace {
+
+constexpr uint32_t LEAVES_A_CLASS = 8;
+constexpr std::array<std::string_view, 8> TYPES = {
+    R"(<type name="string"/>)",
+    R"(<type name="uint32"/>)",
+    R"(<type name="percent"/>)",
+    R"(<type name="enumeration"><enum name="down"/><enum name="up"/></type>)",
+    R"(<type name="uint64"/>)",
+    R"(<type name="boolean"/>)",
+    R"(<type name="uint16"><range value="1..4094"/></type>)",
+    R"(<type name="int32"/>)",
+};
+constexpr std::array<std::string_view, 8> DATATYPES = {"25", "6", "4", "29", "8", "283", "4", "5"};
+
+void AddStatement(std::string *text, const char *indent, std::string_view keyword, std::string_view value)
+{
+    *text += indent;
+    *text += "<mimext:";
+    *text += keyword;
+    *text += " value=\"";
+    *text += value;
+    *text += "\"/>\n";
+}
+
+void AddLeaf(std::string *text, uint32_t index)
+{
+    const std::string id = std::to_string(index + 1);
+    *text += "      <leaf name=\"attribute-" + id + "\">\n        ";
+    *text += TYPES[index % TYPES.size()];
+    *text += "\n";
+    AddStatement(text, "        ", "field-id", id);
+    AddStatement(text, "        ", "datatype-id", DATATYPES[index % DATATYPES.size()]);
+    AddStatement(text, "        ", "name2id-key-fid", id);
+    *text += "      </leaf>\n";
+}
+
+void AddClassHead(std::string *text, const std::string &name, uint32_t classId)
+{
+    *text += "    <list name=\"" + name + "\">\n      <key value=\"attribute-1\"/>\n";
+    AddStatement(text, "      ", "class-id", std::to_string(classId));
+    for (uint32_t i = 0; i < LEAVES_A_CLASS; ++i)
+        AddLeaf(text, i);
+}
+
+}  // namespace
+
+std::string MixedModule(const std::string &name, uint32_t nodes)
+{
+    std::string text = R"(<?xml version="1.0" encoding="UTF-8"?>
+<module name=")" + name +
+                       R"(" xmlns="urn:ietf:params:xml:ns:yang:yin:1" xmlns:b="urn:)" + name +
+                       R"(" xmlns:mimext="urn:quelvo:yang:mim-extensions">
+  <yang-version value="1.1"/>
+  <namespace uri="urn:)" +
+                       name +
+                       R"("/>
+  <prefix value="b"/>
+  <import module="quelvo-mim-extensions">
+    <prefix value="mimext"/>
+  </import>
+  <typedef name="percent">
+    <type name="uint16">
+      <range value="0..100"/>
+    </type>
+  </typedef>
+  <container name="top">
+)";
+    AddStatement(&text, "    ", "class-id", "1");
+    const uint32_t nodesAPair = 2 * (LEAVES_A_CLASS + 1);
+    uint32_t classId = 2;
+    for (uint32_t made = 1; made + nodesAPair <= nodes; made += nodesAPair) {
+        AddClassHead(&text, "class-" + std::to_string(classId), classId);
+        AddClassHead(&text, "inner", classId + 1);
+        text += "      <mimext:ancestor-key-fid value=\"1\">\n";
+        AddStatement(&text, "        ", "field-id", "20");
+        text += "      </mimext:ancestor-key-fid>\n    </list>\n    </list>\n";
+        classId += 2;
+    }
+    text += "  </container>\n</module>\n";
+    return text;
+}
+
+std::string ExtensionModule()
+{
+    std::string text =
+        R"(<module name="quelvo-mim-extensions" xmlns="urn:ietf:params:xml:ns:yang:yin:1" xmlns:mimext="urn:quelvo:yang:mim-extensions"><namespace uri="urn:quelvo:yang:mim-extensions"/><prefix value="mimext"/>)";
+    for (const char *keyword : {"class-id", "field-id", "aaa-task-id", "datatype-id", "ref-id-key-fid",
+                                "name2id-key-fid", "ancestor-key-fid", "class-type", "tlmt-sample-id"})
+        text += "<extension name=\"" + std::string(keyword) + "\"><argument name=\"value\"/></extension>";
+    return text + "</module>";
+}
+
+}  // namespace bench

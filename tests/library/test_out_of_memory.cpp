@@ -1,0 +1,185 @@
+/* Every allocation of every operation fails once: that one alone, and that one with all that follow. Each time the
+ * operation fails cleanly, and the same call succeeds right afterwards. */
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+
+#include "support/host.h"
+
+namespace test {
+namespace {
+
+const char *const BASES[] = {"example-interfaces", "example-qos"};
+const char MODULE[] = "example-interface-qos";
+
+uint32_t CountPrivate(QY_NODE *node, uint32_t, void *cookie)
+{
+    *static_cast<uint32_t *>(cookie) += QY_NODE_GetPrivate(node) != nullptr ? 1 : 0;
+    return 0;
+}
+
+uint32_t CountPrivateBelow(QY_NODE *node, void *, void *cookie)
+{
+    return QY_NODE_TreeScanAllNode(node, CountPrivate, cookie);
+}
+
+class OutOfMemory : public HostTest, public ::testing::WithParamInterface<bool> {
+  protected:
+    void SetUp() override
+    {
+        HostTest::SetUp();
+        dir.AddExamples();
+        log.open = {true, false, false, false};
+    }
+
+    void LoadBases()
+    {
+        for (const char *name : BASES)
+            ASSERT_EQ(Load(name), 0u);
+    }
+
+    uint32_t PrivateData()
+    {
+        uint32_t count = 0;
+        for (const char *name : BASES)
+            QY_MOD_IterScanTopmostNode(SchemaModule(name), CountPrivateBelow, &count);
+        return count;
+    }
+
+    /* Lets each allocation of the operation fail, until it gets through without meeting the failing one. afterFailure looks
+     * at what a failed run left, afterSuccess undoes one that got through. */
+    void Sweep(const std::function<bool()> &run, const std::function<void()> &afterFailure,
+               const std::function<void()> &afterSuccess)
+    {
+        for (uint64_t n = 0;; ++n) {
+            SCOPED_TRACE("allocation " + std::to_string(n));
+            log.Clear();
+            const std::set<void *> before = Services().LiveAddresses();
+            Services().FailAllocation(n, GetParam());
+            const bool done = run();
+            const bool met = Services().allocations > n;
+            Services().FailAllocation(NEVER, false);
+            if (!done) {
+                EXPECT_FALSE(log.Errors().empty());
+                /* A tree that cannot be queued for its release is given up. */
+                if (TreeFailed())
+                    ExpectTreesOnly(Services().ReleaseAllBut(before));
+                EXPECT_EQ(Services().LiveAddresses(), before) << Services().Leaks();
+                afterFailure();
+                ASSERT_TRUE(run()) << "the same call again";
+            }
+            afterSuccess();
+            if (HasFailure() || !met)
+                return;
+        }
+    }
+
+    bool TreeFailed() const
+    {
+        const std::vector<std::string> errors = log.Errors();
+        return std::any_of(errors.begin(), errors.end(),
+                           [](const std::string &text) { return text.rfind("-5. Generate Module (", 0) == 0; });
+    }
+
+    static void ExpectTreesOnly(const std::set<std::string> &places)
+    {
+        for (const std::string &place : places)
+            EXPECT_EQ(place.rfind("telem_yang", 0), 0u) << place;
+    }
+};
+
+TEST_P(OutOfMemory, Start)
+{
+    const auto start = [&] { return Local() != nullptr; };
+    for (uint64_t n = 0; n < 2; ++n) {
+        Services().FailAllocation(n, GetParam());
+        EXPECT_FALSE(start());
+        EXPECT_EQ(Services().Leaks(), "");
+        Services().FailAllocation(NEVER, false);
+        EXPECT_TRUE(start());
+        Stop();
+    }
+}
+
+TEST_P(OutOfMemory, Load)
+{
+    LoadBases();
+    Sweep([&] { return Load(MODULE) == 0; },
+          [&] {
+              EXPECT_EQ(PrivateData(), 0u);
+              EXPECT_EQ(Local()->uiModuleNum, 2u);
+              EXPECT_EQ(File(MODULE), nullptr);
+          },
+          [&] { ASSERT_EQ(Unload(MODULE), 0u); });
+}
+
+TEST_P(OutOfMemory, LoadOfEveryKindOfClass)
+{
+    ASSERT_NE(Local(), nullptr);
+    for (const char *name : BASES) {
+        Sweep([&] { return Load(name) == 0; }, [&] { EXPECT_EQ(Local()->uiModuleNum, 0u); },
+              [&] { ASSERT_EQ(Unload(name), 0u); });
+    }
+}
+
+TEST_P(OutOfMemory, Lookup)
+{
+    LoadBases();
+    ASSERT_EQ(Load(MODULE), 0u);
+    const YangXpathLookup lookup = {
+        Local(), MODULE, nullptr, "/interfaces/interface/traffic", "if:interfaces/if:interface/ifq:traffic", 0, 0};
+    Sweep([&] { return TELMYANG_KorvFindTreeNodeByXpath(&lookup) != nullptr; }, [] {}, [] {});
+}
+
+TEST_P(OutOfMemory, Dump)
+{
+    ASSERT_EQ(Load("example-interfaces"), 0u);
+    YangDumpNodeData **records = nullptr;
+    uint32_t count = 0;
+    const YangDumpRequest request = {Local(), "example-interfaces", nullptr, nullptr, 0};
+    Sweep(
+        [&] {
+            EXPECT_EQ(YANGLIB_DumpYangModuleDataEx(&request, &records, &count), 0u);
+            return count != 0;
+        },
+        [&] { EXPECT_EQ(records, nullptr); },
+        [&] {
+            YANGLIB_FreeDumpDataEx(records, count);
+            ZOR_Free_F(records, __FILE__, __LINE__);
+            records = nullptr;
+        });
+}
+
+TEST_P(OutOfMemory, Print)
+{
+    LoadBases();
+    ASSERT_EQ(Load(MODULE), 0u);
+    const auto print = [&] {
+        log.Clear();
+        YANGLIB_PrintYangModuleData(Local(), MODULE, nullptr);
+        return log.Errors();
+    };
+    const std::vector<std::string> expected = print();
+    Sweep([&] { return print() == expected; }, [] {}, [] {});
+}
+
+TEST_P(OutOfMemory, UnloadAndShutdownGiveTreesUpButNothingElse)
+{
+    for (uint64_t n = 0; n < 40; ++n) {
+        LoadBases();
+        ASSERT_EQ(Load(MODULE), 0u);
+        Services().FailAllocation(n, GetParam());
+        EXPECT_EQ(Unload("example-qos"), 0u);
+        EXPECT_EQ(File("example-qos"), nullptr);
+        EXPECT_EQ(Local()->uiModuleNum, 2u);
+        Stop();
+        Services().FailAllocation(NEVER, false);
+        ExpectTreesOnly(Services().ReleaseAllBut({}));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Sweep, OutOfMemory, ::testing::Bool(),
+                         [](const auto &mode) { return mode.param ? "AllThatFollow" : "OneAlone"; });
+
+}  // namespace
+}  // namespace test
