@@ -19,41 +19,41 @@ class Arena {
     Arena() = default;
     Arena(const Arena &) = delete;
     Arena &operator=(const Arena &) = delete;
-    ~Arena() { clear(); }
+    ~Arena() { Clear(); }
 
-    void *allocate(size_t size, size_t alignment)
+    void *Allocate(size_t size, size_t alignment)
     {
         uintptr_t at = (cursor_ + alignment - 1) & ~(alignment - 1);
         if (at + size > end_)
-            return allocateInNewBlock(size);
+            return AllocateInNewBlock(size);
         cursor_ = at + size;
         return reinterpret_cast<void *>(at);
     }
 
     template<class T, class... Args>
-    T *make(Args &&...args)
+    T *Make(Args &&...args)
     {
         static_assert(std::is_trivially_destructible_v<T>);
-        return new (allocate(sizeof(T), alignof(T))) T{std::forward<Args>(args)...};
+        return new (Allocate(sizeof(T), alignof(T))) T{std::forward<Args>(args)...};
     }
 
     template<class T>
-    T *makeArray(size_t count)
+    T *MakeArray(size_t count)
     {
         static_assert(std::is_trivially_destructible_v<T>);
-        return new (allocate(sizeof(T) * count, alignof(T))) T[count]{};
+        return new (Allocate(sizeof(T) * count, alignof(T))) T[count]{};
     }
 
     /* A zero-terminated copy. */
-    const char *text(std::string_view source)
+    const char *Text(std::string_view source)
     {
-        char *copy = static_cast<char *>(allocate(source.size() + 1, 1));
+        char *copy = static_cast<char *>(Allocate(source.size() + 1, 1));
         std::memcpy(copy, source.data(), source.size());
         copy[source.size()] = '\0';
         return copy;
     }
 
-    void clear()
+    void Clear()
     {
         while (blocks_ != nullptr)
             ::operator delete(std::exchange(blocks_, blocks_->previous));
@@ -66,9 +66,9 @@ class Arena {
         Block *previous;
     };
 
-    void *allocateInNewBlock(size_t size)
+    void *AllocateInNewBlock(size_t size)
     {
-        size_t room = std::max(size, std::clamp(reserved_ / 4, kFirstBlock, kLargestBlock));
+        size_t room = std::max(size, std::clamp(reserved_ / 4, FIRST_BLOCK, LARGEST_BLOCK));
         void *memory = ::operator new(sizeof(Block) + room);
         blocks_ = new (memory) Block{blocks_};
         uintptr_t begin = reinterpret_cast<uintptr_t>(blocks_ + 1);
@@ -78,8 +78,8 @@ class Arena {
         return blocks_ + 1;
     }
 
-    static constexpr size_t kFirstBlock = 480;
-    static constexpr size_t kLargestBlock = size_t{1} << 20;
+    static constexpr size_t FIRST_BLOCK = 480;
+    static constexpr size_t LARGEST_BLOCK = size_t{1} << 20;
 
     Block *blocks_ = nullptr;
     uintptr_t cursor_ = 0;
@@ -94,25 +94,25 @@ class Slab {
     Slab() = default;
     Slab(const Slab &) = delete;
     Slab &operator=(const Slab &) = delete;
-    ~Slab() { clear(); }
+    ~Slab() { Clear(); }
 
-    T *make()
+    T *Make()
     {
         static_assert(std::is_trivially_destructible_v<T>);
         if (last_ == nullptr || last_->used == last_->room)
-            grow();
-        return new (last_->items() + last_->used++) T{};
+            Grow();
+        return new (last_->Items() + last_->used++) T{};
     }
 
     template<class Visit>
-    void forEach(Visit &&visit)
+    void ForEach(Visit &&visit)
     {
         for (Block *block = first_; block != nullptr; block = block->next)
             for (size_t i = 0; i < block->used; ++i)
-                visit(block->items() + i);
+                visit(block->Items() + i);
     }
 
-    void clear()
+    void Clear()
     {
         while (first_ != nullptr)
             ::operator delete(std::exchange(first_, first_->next));
@@ -126,10 +126,10 @@ class Slab {
         size_t used;
         size_t room;
 
-        T *items() { return reinterpret_cast<T *>(this + 1); }
+        T *Items() { return reinterpret_cast<T *>(this + 1); }
     };
 
-    void grow()
+    void Grow()
     {
         size_t room = std::clamp<size_t>(total_ / 4, 8, 8192);
         auto *block = new (::operator new(sizeof(Block) + room * sizeof(T))) Block{nullptr, 0, room};

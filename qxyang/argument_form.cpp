@@ -12,39 +12,39 @@ namespace qxyang {
 namespace {
 
 template<class Number>
-bool isNumber(std::string_view text, Number &value)
+bool IsNumber(std::string_view text, Number &value)
 {
-    if (text.size() > 1 && text[0] == '-' && !isDigit(text[1]))
+    if (text.size() > 1 && text[0] == '-' && !IsDigit(text[1]))
         return false;
     auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return error == std::errc() && end == text.data() + text.size();
 }
 
-bool isInteger(std::string_view text)
+bool IsInteger(std::string_view text)
 {
     int32_t value;
-    return isNumber(text, value);
+    return IsNumber(text, value);
 }
 
-bool isCount(std::string_view text)
+bool IsCount(std::string_view text)
 {
     uint32_t value;
-    return isNumber(text, value);
+    return IsNumber(text, value);
 }
 
-bool isMaximum(std::string_view text)
+bool IsMaximum(std::string_view text)
 {
     uint32_t value;
-    return text == "unbounded" || (isNumber(text, value) && value > 0);
+    return text == "unbounded" || (IsNumber(text, value) && value > 0);
 }
 
-bool isFractionDigits(std::string_view text)
+bool IsFractionDigits(std::string_view text)
 {
     uint32_t value;
-    return isNumber(text, value) && value >= 1 && value <= 18;
+    return IsNumber(text, value) && value >= 1 && value <= 18;
 }
 
-bool isOneOf(std::string_view text, std::initializer_list<std::string_view> words)
+bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> words)
 {
     for (std::string_view word : words)
         if (text == word)
@@ -52,107 +52,107 @@ bool isOneOf(std::string_view text, std::initializer_list<std::string_view> word
     return false;
 }
 
-constexpr std::string_view kBuiltinTypes[] = {
+constexpr std::string_view BUILTIN_TYPES[] = {
     "",       "binary", "bits",  "boolean", "decimal64", "empty",  "enumeration", "identityref", "instance-identifier",
     "int8",   "int16",  "int32", "int64",   "leafref",   "string", "uint8",       "uint16",      "uint32",
     "uint64", "union",
 };
-static_assert(std::size(kBuiltinTypes) == QY_TYPE_UNION + 1);
-static_assert(kBuiltinTypes[QY_TYPE_LEAFREF] == "leafref" && kBuiltinTypes[QY_TYPE_UNION] == "union");
+static_assert(std::size(BUILTIN_TYPES) == QY_TYPE_UNION + 1);
+static_assert(BUILTIN_TYPES[QY_TYPE_LEAFREF] == "leafref" && BUILTIN_TYPES[QY_TYPE_UNION] == "union");
 
 }  // namespace
 
-bool hasForm(ArgumentForm form, std::string_view argument)
+bool HasForm(ArgumentForm form, std::string_view argument)
 {
     switch (form) {
-        case ArgumentForm::kNone:
-        case ArgumentForm::kText:
+        case ArgumentForm::None:
+        case ArgumentForm::Text:
             return true;
-        case ArgumentForm::kIdentifier:
-            return isIdentifier(argument);
-        case ArgumentForm::kReference:
-            return isReference(argument);
-        case ArgumentForm::kBoolean:
-            return isOneOf(argument, {"true", "false"});
-        case ArgumentForm::kDate:
-            return isDate(argument);
-        case ArgumentForm::kStatus:
-            return isOneOf(argument, {"current", "deprecated", "obsolete"});
-        case ArgumentForm::kOrderedBy:
-            return isOneOf(argument, {"system", "user"});
-        case ArgumentForm::kYangVersion:
-            return isOneOf(argument, {"1", "1.1"});
-        case ArgumentForm::kDeviateKind:
-            return isOneOf(argument, {"not-supported", "add", "replace", "delete"});
-        case ArgumentForm::kModifier:
+        case ArgumentForm::Identifier:
+            return IsIdentifier(argument);
+        case ArgumentForm::Reference:
+            return IsReference(argument);
+        case ArgumentForm::Boolean:
+            return IsOneOf(argument, {"true", "false"});
+        case ArgumentForm::Date:
+            return IsDate(argument);
+        case ArgumentForm::Status:
+            return IsOneOf(argument, {"current", "deprecated", "obsolete"});
+        case ArgumentForm::OrderedBy:
+            return IsOneOf(argument, {"system", "user"});
+        case ArgumentForm::YangVersion:
+            return IsOneOf(argument, {"1", "1.1"});
+        case ArgumentForm::DeviateKind:
+            return IsOneOf(argument, {"not-supported", "add", "replace", "delete"});
+        case ArgumentForm::Modifier:
             return argument == "invert-match";
-        case ArgumentForm::kInteger:
-            return isInteger(argument);
-        case ArgumentForm::kCount:
-            return isCount(argument);
-        case ArgumentForm::kMaximum:
-            return isMaximum(argument);
-        case ArgumentForm::kFractionDigits:
-            return isFractionDigits(argument);
-        case ArgumentForm::kEnumName:
-            return !argument.empty() && trim(argument).size() == argument.size();
-        case ArgumentForm::kNonEmpty:
-            return !trim(argument).empty();
+        case ArgumentForm::Integer:
+            return IsInteger(argument);
+        case ArgumentForm::Count:
+            return IsCount(argument);
+        case ArgumentForm::Maximum:
+            return IsMaximum(argument);
+        case ArgumentForm::FractionDigits:
+            return IsFractionDigits(argument);
+        case ArgumentForm::EnumName:
+            return !argument.empty() && Trim(argument).size() == argument.size();
+        case ArgumentForm::NonEmpty:
+            return !Trim(argument).empty();
     }
     return false;
 }
 
-const char *expectedOf(ArgumentForm form)
+const char *ExpectedOf(ArgumentForm form)
 {
     switch (form) {
-        case ArgumentForm::kNone:
-        case ArgumentForm::kText:
+        case ArgumentForm::None:
+        case ArgumentForm::Text:
             return "a text";
-        case ArgumentForm::kIdentifier:
+        case ArgumentForm::Identifier:
             return "an identifier";
-        case ArgumentForm::kReference:
+        case ArgumentForm::Reference:
             return "an identifier, or a prefix, a colon and an identifier";
-        case ArgumentForm::kBoolean:
+        case ArgumentForm::Boolean:
             return "'true' or 'false'";
-        case ArgumentForm::kDate:
+        case ArgumentForm::Date:
             return "a date of the form YYYY-MM-DD";
-        case ArgumentForm::kStatus:
+        case ArgumentForm::Status:
             return "'current', 'deprecated' or 'obsolete'";
-        case ArgumentForm::kOrderedBy:
+        case ArgumentForm::OrderedBy:
             return "'system' or 'user'";
-        case ArgumentForm::kYangVersion:
+        case ArgumentForm::YangVersion:
             return "'1' or '1.1'";
-        case ArgumentForm::kDeviateKind:
+        case ArgumentForm::DeviateKind:
             return "'not-supported', 'add', 'replace' or 'delete'";
-        case ArgumentForm::kModifier:
+        case ArgumentForm::Modifier:
             return "'invert-match'";
-        case ArgumentForm::kInteger:
+        case ArgumentForm::Integer:
             return "a number from -2147483648 to 2147483647";
-        case ArgumentForm::kCount:
+        case ArgumentForm::Count:
             return "a number from 0 to 4294967295";
-        case ArgumentForm::kMaximum:
+        case ArgumentForm::Maximum:
             return "a number from 1 to 4294967295, or 'unbounded'";
-        case ArgumentForm::kFractionDigits:
+        case ArgumentForm::FractionDigits:
             return "a number from 1 to 18";
-        case ArgumentForm::kEnumName:
+        case ArgumentForm::EnumName:
             return "a text without white space around it";
-        case ArgumentForm::kNonEmpty:
+        case ArgumentForm::NonEmpty:
             return "a text that is not empty";
     }
     return "";
 }
 
-uint8_t builtinTypeNumber(std::string_view name)
+uint8_t BuiltinTypeNumber(std::string_view name)
 {
-    for (uint8_t number = 1; number < std::size(kBuiltinTypes); ++number)
-        if (kBuiltinTypes[number] == name)
+    for (uint8_t number = 1; number < std::size(BUILTIN_TYPES); ++number)
+        if (BUILTIN_TYPES[number] == name)
             return number;
     return 0;
 }
 
-std::string_view builtinTypeName(uint8_t number)
+std::string_view BuiltinTypeName(uint8_t number)
 {
-    return kBuiltinTypes[number];
+    return BUILTIN_TYPES[number];
 }
 
 }  // namespace qxyang

@@ -7,15 +7,15 @@
 
 namespace qxyang {
 
-bool hasForm(ArgumentForm form, std::string_view argument);
+bool HasForm(ArgumentForm form, std::string_view argument);
 
 /* What the form expects, as the end of a sentence: "'true' or 'false'". */
-const char *expectedOf(ArgumentForm form);
+const char *ExpectedOf(ArgumentForm form);
 
 /* Number of the built-in type of that name, or 0. */
-uint8_t builtinTypeNumber(std::string_view name);
+uint8_t BuiltinTypeNumber(std::string_view name);
 
 /* Name of the built-in type of that number. */
-std::string_view builtinTypeName(uint8_t number);
+std::string_view BuiltinTypeName(uint8_t number);
 
 }  // namespace qxyang

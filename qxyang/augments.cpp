@@ -19,7 +19,7 @@ struct PlannedAugment {
 };
 
 /* The node whose children's names the node's children share. */
-QY_NODE *nameScope(QY_NODE *node)
+QY_NODE *NameScope(QY_NODE *node)
 {
     while (node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE)
         node = node->parent;
@@ -28,47 +28,47 @@ QY_NODE *nameScope(QY_NODE *node)
 
 }  // namespace
 
-void TreeBuilder::applyAugments()
+void TreeBuilder::ApplyAugments()
 {
     std::vector<PlannedAugment> planned;
     QY_MOD &module = build_.module;
     for (Unit *unit : build_.units) {
         for (const Statement *statement = unit->root->first; statement != nullptr; statement = statement->next) {
-            if (statement->keyword != Kw::kAugment)
+            if (statement->keyword != Kw::Augment)
                 continue;
             SchemaPath path;
-            if (!path.parse(build_, *unit, statement, true))
+            if (!path.Parse(build_, *unit, statement, true))
                 continue;
             unit_ = unit;
             statement_ = statement;
-            QY_NODE *node = module.nodes.make();
+            QY_NODE *node = module.nodes.Make();
             node->kind = QY_NODE_TYPE_AUGMENT;
             node->name = statement->argument;
             node->module = &module;
             module.augments.push_back(node);
-            planned.push_back({node, statement, build_.unitScope(*unit), std::move(path)});
+            planned.push_back({node, statement, build_.UnitScope(*unit), std::move(path)});
         }
     }
     std::stable_sort(planned.begin(), planned.end(), [](const PlannedAugment &left, const PlannedAugment &right) {
-        return left.path.steps().size() < right.path.steps().size();
+        return left.path.Steps().size() < right.path.Steps().size();
     });
     for (const PlannedAugment &augment : planned)
-        applyAugment(augment.node, augment.statement, augment.path, augment.scope);
-    checkAdditions(0);
+        ApplyAugment(augment.node, augment.statement, augment.path, augment.scope);
+    CheckAdditions(0);
 }
 
-void TreeBuilder::applyAugment(QY_NODE *augment, const Statement *statement, const SchemaPath &path, Scope *scope)
+void TreeBuilder::ApplyAugment(QY_NODE *augment, const Statement *statement, const SchemaPath &path, Scope *scope)
 {
     Unit &unit = *scope->unit;
-    QY_NODE *target = path.follow(build_, unit, statement);
-    if (target == nullptr || !accepts(statement, target, unit))
+    QY_NODE *target = path.Follow(build_, unit, statement);
+    if (target == nullptr || !Accepts(statement, target, unit))
         return;
     augment->parent = target;
-    augment->extensions = extensionsOf(build_, unit, statement);
-    setCondition(augment, conditionsOf(build_, unit, statement));
+    augment->extensions = ExtensionsOf(build_, unit, statement);
+    SetCondition(augment, ConditionsOf(build_, unit, statement));
     QY_NODE *before = target->last;
-    depth_ = path.steps().size();
-    addToTarget(statement, target, scope);
+    depth_ = path.Steps().size();
+    AddToTarget(statement, target, scope);
     depth_ = 0;
     if (target->last == before)
         return;
@@ -77,7 +77,7 @@ void TreeBuilder::applyAugment(QY_NODE *augment, const Statement *statement, con
 }
 
 /* Whether the target can have what the augment adds. */
-bool TreeBuilder::accepts(const Statement *augment, const QY_NODE *target, Unit &unit)
+bool TreeBuilder::Accepts(const Statement *augment, const QY_NODE *target, Unit &unit)
 {
     bool isParent = false;
     switch (target->kind) {
@@ -94,64 +94,64 @@ bool TreeBuilder::accepts(const Statement *augment, const QY_NODE *target, Unit 
             break;
     }
     if (!isParent) {
-        build_.fail(unit, augment,
-                    "augment " + quoted(augment->argument) + ": " + describeNode(target) + " can have no nodes added");
+        build_.Fail(unit, augment,
+                    "augment " + Quoted(augment->argument) + ": " + DescribeNode(target) + " can have no nodes added");
         return false;
     }
     bool takesOperations = target->kind == QY_NODE_TYPE_CONTAINER || target->kind == QY_NODE_TYPE_LIST;
     for (const Statement *child = augment->first; child != nullptr; child = child->next) {
-        bool isCase = child->keyword == Kw::kCase && target->kind != QY_NODE_TYPE_CHOICE;
-        bool isOperation = (child->keyword == Kw::kAction || child->keyword == Kw::kNotification) && !takesOperations;
+        bool isCase = child->keyword == Kw::Case && target->kind != QY_NODE_TYPE_CHOICE;
+        bool isOperation = (child->keyword == Kw::Action || child->keyword == Kw::Notification) && !takesOperations;
         if (!isCase && !isOperation)
             continue;
-        build_.fail(unit, child,
-                    quoted(keywordOf(child->keyword).name) + " cannot be added to " + describeNode(target));
+        build_.Fail(unit, child,
+                    Quoted(KeywordOf(child->keyword).name) + " cannot be added to " + DescribeNode(target));
         return false;
     }
     return true;
 }
 
 /* Names are checked later, once for all that is added to a target. */
-void TreeBuilder::addToTarget(const Statement *augment, QY_NODE *target, Scope *scope)
+void TreeBuilder::AddToTarget(const Statement *augment, QY_NODE *target, Scope *scope)
 {
     const QY_NODE *before = target->last;
-    addChildren(augment, target, scope);
-    if (const Condition *conditions = conditionsOf(build_, *scope->unit, augment))
+    AddChildren(augment, target, scope);
+    if (const Condition *conditions = ConditionsOf(build_, *scope->unit, augment))
         for (QY_NODE *child = before != nullptr ? before->next : target->first; child != nullptr; child = child->next)
-            addConditions(child, conditions);
+            AddConditions(child, conditions);
     added_.push_back({target, augment, scope});
 }
 
 /* Looks for names that the additions from that index on brought a second time, in each target once. */
-void TreeBuilder::checkAdditions(size_t first)
+void TreeBuilder::CheckAdditions(size_t first)
 {
     std::unordered_set<const QY_NODE *> checked;
     for (size_t i = first; i < added_.size(); ++i) {
         QY_NODE *target = added_[i].target;
-        QY_NODE *parent = nameScope(target);
+        QY_NODE *parent = NameScope(target);
         const QY_NODE *twice = nullptr;
         if (target->kind == QY_NODE_TYPE_CHOICE && checked.insert(target).second)
-            twice = names_.findTwiceAmongCases(target, &build_.module);
+            twice = names_.FindTwiceAmongCases(target, &build_.module);
         if (twice == nullptr && checked.insert(parent).second)
-            twice = names_.findTwice(parent, &build_.module);
+            twice = names_.FindTwice(parent, &build_.module);
         if (twice != nullptr)
-            failAddedTwice(*twice, *parent, first);
+            FailAddedTwice(*twice, *parent, first);
     }
     added_.resize(first);
 }
 
 /* Reports the name at the last of the augments that bring it. */
-void TreeBuilder::failAddedTwice(const QY_NODE &node, const QY_NODE &parent, size_t first)
+void TreeBuilder::FailAddedTwice(const QY_NODE &node, const QY_NODE &parent, size_t first)
 {
     const Addition *last = &added_[first];
     for (size_t i = first; i < added_.size(); ++i) {
         std::vector<const Statement *> found;
-        if (nameScope(added_[i].target) == &parent)
-            findStatements(added_[i].augment, added_[i].scope, node.name, found);
+        if (NameScope(added_[i].target) == &parent)
+            FindStatements(added_[i].augment, added_[i].scope, node.name, found);
         if (!found.empty())
             last = &added_[i];
     }
-    failTwice(&node, &parent, last->scope, last->augment);
+    FailTwice(&node, &parent, last->scope, last->augment);
 }
 
 }  // namespace qxyang

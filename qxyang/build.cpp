@@ -3,14 +3,14 @@
 namespace qxyang {
 
 Build::Build(LoadState &state, QY_MOD &built, std::vector<Unit *> files)
-    : load(state), module(built), units(std::move(files)), failuresBefore_(state.failures.count())
+    : load(state), module(built), units(std::move(files)), failuresBefore_(state.failures.Count())
 {
     for (Unit *unit : units)
         scopes_.push_back({nullptr, unit, {}, {}});
 }
 
 /* The first scopes are those of the units, in their order. */
-Scope *Build::unitScope(const Unit &unit)
+Scope *Build::UnitScope(const Unit &unit)
 {
     size_t i = 0;
     while (units[i] != &unit)
@@ -18,37 +18,37 @@ Scope *Build::unitScope(const Unit &unit)
     return &scopes_[i];
 }
 
-Scope *Build::newScope(Scope *outer)
+Scope *Build::NewScope(Scope *outer)
 {
     scopes_.push_back({outer, outer->unit, {}, {}});
     return &scopes_.back();
 }
 
-QY_MOD *Build::moduleOf(Unit &unit, const Statement *statement, const Reference &reference)
+QY_MOD *Build::ModuleOf(Unit &unit, const Statement *statement, const Reference &reference)
 {
-    QY_MOD *found = unit.boundModule(reference.prefix);
+    QY_MOD *found = unit.BoundModule(reference.prefix);
     if (found != nullptr)
         return found;
     NearestName nearest(reference.prefix);
     for (const PrefixBinding &binding : unit.bindings)
-        nearest.offer(binding.prefix);
+        nearest.Offer(binding.prefix);
     std::string text = std::string(reference.prefix) + ":" + std::string(reference.name);
-    fail(unit, statement, "unknown prefix " + quoted(reference.prefix) + " in " + quoted(text) + nearest.hint());
+    Fail(unit, statement, "unknown prefix " + Quoted(reference.prefix) + " in " + Quoted(text) + nearest.Hint());
     return nullptr;
 }
 
-void Build::forgetStatements()
+void Build::ForgetStatements()
 {
     auto forget = [](auto &record) { record.statement = nullptr; };
-    module.typedefs.forEach(forget);
-    module.groupings.forEach(forget);
-    module.identities.forEach(forget);
-    module.features.forEach(forget);
+    module.typedefs.ForEach(forget);
+    module.groupings.ForEach(forget);
+    module.identities.ForEach(forget);
+    module.features.ForEach(forget);
     for (Unit *unit : units) {
         unit->root = nullptr;
         unit->extensionUses = {};
         unit->bindings.clear();
-        unit->statements.clear();
+        unit->statements.Clear();
     }
 }
 

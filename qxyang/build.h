@@ -51,32 +51,32 @@ class Build {
     QY_MOD &module;
     std::vector<Unit *> units; /* in the order of textual inclusion: the module's own file comes last */
 
-    Scope *unitScope(const Unit &unit);
+    Scope *UnitScope(const Unit &unit);
 
-    Scope *newScope(Scope *outer);
+    Scope *NewScope(Scope *outer);
 
-    void fail(Unit &unit, const Statement *statement, std::string_view sentence)
+    void Fail(Unit &unit, const Statement *statement, std::string_view sentence)
     {
-        load.failures.add(unit.source, statement->offset, sentence);
+        load.failures.Add(unit.source, statement->offset, sentence);
     }
 
-    bool failed() const { return load.failures.count() != failuresBefore_; }
+    bool Failed() const { return load.failures.Count() != failuresBefore_; }
 
     /* The module that the reference's prefix stands for, or null: the failure is recorded. */
-    QY_MOD *moduleOf(Unit &unit, const Statement *statement, const Reference &reference);
+    QY_MOD *ModuleOf(Unit &unit, const Statement *statement, const Reference &reference);
 
     /* Records that a name is not found, with the nearest of the names that the visitor offers. */
     template<class ForEachName>
-    void failUnknown(Unit &unit, const Statement *statement, std::string_view what, std::string_view text,
+    void FailUnknown(Unit &unit, const Statement *statement, std::string_view what, std::string_view text,
                      ForEachName &&forEachName)
     {
-        NearestName nearest(splitReference(text).name);
-        forEachName([&nearest](std::string_view name) { nearest.offer(name); });
-        fail(unit, statement, "unknown " + std::string(what) + " " + quoted(text) + nearest.hint());
+        NearestName nearest(SplitReference(text).name);
+        forEachName([&nearest](std::string_view name) { nearest.Offer(name); });
+        Fail(unit, statement, "unknown " + std::string(what) + " " + Quoted(text) + nearest.Hint());
     }
 
     /* What has records only for this module's load does not outlive it. */
-    void forgetStatements();
+    void ForgetStatements();
 
   private:
     std::deque<Scope> scopes_;
@@ -97,9 +97,9 @@ class Depth {
 
 /* Visits the names of a table's records. */
 template<class T, class Visit>
-void forEachNameIn(const NameTable<T> &table, Visit &&visit)
+void ForEachNameIn(const NameTable<T> &table, Visit &&visit)
 {
-    table.forEach([&visit](const T &record) { visit(std::string_view(record.name)); });
+    table.ForEach([&visit](const T &record) { visit(std::string_view(record.name)); });
 }
 
 }  // namespace qxyang

@@ -14,22 +14,22 @@ class ChildFinder {
   public:
     /* The child of that name and module, or null. Choices and cases are children like others. Follows children as they
      * are appended. */
-    QY_NODE *schemaChild(const QY_NODE *parent, const QY_MOD *module, std::string_view name);
+    QY_NODE *SchemaChild(const QY_NODE *parent, const QY_MOD *module, std::string_view name);
 
     /* The same in the data tree: choices and cases are no children, theirs are. To be asked when the parent has all its
      * children. */
-    QY_NODE *dataChild(const QY_NODE *parent, const QY_MOD *module, std::string_view name);
+    QY_NODE *DataChild(const QY_NODE *parent, const QY_MOD *module, std::string_view name);
 
   private:
     class Index {
       public:
-        void add(QY_NODE *child);
-        QY_NODE *find(const QY_MOD *module, std::string_view name) const;
+        void Add(QY_NODE *child);
+        QY_NODE *Find(const QY_MOD *module, std::string_view name) const;
 
         QY_NODE *last = nullptr; /* of the children that are in it */
 
       private:
-        QY_NODE **place(const QY_MOD *module, std::string_view name);
+        QY_NODE **Place(const QY_MOD *module, std::string_view name);
 
         std::vector<QY_NODE *> slots_;
         size_t count_ = 0;

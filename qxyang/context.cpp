@@ -6,30 +6,30 @@ using namespace qxyang;
 
 QY_CTX::~QY_CTX()
 {
-    releaseFrom(0);
+    ReleaseFrom(0);
 }
 
-const char *QY_CTX::keepName(std::string_view name)
+const char *QY_CTX::KeepName(std::string_view name)
 {
-    if (const PooledName *known = names_.find(name))
+    if (const PooledName *known = names_.Find(name))
         return known->name;
-    auto *kept = pool_.make<PooledName>(pool_.text(name));
-    names_.insert(kept);
+    auto *kept = pool_.Make<PooledName>(pool_.Text(name));
+    names_.Insert(kept);
     return kept->name;
 }
 
-const ExtensionName *QY_CTX::keepExtension(std::string_view module, std::string_view keyword)
+const ExtensionName *QY_CTX::KeepExtension(std::string_view module, std::string_view keyword)
 {
     std::string key = std::string(module).append(":").append(keyword);
-    if (const ExtensionName *known = extensionNames_.find(key))
+    if (const ExtensionName *known = extensionNames_.Find(key))
         return known;
-    const char *name = pool_.text(key);
-    auto *kept = pool_.make<ExtensionName>(name, keepName(module), name + module.size() + 1);
-    extensionNames_.insert(kept);
+    const char *name = pool_.Text(key);
+    auto *kept = pool_.Make<ExtensionName>(name, KeepName(module), name + module.size() + 1);
+    extensionNames_.Insert(kept);
     return kept;
 }
 
-QY_MOD *QY_CTX::moduleByName(std::string_view name) const
+QY_MOD *QY_CTX::ModuleByName(std::string_view name) const
 {
     for (const auto &module : modules)
         if (module->byName && name == module->name)
@@ -37,7 +37,7 @@ QY_MOD *QY_CTX::moduleByName(std::string_view name) const
     return nullptr;
 }
 
-QY_MOD *QY_CTX::moduleOfRevision(std::string_view name, std::string_view revision) const
+QY_MOD *QY_CTX::ModuleOfRevision(std::string_view name, std::string_view revision) const
 {
     for (const auto &module : modules) {
         std::string_view own = module->revision != nullptr ? module->revision : "";
@@ -47,9 +47,9 @@ QY_MOD *QY_CTX::moduleOfRevision(std::string_view name, std::string_view revisio
     return nullptr;
 }
 
-QY_MOD *QY_CTX::preferredModule(std::string_view name) const
+QY_MOD *QY_CTX::PreferredModule(std::string_view name) const
 {
-    if (QY_MOD *module = moduleByName(name))
+    if (QY_MOD *module = ModuleByName(name))
         return module;
     for (const auto &module : modules)
         if (module->complete && module->preferred && name == module->name)
@@ -57,7 +57,7 @@ QY_MOD *QY_CTX::preferredModule(std::string_view name) const
     return nullptr;
 }
 
-bool QY_CTX::releaseUnneeded()
+bool QY_CTX::ReleaseUnneeded()
 {
     std::vector<QY_MOD *> needed;
     needed.reserve(modules.size());
@@ -74,7 +74,7 @@ bool QY_CTX::releaseUnneeded()
         }
     }
     try {
-        releaseDying(deviations.prepareRemoval(modules));
+        ReleaseDying(deviations.PrepareRemoval(modules));
         return true;
     } catch (const std::bad_alloc &) {
         for (const auto &module : modules)
@@ -83,29 +83,29 @@ bool QY_CTX::releaseUnneeded()
     }
 }
 
-void QY_CTX::releaseFrom(size_t first) noexcept
+void QY_CTX::ReleaseFrom(size_t first) noexcept
 {
     for (size_t i = first; i < modules.size(); ++i)
         modules[i]->dying = true;
-    releaseDying(deviations.prepareRemoval(modules));
+    ReleaseDying(deviations.PrepareRemoval(modules));
 }
 
-void QY_CTX::releaseDying(DeviationLog::Removal removal) noexcept
+void QY_CTX::ReleaseDying(DeviationLog::Removal removal) noexcept
 {
     for (auto module = modules.rbegin(); module != modules.rend(); ++module)
         if ((*module)->dying)
-            freePrivateData(**module);
-    deviations.remove(modules, std::move(removal));
-    withdrawAugments();
+            FreePrivateData(**module);
+    deviations.Remove(modules, std::move(removal));
+    WithdrawAugments();
     std::erase_if(modules, [](const auto &module) { return module->dying; });
     ++featureEpoch;
 }
 
-void QY_CTX::freePrivateData(QY_MOD &module) noexcept
+void QY_CTX::FreePrivateData(QY_MOD &module) noexcept
 {
     if (freePrivate == nullptr)
         return;
-    module.nodes.forEach([this](QY_NODE *node) {
+    module.nodes.ForEach([this](QY_NODE *node) {
         if (node->priv != nullptr)
             freePrivate(this, node, node->priv);
     });
@@ -114,7 +114,7 @@ void QY_CTX::freePrivateData(QY_MOD &module) noexcept
 namespace {
 
 /* Takes the children that are dying out of the list. */
-void unlinkDying(QY_NODE *parent)
+void UnlinkDying(QY_NODE *parent)
 {
     QY_NODE *last = nullptr;
     QY_NODE **link = &parent->first;
@@ -132,7 +132,7 @@ void unlinkDying(QY_NODE *parent)
 }  // namespace
 
 /* Takes the dying modules' nodes out of the targets that stay. Each target is looked through once. */
-void QY_CTX::withdrawAugments() noexcept
+void QY_CTX::WithdrawAugments() noexcept
 {
     auto forEachTarget = [this](auto &&visit) {
         for (const auto &module : modules) {
@@ -144,9 +144,9 @@ void QY_CTX::withdrawAugments() noexcept
         }
     };
     forEachTarget([](QY_NODE *target) {
-        if ((target->flags & kNodeSwept) == 0)
-            unlinkDying(target);
-        target->flags |= kNodeSwept;
+        if ((target->flags & NODE_SWEPT) == 0)
+            UnlinkDying(target);
+        target->flags |= NODE_SWEPT;
     });
-    forEachTarget([](QY_NODE *target) { target->flags &= static_cast<uint16_t>(~kNodeSwept); });
+    forEachTarget([](QY_NODE *target) { target->flags &= static_cast<uint16_t>(~NODE_SWEPT); });
 }

@@ -27,25 +27,25 @@ struct QY_CTX {
     ~QY_CTX();
 
     /* A copy of a module name that lives as long as the context. */
-    const char *keepName(std::string_view name);
+    const char *KeepName(std::string_view name);
 
     /* The extension as readers see it. */
-    const qxyang::ExtensionName *keepExtension(std::string_view module, std::string_view keyword);
+    const qxyang::ExtensionName *KeepExtension(std::string_view module, std::string_view keyword);
 
     /* The module loaded under that name, or null. */
-    QY_MOD *moduleByName(std::string_view name) const;
+    QY_MOD *ModuleByName(std::string_view name) const;
 
     /* The module of that name and revision, or null. */
-    QY_MOD *moduleOfRevision(std::string_view name, std::string_view revision) const;
+    QY_MOD *ModuleOfRevision(std::string_view name, std::string_view revision) const;
 
     /* The module that an import without a revision gets, or null when none was asked for so far. */
-    QY_MOD *preferredModule(std::string_view name) const;
+    QY_MOD *PreferredModule(std::string_view name) const;
 
     /* Releases the modules that no module loaded by name needs. False: no memory, and everything is as it was. */
-    bool releaseUnneeded();
+    bool ReleaseUnneeded();
 
     /* Releases the modules from that index on: the ones that a failed load added. */
-    void releaseFrom(size_t first) noexcept;
+    void ReleaseFrom(size_t first) noexcept;
 
     std::vector<std::unique_ptr<QY_MOD>> modules; /* in the order in which their loads began */
     qxyang::SearchPath path;
@@ -55,9 +55,9 @@ struct QY_CTX {
     uint64_t featureEpoch = 1; /* grows when the value of a feature may have changed */
 
   private:
-    void releaseDying(qxyang::DeviationLog::Removal removal) noexcept;
-    void freePrivateData(QY_MOD &module) noexcept;
-    void withdrawAugments() noexcept;
+    void ReleaseDying(qxyang::DeviationLog::Removal removal) noexcept;
+    void FreePrivateData(QY_MOD &module) noexcept;
+    void WithdrawAugments() noexcept;
 
     qxyang::Arena pool_;
     qxyang::NameTable<qxyang::PooledName> names_;

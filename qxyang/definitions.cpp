@@ -6,7 +6,7 @@ namespace qxyang {
 
 namespace {
 
-std::string_view valueOf(const Statement *statement)
+std::string_view ValueOf(const Statement *statement)
 {
     return statement != nullptr ? statement->argument : "";
 }
@@ -17,25 +17,25 @@ class Collector {
   public:
     explicit Collector(Build &build) : build_(build), arena_(build.module.records) {}
 
-    void collect(Scope *unitScope)
+    void Collect(Scope *unitScope)
     {
         QY_MOD &module = build_.module;
         for (Statement *statement = unitScope->unit->root->first; statement != nullptr; statement = statement->next) {
             switch (statement->keyword) {
-                case Kw::kTypedef:
-                    addTypedef(module.typedefs, statement, unitScope);
+                case Kw::Typedef:
+                    AddTypedef(module.typedefs, statement, unitScope);
                     break;
-                case Kw::kGrouping:
-                    addGrouping(module.groupings, statement, unitScope);
+                case Kw::Grouping:
+                    AddGrouping(module.groupings, statement, unitScope);
                     break;
-                case Kw::kIdentity:
-                    add(module.identities, makeIdentity(statement, unitScope->unit), unitScope, statement);
+                case Kw::Identity:
+                    Add(module.identities, MakeIdentity(statement, unitScope->unit), unitScope, statement);
                     break;
-                case Kw::kFeature:
-                    add(module.features, makeFeature(statement, unitScope->unit), unitScope, statement);
+                case Kw::Feature:
+                    Add(module.features, MakeFeature(statement, unitScope->unit), unitScope, statement);
                     break;
-                case Kw::kExtension:
-                    add(module.extensionDefinitions, makeExtension(statement), unitScope, statement);
+                case Kw::Extension:
+                    Add(module.extensionDefinitions, MakeExtension(statement), unitScope, statement);
                     break;
                 default:
                     break;
@@ -43,48 +43,48 @@ class Collector {
         }
     }
 
-    void addTypedef(NameTable<Typedef> &table, Statement *statement, Scope *scope)
+    void AddTypedef(NameTable<Typedef> &table, Statement *statement, Scope *scope)
     {
-        if (builtinTypeNumber(statement->argument) != 0)
-            return build_.fail(*scope->unit, statement,
-                               "typedef " + quoted(statement->argument) + " has the name of a built-in type");
-        auto *definition = arena_.make<Typedef>(statement->argument, nullptr, Progress::kUntouched, statement, scope);
-        add(table, definition, scope, statement);
+        if (BuiltinTypeNumber(statement->argument) != 0)
+            return build_.Fail(*scope->unit, statement,
+                               "typedef " + Quoted(statement->argument) + " has the name of a built-in type");
+        auto *definition = arena_.Make<Typedef>(statement->argument, nullptr, Progress::Untouched, statement, scope);
+        Add(table, definition, scope, statement);
     }
 
-    void addGrouping(NameTable<Grouping> &table, Statement *statement, Scope *scope)
+    void AddGrouping(NameTable<Grouping> &table, Statement *statement, Scope *scope)
     {
-        auto *definition = arena_.make<Grouping>(statement->argument, nullptr, Progress::kUntouched, statement, scope);
-        add(table, definition, scope, statement);
+        auto *definition = arena_.Make<Grouping>(statement->argument, nullptr, Progress::Untouched, statement, scope);
+        Add(table, definition, scope, statement);
     }
 
   private:
     template<class T>
-    void add(NameTable<T> &table, T *definition, Scope *scope, const Statement *statement)
+    void Add(NameTable<T> &table, T *definition, Scope *scope, const Statement *statement)
     {
-        if (table.insert(definition) != nullptr)
-            build_.fail(*scope->unit, statement,
-                        "second " + std::string(keywordOf(statement->keyword).name) + " " + quoted(definition->name));
+        if (table.Insert(definition) != nullptr)
+            build_.Fail(*scope->unit, statement,
+                        "second " + std::string(KeywordOf(statement->keyword).name) + " " + Quoted(definition->name));
     }
 
-    Identity *makeIdentity(Statement *statement, Unit *unit)
+    Identity *MakeIdentity(Statement *statement, Unit *unit)
     {
-        return arena_.make<Identity>(statement->argument, statement, unit, 0u, false);
+        return arena_.Make<Identity>(statement->argument, statement, unit, 0u, false);
     }
 
-    Feature *makeFeature(Statement *statement, Unit *unit)
+    Feature *MakeFeature(Statement *statement, Unit *unit)
     {
-        return arena_.make<Feature>(statement->argument, &build_.module, nullptr, false, false, uint64_t{0}, statement,
+        return arena_.Make<Feature>(statement->argument, &build_.module, nullptr, false, false, uint64_t{0}, statement,
                                     unit, 0u, false);
     }
 
-    Extension *makeExtension(Statement *statement)
+    Extension *MakeExtension(Statement *statement)
     {
-        const Statement *argument = findChild(statement, Kw::kArgument);
-        bool isElement = argument != nullptr && valueOf(findChild(argument, Kw::kYinElement)) == "true";
-        return arena_.make<Extension>(statement->argument, argument != nullptr ? argument->argument : nullptr,
+        const Statement *argument = FindChild(statement, Kw::Argument);
+        bool isElement = argument != nullptr && ValueOf(FindChild(argument, Kw::YinElement)) == "true";
+        return arena_.Make<Extension>(statement->argument, argument != nullptr ? argument->argument : nullptr,
                                       isElement,
-                                      build_.load.context.keepExtension(build_.module.name, statement->argument));
+                                      build_.load.context.KeepExtension(build_.module.name, statement->argument));
     }
 
     Build &build_;
@@ -92,12 +92,12 @@ class Collector {
 };
 
 template<class T, class Table>
-bool isKnownOutside(Scope *scope, std::string_view name, NameTable<T> Scope::*nested, const Table &top)
+bool IsKnownOutside(Scope *scope, std::string_view name, NameTable<T> Scope::*nested, const Table &top)
 {
     for (Scope *outer = scope; outer != nullptr; outer = outer->outer)
-        if ((outer->*nested).find(name) != nullptr)
+        if ((outer->*nested).Find(name) != nullptr)
             return true;
-    return top.find(name) != nullptr;
+    return top.Find(name) != nullptr;
 }
 
 /* ---- identities ------------------------------------------------------------------------------------------------ */
@@ -106,42 +106,42 @@ class IdentityChecker {
   public:
     explicit IdentityChecker(Build &build) : build_(build) {}
 
-    void check(Identity &identity)
+    void Check(Identity &identity)
     {
         if (identity.chain != 0)
             return;
         auto nameOf = [](const Identity *entry) { return std::string_view(entry->name); };
         if (identity.visiting)
-            return build_.fail(*identity.unit, identity.statement,
-                               "identity cycle: " + chainText(chain_, identity.name, nameOf));
-        if (chain_.size() >= limits::kChain)
-            stop(identity);
+            return build_.Fail(*identity.unit, identity.statement,
+                               "identity cycle: " + ChainText(chain_, identity.name, nameOf));
+        if (chain_.size() >= limits::CHAIN)
+            Stop(identity);
         identity.visiting = true;
         chain_.push_back(&identity);
         uint32_t longest = 0;
         for (Statement *base = identity.statement->first; base != nullptr; base = base->next) {
-            if (base->keyword != Kw::kBase)
+            if (base->keyword != Kw::Base)
                 continue;
-            Identity *found = findIdentity(build_, *identity.unit, base);
+            Identity *found = FindIdentity(build_, *identity.unit, base);
             if (found == nullptr)
                 continue;
             if (found->statement != nullptr)  // of this module
-                check(*found);
+                Check(*found);
             longest = std::max(longest, found->chain);
         }
         chain_.pop_back();
         identity.visiting = false;
         identity.chain = longest + 1;
-        if (identity.chain > limits::kChain)
-            stop(identity);
+        if (identity.chain > limits::CHAIN)
+            Stop(identity);
     }
 
   private:
-    void stop(const Identity &identity)
+    void Stop(const Identity &identity)
     {
-        build_.fail(*identity.unit, identity.statement,
-                    "identity " + quoted(identity.name) + " is derived from a chain of more than " +
-                        std::to_string(limits::kChain) + " identities");
+        build_.Fail(*identity.unit, identity.statement,
+                    "identity " + Quoted(identity.name) + " is derived from a chain of more than " +
+                        std::to_string(limits::CHAIN) + " identities");
         throw LoadStopped{};
     }
 
@@ -154,94 +154,94 @@ class IdentityChecker {
 /* The definition that the statement's argument names: in the scopes around when it is of this module, and then in the
  * module's own table. */
 template<class T>
-T *findDefinition(Build &build, Scope *scope, const Statement *statement, NameTable<T> Scope::*nested,
+T *FindDefinition(Build &build, Scope *scope, const Statement *statement, NameTable<T> Scope::*nested,
                   NameTable<T> QY_MOD::*top, std::string_view what)
 {
     Unit &unit = *scope->unit;
-    Reference reference = splitReference(statement->argument);
-    QY_MOD *module = build.moduleOf(unit, statement, reference);
+    Reference reference = SplitReference(statement->argument);
+    QY_MOD *module = build.ModuleOf(unit, statement, reference);
     if (module == nullptr)
         return nullptr;
     Scope *innermost = module == &build.module ? scope : nullptr;
     for (Scope *around = innermost; around != nullptr; around = around->outer)
-        if (T *found = (around->*nested).find(reference.name))
+        if (T *found = (around->*nested).Find(reference.name))
             return found;
-    if (T *found = (module->*top).find(reference.name))
+    if (T *found = (module->*top).Find(reference.name))
         return found;
-    build.failUnknown(unit, statement, what, statement->argument, [&](auto &&offer) {
+    build.FailUnknown(unit, statement, what, statement->argument, [&](auto &&offer) {
         for (Scope *around = innermost; around != nullptr; around = around->outer)
-            forEachNameIn(around->*nested, offer);
-        forEachNameIn(module->*top, offer);
+            ForEachNameIn(around->*nested, offer);
+        ForEachNameIn(module->*top, offer);
         for (uint8_t type = 1; std::is_same_v<T, Typedef> && type <= QY_TYPE_UNION; ++type)
-            offer(builtinTypeName(type));
+            offer(BuiltinTypeName(type));
     });
     return nullptr;
 }
 
 }  // namespace
 
-void collectDefinitions(Build &build)
+void CollectDefinitions(Build &build)
 {
     Collector collector(build);
     for (Unit *unit : build.units)
-        collector.collect(build.unitScope(*unit));
+        collector.Collect(build.UnitScope(*unit));
 }
 
-Scope *scopeOf(Build &build, const Statement *statement, Scope *outer)
+Scope *ScopeOf(Build &build, const Statement *statement, Scope *outer)
 {
-    if ((statement->properties & kHasDefinitions) == 0)
+    if ((statement->properties & HAS_DEFINITIONS) == 0)
         return outer;
     Collector collector(build);
-    Scope *scope = build.newScope(outer);
+    Scope *scope = build.NewScope(outer);
     auto failShadowing = [&](const Statement *child) {
-        build.fail(*scope->unit, child,
-                   std::string(keywordOf(child->keyword).name) + " " + quoted(child->argument) +
+        build.Fail(*scope->unit, child,
+                   std::string(KeywordOf(child->keyword).name) + " " + Quoted(child->argument) +
                        " has the name of one defined around it");
     };
     for (Statement *child = statement->first; child != nullptr; child = child->next) {
-        if (child->keyword == Kw::kTypedef) {
-            if (isKnownOutside(outer, child->argument, &Scope::typedefs, build.module.typedefs))
+        if (child->keyword == Kw::Typedef) {
+            if (IsKnownOutside(outer, child->argument, &Scope::typedefs, build.module.typedefs))
                 failShadowing(child);
-            collector.addTypedef(scope->typedefs, child, scope);
-        } else if (child->keyword == Kw::kGrouping) {
-            if (isKnownOutside(outer, child->argument, &Scope::groupings, build.module.groupings))
+            collector.AddTypedef(scope->typedefs, child, scope);
+        } else if (child->keyword == Kw::Grouping) {
+            if (IsKnownOutside(outer, child->argument, &Scope::groupings, build.module.groupings))
                 failShadowing(child);
-            collector.addGrouping(scope->groupings, child, scope);
+            collector.AddGrouping(scope->groupings, child, scope);
         }
     }
     return scope;
 }
 
-void checkIdentities(Build &build)
+void CheckIdentities(Build &build)
 {
     IdentityChecker checker(build);
     for (Unit *unit : build.units)
         for (Statement *statement = unit->root->first; statement != nullptr; statement = statement->next)
-            if (statement->keyword == Kw::kIdentity)
-                if (Identity *identity = build.module.identities.find(statement->argument))
-                    checker.check(*identity);
+            if (statement->keyword == Kw::Identity)
+                if (Identity *identity = build.module.identities.Find(statement->argument))
+                    checker.Check(*identity);
 }
 
-Typedef *findTypedef(Build &build, Scope *scope, const Statement *type)
+Typedef *FindTypedef(Build &build, Scope *scope, const Statement *type)
 {
-    return findDefinition(build, scope, type, &Scope::typedefs, &QY_MOD::typedefs, "type");
+    return FindDefinition(build, scope, type, &Scope::typedefs, &QY_MOD::typedefs, "type");
 }
 
-Grouping *findGrouping(Build &build, Scope *scope, const Statement *uses)
+Grouping *FindGrouping(Build &build, Scope *scope, const Statement *uses)
 {
-    return findDefinition(build, scope, uses, &Scope::groupings, &QY_MOD::groupings, "grouping");
+    return FindDefinition(build, scope, uses, &Scope::groupings, &QY_MOD::groupings, "grouping");
 }
 
-Identity *findIdentity(Build &build, Unit &unit, const Statement *base)
+Identity *FindIdentity(Build &build, Unit &unit, const Statement *base)
 {
-    Reference reference = splitReference(base->argument);
-    QY_MOD *module = build.moduleOf(unit, base, reference);
+    Reference reference = SplitReference(base->argument);
+    QY_MOD *module = build.ModuleOf(unit, base, reference);
     if (module == nullptr)
         return nullptr;
-    Identity *identity = module->identities.find(reference.name);
+    Identity *identity = module->identities.Find(reference.name);
     if (identity == nullptr)
-        build.failUnknown(unit, base, "identity", base->argument,
-                          [module](auto &&offer) { forEachNameIn(module->identities, offer); });
+        build.FailUnknown(unit, base, "identity", base->argument,
+                          [module](auto &&offer) { ForEachNameIn(module->identities, offer); });
     return identity;
 }
 

@@ -6,17 +6,17 @@
 namespace qxyang {
 
 /* Registers the typedefs, groupings, identities, features and extensions that stand directly in the module's files. */
-void collectDefinitions(Build &build);
+void CollectDefinitions(Build &build);
 
 /* Registers the typedefs and groupings directly in a statement: a new scope, or the outer one when there are none. */
-Scope *scopeOf(Build &build, const Statement *statement, Scope *outer);
+Scope *ScopeOf(Build &build, const Statement *statement, Scope *outer);
 
 /* The identities' bases, and no cycles among them. */
-void checkIdentities(Build &build);
+void CheckIdentities(Build &build);
 
 /* What a reference refers to, or null: the failure is recorded. */
-Typedef *findTypedef(Build &build, Scope *scope, const Statement *type);
-Grouping *findGrouping(Build &build, Scope *scope, const Statement *uses);
-Identity *findIdentity(Build &build, Unit &unit, const Statement *base);
+Typedef *FindTypedef(Build &build, Scope *scope, const Statement *type);
+Grouping *FindGrouping(Build &build, Scope *scope, const Statement *uses);
+Identity *FindIdentity(Build &build, Unit &unit, const Statement *base);
 
 }  // namespace qxyang

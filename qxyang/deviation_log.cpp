@@ -8,19 +8,19 @@ namespace qxyang {
 namespace {
 
 /* The node's extension instances, apart from those that replaced them on request. */
-const ExtensionSet *&ownExtensions(QY_NODE *node)
+const ExtensionSet *&OwnExtensions(QY_NODE *node)
 {
-    if ((node->flags & kNodeOwnSet) == 0)
+    if ((node->flags & NODE_OWN_SET) == 0)
         return node->extensions;
     return node->module->replacedSets.find(node)->second.own;
 }
 
-size_t countOf(const ExtensionSet *set)
+size_t CountOf(const ExtensionSet *set)
 {
     return set != nullptr ? set->count : 0;
 }
 
-bool isSameArgument(const char *left, const char *right)
+bool IsSameArgument(const char *left, const char *right)
 {
     if (left == nullptr || right == nullptr)
         return left == right;
@@ -28,32 +28,32 @@ bool isSameArgument(const char *left, const char *right)
 }
 
 /* Whether the change takes the instance away. */
-bool takesAway(const Deviation &change, const QY_EXT &instance)
+bool TakesAway(const Deviation &change, const QY_EXT &instance)
 {
-    if (change.kind == Deviation::Kind::kAddExtensions)
+    if (change.kind == Deviation::Kind::AddExtensions)
         return false;
     return std::any_of(change.operand->begin(), change.operand->end(), [&](const QY_EXT &named) {
-        bool replaced = change.kind == Deviation::Kind::kReplaceExtensions;
-        return named.name == instance.name && (replaced || isSameArgument(named.argument, instance.argument));
+        bool replaced = change.kind == Deviation::Kind::ReplaceExtensions;
+        return named.name == instance.name && (replaced || IsSameArgument(named.argument, instance.argument));
     });
 }
 
 }  // namespace
 
-bool DeviationLog::changesExtensions(const Deviation &change)
+bool DeviationLog::ChangesExtensions(const Deviation &change)
 {
-    return change.kind != Deviation::Kind::kRemove && change.kind != Deviation::Kind::kType;
+    return change.kind != Deviation::Kind::Remove && change.kind != Deviation::Kind::Type;
 }
 
 /* The set after the change: instances taken away leave their place to nobody, added ones follow at the end. */
-OwnedSet DeviationLog::changed(const ExtensionSet *set, const Deviation &change)
+OwnedSet DeviationLog::Changed(const ExtensionSet *set, const Deviation &change)
 {
-    bool adds = change.kind != Deviation::Kind::kDeleteExtensions;
-    size_t room = countOf(set) + (adds ? change.operand->count : 0);
+    bool adds = change.kind != Deviation::Kind::DeleteExtensions;
+    size_t room = CountOf(set) + (adds ? change.operand->count : 0);
     OwnedSet result(new (::operator new(sizeof(ExtensionSet) + room * sizeof(QY_EXT))) ExtensionSet{0});
     if (set != nullptr)
         for (const QY_EXT &instance : *set)
-            if (!takesAway(change, instance))
+            if (!TakesAway(change, instance))
                 result->begin()[result->count++] = instance;
     if (adds)
         for (const QY_EXT &instance : *change.operand)
@@ -61,38 +61,38 @@ OwnedSet DeviationLog::changed(const ExtensionSet *set, const Deviation &change)
     return result;
 }
 
-const ExtensionSet *DeviationLog::Deviated::effectiveExtensions() const
+const ExtensionSet *DeviationLog::Deviated::EffectiveExtensions() const
 {
     for (auto change = changes.rbegin(); change != changes.rend(); ++change)
-        if (changesExtensions(*change))
+        if (ChangesExtensions(*change))
             return change->result.get();
     return extensions;
 }
 
-const Deviation *DeviationLog::Deviated::typeChange() const
+const Deviation *DeviationLog::Deviated::TypeChange() const
 {
     for (auto change = changes.rbegin(); change != changes.rend(); ++change)
-        if (change->kind == Deviation::Kind::kType)
+        if (change->kind == Deviation::Kind::Type)
             return &*change;
     return nullptr;
 }
 
-bool DeviationLog::Deviated::isRemoved() const
+bool DeviationLog::Deviated::IsRemoved() const
 {
     return std::any_of(changes.begin(), changes.end(),
-                       [](const Deviation &change) { return change.kind == Deviation::Kind::kRemove; });
+                       [](const Deviation &change) { return change.kind == Deviation::Kind::Remove; });
 }
 
-void DeviationLog::apply(QY_NODE *node, Deviation change)
+void DeviationLog::Apply(QY_NODE *node, Deviation change)
 {
     QY_MOD *by = change.by;
     by->deviated.push_back(node);
     try {
-        Deviated &deviated = deviatedNode(node);
-        if (changesExtensions(change))
-            change.result = changed(deviated.effectiveExtensions(), change);
+        Deviated &deviated = DeviatedNode(node);
+        if (ChangesExtensions(change))
+            change.result = Changed(deviated.EffectiveExtensions(), change);
         deviated.changes.push_back(std::move(change));
-        show(node, deviated);
+        Show(node, deviated);
     } catch (...) {
         by->deviated.pop_back();
         throw;
@@ -100,19 +100,19 @@ void DeviationLog::apply(QY_NODE *node, Deviation change)
 }
 
 /* The node's entry: a new one, which may stay without changes, holds what the node is without deviations. */
-DeviationLog::Deviated &DeviationLog::deviatedNode(QY_NODE *node)
+DeviationLog::Deviated &DeviationLog::DeviatedNode(QY_NODE *node)
 {
     auto entry = nodes_.try_emplace(node).first;
     Deviated &deviated = entry->second;
     if (deviated.changes.empty()) {
-        deviated.extensions = ownExtensions(node);
-        deviated.type = isLeaf(node) ? node->type : nullptr;
-        deviated.target = isLeaf(node) ? node->target : nullptr;
+        deviated.extensions = OwnExtensions(node);
+        deviated.type = IsLeaf(node) ? node->type : nullptr;
+        deviated.target = IsLeaf(node) ? node->target : nullptr;
     }
     return deviated;
 }
 
-void DeviationLog::setTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target)
+void DeviationLog::SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target)
 {
     auto entry = nodes_.find(leaf);
     if (entry == nodes_.end())
@@ -120,28 +120,28 @@ void DeviationLog::setTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target
     if (entry->second.type == type)
         entry->second.target = target;
     for (Deviation &change : entry->second.changes)
-        if (change.kind == Deviation::Kind::kType && change.type == type)
+        if (change.kind == Deviation::Kind::Type && change.type == type)
             change.target = target;
 }
 
 /* Makes the node look as its changes say. */
-void DeviationLog::show(QY_NODE *node, const Deviated &deviated)
+void DeviationLog::Show(QY_NODE *node, const Deviated &deviated)
 {
-    ownExtensions(node) = deviated.effectiveExtensions();
-    setRemoved(node, deviated.isRemoved());
-    if (!isLeaf(node))
+    OwnExtensions(node) = deviated.EffectiveExtensions();
+    SetRemoved(node, deviated.IsRemoved());
+    if (!IsLeaf(node))
         return;
-    const Deviation *change = deviated.typeChange();
+    const Deviation *change = deviated.TypeChange();
     node->type = change != nullptr ? change->type : deviated.type;
     node->target = change != nullptr ? change->target : deviated.target;
 }
 
-void DeviationLog::setRemoved(QY_NODE *node, bool removed)
+void DeviationLog::SetRemoved(QY_NODE *node, bool removed)
 {
-    if (((node->flags & kNodeRemoved) != 0) == removed)
+    if (((node->flags & NODE_REMOVED) != 0) == removed)
         return;
-    node->flags ^= kNodeRemoved;
-    if ((node->flags & kNodeIsKey) == 0)
+    node->flags ^= NODE_REMOVED;
+    if ((node->flags & NODE_IS_KEY) == 0)
         return;
     if (removed)
         --node->parent->keyCount;
@@ -149,7 +149,7 @@ void DeviationLog::setRemoved(QY_NODE *node, bool removed)
         ++node->parent->keyCount;
 }
 
-DeviationLog::Removal DeviationLog::prepareRemoval(const std::vector<std::unique_ptr<QY_MOD>> &modules)
+DeviationLog::Removal DeviationLog::PrepareRemoval(const std::vector<std::unique_ptr<QY_MOD>> &modules)
 {
     Removal removal;
     for (const auto &module : modules) {
@@ -162,14 +162,14 @@ DeviationLog::Removal DeviationLog::prepareRemoval(const std::vector<std::unique
             const ExtensionSet *below = entry->second.extensions;
             bool stale = false;
             for (Deviation &change : entry->second.changes) {
-                if (!changesExtensions(change))
+                if (!ChangesExtensions(change))
                     continue;
                 if (change.by->dying) {
                     stale = true;
                     continue;
                 }
                 if (stale) {
-                    OwnedSet result = changed(below, change);
+                    OwnedSet result = Changed(below, change);
                     below = result.get();
                     removal.results_.emplace_back(&change, std::move(result));
                 } else {
@@ -181,7 +181,7 @@ DeviationLog::Removal DeviationLog::prepareRemoval(const std::vector<std::unique
     return removal;
 }
 
-void DeviationLog::remove(const std::vector<std::unique_ptr<QY_MOD>> &modules, Removal removal) noexcept
+void DeviationLog::Remove(const std::vector<std::unique_ptr<QY_MOD>> &modules, Removal removal) noexcept
 {
     for (auto &[change, result] : removal.results_)
         change->result.swap(result);
@@ -194,7 +194,7 @@ void DeviationLog::remove(const std::vector<std::unique_ptr<QY_MOD>> &modules, R
                 continue;
             Deviated &deviated = entry->second;
             std::erase_if(deviated.changes, [](const Deviation &change) { return change.by->dying; });
-            show(node, deviated);
+            Show(node, deviated);
             if (deviated.changes.empty())
                 nodes_.erase(entry);
         }

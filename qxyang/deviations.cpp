@@ -10,38 +10,38 @@ namespace qxyang {
 namespace {
 
 /* What a deviate may set on a node of that type. */
-uint16_t deviableOn(uint8_t kind)
+uint16_t DeviableOn(uint8_t kind)
 {
-    constexpr uint16_t kValued = kSetsConfig | kSetsMust | kSetsUnits | kSetsDefault | kSetsType;
-    constexpr uint16_t kCounted = kSetsMinElements | kSetsMaxElements;
+    constexpr uint16_t VALUED = SETS_CONFIG | SETS_MUST | SETS_UNITS | SETS_DEFAULT | SETS_TYPE;
+    constexpr uint16_t COUNTED = SETS_MIN_ELEMENTS | SETS_MAX_ELEMENTS;
     switch (kind) {
         case QY_NODE_TYPE_CONTAINER:
-            return kSetsConfig | kSetsMust;
+            return SETS_CONFIG | SETS_MUST;
         case QY_NODE_TYPE_LEAF:
-            return kValued | kSetsMandatory;
+            return VALUED | SETS_MANDATORY;
         case QY_NODE_TYPE_LEAF_LIST:
-            return kValued | kCounted;
+            return VALUED | COUNTED;
         case QY_NODE_TYPE_LIST:
-            return kSetsConfig | kSetsMust | kSetsUnique | kCounted;
+            return SETS_CONFIG | SETS_MUST | SETS_UNIQUE | COUNTED;
         case QY_NODE_TYPE_CHOICE:
-            return kSetsConfig | kSetsDefault | kSetsMandatory;
+            return SETS_CONFIG | SETS_DEFAULT | SETS_MANDATORY;
         case QY_NODE_TYPE_ANYXML:
         case QY_NODE_TYPE_ANYDATA:
-            return kSetsConfig | kSetsMust | kSetsMandatory;
+            return SETS_CONFIG | SETS_MUST | SETS_MANDATORY;
         case QY_NODE_TYPE_INPUT:
         case QY_NODE_TYPE_OUTPUT:
         case QY_NODE_TYPE_NOTIFICATION:
-            return kSetsMust;
+            return SETS_MUST;
         default:
             return 0;
     }
 }
 
-Deviation::Kind extensionChange(DeviateKind kind)
+Deviation::Kind ExtensionChange(DeviateKind kind)
 {
-    if (kind == DeviateKind::kAdd)
-        return Deviation::Kind::kAddExtensions;
-    return kind == DeviateKind::kReplace ? Deviation::Kind::kReplaceExtensions : Deviation::Kind::kDeleteExtensions;
+    if (kind == DeviateKind::Add)
+        return Deviation::Kind::AddExtensions;
+    return kind == DeviateKind::Replace ? Deviation::Kind::ReplaceExtensions : Deviation::Kind::DeleteExtensions;
 }
 
 class Deviator {
@@ -51,65 +51,65 @@ class Deviator {
     {
     }
 
-    void apply(const Statement *deviation)
+    void Apply(const Statement *deviation)
     {
         deviation_ = deviation;
         SchemaPath path;
         QY_NODE *node = nullptr;
-        if (path.parse(build_, *scope_->unit, deviation, true))
-            node = path.follow(build_, *scope_->unit, deviation);
+        if (path.Parse(build_, *scope_->unit, deviation, true))
+            node = path.Follow(build_, *scope_->unit, deviation);
         if (node == nullptr)
             return;
         for (const Statement *child = deviation->first; child != nullptr; child = child->next)
-            if (child->keyword == Kw::kDeviate)
-                deviate(child, node);
+            if (child->keyword == Kw::Deviate)
+                Deviate(child, node);
     }
 
   private:
-    void deviate(const Statement *deviate, QY_NODE *node)
+    void Deviate(const Statement *deviate, QY_NODE *node)
     {
         auto kind = static_cast<DeviateKind>(deviate->detail);
-        if (kind == DeviateKind::kNotSupported) {
+        if (kind == DeviateKind::NotSupported) {
             if (node->kind == QY_NODE_TYPE_INPUT || node->kind == QY_NODE_TYPE_OUTPUT)
-                return fail(deviate, describeNode(node) + " cannot be left out");
-            return log_.apply(node, {&build_.module, Deviation::Kind::kRemove});
+                return Fail(deviate, DescribeNode(node) + " cannot be left out");
+            return log_.Apply(node, {&build_.module, Deviation::Kind::Remove});
         }
-        if ((deviate->properties & ~deviableOn(node->kind)) != 0)
-            fail(deviate, describeNode(node) + " has nothing of that kind to " + deviate->argument);
-        if (const Statement *type = findChild(deviate, Kw::kType); type != nullptr && isLeaf(node))
-            replaceType(type, node);
-        if (const ExtensionSet *operand = extensionsOf(build_, *scope_->unit, deviate))
-            changeExtensions(deviate, operand, node);
+        if ((deviate->properties & ~DeviableOn(node->kind)) != 0)
+            Fail(deviate, DescribeNode(node) + " has nothing of that kind to " + deviate->argument);
+        if (const Statement *type = FindChild(deviate, Kw::Type); type != nullptr && IsLeaf(node))
+            ReplaceType(type, node);
+        if (const ExtensionSet *operand = ExtensionsOf(build_, *scope_->unit, deviate))
+            ChangeExtensions(deviate, operand, node);
     }
 
-    void replaceType(const Statement *statement, QY_NODE *node)
+    void ReplaceType(const Statement *statement, QY_NODE *node)
     {
-        Deviation change{&build_.module, Deviation::Kind::kType};
-        change.type = builder_.types().compile(statement, scope_);
-        log_.apply(node, std::move(change));
+        Deviation change{&build_.module, Deviation::Kind::Type};
+        change.type = builder_.Types().Compile(statement, scope_);
+        log_.Apply(node, std::move(change));
         if (node->type->refers)
-            builder_.awaitTargets(node, scope_->unit, statement);
+            builder_.AwaitTargets(node, scope_->unit, statement);
     }
 
-    void changeExtensions(const Statement *deviate, const ExtensionSet *operand, QY_NODE *node)
+    void ChangeExtensions(const Statement *deviate, const ExtensionSet *operand, QY_NODE *node)
     {
         auto kind = static_cast<DeviateKind>(deviate->detail);
         for (const QY_EXT &named : *operand) {
             auto matches = [&named](const QY_EXT &instance) { return instance.name == named.name; };
             const ExtensionSet *set = node->extensions;
-            if (kind == DeviateKind::kAdd || (set != nullptr && std::any_of(set->begin(), set->end(), matches)))
+            if (kind == DeviateKind::Add || (set != nullptr && std::any_of(set->begin(), set->end(), matches)))
                 continue;
-            return fail(deviate, describeNode(node) + " has no extension statement " + quoted(named.name->name) +
+            return Fail(deviate, DescribeNode(node) + " has no extension statement " + Quoted(named.name->name) +
                                      " to " + deviate->argument);
         }
-        Deviation change{&build_.module, extensionChange(kind)};
+        Deviation change{&build_.module, ExtensionChange(kind)};
         change.operand = operand;
-        log_.apply(node, std::move(change));
+        log_.Apply(node, std::move(change));
     }
 
-    void fail(const Statement *statement, std::string_view what)
+    void Fail(const Statement *statement, std::string_view what)
     {
-        build_.fail(*scope_->unit, statement, "deviation " + quoted(deviation_->argument) + ": " + std::string(what));
+        build_.Fail(*scope_->unit, statement, "deviation " + Quoted(deviation_->argument) + ": " + std::string(what));
     }
 
     Build &build_;
@@ -121,13 +121,13 @@ class Deviator {
 
 }  // namespace
 
-void applyDeviations(Build &build, TreeBuilder &builder)
+void ApplyDeviations(Build &build, TreeBuilder &builder)
 {
     for (Unit *unit : build.units) {
-        Deviator deviator(build, builder, build.unitScope(*unit));
+        Deviator deviator(build, builder, build.UnitScope(*unit));
         for (const Statement *statement = unit->root->first; statement != nullptr; statement = statement->next)
-            if (statement->keyword == Kw::kDeviation)
-                deviator.apply(statement);
+            if (statement->keyword == Kw::Deviation)
+                deviator.Apply(statement);
     }
 }
 

@@ -6,6 +6,6 @@
 namespace qxyang {
 
 /* Applies the module's deviations in statement order. */
-void applyDeviations(Build &build, TreeBuilder &builder);
+void ApplyDeviations(Build &build, TreeBuilder &builder);
 
 }  // namespace qxyang

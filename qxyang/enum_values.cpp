@@ -19,73 +19,73 @@ class ValueList {
         if (base_ == nullptr)
             return;
         for (uint32_t i = 0; i < base_->count; ++i)
-            baseNames_.insert(const_cast<EnumValue *>(&base_->values[i]));
+            baseNames_.Insert(const_cast<EnumValue *>(&base_->values[i]));
     }
 
-    const EnumSet *compile()
+    const EnumSet *Compile()
     {
         size_t count = 0;
         for (const Statement *child = type_->first; child != nullptr; child = child->next)
-            count += isValue(child) ? 1 : 0;
-        auto *values = build_.module.records.makeArray<EnumValue>(count);
+            count += IsValue(child) ? 1 : 0;
+        auto *values = build_.module.records.MakeArray<EnumValue>(count);
         uint32_t made = 0;
         for (const Statement *child = type_->first; child != nullptr; child = child->next)
-            if (isValue(child) && !add(values[made++], child))
+            if (IsValue(child) && !Add(values[made++], child))
                 return nullptr;
-        if (!checkUnique(values, made))
+        if (!CheckUnique(values, made))
             return nullptr;
-        return build_.module.records.make<EnumSet>(made, values);
+        return build_.module.records.Make<EnumSet>(made, values);
     }
 
   private:
-    bool isValue(const Statement *statement) const { return statement->keyword == (isBits_ ? Kw::kBit : Kw::kEnum); }
+    bool IsValue(const Statement *statement) const { return statement->keyword == (isBits_ ? Kw::Bit : Kw::Enum); }
 
-    bool add(EnumValue &value, const Statement *statement)
+    bool Add(EnumValue &value, const Statement *statement)
     {
         value.name = statement->argument;
-        if (names_.insert(&value) != nullptr)
-            return reject(statement, "second " + what() + " " + quoted(value.name));
+        if (names_.Insert(&value) != nullptr)
+            return Reject(statement, "second " + What() + " " + Quoted(value.name));
         bool isGiven = false;
-        if (const Statement *given = findChild(statement, isBits_ ? Kw::kPosition : Kw::kValue)) {
+        if (const Statement *given = FindChild(statement, isBits_ ? Kw::Position : Kw::Value)) {
             std::string_view text = given->argument;
             std::from_chars(text.data(), text.data() + text.size(), value.value);
             isGiven = true;
         }
-        value.condition = conditionsOf(build_, unit_, statement);
-        return base_ != nullptr ? takeOver(value, isGiven, statement) : assign(value, isGiven, statement);
+        value.condition = ConditionsOf(build_, unit_, statement);
+        return base_ != nullptr ? TakeOver(value, isGiven, statement) : Assign(value, isGiven, statement);
     }
 
     /* Without a value of its own, one more than the highest so far. */
-    bool assign(EnumValue &value, bool isGiven, const Statement *statement)
+    bool Assign(EnumValue &value, bool isGiven, const Statement *statement)
     {
         if (!isGiven) {
-            if (next_ > limit())
-                return reject(statement, what() + " " + quoted(value.name) + " needs a " + valueWord() +
+            if (next_ > Limit())
+                return Reject(statement, What() + " " + Quoted(value.name) + " needs a " + ValueWord() +
                                              ": the highest possible one is in use");
             value.value = next_;
         }
-        next_ = names_.size() == 1 ? value.value + 1 : std::max(next_, value.value + 1);
+        next_ = names_.Size() == 1 ? value.value + 1 : std::max(next_, value.value + 1);
         return true;
     }
 
     /* A type that restricts another keeps the values of the names that it keeps. */
-    bool takeOver(EnumValue &value, bool isGiven, const Statement *statement)
+    bool TakeOver(EnumValue &value, bool isGiven, const Statement *statement)
     {
-        const EnumValue *base = baseNames_.find(value.name);
+        const EnumValue *base = baseNames_.Find(value.name);
         if (base == nullptr) {
             NearestName nearest(value.name);
-            forEachNameIn(baseNames_, [&nearest](std::string_view name) { nearest.offer(name); });
-            return reject(statement, what() + " " + quoted(value.name) + " is not in the type that is restricted" +
-                                         nearest.hint());
+            ForEachNameIn(baseNames_, [&nearest](std::string_view name) { nearest.Offer(name); });
+            return Reject(statement, What() + " " + Quoted(value.name) + " is not in the type that is restricted" +
+                                         nearest.Hint());
         }
         if (isGiven && value.value != base->value)
-            return reject(statement, what() + " " + quoted(value.name) + " has the " + valueWord() + " " +
+            return Reject(statement, What() + " " + Quoted(value.name) + " has the " + ValueWord() + " " +
                                          std::to_string(base->value) + " in the type that is restricted");
         value.value = base->value;
         return true;
     }
 
-    bool checkUnique(const EnumValue *values, uint32_t count)
+    bool CheckUnique(const EnumValue *values, uint32_t count)
     {
         std::vector<int64_t> sorted;
         sorted.reserve(count);
@@ -98,25 +98,25 @@ class ValueList {
         bool seen = false;
         const EnumValue *value = values;
         for (const Statement *child = type_->first; child != nullptr; child = child->next) {
-            if (!isValue(child) || (value++)->value != *twice)
+            if (!IsValue(child) || (value++)->value != *twice)
                 continue;
             if (seen)
-                return reject(child, what() + " " + quoted(child->argument) + " has the " + valueWord() + " " +
+                return Reject(child, What() + " " + Quoted(child->argument) + " has the " + ValueWord() + " " +
                                          std::to_string(*twice) + " of another");
             seen = true;
         }
         return false;
     }
 
-    bool reject(const Statement *statement, std::string_view sentence)
+    bool Reject(const Statement *statement, std::string_view sentence)
     {
-        build_.fail(unit_, statement, sentence);
+        build_.Fail(unit_, statement, sentence);
         return false;
     }
 
-    std::string what() const { return isBits_ ? "bit" : "enum"; }
-    std::string valueWord() const { return isBits_ ? "position" : "value"; }
-    int64_t limit() const
+    std::string What() const { return isBits_ ? "bit" : "enum"; }
+    std::string ValueWord() const { return isBits_ ? "position" : "value"; }
+    int64_t Limit() const
     {
         return isBits_ ? int64_t{std::numeric_limits<uint32_t>::max()} : int64_t{std::numeric_limits<int32_t>::max()};
     }
@@ -133,9 +133,9 @@ class ValueList {
 
 }  // namespace
 
-const EnumSet *compileValues(Build &build, Unit &unit, const Statement *type, const QY_TYPE &base)
+const EnumSet *CompileValues(Build &build, Unit &unit, const Statement *type, const QY_TYPE &base)
 {
-    return ValueList(build, unit, type, base).compile();
+    return ValueList(build, unit, type, base).Compile();
 }
 
 }  // namespace qxyang

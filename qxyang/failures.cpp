@@ -4,25 +4,25 @@
 
 namespace qxyang {
 
-void Failures::add(Source &source, uint32_t offset, std::string_view sentence)
+void Failures::Add(Source &source, uint32_t offset, std::string_view sentence)
 {
-    if (count_++ >= limits::kFailures)
+    if (count_++ >= limits::FAILURES)
         return;
-    Position position = source.locate(offset);
-    std::string text = source.path();
+    Position position = source.Locate(offset);
+    std::string text = source.Path();
     text.append(":").append(std::to_string(position.line)).append(":").append(std::to_string(position.column));
     text.append(": ").append(sentence);
-    failures_.push_back({source.module(), source.path(), position.line, position.column, std::move(text)});
+    failures_.push_back({source.Module(), source.Path(), position.line, position.column, std::move(text)});
 }
 
-void Failures::add(std::string_view module, std::string_view sentence)
+void Failures::Add(std::string_view module, std::string_view sentence)
 {
-    if (count_++ >= limits::kFailures)
+    if (count_++ >= limits::FAILURES)
         return;
     failures_.push_back({std::string(module), {}, 0, 0, std::string(sentence)});
 }
 
-uint32_t Failures::scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const
+uint32_t Failures::Scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const
 {
     auto orNull = [](const std::string &text) { return text.empty() ? nullptr : text.c_str(); };
     for (const Failure &failure : failures_) {

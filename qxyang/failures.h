@@ -25,29 +25,29 @@ struct Failure {
 /* Records failures up to a limit; what comes after it only counts. */
 class Failures {
   public:
-    void clear()
+    void Clear()
     {
         failures_.clear();
         count_ = 0;
         outOfMemory_ = false;
     }
 
-    void add(Source &source, uint32_t offset, std::string_view sentence);
+    void Add(Source &source, uint32_t offset, std::string_view sentence);
 
     /* A failure that no place in a file explains. */
-    void add(std::string_view module, std::string_view sentence);
+    void Add(std::string_view module, std::string_view sentence);
 
     /* Memory ran out: needs none itself. */
-    void addOutOfMemory() noexcept { outOfMemory_ = true; }
+    void AddOutOfMemory() noexcept { outOfMemory_ = true; }
 
     /* Failures met so far, recorded or not: compare two counts to learn whether a stage failed. */
-    size_t count() const { return count_; }
+    size_t Count() const { return count_; }
 
-    bool full() const { return count_ >= limits::kFailures; }
+    bool Full() const { return count_ >= limits::FAILURES; }
 
-    const std::vector<Failure> &recorded() const { return failures_; }
+    const std::vector<Failure> &Recorded() const { return failures_; }
 
-    uint32_t scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const;
+    uint32_t Scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const;
 
   private:
     std::vector<Failure> failures_;

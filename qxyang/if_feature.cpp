@@ -10,7 +10,7 @@ class FeatureCompiler {
   public:
     explicit FeatureCompiler(Build &build) : build_(build) {}
 
-    void compile(Feature &feature);
+    void Compile(Feature &feature);
 
   private:
     Build &build_;
@@ -26,23 +26,23 @@ class ExpressionParser {
     }
 
     /* False: the failure is recorded. */
-    bool parse(FeatureExpression &expression);
+    bool Parse(FeatureExpression &expression);
 
   private:
     enum class Waiting : uint8_t {
-        kParenthesis,
-        kOr,
-        kAnd,
-        kNot
+        Parenthesis,
+        Or,
+        And,
+        Not
     }; /* in the order of precedence */
 
-    std::string_view takeToken();
-    bool takeOperand(std::string_view token);
-    bool takeOperator(std::string_view token);
-    bool pushFeature(std::string_view token);
-    void push(Waiting waiting) { waiting_.push_back(waiting); }
-    void reduce(Waiting least);
-    bool reject(std::string_view what);
+    std::string_view TakeToken();
+    bool TakeOperand(std::string_view token);
+    bool TakeOperator(std::string_view token);
+    bool PushFeature(std::string_view token);
+    void Push(Waiting waiting) { waiting_.push_back(waiting); }
+    void Reduce(Waiting least);
+    bool Reject(std::string_view what);
 
     Build &build_;
     Unit &unit_;
@@ -54,127 +54,127 @@ class ExpressionParser {
     bool wantsOperand_ = true;
 };
 
-bool ExpressionParser::parse(FeatureExpression &expression)
+bool ExpressionParser::Parse(FeatureExpression &expression)
 {
     rest_ = statement_->argument;
-    if (!unit_.isVersion11 && !isReference(rest_))
-        return reject("in YANG version 1 it is the name of one feature");
-    for (std::string_view token = takeToken(); !token.empty(); token = takeToken()) {
-        if (!(wantsOperand_ ? takeOperand(token) : takeOperator(token)))
+    if (!unit_.isVersion11 && !IsReference(rest_))
+        return Reject("in YANG version 1 it is the name of one feature");
+    for (std::string_view token = TakeToken(); !token.empty(); token = TakeToken()) {
+        if (!(wantsOperand_ ? TakeOperand(token) : TakeOperator(token)))
             return false;
-        if (waiting_.size() > limits::kExpressionDepth)
-            return reject("it is nested deeper than " + std::to_string(limits::kExpressionDepth) + " levels");
+        if (waiting_.size() > limits::EXPRESSION_DEPTH)
+            return Reject("it is nested deeper than " + std::to_string(limits::EXPRESSION_DEPTH) + " levels");
     }
     if (wantsOperand_)
-        return reject("a feature is missing at its end");
-    reduce(Waiting::kOr);
+        return Reject("a feature is missing at its end");
+    Reduce(Waiting::Or);
     if (!waiting_.empty())
-        return reject("a ')' is missing");
+        return Reject("a ')' is missing");
     Arena &arena = build_.module.records;
-    auto *steps = arena.makeArray<FeatureStep>(steps_.size());
+    auto *steps = arena.MakeArray<FeatureStep>(steps_.size());
     std::copy(steps_.begin(), steps_.end(), steps);
     expression = {static_cast<uint32_t>(steps_.size()), steps};
     return true;
 }
 
-std::string_view ExpressionParser::takeToken()
+std::string_view ExpressionParser::TakeToken()
 {
-    while (!rest_.empty() && isSpace(rest_.front()))
+    while (!rest_.empty() && IsSpace(rest_.front()))
         rest_.remove_prefix(1);
     auto isParenthesis = [](char c) { return c == '(' || c == ')'; };
     size_t length = 0;
     if (!rest_.empty() && isParenthesis(rest_.front()))
         length = 1;
     else
-        while (length < rest_.size() && !isSpace(rest_[length]) && !isParenthesis(rest_[length]))
+        while (length < rest_.size() && !IsSpace(rest_[length]) && !isParenthesis(rest_[length]))
             ++length;
     std::string_view token = rest_.substr(0, length);
     rest_.remove_prefix(length);
     return token;
 }
 
-bool ExpressionParser::takeOperand(std::string_view token)
+bool ExpressionParser::TakeOperand(std::string_view token)
 {
     if (token == "(" || token == "not") {
-        push(token == "not" ? Waiting::kNot : Waiting::kParenthesis);
+        Push(token == "not" ? Waiting::Not : Waiting::Parenthesis);
         return true;
     }
     if (token == ")" || token == "and" || token == "or")
-        return reject("a feature is missing before " + quoted(token));
+        return Reject("a feature is missing before " + Quoted(token));
     wantsOperand_ = false;
-    return pushFeature(token);
+    return PushFeature(token);
 }
 
-bool ExpressionParser::takeOperator(std::string_view token)
+bool ExpressionParser::TakeOperator(std::string_view token)
 {
     if (token == "and" || token == "or") {
-        Waiting waiting = token == "and" ? Waiting::kAnd : Waiting::kOr;
-        reduce(waiting);
-        push(waiting);
+        Waiting waiting = token == "and" ? Waiting::And : Waiting::Or;
+        Reduce(waiting);
+        Push(waiting);
         wantsOperand_ = true;
         return true;
     }
     if (token != ")")
-        return reject("'and' or 'or' is missing before " + quoted(token));
-    reduce(Waiting::kOr);
+        return Reject("'and' or 'or' is missing before " + Quoted(token));
+    Reduce(Waiting::Or);
     if (waiting_.empty())
-        return reject("a '(' is missing");
+        return Reject("a '(' is missing");
     waiting_.pop_back();
     return true;
 }
 
 /* Moves operators that bind at least that strongly behind their operands. */
-void ExpressionParser::reduce(Waiting least)
+void ExpressionParser::Reduce(Waiting least)
 {
     for (; !waiting_.empty() && waiting_.back() >= least; waiting_.pop_back()) {
         Waiting waiting = waiting_.back();
-        auto kind = waiting == Waiting::kNot   ? FeatureStep::kNot
-                    : waiting == Waiting::kAnd ? FeatureStep::kAnd
-                                               : FeatureStep::kOr;
+        auto kind = waiting == Waiting::Not   ? FeatureStep::Kind::Not
+                    : waiting == Waiting::And ? FeatureStep::Kind::And
+                                              : FeatureStep::Kind::Or;
         steps_.push_back({kind, nullptr});
     }
 }
 
-bool ExpressionParser::pushFeature(std::string_view token)
+bool ExpressionParser::PushFeature(std::string_view token)
 {
-    if (!isReference(token))
-        return reject(quoted(token) + " is no feature name");
-    Reference reference = splitReference(token);
-    QY_MOD *module = build_.moduleOf(unit_, statement_, reference);
+    if (!IsReference(token))
+        return Reject(Quoted(token) + " is no feature name");
+    Reference reference = SplitReference(token);
+    QY_MOD *module = build_.ModuleOf(unit_, statement_, reference);
     if (module == nullptr)
         return false;
-    Feature *feature = module->features.find(reference.name);
+    Feature *feature = module->features.Find(reference.name);
     if (feature == nullptr) {
-        build_.failUnknown(unit_, statement_, "feature", token,
-                           [module](auto &&offer) { forEachNameIn(module->features, offer); });
+        build_.FailUnknown(unit_, statement_, "feature", token,
+                           [module](auto &&offer) { ForEachNameIn(module->features, offer); });
         return false;
     }
     if (features_ != nullptr && module == &build_.module)
-        features_->compile(*feature);
-    steps_.push_back({FeatureStep::kFeature, feature});
+        features_->Compile(*feature);
+    steps_.push_back({srand, feature});
     return true;
 }
 
-bool ExpressionParser::reject(std::string_view what)
+bool ExpressionParser::Reject(std::string_view what)
 {
-    build_.fail(unit_, statement_, "if-feature " + quoted(statement_->argument) + ": " + std::string(what));
+    build_.Fail(unit_, statement_, "if-feature " + Quoted(statement_->argument) + ": " + std::string(what));
     return false;
 }
 
-const Condition *compileConditions(Build &build, Unit &unit, const Statement *statement, const Condition *list,
+const Condition *CompileConditions(Build &build, Unit &unit, const Statement *statement, const Condition *list,
                                    FeatureCompiler *features)
 {
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
-        if (child->keyword != Kw::kIfFeature)
+        if (child->keyword != Kw::IfFeature)
             continue;
         FeatureExpression expression;
-        if (ExpressionParser(build, unit, child, features).parse(expression))
-            list = build.module.records.make<Condition>(list, expression);
+        if (ExpressionParser(build, unit, child, features).Parse(expression))
+            list = build.module.records.Make<Condition>(list, expression);
     }
     return list;
 }
 
-uint32_t longestChain(const Condition *condition)
+uint32_t LongestChain(const Condition *condition)
 {
     uint32_t longest = 0;
     for (; condition != nullptr; condition = condition->next)
@@ -184,49 +184,49 @@ uint32_t longestChain(const Condition *condition)
     return longest;
 }
 
-void FeatureCompiler::compile(Feature &feature)
+void FeatureCompiler::Compile(Feature &feature)
 {
     if (feature.chain != 0)
         return;
     auto nameOf = [](const Feature *entry) { return std::string_view(entry->name); };
     if (feature.visiting) {
-        build_.fail(*feature.unit, feature.statement, "feature cycle: " + chainText(chain_, feature.name, nameOf));
+        build_.Fail(*feature.unit, feature.statement, "feature cycle: " + ChainText(chain_, feature.name, nameOf));
         return;
     }
-    bool tooLong = chain_.size() >= limits::kChain;
+    bool tooLong = chain_.size() >= limits::CHAIN;
     if (!tooLong) {
         feature.visiting = true;
         chain_.push_back(&feature);
-        feature.condition = compileConditions(build_, *feature.unit, feature.statement, nullptr, this);
-        feature.chain = 1 + longestChain(feature.condition);
+        feature.condition = CompileConditions(build_, *feature.unit, feature.statement, nullptr, this);
+        feature.chain = 1 + LongestChain(feature.condition);
         chain_.pop_back();
         feature.visiting = false;
-        tooLong = feature.chain > limits::kChain;
+        tooLong = feature.chain > limits::CHAIN;
     }
     if (!tooLong)
         return;
-    build_.fail(*feature.unit, feature.statement,
-                "feature " + quoted(feature.name) + " depends on a chain of more than " +
-                    std::to_string(limits::kChain) + " features");
+    build_.Fail(*feature.unit, feature.statement,
+                "feature " + Quoted(feature.name) + " depends on a chain of more than " +
+                    std::to_string(limits::CHAIN) + " features");
     throw LoadStopped{};
 }
 
 /* ---- evaluating ------------------------------------------------------------------------------------------------ */
 
 /* Each feature is evaluated once as long as no feature changes. */
-bool isEnabled(Feature &feature)
+bool IsEnabled(Feature &feature)
 {
     uint64_t epoch = feature.module->context->featureEpoch;
     if (feature.epoch == epoch)
         return feature.known;
     bool own = !feature.module->byName || feature.enabled;
-    feature.known = own && holds(feature.condition);
+    feature.known = own && Holds(feature.condition);
     feature.epoch = epoch;
     return feature.known;
 }
 
 /* Operands wait as bits of one word: the parser limits their number. */
-bool evaluate(const FeatureExpression &expression)
+bool Evaluate(const FeatureExpression &expression)
 {
     uint64_t stack = 0;
     for (uint32_t i = 0; i < expression.count; ++i) {
@@ -234,16 +234,16 @@ bool evaluate(const FeatureExpression &expression)
         uint64_t top = stack & 1;
         uint64_t below = stack >> 1 & 1;
         switch (step.kind) {
-            case FeatureStep::kFeature:
-                stack = stack << 1 | (isEnabled(*step.feature) ? 1 : 0);
+            case FeatureStep::Kind::Operand:
+                stack = stack << 1 | (IsEnabled(*step.feature) ? 1 : 0);
                 break;
-            case FeatureStep::kNot:
+            case FeatureStep::Kind::Not:
                 stack ^= 1;
                 break;
-            case FeatureStep::kAnd:
+            case FeatureStep::Kind::And:
                 stack = (stack >> 2) << 1 | (top & below);
                 break;
-            case FeatureStep::kOr:
+            case FeatureStep::Kind::Or:
                 stack = (stack >> 2) << 1 | (top | below);
                 break;
         }
@@ -253,30 +253,30 @@ bool evaluate(const FeatureExpression &expression)
 
 }  // namespace
 
-const Condition *conditionsOf(Build &build, Unit &unit, const Statement *statement, const Condition *list)
+const Condition *ConditionsOf(Build &build, Unit &unit, const Statement *statement, const Condition *list)
 {
-    return compileConditions(build, unit, statement, list, nullptr);
+    return CompileConditions(build, unit, statement, list, nullptr);
 }
 
-void compileFeatures(Build &build)
+void CompileFeatures(Build &build)
 {
     FeatureCompiler compiler(build);
     for (Unit *unit : build.units)
         for (Statement *statement = unit->root->first; statement != nullptr; statement = statement->next)
-            if (statement->keyword == Kw::kFeature)
-                if (Feature *feature = build.module.features.find(statement->argument))
-                    compiler.compile(*feature);
+            if (statement->keyword == Kw::Feature)
+                if (Feature *feature = build.module.features.Find(statement->argument))
+                    compiler.Compile(*feature);
 }
 
-bool holds(const Condition *condition)
+bool Holds(const Condition *condition)
 {
     for (; condition != nullptr; condition = condition->next)
-        if (!evaluate(condition->expression))
+        if (!Evaluate(condition->expression))
             return false;
     return true;
 }
 
-void setCondition(QY_NODE *node, const Condition *condition)
+void SetCondition(QY_NODE *node, const Condition *condition)
 {
     if (condition == nullptr)
         return;

@@ -7,19 +7,19 @@ namespace qxyang {
 
 /* Compiles all if-feature statements directly in a statement and puts them in front of a list. Wrong ones are recorded
  * and left out. */
-const Condition *conditionsOf(Build &build, Unit &unit, const Statement *statement, const Condition *list = nullptr);
+const Condition *ConditionsOf(Build &build, Unit &unit, const Statement *statement, const Condition *list = nullptr);
 
 /* Compiles the conditions of the module's own features and refuses cycles. */
-void compileFeatures(Build &build);
+void CompileFeatures(Build &build);
 
-bool holds(const Condition *condition);
+bool Holds(const Condition *condition);
 
 /* Node conditions are kept by their number, since few nodes have one. */
-inline const Condition *conditionOf(const QY_NODE *node)
+inline const Condition *ConditionOf(const QY_NODE *node)
 {
     return node->condition == 0 ? nullptr : node->module->conditions[node->condition - 1];
 }
 
-void setCondition(QY_NODE *node, const Condition *condition);
+void SetCondition(QY_NODE *node, const Condition *condition);
 
 }  // namespace qxyang

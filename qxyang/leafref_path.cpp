@@ -11,18 +11,18 @@ class PathParser {
     {
     }
 
-    const LeafrefPath *parse();
+    const LeafrefPath *Parse();
 
   private:
-    bool parseDereference();
-    bool parseStart();
-    bool parseSteps();
-    bool parseStep();
-    bool skipPredicate();
-    bool skipBalanced(char open, char close);
-    bool take(std::string_view text);
-    void skipSpace();
-    bool reject(std::string_view what);
+    bool ParseDereference();
+    bool ParseStart();
+    bool ParseSteps();
+    bool ParseStep();
+    bool SkipPredicate();
+    bool SkipBalanced(char open, char close);
+    bool Take(std::string_view text);
+    void SkipSpace();
+    bool Reject(std::string_view what);
 
     Build &build_;
     Unit &unit_;
@@ -34,96 +34,96 @@ class PathParser {
     bool dereferences_ = false;
 };
 
-const LeafrefPath *PathParser::parse()
+const LeafrefPath *PathParser::Parse()
 {
-    skipSpace();
-    bool good = rest_.starts_with("deref") ? parseDereference() : parseStart() && parseSteps();
+    SkipSpace();
+    bool good = rest_.starts_with("deref") ? ParseDereference() : ParseStart() && ParseSteps();
     if (!good)
         return nullptr;
     Arena &arena = build_.module.records;
-    auto *steps = arena.makeArray<PathStep>(steps_.size());
+    auto *steps = arena.MakeArray<PathStep>(steps_.size());
     std::copy(steps_.begin(), steps_.end(), steps);
-    return arena.make<LeafrefPath>(build_.module.texts.text(statement_->argument), &build_.module, steps,
+    return arena.Make<LeafrefPath>(build_.module.texts.Text(statement_->argument), &build_.module, steps,
                                    static_cast<uint32_t>(steps_.size()), up_, absolute_, dereferences_);
 }
 
 /* What it refers to depends on data, so only its form is looked at. */
-bool PathParser::parseDereference()
+bool PathParser::ParseDereference()
 {
-    take("deref");
-    skipSpace();
-    if (!skipBalanced('(', ')'))
-        return reject("the parentheses after 'deref' do not match");
+    Take("deref");
+    SkipSpace();
+    if (!SkipBalanced('(', ')'))
+        return Reject("the parentheses after 'deref' do not match");
     dereferences_ = true;
-    skipSpace();
-    return rest_.starts_with('/') ? true : reject("a '/' is missing after 'deref(...)'");
+    SkipSpace();
+    return rest_.starts_with('/') ? true : Reject("a '/' is missing after 'deref(...)'");
 }
 
-bool PathParser::parseStart()
+bool PathParser::ParseStart()
 {
-    if (take("/")) {
+    if (Take("/")) {
         absolute_ = true;
         return true;
     }
-    if (take("current()")) {
-        skipSpace();
-        if (!take("/"))
-            return reject("a '/' is missing after 'current()'");
-        skipSpace();
+    if (Take("current()")) {
+        SkipSpace();
+        if (!Take("/"))
+            return Reject("a '/' is missing after 'current()'");
+        SkipSpace();
     }
-    while (take("..")) {
-        if (++up_ > limits::kPathSteps)
-            return reject("it has more than " + std::to_string(limits::kPathSteps) + " steps");
-        skipSpace();
-        if (!take("/"))
-            return reject("it ends above a leaf");
-        skipSpace();
+    while (Take("..")) {
+        if (++up_ > limits::PATH_STEPS)
+            return Reject("it has more than " + std::to_string(limits::PATH_STEPS) + " steps");
+        SkipSpace();
+        if (!Take("/"))
+            return Reject("it ends above a leaf");
+        SkipSpace();
     }
-    return up_ > 0 ? true : reject("it begins with neither '/' nor '..'");
+    return up_ > 0 ? true : Reject("it begins with neither '/' nor '..'");
 }
 
-bool PathParser::parseSteps()
+bool PathParser::ParseSteps()
 {
     for (;;) {
-        if (!parseStep())
+        if (!ParseStep())
             return false;
-        skipSpace();
+        SkipSpace();
         if (rest_.empty())
             return true;
-        if (!take("/"))
-            return reject("a '/' is missing before " + quoted(rest_));
+        if (!Take("/"))
+            return Reject("a '/' is missing before " + Quoted(rest_));
     }
 }
 
-bool PathParser::parseStep()
+bool PathParser::ParseStep()
 {
-    skipSpace();
+    SkipSpace();
     size_t length = std::min(rest_.find_first_of("/[ \t\r\n"), rest_.size());
     std::string_view text = rest_.substr(0, length);
-    if (!isReference(text))
-        return reject(text.empty() ? "a name is missing" : quoted(text) + " is no name of a node");
-    if (steps_.size() == limits::kPathSteps)
-        return reject("it has more than " + std::to_string(limits::kPathSteps) + " steps");
+    if (!IsReference(text))
+        return Reject(text.empty() ? "a name is missing" : Quoted(text) + " is no name of a node");
+    if (steps_.size() == limits::PATH_STEPS)
+        return Reject("it has more than " + std::to_string(limits::PATH_STEPS) + " steps");
     rest_.remove_prefix(length);
-    Reference reference = splitReference(text);
-    QY_MOD *module = build_.moduleOf(unit_, statement_, reference);
+    Reference reference = SplitReference(text);
+    QY_MOD *module = build_.ModuleOf(unit_, statement_, reference);
     if (module == nullptr)
         return false;
-    steps_.push_back({reference.prefix.empty() ? nullptr : module, build_.module.texts.text(reference.name)});
-    return skipPredicate();
+    steps_.push_back({reference.prefix.empty() ? nullptr : module, build_.module.texts.Text(reference.name)});
+    return SkipPredicate();
 }
 
 /* Predicates choose among instances: the schema node is the same. */
-bool PathParser::skipPredicate()
+bool PathParser::SkipPredicate()
 {
-    for (skipSpace(); rest_.starts_with('['); skipSpace())
-        if (!skipBalanced('[', ']'))
-            return reject("a ']' is missing");
+    for (SkipSpace(); rest_.starts_with('['); SkipSpace())
+        if (!SkipBalanced('[', ']'))
+            return Reject("a ']' is missing");
     return true;
 }
 
 /* From an opening bracket behind the closing one that belongs to it; quoted texts may contain any of them. */
-bool PathParser::skipBalanced(char open, char close)
+bool PathParser::SkipBalanced(char open, char close)
 {
     size_t depth = 0;
     char quote = '\0';
@@ -147,7 +147,7 @@ bool PathParser::skipBalanced(char open, char close)
     return false;
 }
 
-bool PathParser::take(std::string_view text)
+bool PathParser::Take(std::string_view text)
 {
     if (!rest_.starts_with(text))
         return false;
@@ -155,23 +155,23 @@ bool PathParser::take(std::string_view text)
     return true;
 }
 
-void PathParser::skipSpace()
+void PathParser::SkipSpace()
 {
-    while (!rest_.empty() && isSpace(rest_.front()))
+    while (!rest_.empty() && IsSpace(rest_.front()))
         rest_.remove_prefix(1);
 }
 
-bool PathParser::reject(std::string_view what)
+bool PathParser::Reject(std::string_view what)
 {
-    build_.fail(unit_, statement_, "path " + quoted(statement_->argument) + ": " + std::string(what));
+    build_.Fail(unit_, statement_, "path " + Quoted(statement_->argument) + ": " + std::string(what));
     return false;
 }
 
 }  // namespace
 
-const LeafrefPath *parseLeafrefPath(Build &build, Unit &unit, const Statement *path)
+const LeafrefPath *ParseLeafrefPath(Build &build, Unit &unit, const Statement *path)
 {
-    return PathParser(build, unit, path).parse();
+    return PathParser(build, unit, path).Parse();
 }
 
 }  // namespace qxyang

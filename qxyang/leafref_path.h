@@ -6,12 +6,12 @@
 namespace qxyang {
 
 /* Parses a path statement. Null: the failure is recorded. */
-const LeafrefPath *parseLeafrefPath(Build &build, Unit &unit, const Statement *path);
+const LeafrefPath *ParseLeafrefPath(Build &build, Unit &unit, const Statement *path);
 
 /* Finds what every pending leafref of the load refers to and refuses cycles. */
-void resolveLeafrefs(LoadState &load);
+void ResolveLeafrefs(LoadState &load);
 
 /* Whether a deviation removed the node or one above it. */
-bool isRemoved(const QY_NODE *node);
+bool IsRemoved(const QY_NODE *node);
 
 }  // namespace qxyang

@@ -6,7 +6,7 @@ namespace qxyang {
 
 namespace {
 
-bool isTransparent(const QY_NODE *node)
+bool IsTransparent(const QY_NODE *node)
 {
     switch (node->kind) {
         case QY_NODE_TYPE_CHOICE:
@@ -29,90 +29,90 @@ class PathWalk {
     }
 
     /* The leaf, or null: the failure is recorded. */
-    QY_NODE *run()
+    QY_NODE *Run()
     {
         if (path_.absolute)
             at_ = nullptr;
-        else if (!climb())
+        else if (!Climb())
             return nullptr;
         for (uint32_t i = 0; i < path_.count; ++i)
-            if (!descend(path_.steps[i]))
+            if (!Descend(path_.steps[i]))
                 return nullptr;
-        if (isLeaf(at_))
+        if (IsLeaf(at_))
             return at_;
-        return fail(quoted(at_->name) + " is no leaf or leaf-list");
+        return Fail(Quoted(at_->name) + " is no leaf or leaf-list");
     }
 
   private:
-    bool climb()
+    bool Climb()
     {
         for (uint32_t i = 0; i < path_.up; ++i) {
-            if (at_ == nullptr || at_->kind == kRootKind) {
-                fail("it leads above the top of the schema");
+            if (at_ == nullptr || at_->kind == ROOT_KIND) {
+                Fail("it leads above the top of the schema");
                 return false;
             }
-            for (at_ = at_->parent; isTransparent(at_); at_ = at_->parent)
+            for (at_ = at_->parent; IsTransparent(at_); at_ = at_->parent)
                 if (at_->kind == QY_NODE_TYPE_INPUT || at_->kind == QY_NODE_TYPE_OUTPUT)
                     branch_ = at_;
         }
-        if (at_->kind == kRootKind)
+        if (at_->kind == ROOT_KIND)
             at_ = nullptr;
         return true;
     }
 
-    bool descend(const PathStep &step)
+    bool Descend(const PathStep &step)
     {
-        QY_NODE *child = step.module != nullptr ? childOf(step.module, step.name) : nullptr;
+        QY_NODE *child = step.module != nullptr ? ChildOf(step.module, step.name) : nullptr;
         if (step.module == nullptr) {
-            child = childOf(pending_.leaf->module, step.name);
+            child = ChildOf(pending_.leaf->module, step.name);
             if (child == nullptr && path_.home != pending_.leaf->module)
-                child = childOf(path_.home, step.name);
+                child = ChildOf(path_.home, step.name);
         }
         if (child == nullptr)
-            return failStep(step);
+            return FailStep(step);
         at_ = child;
         return true;
     }
 
-    QY_NODE *childOf(const QY_MOD *module, std::string_view name)
+    QY_NODE *ChildOf(const QY_MOD *module, std::string_view name)
     {
         if (at_ == nullptr)
-            return load_.finder.dataChild(&module->root, module, name);
+            return load_.finder.DataChild(&module->root, module, name);
         if (at_->kind != QY_NODE_TYPE_RPC)
-            return load_.finder.dataChild(at_, module, name);
+            return load_.finder.DataChild(at_, module, name);
         if (branch_ != nullptr && branch_->parent == at_)
-            return load_.finder.dataChild(branch_, module, name);
+            return load_.finder.DataChild(branch_, module, name);
         for (QY_NODE *branch = at_->first; branch != nullptr; branch = branch->next)
-            if (QY_NODE *child = load_.finder.dataChild(branch, module, name))
+            if (QY_NODE *child = load_.finder.DataChild(branch, module, name))
                 return child;
         return nullptr;
     }
 
-    bool failStep(const PathStep &step)
+    bool FailStep(const PathStep &step)
     {
         NearestName nearest(step.name);
         const QY_MOD *module = step.module != nullptr ? step.module : pending_.leaf->module;
-        offerChildren(at_ == nullptr ? &module->root : at_, module, nearest);
-        std::string where = at_ == nullptr ? "module " + quoted(module->name) : quoted(at_->name);
-        fail(where + " has no " + quoted(step.name) + nearest.hint());
+        OfferChildren(at_ == nullptr ? &module->root : at_, module, nearest);
+        std::string where = at_ == nullptr ? "module " + Quoted(module->name) : Quoted(at_->name);
+        Fail(where + " has no " + Quoted(step.name) + nearest.Hint());
         return false;
     }
 
-    static void offerChildren(const QY_NODE *parent, const QY_MOD *module, NearestName &nearest)
+    static void OfferChildren(const QY_NODE *parent, const QY_MOD *module, NearestName &nearest)
     {
-        for (const QY_NODE *child = firstChild(parent); child != nullptr; child = child->next) {
-            if (isTransparent(child))
-                offerChildren(child, module, nearest);
+        for (const QY_NODE *child = FirstChild(parent); child != nullptr; child = child->next) {
+            if (IsTransparent(child))
+                OfferChildren(child, module, nearest);
             else if (child->module == module)
-                nearest.offer(child->name);
+                nearest.Offer(child->name);
         }
     }
 
-    QY_NODE *fail(std::string_view what)
+    QY_NODE *Fail(std::string_view what)
     {
-        load_.failures.add(
+        load_.failures.Add(
             pending_.unit->source, pending_.offset,
-            "leafref " + quoted(pending_.leaf->name) + " with path " + quoted(path_.text) + ": " + std::string(what));
+            "leafref " + Quoted(pending_.leaf->name) + " with path " + Quoted(path_.text) + ": " + std::string(what));
         return nullptr;
     }
 
@@ -131,32 +131,32 @@ class CycleCheck {
     ~CycleCheck()
     {
         for (QY_NODE *leaf : marked_)
-            leaf->flags &= static_cast<uint16_t>(~(kNodeVisiting | kNodeAcyclic));
+            leaf->flags &= static_cast<uint16_t>(~(NODE_VISITING | NODE_ACYCLIC));
     }
 
-    void check(const PendingLeafref &pending)
+    void Check(const PendingLeafref &pending)
     {
         size_t first = marked_.size();
         QY_NODE *leaf = pending.leaf;
-        while (leaf != nullptr && (leaf->flags & (kNodeVisiting | kNodeAcyclic)) == 0) {
+        while (leaf != nullptr && (leaf->flags & (NODE_VISITING | NODE_ACYCLIC)) == 0) {
             marked_.push_back(leaf);
-            leaf->flags |= kNodeVisiting;
+            leaf->flags |= NODE_VISITING;
             leaf = leaf->type->builtin == QY_TYPE_LEAFREF ? leaf->target : nullptr;
         }
-        if (leaf != nullptr && (leaf->flags & kNodeVisiting) != 0)
-            fail(pending, first, leaf);
+        if (leaf != nullptr && (leaf->flags & NODE_VISITING) != 0)
+            Fail(pending, first, leaf);
         for (size_t i = first; i < marked_.size(); ++i)
-            marked_[i]->flags = static_cast<uint16_t>((marked_[i]->flags & ~kNodeVisiting) | kNodeAcyclic);
+            marked_[i]->flags = static_cast<uint16_t>((marked_[i]->flags & ~NODE_VISITING) | NODE_ACYCLIC);
     }
 
   private:
-    void fail(const PendingLeafref &pending, size_t first, const QY_NODE *closing)
+    void Fail(const PendingLeafref &pending, size_t first, const QY_NODE *closing)
     {
         auto start = std::find(marked_.begin() + static_cast<std::ptrdiff_t>(first), marked_.end(), closing);
         std::string chain;
-        for (auto leaf = start; leaf != marked_.end() && chain.size() < 16 * limits::kQuotedLength; ++leaf)
+        for (auto leaf = start; leaf != marked_.end() && chain.size() < 16 * limits::QUOTED_LENGTH; ++leaf)
             chain.append((*leaf)->name).append(" -> ");
-        load_.failures.add(pending.unit->source, pending.offset, "leafref cycle: " + chain + closing->name);
+        load_.failures.Add(pending.unit->source, pending.offset, "leafref cycle: " + chain + closing->name);
     }
 
     LoadState &load_;
@@ -165,30 +165,30 @@ class CycleCheck {
 
 }  // namespace
 
-bool isRemoved(const QY_NODE *node)
+bool IsRemoved(const QY_NODE *node)
 {
-    for (; node != nullptr && node->kind != kRootKind; node = node->parent)
-        if ((node->flags & kNodeRemoved) != 0)
+    for (; node != nullptr && node->kind != ROOT_KIND; node = node->parent)
+        if ((node->flags & NODE_REMOVED) != 0)
             return true;
     return false;
 }
 
-void resolveLeafrefs(LoadState &load)
+void ResolveLeafrefs(LoadState &load)
 {
-    size_t before = load.failures.count();
+    size_t before = load.failures.Count();
     for (const PendingLeafref &pending : load.leafrefs) {
         if (pending.type->path == nullptr || pending.type->path->dereferences)
             continue;
-        QY_NODE *target = PathWalk(load, pending).run();
+        QY_NODE *target = PathWalk(load, pending).Run();
         if (pending.leaf->type == pending.type)  // neither a member of a union nor replaced by a deviation
             pending.leaf->target = target;
-        load.context.deviations.setTarget(pending.leaf, pending.type, target);
+        load.context.deviations.SetTarget(pending.leaf, pending.type, target);
     }
-    if (load.failures.count() != before)
+    if (load.failures.Count() != before)
         return;
     CycleCheck cycles(load);
     for (const PendingLeafref &pending : load.leafrefs)
-        cycles.check(pending);
+        cycles.Check(pending);
 }
 
 }  // namespace qxyang

@@ -7,31 +7,31 @@
 namespace qxyang::limits {
 
 /* Files. A file is parsed in one piece, so its size stays below what expat takes as an int. */
-inline constexpr size_t kFileBytes = size_t{256} << 20;
-inline constexpr size_t kStatements = size_t{16} << 20; /* statement records that one file may need */
-inline constexpr size_t kXmlDepth = 512;
-inline constexpr size_t kAttributes = 32; /* attributes of one element */
-inline constexpr size_t kNameLength =
+inline constexpr size_t FILE_BYTES = size_t{256} << 20;
+inline constexpr size_t STATEMENTS = size_t{16} << 20; /* statement records that one file may need */
+inline constexpr size_t XML_DEPTH = 512;
+inline constexpr size_t ATTRIBUTES = 32; /* attributes of one element */
+inline constexpr size_t NAME_LENGTH =
     1024; /* bytes of an element's name, its namespace included, and of an identifier */
 
 /* Schema. */
-inline constexpr size_t kSchemaNodes = size_t{4}
+inline constexpr size_t SCHEMA_NODES = size_t{4}
                                        << 20; /* nodes that one load may create, those of groupings included */
-inline constexpr size_t kSchemaDepth = 512;
-inline constexpr size_t kListKeys = 255; /* the key count is an 8-bit number for readers */
-inline constexpr size_t kPathSteps = 512;
+inline constexpr size_t SCHEMA_DEPTH = 512;
+inline constexpr size_t LIST_KEYS = 255; /* the key count is an 8-bit number for readers */
+inline constexpr size_t PATH_STEPS = 512;
 
 /* Chains of references: import of import, grouping in grouping, typedef of typedef, identity of identity, feature of
  * feature, union in union. */
-inline constexpr size_t kChain = 128;
+inline constexpr size_t CHAIN = 128;
 
 /* Operands that a feature expression may have pending at a time, and nested parentheses in it. */
-inline constexpr size_t kExpressionDepth = 64;
+inline constexpr size_t EXPRESSION_DEPTH = 64;
 
 /* Failures that one load call records. */
-inline constexpr size_t kFailures = 64;
+inline constexpr size_t FAILURES = 64;
 
 /* Bytes of a model's text that a failure quotes. */
-inline constexpr size_t kQuotedLength = 120;
+inline constexpr size_t QUOTED_LENGTH = 120;
 
 }  // namespace qxyang::limits

@@ -14,26 +14,26 @@ namespace qxyang {
 
 namespace {
 
-std::string_view argumentOf(const Statement *statement, Kw child)
+std::string_view ArgumentOf(const Statement *statement, Kw child)
 {
-    const Statement *found = findChild(statement, child);
+    const Statement *found = FindChild(statement, child);
     return found != nullptr ? found->argument : std::string_view();
 }
 
-std::string_view orEmpty(const char *text)
+std::string_view OrEmpty(const char *text)
 {
     return text != nullptr ? text : std::string_view();
 }
 
-std::string wrongRevision(const Unit &unit, std::string_view wanted)
+std::string WrongRevision(const Unit &unit, std::string_view wanted)
 {
-    std::string text = "revision " + quoted(wanted) + " is wanted; " + quoted(unit.source.path());
-    return text + (unit.revision == nullptr ? " has none" : " has revision " + quoted(unit.revision));
+    std::string text = "revision " + Quoted(wanted) + " is wanted; " + Quoted(unit.source.Path());
+    return text + (unit.revision == nullptr ? " has none" : " has revision " + Quoted(unit.revision));
 }
 
-std::string_view wordFor(Kw keyword)
+std::string_view WordFor(Kw keyword)
 {
-    return keyword == Kw::kModule ? "module" : "submodule";
+    return keyword == Kw::Module ? "module" : "submodule";
 }
 
 }  // namespace
@@ -46,27 +46,27 @@ Loader::~Loader()
         module->preferred = false;
 }
 
-QY_MOD *Loader::load(std::string_view name, std::string_view revision)
+QY_MOD *Loader::Load(std::string_view name, std::string_view revision)
 {
-    if (!isIdentifier(name))
-        failures_.add(name, quoted(name) + " is no module name; expected an identifier");
-    else if (!revision.empty() && !isDate(revision))
-        failures_.add(name, quoted(revision) + " is no revision; expected a date of the form YYYY-MM-DD");
-    if (failures_.count() > 0)
+    if (!IsIdentifier(name))
+        failures_.Add(name, Quoted(name) + " is no module name; expected an identifier");
+    else if (!revision.empty() && !IsDate(revision))
+        failures_.Add(name, Quoted(revision) + " is no revision; expected a date of the form YYYY-MM-DD");
+    if (failures_.Count() > 0)
         return nullptr;
-    if (QY_MOD *loaded = context_.moduleByName(name)) {
-        if (revision.empty() || revision == orEmpty(loaded->revision))
+    if (QY_MOD *loaded = context_.ModuleByName(name)) {
+        if (revision.empty() || revision == OrEmpty(loaded->revision))
             return loaded;
-        failures_.add(name,
-                      "module " + quoted(name) + " is loaded already, with another revision than " + quoted(revision));
+        failures_.Add(name,
+                      "module " + Quoted(name) + " is loaded already, with another revision than " + Quoted(revision));
         return nullptr;
     }
-    Outcome outcome = obtain(name, revision);
-    if (outcome.module != nullptr && failures_.count() == 0)
-        resolveLeafrefs(state_);
-    if (outcome.module == nullptr && failures_.count() == 0)
-        failures_.add(name, "cannot load module " + quoted(name) + ": " + outcome.why);
-    if (failures_.count() > 0)
+    Outcome outcome = Obtain(name, revision);
+    if (outcome.module != nullptr && failures_.Count() == 0)
+        ResolveLeafrefs(state_);
+    if (outcome.module == nullptr && failures_.Count() == 0)
+        failures_.Add(name, "cannot load module " + Quoted(name) + ": " + outcome.why);
+    if (failures_.Count() > 0)
         return nullptr;
     done_ = true;
     return outcome.module;
@@ -74,66 +74,66 @@ QY_MOD *Loader::load(std::string_view name, std::string_view revision)
 
 /* ---- modules --------------------------------------------------------------------------------------------------- */
 
-Loader::Outcome Loader::obtain(std::string_view name, std::string_view revision)
+Loader::Outcome Loader::Obtain(std::string_view name, std::string_view revision)
 {
-    QY_MOD *known = revision.empty() ? context_.preferredModule(name) : context_.moduleOfRevision(name, revision);
+    QY_MOD *known = revision.empty() ? context_.PreferredModule(name) : context_.ModuleOfRevision(name, revision);
     if (known != nullptr)
         return {known, {}};
     for (const Running *running : chain_) {
-        if (name != running->module->name || (!revision.empty() && revision != orEmpty(running->module->revision)))
+        if (name != running->module->name || (!revision.empty() && revision != OrEmpty(running->module->revision)))
             continue;
         auto nameOf = [](const Running *entry) { return std::string_view(entry->module->name); };
-        return {nullptr, "import cycle: " + chainText(chain_, name, nameOf)};
+        return {nullptr, "import cycle: " + ChainText(chain_, name, nameOf)};
     }
-    if (chain_.size() >= limits::kChain)
-        return {nullptr, "the chain of imports is longer than " + std::to_string(limits::kChain) + " modules"};
+    if (chain_.size() >= limits::CHAIN)
+        return {nullptr, "the chain of imports is longer than " + std::to_string(limits::CHAIN) + " modules"};
     std::string key = std::string(name).append("@").append(revision);
     auto failed = failed_.find(key);
     if (failed != failed_.end())
         return {nullptr, failed->second};
-    Outcome outcome = read(name, revision);
+    Outcome outcome = Read(name, revision);
     if (outcome.module == nullptr)
         failed_.emplace(std::move(key), outcome.why);
     return outcome;
 }
 
-Loader::Outcome Loader::read(std::string_view name, std::string_view revision)
+Loader::Outcome Loader::Read(std::string_view name, std::string_view revision)
 {
     std::string other;
-    for (const std::string &path : state_.files.candidates(name, revision)) {
+    for (const std::string &path : state_.files.Candidates(name, revision)) {
         auto module = std::make_unique<QY_MOD>();
         module->context = &context_;
-        module->name = context_.keepName(name);
+        module->name = context_.KeepName(name);
         module->root.module = module.get();
-        size_t before = failures_.count();
+        size_t before = failures_.Count();
         std::string why;
-        std::unique_ptr<Unit> unit = parse(path, name, module.get(), why);
+        std::unique_ptr<Unit> unit = Parse(path, name, module.get(), why);
         if (unit == nullptr)
             return {nullptr, why};
         units_.push_back(std::move(unit));
         Unit &own = *units_.back();
-        if (!readHeader(own, name, Kw::kModule))
-            return {nullptr, firstFailure(before)};
-        std::string_view found = orEmpty(own.revision);
+        if (!ReadHeader(own, name, Kw::Module))
+            return {nullptr, FirstFailure(before)};
+        std::string_view found = OrEmpty(own.revision);
         if (!revision.empty() && found != revision) {
-            other = wrongRevision(own, revision);
+            other = WrongRevision(own, revision);
             continue;
         }
-        if (QY_MOD *known = context_.moduleOfRevision(name, found)) {
-            prefer(known);
+        if (QY_MOD *known = context_.ModuleOfRevision(name, found)) {
+            Prefer(known);
             return {known, {}};
         }
         module->revision = own.revision;
         module->preferred = revision.empty();
-        return complete(std::move(module), own);
+        return Complete(std::move(module), own);
     }
     if (!other.empty())
         return {nullptr, other};
-    return {nullptr, state_.files.missing(name, revision)};
+    return {nullptr, state_.files.Missing(name, revision)};
 }
 
 /* A module that came by its revision is found to be the one that an import without a revision gets as well. */
-void Loader::prefer(QY_MOD *module)
+void Loader::Prefer(QY_MOD *module)
 {
     if (module->preferred)
         return;
@@ -141,181 +141,181 @@ void Loader::prefer(QY_MOD *module)
     module->preferred = true;
 }
 
-std::unique_ptr<Unit> Loader::parse(const std::string &path, std::string_view name, QY_MOD *module, std::string &why)
+std::unique_ptr<Unit> Loader::Parse(const std::string &path, std::string_view name, QY_MOD *module, std::string &why)
 {
     auto unit = std::make_unique<Unit>(path, std::string(name), module);
-    why = unit->source.read();
+    why = unit->source.Read();
     if (!why.empty()) {
-        why = quoted(path) + " " + why;
+        why = Quoted(path) + " " + why;
         return nullptr;
     }
-    size_t before = failures_.count();
-    parseYin(*unit, failures_);
-    if (failures_.count() == before)
+    size_t before = failures_.Count();
+    ParseYin(*unit, failures_);
+    if (failures_.Count() == before)
         return unit;
-    why = firstFailure(before);
+    why = FirstFailure(before);
     return nullptr;
 }
 
 /* What the beginning of the file says of itself. */
-bool Loader::readHeader(Unit &unit, std::string_view name, Kw expected)
+bool Loader::ReadHeader(Unit &unit, std::string_view name, Kw expected)
 {
     const Statement *root = unit.root;
     QY_MOD *module = unit.module;
     if (root->keyword != expected || name != root->argument) {
-        failures_.add(unit.source, root->offset,
-                      "the file holds " + std::string(wordFor(root->keyword)) + " " + quoted(root->argument) +
-                          ", not " + std::string(wordFor(expected)) + " " + quoted(name));
+        failures_.Add(unit.source, root->offset,
+                      "the file holds " + std::string(WordFor(root->keyword)) + " " + Quoted(root->argument) +
+                          ", not " + std::string(WordFor(expected)) + " " + Quoted(name));
         return false;
     }
     std::string_view latest;
     for (const Statement *child = root->first; child != nullptr; child = child->next)
-        if (child->keyword == Kw::kRevision && child->argument > latest)
+        if (child->keyword == Kw::Revision && child->argument > latest)
             latest = child->argument;
     if (!latest.empty())
-        unit.revision = module->texts.text(latest);
-    if (expected == Kw::kModule) {
-        module->space = module->texts.text(argumentOf(root, Kw::kNamespace));
-        bind(unit, findChild(root, Kw::kPrefix), module);
+        unit.revision = module->texts.Text(latest);
+    if (expected == Kw::Module) {
+        module->space = module->texts.Text(ArgumentOf(root, Kw::Namespace));
+        Bind(unit, FindChild(root, Kw::Prefix), module);
         return true;
     }
-    const Statement *owner = findChild(root, Kw::kBelongsTo);
+    const Statement *owner = FindChild(root, Kw::BelongsTo);
     if (std::string_view(module->name) != owner->argument) {
-        failures_.add(unit.source, owner->offset,
-                      "submodule " + quoted(name) + " belongs to module " + quoted(owner->argument) + ", not to " +
-                          quoted(module->name));
+        failures_.Add(unit.source, owner->offset,
+                      "submodule " + Quoted(name) + " belongs to module " + Quoted(owner->argument) + ", not to " +
+                          Quoted(module->name));
         return false;
     }
-    bind(unit, findChild(owner, Kw::kPrefix), module);
+    Bind(unit, FindChild(owner, Kw::Prefix), module);
     return true;
 }
 
-Loader::Outcome Loader::complete(std::unique_ptr<QY_MOD> owned, Unit &unit)
+Loader::Outcome Loader::Complete(std::unique_ptr<QY_MOD> owned, Unit &unit)
 {
-    size_t before = failures_.count();
+    size_t before = failures_.Count();
     QY_MOD &module = *owned;
     context_.modules.push_back(std::move(owned));
-    Running running{&module, {}, {unit.name()}};
+    Running running{&module, {}, {unit.Name()}};
     chain_.push_back(&running);
-    link(running, unit);
+    Link(running, unit);
     chain_.pop_back();
     running.units.push_back(&unit);
-    if (failures_.count() != before)
-        return {nullptr, firstFailure(before)};
+    if (failures_.Count() != before)
+        return {nullptr, FirstFailure(before)};
 
     Build build(state_, module, std::move(running.units));
-    collectDefinitions(build);
-    if (!build.failed()) {
+    CollectDefinitions(build);
+    if (!build.Failed()) {
         TreeBuilder builder(build);
-        resolveExtensionUses(build);
-        compileFeatures(build);
-        checkIdentities(build);
-        builder.buildModule();
-        if (!build.failed()) {
-            builder.applyAugments();
-            applyDeviations(build, builder);
+        ResolveExtensionUses(build);
+        CompileFeatures(build);
+        CheckIdentities(build);
+        builder.BuildModule();
+        if (!build.Failed()) {
+            builder.ApplyAugments();
+            ApplyDeviations(build, builder);
         }
-        if (!build.failed())
-            builder.markGated();
+        if (!build.Failed())
+            builder.MarkGated();
     }
-    if (build.failed())
-        return {nullptr, firstFailure(before)};
-    build.forgetStatements();
+    if (build.Failed())
+        return {nullptr, FirstFailure(before)};
+    build.ForgetStatements();
     module.complete = true;
     return {&module, {}};
 }
 
 /* ---- imports and includes -------------------------------------------------------------------------------------- */
 
-void Loader::link(Running &running, Unit &unit)
+void Loader::Link(Running &running, Unit &unit)
 {
     for (const Statement *statement = unit.root->first; statement != nullptr; statement = statement->next) {
-        if (statement->keyword == Kw::kImport)
-            import(running, unit, statement);
-        else if (statement->keyword == Kw::kInclude)
-            include(running, unit, statement);
+        if (statement->keyword == Kw::Import)
+            Import(running, unit, statement);
+        else if (statement->keyword == Kw::Include)
+            Include(running, unit, statement);
     }
 }
 
-void Loader::bind(Unit &unit, const Statement *statement, QY_MOD *module)
+void Loader::Bind(Unit &unit, const Statement *statement, QY_MOD *module)
 {
     std::string_view prefix = statement->argument;
     for (const PrefixBinding &binding : unit.bindings)
         if (binding.prefix == prefix)
-            return failures_.add(
+            return failures_.Add(
                 unit.source, statement->offset,
-                "prefix " + quoted(prefix) + " stands for module " + quoted(binding.module->name) + " already");
+                "prefix " + Quoted(prefix) + " stands for module " + Quoted(binding.module->name) + " already");
     unit.bindings.push_back({prefix, module});
 }
 
-void Loader::import(Running &running, Unit &unit, const Statement *statement)
+void Loader::Import(Running &running, Unit &unit, const Statement *statement)
 {
-    Outcome outcome = obtain(statement->argument, argumentOf(statement, Kw::kRevisionDate));
+    Outcome outcome = Obtain(statement->argument, ArgumentOf(statement, Kw::RevisionDate));
     if (outcome.module == nullptr)
-        return failures_.add(unit.source, statement->offset,
-                             "cannot import module " + quoted(statement->argument) + ": " + outcome.why);
-    bind(unit, findChild(statement, Kw::kPrefix), outcome.module);
+        return failures_.Add(unit.source, statement->offset,
+                             "cannot import module " + Quoted(statement->argument) + ": " + outcome.why);
+    Bind(unit, FindChild(statement, Kw::Prefix), outcome.module);
     auto &imports = running.module->imports;
     if (std::find(imports.begin(), imports.end(), outcome.module) == imports.end())
         imports.push_back(outcome.module);
 }
 
-void Loader::include(Running &running, Unit &unit, const Statement *statement)
+void Loader::Include(Running &running, Unit &unit, const Statement *statement)
 {
     std::string_view name = statement->argument;
-    auto isIt = [name](const Unit *included) { return included->name() == name; };
+    auto isIt = [name](const Unit *included) { return included->Name() == name; };
     if (std::any_of(running.units.begin(), running.units.end(), isIt))
         return;
     auto fail = [&](std::string_view why) {
-        failures_.add(unit.source, statement->offset,
-                      "cannot include submodule " + quoted(name) + ": " + std::string(why));
+        failures_.Add(unit.source, statement->offset,
+                      "cannot include submodule " + Quoted(name) + ": " + std::string(why));
     };
     auto &including = running.including;
     if (std::find(including.begin(), including.end(), name) != including.end())
-        return fail("include cycle: " + chainText(including, name, [](std::string_view entry) { return entry; }));
-    if (including.size() >= limits::kChain)
-        return fail("the chain of includes is longer than " + std::to_string(limits::kChain) + " submodules");
+        return fail("include cycle: " + ChainText(including, name, [](std::string_view entry) { return entry; }));
+    if (including.size() >= limits::CHAIN)
+        return fail("the chain of includes is longer than " + std::to_string(limits::CHAIN) + " submodules");
 
-    size_t before = failures_.count();
+    size_t before = failures_.Count();
     std::string why;
-    Unit *submodule = readSubmodule(*running.module, name, argumentOf(statement, Kw::kRevisionDate), why);
+    Unit *submodule = ReadSubmodule(*running.module, name, ArgumentOf(statement, Kw::RevisionDate), why);
     if (submodule == nullptr)
         return fail(why);
-    including.push_back(submodule->name());
-    link(running, *submodule);
+    including.push_back(submodule->Name());
+    Link(running, *submodule);
     including.pop_back();
     running.units.push_back(submodule);
-    if (failures_.count() != before)
-        fail(firstFailure(before));
+    if (failures_.Count() != before)
+        fail(FirstFailure(before));
 }
 
 /* The submodule's file, parsed; null: `why` says why there is none. */
-Unit *Loader::readSubmodule(QY_MOD &module, std::string_view name, std::string_view revision, std::string &why)
+Unit *Loader::ReadSubmodule(QY_MOD &module, std::string_view name, std::string_view revision, std::string &why)
 {
-    for (const std::string &path : state_.files.candidates(name, revision)) {
-        size_t before = failures_.count();
-        std::unique_ptr<Unit> unit = parse(path, name, &module, why);
+    for (const std::string &path : state_.files.Candidates(name, revision)) {
+        size_t before = failures_.Count();
+        std::unique_ptr<Unit> unit = Parse(path, name, &module, why);
         if (unit == nullptr)
             return nullptr;
         units_.push_back(std::move(unit));
         Unit &submodule = *units_.back();
-        if (!readHeader(submodule, name, Kw::kSubmodule)) {
-            why = firstFailure(before);
+        if (!ReadHeader(submodule, name, Kw::Submodule)) {
+            why = FirstFailure(before);
             return nullptr;
         }
-        if (revision.empty() || revision == orEmpty(submodule.revision))
+        if (revision.empty() || revision == OrEmpty(submodule.revision))
             return &submodule;
-        why = wrongRevision(submodule, revision);
+        why = WrongRevision(submodule, revision);
     }
     if (why.empty())
-        why = state_.files.missing(name, revision);
+        why = state_.files.Missing(name, revision);
     return nullptr;
 }
 
 /* The first failure recorded since there were so many: the cause of those that followed from it. */
-std::string Loader::firstFailure(size_t before) const
+std::string Loader::FirstFailure(size_t before) const
 {
-    const auto &recorded = failures_.recorded();
+    const auto &recorded = failures_.Recorded();
     return before < recorded.size() ? recorded[before].text : "it has failures";
 }
 

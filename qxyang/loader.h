@@ -21,7 +21,7 @@ class Loader {
     ~Loader();
 
     /* Null: the failures are recorded. An empty revision stands for whichever is preferred. */
-    QY_MOD *load(std::string_view name, std::string_view revision);
+    QY_MOD *Load(std::string_view name, std::string_view revision);
 
   private:
     /* A module, or why there is none. */
@@ -37,18 +37,18 @@ class Loader {
         std::vector<std::string_view> including; /* names of the files that include one another right now */
     };
 
-    Outcome obtain(std::string_view name, std::string_view revision);
-    Outcome read(std::string_view name, std::string_view revision);
-    Outcome complete(std::unique_ptr<QY_MOD> module, Unit &unit);
-    std::unique_ptr<Unit> parse(const std::string &path, std::string_view name, QY_MOD *module, std::string &why);
-    bool readHeader(Unit &unit, std::string_view name, Kw expected);
-    void link(Running &running, Unit &unit);
-    void bind(Unit &unit, const Statement *statement, QY_MOD *module);
-    void import(Running &running, Unit &unit, const Statement *statement);
-    void include(Running &running, Unit &unit, const Statement *statement);
-    Unit *readSubmodule(QY_MOD &module, std::string_view name, std::string_view revision, std::string &why);
-    void prefer(QY_MOD *module);
-    std::string firstFailure(size_t before) const;
+    Outcome Obtain(std::string_view name, std::string_view revision);
+    Outcome Read(std::string_view name, std::string_view revision);
+    Outcome Complete(std::unique_ptr<QY_MOD> module, Unit &unit);
+    std::unique_ptr<Unit> Parse(const std::string &path, std::string_view name, QY_MOD *module, std::string &why);
+    bool ReadHeader(Unit &unit, std::string_view name, Kw expected);
+    void Link(Running &running, Unit &unit);
+    void Bind(Unit &unit, const Statement *statement, QY_MOD *module);
+    void Import(Running &running, Unit &unit, const Statement *statement);
+    void Include(Running &running, Unit &unit, const Statement *statement);
+    Unit *ReadSubmodule(QY_MOD &module, std::string_view name, std::string_view revision, std::string &why);
+    void Prefer(QY_MOD *module);
+    std::string FirstFailure(size_t before) const;
 
     LoadState state_;
     QY_CTX &context_;

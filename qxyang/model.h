@@ -19,7 +19,7 @@ struct Scope;
 class Unit;
 
 /* Node type of the hidden node above a module's top-level nodes, or above those of a grouping. */
-inline constexpr uint8_t kRootKind = QY_NODE_TYPE_NONE;
+inline constexpr uint8_t ROOT_KIND = QY_NODE_TYPE_NONE;
 
 /* ---- extensions ------------------------------------------------------------------------------------------------ */
 
@@ -55,13 +55,15 @@ struct Feature;
 
 /* One step of a feature expression in postfix order. */
 struct FeatureStep {
-    enum Kind : uint8_t {
-        kFeature,
-        kAnd,
-        kOr,
-        kNot
-    } kind;
-    Feature *feature;
+    enum class Kind : uint8_t {
+        Operand,
+        And,
+        Or,
+        Not
+    };
+
+    Kind kind;
+    Feature *feature; /* of an operand */
 };
 
 struct FeatureExpression {
@@ -197,40 +199,40 @@ struct QY_NODE {
 namespace qxyang {
 
 enum NodeFlag : uint16_t {
-    kNodeIsKey = 1 << 0,
-    kNodeRemoved = 1 << 1,  /* by a deviation: allocated, linked, and in no scan */
-    kNodeImplicit = 1 << 2, /* input or output that the model does not write: in scans once something augments it */
-    kNodeGated = 1 << 3,    /* the node or one above it has a condition */
-    kNodeSwept = 1 << 4,    /* while modules are being released: the children were looked through */
-    kNodeVisiting = 1 << 5, /* while leafrefs are being resolved: on the chain being followed */
-    kNodeAcyclic = 1 << 6,  /* while leafrefs are being resolved: its chain ends */
-    kNodeOwnSet = 1 << 7,   /* its extension instances were replaced on request and are the module's to release */
+    NODE_IS_KEY = 1 << 0,
+    NODE_REMOVED = 1 << 1,  /* by a deviation: allocated, linked, and in no scan */
+    NODE_IMPLICIT = 1 << 2, /* input or output that the model does not write: in scans once something augments it */
+    NODE_GATED = 1 << 3,    /* the node or one above it has a condition */
+    NODE_SWEPT = 1 << 4,    /* while modules are being released: the children were looked through */
+    NODE_VISITING = 1 << 5, /* while leafrefs are being resolved: on the chain being followed */
+    NODE_ACYCLIC = 1 << 6,  /* while leafrefs are being resolved: its chain ends */
+    NODE_OWN_SET = 1 << 7,  /* its extension instances were replaced on request and are the module's to release */
 };
 
-inline bool isLeaf(const QY_NODE *node)
+inline bool IsLeaf(const QY_NODE *node)
 {
     return node->kind == QY_NODE_TYPE_LEAF || node->kind == QY_NODE_TYPE_LEAF_LIST;
 }
 
 /* False for nodes that scans leave out although they are linked. What stands below a removed node is not asked for. */
-inline bool inScans(const QY_NODE *node)
+inline bool InScans(const QY_NODE *node)
 {
-    if ((node->flags & (kNodeRemoved | kNodeImplicit)) == 0)
+    if ((node->flags & (NODE_REMOVED | NODE_IMPLICIT)) == 0)
         return true;
-    return (node->flags & kNodeRemoved) == 0 && node->first != nullptr;
+    return (node->flags & NODE_REMOVED) == 0 && node->first != nullptr;
 }
 
 /* First child, linked or not in scans. */
-inline QY_NODE *firstChild(const QY_NODE *node)
+inline QY_NODE *FirstChild(const QY_NODE *node)
 {
-    return isLeaf(node) ? nullptr : node->first;
+    return IsLeaf(node) ? nullptr : node->first;
 }
 
 enum class Progress : uint8_t {
-    kUntouched,
-    kRunning,
-    kDone,
-    kFailed
+    Untouched,
+    Running,
+    Done,
+    Failed
 };
 
 struct Typedef {
@@ -291,5 +293,5 @@ struct QY_MOD {
     qxyang::Slab<QY_NODE> templates; /* nodes of groupings, which nobody sees */
     qxyang::Arena records;
     qxyang::Arena texts;
-    std::unordered_map<QY_NODE *, qxyang::ReplacedSet> replacedSets; /* of nodes with kNodeOwnSet */
+    std::unordered_map<QY_NODE *, qxyang::ReplacedSet> replacedSets; /* of nodes with NODE_OWN_SET */
 };

@@ -8,22 +8,22 @@
 
 namespace qxyang {
 
-inline uint32_t hashText(std::string_view text)
+inline uint32_t HashText(std::string_view text)
 {
-    constexpr uint64_t kFactor = 0x9E3779B97F4A7C15u;
-    uint64_t hash = text.size() * kFactor;
+    constexpr uint64_t FACTOR = 0x9E3779B97F4A7C15u;
+    uint64_t hash = text.size() * FACTOR;
     const char *at = text.data();
     size_t left = text.size();
     for (; left >= 8; at += 8, left -= 8) {
         uint64_t word;
         std::memcpy(&word, at, 8);
-        hash = (hash ^ word) * kFactor;
+        hash = (hash ^ word) * FACTOR;
         hash ^= hash >> 32;
     }
     uint64_t rest = 0;
     for (size_t i = 0; i < left; ++i)
         rest = rest << 8 | static_cast<unsigned char>(at[i]);
-    hash = (hash ^ rest) * kFactor;
+    hash = (hash ^ rest) * FACTOR;
     return static_cast<uint32_t>(hash >> 32);
 }
 
@@ -31,22 +31,22 @@ inline uint32_t hashText(std::string_view text)
 template<class T>
 class NameTable {
   public:
-    T *find(std::string_view name) const
+    T *Find(std::string_view name) const
     {
         if (slots_.empty())
             return nullptr;
-        for (size_t at = hashText(name) & mask();; at = (at + 1) & mask()) {
+        for (size_t at = HashText(name) & Mask();; at = (at + 1) & Mask()) {
             if (slots_[at] == nullptr || name == slots_[at]->name)
                 return slots_[at];
         }
     }
 
     /* The record of the same name that is there already, or null: then this one is there now. */
-    T *insert(T *record)
+    T *Insert(T *record)
     {
         if ((count_ + 1) * 4 > slots_.size() * 3)
-            grow();
-        T **slot = place(record->name);
+            Grow();
+        T **slot = Place(record->name);
         if (*slot != nullptr)
             return *slot;
         *slot = record;
@@ -54,10 +54,10 @@ class NameTable {
         return nullptr;
     }
 
-    size_t size() const { return count_; }
+    size_t Size() const { return count_; }
 
     template<class Visit>
-    void forEach(Visit &&visit) const
+    void ForEach(Visit &&visit) const
     {
         for (T *record : slots_)
             if (record != nullptr)
@@ -65,23 +65,23 @@ class NameTable {
     }
 
   private:
-    size_t mask() const { return slots_.size() - 1; }
+    size_t Mask() const { return slots_.size() - 1; }
 
-    T **place(std::string_view name)
+    T **Place(std::string_view name)
     {
-        size_t at = hashText(name) & mask();
+        size_t at = HashText(name) & Mask();
         while (slots_[at] != nullptr && name != slots_[at]->name)
-            at = (at + 1) & mask();
+            at = (at + 1) & Mask();
         return &slots_[at];
     }
 
-    void grow()
+    void Grow()
     {
         std::vector<T *> old(slots_.empty() ? 4 : slots_.size() * 2);
         old.swap(slots_);
         for (T *record : old)
             if (record != nullptr)
-                *place(record->name) = record;
+                *Place(record->name) = record;
     }
 
     std::vector<T *> slots_;

@@ -10,10 +10,10 @@ using namespace qxyang;
 
 namespace {
 
-constexpr uint32_t kOk = 0;
-constexpr uint32_t kFailed = 1;
+constexpr uint32_t OK = 0;
+constexpr uint32_t FAILED = 1;
 
-std::string_view orEmpty(const char *text)
+std::string_view OrEmpty(const char *text)
 {
     return text != nullptr ? text : std::string_view();
 }
@@ -38,11 +38,11 @@ void QY_CTX_SetPridataFreeFunc(QY_CTX *pCtx, QY_PRIDATA_FREE_PF pfnFree)
 uint32_t QY_CTX_SetSearchDir(QY_CTX *pCtx, const char *pcDir)
 {
     try {
-        if (!orEmpty(pcDir).empty())
-            pCtx->path.add(pcDir);
-        return kOk;
+        if (!OrEmpty(pcDir).empty())
+            pCtx->path.Add(pcDir);
+        return OK;
     } catch (...) {
-        return kFailed;
+        return FAILED;
     }
 }
 
@@ -50,9 +50,9 @@ void QY_CTX_UnSetSearchDir(QY_CTX *pCtx, const char *pcDir)
 {
     try {
         if (pcDir == nullptr)
-            pCtx->path.clear();
+            pCtx->path.Clear();
         else if (*pcDir != '\0')
-            pCtx->path.remove(pcDir);
+            pCtx->path.Remove(pcDir);
     } catch (...) {
         // No memory to make the name absolute: the directory stays.
     }
@@ -61,61 +61,61 @@ void QY_CTX_UnSetSearchDir(QY_CTX *pCtx, const char *pcDir)
 uint32_t QY_CTX_LoadModule(QY_CTX *pCtx, const char *pcModuleName, const char *pcRevision)
 {
     size_t before = pCtx->modules.size();
-    pCtx->failures.clear();
+    pCtx->failures.Clear();
     try {
         Loader loader(*pCtx);
-        if (QY_MOD *module = loader.load(orEmpty(pcModuleName), orEmpty(pcRevision))) {
+        if (QY_MOD *module = loader.Load(OrEmpty(pcModuleName), OrEmpty(pcRevision))) {
             if (!module->byName)
-                module->features.forEach([](Feature &feature) { feature.enabled = false; });
+                module->features.ForEach([](Feature &feature) { feature.enabled = false; });
             module->byName = true;
             ++pCtx->featureEpoch;
-            return kOk;
+            return OK;
         }
     } catch (const LoadStopped &) {
         // Recorded.
     } catch (...) {
-        pCtx->failures.addOutOfMemory();
+        pCtx->failures.AddOutOfMemory();
     }
-    pCtx->releaseFrom(before);
-    return kFailed;
+    pCtx->ReleaseFrom(before);
+    return FAILED;
 }
 
 QY_MOD *QY_CTX_GetModuleByModName(QY_CTX *pCtx, const char *pcModuleName)
 {
-    return pCtx->moduleByName(orEmpty(pcModuleName));
+    return pCtx->ModuleByName(OrEmpty(pcModuleName));
 }
 
 uint32_t QY_CTX_UnloadModule(QY_CTX *pCtx, const char *pcModuleName)
 {
-    QY_MOD *module = pCtx->moduleByName(orEmpty(pcModuleName));
+    QY_MOD *module = pCtx->ModuleByName(OrEmpty(pcModuleName));
     if (module == nullptr)
-        return kFailed;
+        return FAILED;
     module->byName = false;
-    if (!pCtx->releaseUnneeded()) {
+    if (!pCtx->ReleaseUnneeded()) {
         module->byName = true;
-        return kFailed;
+        return FAILED;
     }
-    return kOk;
+    return OK;
 }
 
 uint32_t QY_CTX_ScanAllSchemaLoadFail(QY_CTX *pCtx, QY_LOADFAIL_SCAN_PF pfnCb, void *pvCookie)
 {
-    return pCtx->failures.scan(pfnCb, pvCookie);
+    return pCtx->failures.Scan(pfnCb, pvCookie);
 }
 
 uint32_t QY_MOD_EnableFeature(QY_MOD *pMod, const char *pcFeature)
 {
-    std::string_view name = orEmpty(pcFeature);
+    std::string_view name = OrEmpty(pcFeature);
     if (name == QY_FEATURE_ALL) {
-        pMod->features.forEach([](Feature &feature) { feature.enabled = true; });
+        pMod->features.ForEach([](Feature &feature) { feature.enabled = true; });
     } else {
-        Feature *feature = pMod->features.find(name);
+        Feature *feature = pMod->features.Find(name);
         if (feature == nullptr)
-            return kFailed;
+            return FAILED;
         feature->enabled = true;
     }
     ++pMod->context->featureEpoch;
-    return kOk;
+    return OK;
 }
 
 const char *QY_MOD_GetModuleName(QY_MOD *pMod)

@@ -18,7 +18,7 @@ const char *QY_NODE_GetNodeName(QY_NODE *pNode)
 
 QY_NODE *QY_NODE_GetParentNode(QY_NODE *pNode)
 {
-    bool isTop = pNode->kind == QY_NODE_TYPE_AUGMENT || pNode->parent->kind == kRootKind;
+    bool isTop = pNode->kind == QY_NODE_TYPE_AUGMENT || pNode->parent->kind == ROOT_KIND;
     return isTop ? nullptr : pNode->parent;
 }
 
@@ -29,14 +29,14 @@ QY_MOD *QY_NODE_GetModule(QY_NODE *pNode)
 
 QY_NODE *QY_NODE_GetAugmentTargetNode(QY_NODE *pNode)
 {
-    return pNode->kind == QY_NODE_TYPE_AUGMENT && !isRemoved(pNode->parent) ? pNode->parent : nullptr;
+    return pNode->kind == QY_NODE_TYPE_AUGMENT && !IsRemoved(pNode->parent) ? pNode->parent : nullptr;
 }
 
 QY_NODE *QY_NODE_GetLeafrefTargetNode(QY_NODE *pNode, uint32_t)
 {
-    if (!isLeaf(pNode) || pNode->type->builtin != QY_TYPE_LEAFREF || pNode->target == nullptr)
+    if (!IsLeaf(pNode) || pNode->type->builtin != QY_TYPE_LEAFREF || pNode->target == nullptr)
         return nullptr;
-    return isRemoved(pNode->target) ? nullptr : pNode->target;
+    return IsRemoved(pNode->target) ? nullptr : pNode->target;
 }
 
 uint32_t QY_NODE_GetNodeKeyNum(QY_NODE *pNode)
@@ -46,15 +46,15 @@ uint32_t QY_NODE_GetNodeKeyNum(QY_NODE *pNode)
 
 uint32_t QY_NODE_IsKey(QY_NODE *pNode)
 {
-    return (pNode->flags & kNodeIsKey) != 0 ? 1 : 0;
+    return (pNode->flags & NODE_IS_KEY) != 0 ? 1 : 0;
 }
 
 uint32_t QY_NODE_IsEnabled(QY_NODE *pNode)
 {
-    if ((pNode->flags & kNodeGated) == 0)
+    if ((pNode->flags & NODE_GATED) == 0)
         return 1;
-    for (const QY_NODE *node = pNode; node != nullptr && (node->flags & kNodeGated) != 0; node = node->parent)
-        if (!holds(conditionOf(node)))
+    for (const QY_NODE *node = pNode; node != nullptr && (node->flags & NODE_GATED) != 0; node = node->parent)
+        if (!Holds(ConditionOf(node)))
             return 0;
     return 1;
 }
@@ -74,11 +74,11 @@ uint32_t QY_NODE_ReplaceDstExtInst(QY_NODE *pDst, QY_NODE *pSrc)
     if (pDst == pSrc)
         return 0;
     try {
-        OwnedSet copy = copyOfSet(pSrc->extensions);
+        OwnedSet copy = CopyOfSet(pSrc->extensions);
         ReplacedSet &replaced = pDst->module->replacedSets[pDst];
-        if ((pDst->flags & kNodeOwnSet) == 0)
+        if ((pDst->flags & NODE_OWN_SET) == 0)
             replaced.own = pDst->extensions;
-        pDst->flags |= kNodeOwnSet;
+        pDst->flags |= NODE_OWN_SET;
         pDst->extensions = copy.get();
         replaced.shown = std::move(copy);
         return 0;
@@ -91,9 +91,9 @@ uint32_t QY_NODE_ReplaceDstExtInst(QY_NODE *pDst, QY_NODE *pSrc)
 
 uint32_t QY_NODE_ScanDerivedType(QY_NODE *pNode, QY_TYPE_SCAN_PF pfnCb, void *pvCookie)
 {
-    if (!isLeaf(pNode))
+    if (!IsLeaf(pNode))
         return 0;
-    const QY_TYPE *chain[limits::kChain + 1];
+    const QY_TYPE *chain[limits::CHAIN + 1];
     size_t count = 0;
     for (const QY_TYPE *type = pNode->type; type != nullptr; type = type->base)
         chain[count++] = type;
@@ -114,7 +114,7 @@ uint32_t QY_TYPE_ScanNameValuePair(QY_TYPE *pType, QY_ENUM_SCAN_PF pfnCb, void *
         return 0;
     for (uint32_t i = 0; i < pType->values->count; ++i) {
         const EnumValue &value = pType->values->values[i];
-        if (value.condition != nullptr && !holds(value.condition))
+        if (value.condition != nullptr && !Holds(value.condition))
             continue;
         if (uint32_t result = pfnCb(value.name, static_cast<int32_t>(value.value), nullptr, pvCookie); result != 0)
             return result;

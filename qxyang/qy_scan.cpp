@@ -7,9 +7,9 @@ using namespace qxyang;
 
 namespace {
 
-QY_NODE *firstInScans(QY_NODE *node)
+QY_NODE *FirstInScans(QY_NODE *node)
 {
-    while (node != nullptr && !inScans(node))
+    while (node != nullptr && !InScans(node))
         node = node->next;
     return node;
 }
@@ -20,25 +20,25 @@ struct Children {
     QY_NODE *last = nullptr;
 };
 
-Children childrenOf(QY_NODE *node)
+Children ChildrenOf(QY_NODE *node)
 {
-    if (isLeaf(node) || node->first == nullptr)
+    if (IsLeaf(node) || node->first == nullptr)
         return {};
-    if (node->kind == QY_NODE_TYPE_AUGMENT && isRemoved(node->parent))
+    if (node->kind == QY_NODE_TYPE_AUGMENT && IsRemoved(node->parent))
         return {};
     return {node->first, node->last};
 }
 
-QY_NODE *firstChildInScans(QY_NODE *node)
+QY_NODE *FirstChildInScans(QY_NODE *node)
 {
-    return isLeaf(node) ? nullptr : firstInScans(node->first);
+    return IsLeaf(node) ? nullptr : FirstInScans(node->first);
 }
 
-uint32_t scanChildren(Children children, QY_NODE_SCAN_PF callback, void *cookie)
+uint32_t ScanChildren(Children children, QY_NODE_SCAN_PF callback, void *cookie)
 {
     for (QY_NODE *node = children.first; node != nullptr;) {
         QY_NODE *next = node != children.last ? node->next : nullptr;
-        if (inScans(node))
+        if (InScans(node))
             if (uint32_t result = callback(node, nullptr, cookie); result != 0)
                 return result;
         node = next;
@@ -53,22 +53,22 @@ class TreeWalk {
     TreeWalk(QY_TREE_SCAN_PF callback, void *cookie) : callback_(callback), cookie_(cookie) {}
 
     /* `arrival` is how the walk reached the node. */
-    uint32_t below(QY_NODE *top, uint32_t arrival)
+    uint32_t Below(QY_NODE *top, uint32_t arrival)
     {
         QY_NODE *node = top;
         for (;;) {
             uint32_t result = callback_(node, arrival, cookie_);
             if (result != 0 && result != KORV_TREE_SCAN_SKIP)
                 return result;
-            if (QY_NODE *child = result == 0 ? firstChildInScans(node) : nullptr) {
+            if (QY_NODE *child = result == 0 ? FirstChildInScans(node) : nullptr) {
                 node = child;
                 arrival = QY_TRAV_CHILD;
                 continue;
             }
             QY_NODE *sibling = nullptr;
-            while (node != top && (sibling = firstInScans(node->next)) == nullptr) {
+            while (node != top && (sibling = FirstInScans(node->next)) == nullptr) {
                 node = node->parent;
-                if (result = back(node); result != 0)
+                if (result = Back(node); result != 0)
                     return result;
             }
             if (node == top)
@@ -78,7 +78,7 @@ class TreeWalk {
         }
     }
 
-    uint32_t back(QY_NODE *node)
+    uint32_t Back(QY_NODE *node)
     {
         uint32_t result = callback_(node, QY_TRAV_RETURN, cookie_);
         return result == KORV_TREE_SCAN_SKIP ? 0 : result;
@@ -90,26 +90,26 @@ class TreeWalk {
 };
 
 /* An augment's children have another parent, so each of them is walked on its own. */
-uint32_t walkAugment(QY_NODE *augment, QY_TREE_SCAN_PF callback, void *cookie)
+uint32_t WalkAugment(QY_NODE *augment, QY_TREE_SCAN_PF callback, void *cookie)
 {
     TreeWalk walk(callback, cookie);
     uint32_t result = callback(augment, QY_TRAV_START, cookie);
     if (result != 0)
         return result == KORV_TREE_SCAN_SKIP ? 0 : result;
-    Children children = childrenOf(augment);
+    Children children = ChildrenOf(augment);
     uint32_t arrival = QY_TRAV_CHILD;
     for (QY_NODE *node = children.first; node != nullptr;) {
-        if (inScans(node)) {
-            if (result = walk.below(node, arrival); result != 0)
+        if (InScans(node)) {
+            if (result = walk.Below(node, arrival); result != 0)
                 return result;
             arrival = QY_TRAV_SIBLING;
         }
         node = node != children.last ? node->next : nullptr;
     }
-    return arrival == QY_TRAV_SIBLING ? walk.back(augment) : 0;
+    return arrival == QY_TRAV_SIBLING ? walk.Back(augment) : 0;
 }
 
-uint32_t scanExtensions(const ExtensionSet *set, QY_EXT_SCAN_PF callback, void *cookie)
+uint32_t ScanExtensions(const ExtensionSet *set, QY_EXT_SCAN_PF callback, void *cookie)
 {
     if (set == nullptr)
         return 0;
@@ -126,7 +126,7 @@ uint32_t scanExtensions(const ExtensionSet *set, QY_EXT_SCAN_PF callback, void *
 
 uint32_t QY_MOD_IterScanTopmostNode(QY_MOD *pMod, QY_NODE_SCAN_PF pfnCb, void *pvCookie)
 {
-    return scanChildren({pMod->root.first, pMod->root.last}, pfnCb, pvCookie);
+    return ScanChildren({pMod->root.first, pMod->root.last}, pfnCb, pvCookie);
 }
 
 uint32_t QY_MOD_IterScanAugmentNode(QY_MOD *pMod, QY_NODE_SCAN_PF pfnCb, void *pvCookie)
@@ -139,17 +139,17 @@ uint32_t QY_MOD_IterScanAugmentNode(QY_MOD *pMod, QY_NODE_SCAN_PF pfnCb, void *p
 
 uint32_t QY_MOD_ScanAllExtInsts(QY_MOD *pMod, QY_EXT_SCAN_PF pfnCb, void *pvCookie)
 {
-    return scanExtensions(pMod->extensions, pfnCb, pvCookie);
+    return ScanExtensions(pMod->extensions, pfnCb, pvCookie);
 }
 
 uint32_t QY_NODE_IterScanChildrenNode(QY_NODE *pNode, QY_NODE_SCAN_PF pfnCb, void *pvCookie)
 {
-    return scanChildren(childrenOf(pNode), pfnCb, pvCookie);
+    return ScanChildren(ChildrenOf(pNode), pfnCb, pvCookie);
 }
 
 uint32_t QY_NODE_IterScanSiblingNode(QY_NODE *pNode, QY_NODE_SCAN_PF pfnCb, void *pvCookie)
 {
-    for (QY_NODE *node = pNode; node != nullptr; node = firstInScans(node->next))
+    for (QY_NODE *node = pNode; node != nullptr; node = FirstInScans(node->next))
         if (uint32_t result = pfnCb(node, nullptr, pvCookie); result != 0)
             return result;
     return 0;
@@ -158,16 +158,16 @@ uint32_t QY_NODE_IterScanSiblingNode(QY_NODE *pNode, QY_NODE_SCAN_PF pfnCb, void
 uint32_t QY_NODE_TreeScanAllNode(QY_NODE *pNode, QY_TREE_SCAN_PF pfnCb, void *pvCookie)
 {
     if (pNode->kind == QY_NODE_TYPE_AUGMENT)
-        return walkAugment(pNode, pfnCb, pvCookie);
-    return TreeWalk(pfnCb, pvCookie).below(pNode, QY_TRAV_START);
+        return WalkAugment(pNode, pfnCb, pvCookie);
+    return TreeWalk(pfnCb, pvCookie).Below(pNode, QY_TRAV_START);
 }
 
 uint32_t QY_NODE_ScanAllExtInsts(QY_NODE *pNode, QY_EXT_SCAN_PF pfnCb, void *pvCookie)
 {
-    return scanExtensions(pNode->extensions, pfnCb, pvCookie);
+    return ScanExtensions(pNode->extensions, pfnCb, pvCookie);
 }
 
 uint32_t QY_EXT_ScanAllChildExtInsts(QY_EXT *pExt, QY_EXT_SCAN_PF pfnCb, void *pvCookie)
 {
-    return scanExtensions(pExt->nested, pfnCb, pvCookie);
+    return ScanExtensions(pExt->nested, pfnCb, pvCookie);
 }

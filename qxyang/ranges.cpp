@@ -10,15 +10,15 @@ namespace qxyang {
 
 namespace {
 
-constexpr int64_t kLargest = std::numeric_limits<int64_t>::max();
+constexpr int64_t LARGEST = std::numeric_limits<int64_t>::max();
 
 /* Grows with the number, whether it is signed or not. */
-uint64_t orderOf(int64_t number, NumberForm form)
+uint64_t OrderOf(int64_t number, NumberForm form)
 {
     return static_cast<uint64_t>(number) ^ (form.isSigned ? uint64_t{1} << 63 : 0);
 }
 
-std::string textOf(int64_t number, NumberForm form)
+std::string TextOf(int64_t number, NumberForm form)
 {
     if (!form.isSigned)
         return std::to_string(static_cast<uint64_t>(number));
@@ -33,19 +33,19 @@ std::string textOf(int64_t number, NumberForm form)
     return negative ? "-" + digits : digits;
 }
 
-std::string textOf(const RangeSet &set, NumberForm form)
+std::string TextOf(const RangeSet &set, NumberForm form)
 {
     std::string text;
     for (uint32_t i = 0; i < set.count && text.size() < 100; ++i) {
-        text.append(i == 0 ? "" : "|").append(textOf(set.parts[i].start, form));
+        text.append(i == 0 ? "" : "|").append(TextOf(set.parts[i].start, form));
         if (set.parts[i].start != set.parts[i].end)
-            text.append("..").append(textOf(set.parts[i].end, form));
+            text.append("..").append(TextOf(set.parts[i].end, form));
     }
     return text;
 }
 
 /* Digits, as many as the form has behind a point, as one number. False: it is none, or too large. */
-bool parseMagnitude(std::string_view text, NumberForm form, uint64_t &magnitude)
+bool ParseMagnitude(std::string_view text, NumberForm form, uint64_t &magnitude)
 {
     std::string_view fraction;
     if (size_t point = text.find('.'); point != std::string_view::npos && form.fractionDigits > 0) {
@@ -62,17 +62,17 @@ bool parseMagnitude(std::string_view text, NumberForm form, uint64_t &magnitude)
     return error == std::errc() && end == digits.data() + digits.size();
 }
 
-bool parseNumber(std::string_view text, NumberForm form, int64_t &number)
+bool ParseNumber(std::string_view text, NumberForm form, int64_t &number)
 {
     bool negative = text.starts_with('-');
     uint64_t magnitude = 0;
-    if (!parseMagnitude(text.substr(negative ? 1 : 0), form, magnitude))
+    if (!ParseMagnitude(text.substr(negative ? 1 : 0), form, magnitude))
         return false;
     if (!form.isSigned) {
         number = static_cast<int64_t>(magnitude);
         return !negative || magnitude == 0;
     }
-    uint64_t limit = static_cast<uint64_t>(kLargest) + (negative ? 1 : 0);
+    uint64_t limit = static_cast<uint64_t>(LARGEST) + (negative ? 1 : 0);
     number = static_cast<int64_t>(negative ? ~magnitude + 1 : magnitude);
     return magnitude <= limit;
 }
@@ -81,18 +81,18 @@ class RangeParser {
   public:
     RangeParser(NumberForm form, const RangeSet &base, std::string &why) : form_(form), base_(base), why_(why) {}
 
-    bool parse(std::string_view text, std::vector<RangePart> &parts)
+    bool Parse(std::string_view text, std::vector<RangePart> &parts)
     {
         for (;;) {
             size_t end = std::min(text.find('|'), text.size());
             RangePart part;
-            if (!parsePart(trim(text.substr(0, end)), part))
+            if (!ParsePart(Trim(text.substr(0, end)), part))
                 return false;
-            if (!parts.empty() && order(part.start) <= order(parts.back().end))
-                return reject("its parts do not ascend: " + textOf(part.start, form_) + " follows " +
-                              textOf(parts.back().end, form_));
-            if (!isCovered(part))
-                return reject("it leaves what it restricts, " + textOf(base_, form_));
+            if (!parts.empty() && Order(part.start) <= Order(parts.back().end))
+                return Reject("its parts do not ascend: " + TextOf(part.start, form_) + " follows " +
+                              TextOf(parts.back().end, form_));
+            if (!IsCovered(part))
+                return Reject("it leaves what it restricts, " + TextOf(base_, form_));
             parts.push_back(part);
             if (end == text.size())
                 return true;
@@ -101,54 +101,54 @@ class RangeParser {
     }
 
   private:
-    bool parsePart(std::string_view text, RangePart &part)
+    bool ParsePart(std::string_view text, RangePart &part)
     {
         size_t dots = text.find("..");
         bool single = dots == std::string_view::npos;
-        if (!parseBound(trim(text.substr(0, dots)), part.start))
+        if (!ParseBound(Trim(text.substr(0, dots)), part.start))
             return false;
         part.end = part.start;
-        if (!single && !parseBound(trim(text.substr(dots + 2)), part.end))
+        if (!single && !ParseBound(Trim(text.substr(dots + 2)), part.end))
             return false;
-        if (order(part.start) > order(part.end))
-            return reject(textOf(part.start, form_) + " is greater than " + textOf(part.end, form_));
+        if (Order(part.start) > Order(part.end))
+            return Reject(TextOf(part.start, form_) + " is greater than " + TextOf(part.end, form_));
         return true;
     }
 
-    bool parseBound(std::string_view text, int64_t &number)
+    bool ParseBound(std::string_view text, int64_t &number)
     {
         if (text == "min")
             number = base_.parts[0].start;
         else if (text == "max")
             number = base_.parts[base_.count - 1].end;
-        else if (!parseNumber(text, form_, number))
-            return reject(quoted(text) + " is no number of the type");
+        else if (!ParseNumber(text, form_, number))
+            return Reject(Quoted(text) + " is no number of the type");
         return true;
     }
 
     /* Whether every number of the part is in the base; parts of it that adjoin count as one. Parts ascend on both sides,
      * so the search goes on where it ended for the part before. */
-    bool isCovered(const RangePart &part)
+    bool IsCovered(const RangePart &part)
     {
-        while (at_ < base_.count && order(base_.parts[at_].end) < order(part.start))
+        while (at_ < base_.count && Order(base_.parts[at_].end) < Order(part.start))
             ++at_;
-        if (at_ == base_.count || order(base_.parts[at_].start) > order(part.start))
+        if (at_ == base_.count || Order(base_.parts[at_].start) > Order(part.start))
             return false;
-        while (order(base_.parts[at_].end) < order(part.end)) {
-            if (at_ + 1 == base_.count || order(base_.parts[at_ + 1].start) != order(base_.parts[at_].end) + 1)
+        while (Order(base_.parts[at_].end) < Order(part.end)) {
+            if (at_ + 1 == base_.count || Order(base_.parts[at_ + 1].start) != Order(base_.parts[at_].end) + 1)
                 return false;
             ++at_;
         }
         return true;
     }
 
-    bool reject(std::string why)
+    bool Reject(std::string why)
     {
         why_ = std::move(why);
         return false;
     }
 
-    uint64_t order(int64_t number) const { return orderOf(number, form_); }
+    uint64_t Order(int64_t number) const { return OrderOf(number, form_); }
 
     NumberForm form_;
     const RangeSet &base_;
@@ -158,21 +158,21 @@ class RangeParser {
 
 }  // namespace
 
-NumberForm NumberForm::of(const QY_TYPE &type)
+NumberForm NumberForm::Of(const QY_TYPE &type)
 {
     bool isSigned =
         (type.builtin >= QY_TYPE_INT8 && type.builtin <= QY_TYPE_INT64) || type.builtin == QY_TYPE_DECIMAL64;
     return {isSigned, type.fractionDigits};
 }
 
-const RangeSet *parseRange(std::string_view text, NumberForm form, const RangeSet &base, Arena &arena, std::string &why)
+const RangeSet *ParseRange(std::string_view text, NumberForm form, const RangeSet &base, Arena &arena, std::string &why)
 {
     std::vector<RangePart> parts;
-    if (!RangeParser(form, base, why).parse(text, parts))
+    if (!RangeParser(form, base, why).Parse(text, parts))
         return nullptr;
-    auto *kept = arena.makeArray<RangePart>(parts.size());
+    auto *kept = arena.MakeArray<RangePart>(parts.size());
     std::copy(parts.begin(), parts.end(), kept);
-    return arena.make<RangeSet>(static_cast<uint32_t>(parts.size()), kept);
+    return arena.Make<RangeSet>(static_cast<uint32_t>(parts.size()), kept);
 }
 
 }  // namespace qxyang

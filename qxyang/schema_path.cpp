@@ -4,38 +4,38 @@ namespace qxyang {
 
 namespace {
 
-std::string pathTitle(const Statement *statement)
+std::string PathTitle(const Statement *statement)
 {
-    return std::string(keywordOf(statement->keyword).name) + " " + quoted(statement->argument);
+    return std::string(KeywordOf(statement->keyword).name) + " " + Quoted(statement->argument);
 }
 
 }  // namespace
 
-bool SchemaPath::parse(Build &build, Unit &unit, const Statement *statement, bool absolute)
+bool SchemaPath::Parse(Build &build, Unit &unit, const Statement *statement, bool absolute)
 {
     absolute_ = absolute;
     std::string_view rest = statement->argument;
     if (rest.starts_with('/') != absolute) {
-        build.fail(unit, statement,
-                   pathTitle(statement) + ": the path must " + (absolute ? "begin with '/'" : "not begin with '/'"));
+        build.Fail(unit, statement,
+                   PathTitle(statement) + ": the path must " + (absolute ? "begin with '/'" : "not begin with '/'"));
         return false;
     }
     if (absolute)
         rest.remove_prefix(1);
     for (;;) {
         size_t end = std::min(rest.find('/'), rest.size());
-        std::string_view text = trim(rest.substr(0, end));
-        if (!isReference(text)) {
-            build.fail(unit, statement, pathTitle(statement) + ": " + quoted(text) + " is no name of a node");
+        std::string_view text = Trim(rest.substr(0, end));
+        if (!IsReference(text)) {
+            build.Fail(unit, statement, PathTitle(statement) + ": " + Quoted(text) + " is no name of a node");
             return false;
         }
-        if (steps_.size() == limits::kPathSteps) {
-            build.fail(unit, statement,
-                       pathTitle(statement) + ": more than " + std::to_string(limits::kPathSteps) + " steps");
+        if (steps_.size() == limits::PATH_STEPS) {
+            build.Fail(unit, statement,
+                       PathTitle(statement) + ": more than " + std::to_string(limits::PATH_STEPS) + " steps");
             return false;
         }
-        Reference reference = splitReference(text);
-        QY_MOD *module = build.moduleOf(unit, statement, reference);
+        Reference reference = SplitReference(text);
+        QY_MOD *module = build.ModuleOf(unit, statement, reference);
         if (module == nullptr)
             return false;
         steps_.push_back({module, reference.name});
@@ -45,19 +45,19 @@ bool SchemaPath::parse(Build &build, Unit &unit, const Statement *statement, boo
     }
 }
 
-QY_NODE *SchemaPath::follow(Build &build, Unit &unit, const Statement *statement, QY_NODE *parent) const
+QY_NODE *SchemaPath::Follow(Build &build, Unit &unit, const Statement *statement, QY_NODE *parent) const
 {
     QY_NODE *at = absolute_ ? &steps_.front().module->root : parent;
     for (const SchemaStep &step : steps_) {
-        QY_NODE *child = build.load.finder.schemaChild(at, step.module, step.name);
+        QY_NODE *child = build.load.finder.SchemaChild(at, step.module, step.name);
         if (child == nullptr) {
             NearestName nearest(step.name);
-            for (child = firstChild(at); child != nullptr; child = child->next)
+            for (child = FirstChild(at); child != nullptr; child = child->next)
                 if (child->module == step.module)
-                    nearest.offer(child->name);
-            build.fail(unit, statement,
-                       pathTitle(statement) + ": " + describeNode(at) + " has no node " + quoted(step.name) +
-                           " of module " + quoted(step.module->name) + nearest.hint());
+                    nearest.Offer(child->name);
+            build.Fail(unit, statement,
+                       PathTitle(statement) + ": " + DescribeNode(at) + " has no node " + Quoted(step.name) +
+                           " of module " + Quoted(step.module->name) + nearest.Hint());
             return nullptr;
         }
         at = child;
@@ -65,7 +65,7 @@ QY_NODE *SchemaPath::follow(Build &build, Unit &unit, const Statement *statement
     return at;
 }
 
-std::string_view kindName(uint8_t kind)
+std::string_view KindName(uint8_t kind)
 {
     switch (kind) {
         case QY_NODE_TYPE_CONTAINER:
@@ -93,13 +93,13 @@ std::string_view kindName(uint8_t kind)
     }
 }
 
-std::string describeNode(const QY_NODE *node)
+std::string DescribeNode(const QY_NODE *node)
 {
-    if (node->kind == kRootKind)
-        return node->name != nullptr ? "grouping " + quoted(node->name) : "module " + quoted(node->module->name);
+    if (node->kind == ROOT_KIND)
+        return node->name != nullptr ? "grouping " + Quoted(node->name) : "module " + Quoted(node->module->name);
     if (node->kind == QY_NODE_TYPE_INPUT || node->kind == QY_NODE_TYPE_OUTPUT)
-        return std::string(node->name) + " of " + quoted(node->parent->name);
-    return std::string(kindName(node->kind)).append(" ").append(quoted(node->name));
+        return std::string(node->name) + " of " + Quoted(node->parent->name);
+    return std::string(KindName(node->kind)).append(" ").append(Quoted(node->name));
 }
 
 }  // namespace qxyang

@@ -14,13 +14,13 @@ class SchemaPath {
   public:
     /* Parses the statement's argument: absolute with a '/' at its beginning, or below some node. False: the failure is
      * recorded. */
-    bool parse(Build &build, Unit &unit, const Statement *statement, bool absolute);
+    bool Parse(Build &build, Unit &unit, const Statement *statement, bool absolute);
 
     /* The node that the path leads to, from the parent that it starts at (ignored when it is absolute); null: the
      * failure is recorded. */
-    QY_NODE *follow(Build &build, Unit &unit, const Statement *statement, QY_NODE *parent = nullptr) const;
+    QY_NODE *Follow(Build &build, Unit &unit, const Statement *statement, QY_NODE *parent = nullptr) const;
 
-    const std::vector<SchemaStep> &steps() const { return steps_; }
+    const std::vector<SchemaStep> &Steps() const { return steps_; }
 
   private:
     std::vector<SchemaStep> steps_;
@@ -28,9 +28,9 @@ class SchemaPath {
 };
 
 /* "module 'm'" for a hidden root, otherwise "container 'c'". */
-std::string describeNode(const QY_NODE *node);
+std::string DescribeNode(const QY_NODE *node);
 
 /* "container", "leaf-list", ... */
-std::string_view kindName(uint8_t kind);
+std::string_view KindName(uint8_t kind);
 
 }  // namespace qxyang

@@ -12,9 +12,9 @@ namespace qxyang {
 
 namespace {
 
-constexpr std::string_view kSuffix = ".yin";
+constexpr std::string_view SUFFIX = ".yin";
 
-std::string currentDirectory()
+std::string CurrentDirectory()
 {
     std::string path(256, '\0');
     while (::getcwd(path.data(), path.size()) == nullptr) {
@@ -27,11 +27,11 @@ std::string currentDirectory()
 }
 
 /* Absolute, without empty and "." components and without a slash at its end. */
-std::string absolutePath(std::string_view directory)
+std::string AbsolutePath(std::string_view directory)
 {
     std::string joined;
     if (directory.front() != '/')
-        joined = currentDirectory();
+        joined = CurrentDirectory();
     joined.append("/").append(directory);
     std::string path;
     for (size_t begin = 0; begin < joined.size();) {
@@ -44,7 +44,7 @@ std::string absolutePath(std::string_view directory)
     return path.empty() ? "/" : path;
 }
 
-std::string fileIn(const std::string &directory, std::string_view file)
+std::string FileIn(const std::string &directory, std::string_view file)
 {
     std::string path = directory;
     if (path.back() != '/')
@@ -52,7 +52,7 @@ std::string fileIn(const std::string &directory, std::string_view file)
     return path.append(file);
 }
 
-bool exists(const std::string &path)
+bool Exists(const std::string &path)
 {
     return ::access(path.c_str(), F_OK) == 0;
 }
@@ -63,19 +63,19 @@ struct DirectoryClose {
 
 }  // namespace
 
-void SearchPath::add(std::string_view directory)
+void SearchPath::Add(std::string_view directory)
 {
-    std::string path = absolutePath(directory);
+    std::string path = AbsolutePath(directory);
     if (std::find(directories_.begin(), directories_.end(), path) == directories_.end())
         directories_.push_back(std::move(path));
 }
 
-void SearchPath::remove(std::string_view directory)
+void SearchPath::Remove(std::string_view directory)
 {
-    std::erase(directories_, absolutePath(directory));
+    std::erase(directories_, AbsolutePath(directory));
 }
 
-const std::vector<std::string> &FileFinder::listing(const std::string &directory)
+const std::vector<std::string> &FileFinder::Listing(const std::string &directory)
 {
     auto [entry, isNew] = listings_.try_emplace(directory);
     if (!isNew)
@@ -85,65 +85,65 @@ const std::vector<std::string> &FileFinder::listing(const std::string &directory
         return entry->second;
     while (const dirent *file = ::readdir(open.get())) {
         std::string_view name = file->d_name;
-        if (name.size() > kSuffix.size() && name.ends_with(kSuffix))
+        if (name.size() > SUFFIX.size() && name.ends_with(SUFFIX))
             entry->second.emplace_back(name);
     }
     return entry->second;
 }
 
-std::string FileFinder::newestRevision(std::string_view name)
+std::string FileFinder::NewestRevision(std::string_view name)
 {
     std::string newest;
     std::string path;
-    for (const std::string &directory : path_.directories()) {
-        for (std::string_view file : listing(directory)) {
+    for (const std::string &directory : path_.Directories()) {
+        for (std::string_view file : Listing(directory)) {
             if (!file.starts_with(name) || file.size() <= name.size() + 1 || file[name.size()] != '@')
                 continue;
             std::string_view revision = file.substr(name.size() + 1);
-            revision.remove_suffix(kSuffix.size());
-            if (!isDate(revision) || revision <= newest)
+            revision.remove_suffix(SUFFIX.size());
+            if (!IsDate(revision) || revision <= newest)
                 continue;
             newest = revision;
-            path = fileIn(directory, file);
+            path = FileIn(directory, file);
         }
     }
     return path;
 }
 
-std::vector<std::string> FileFinder::candidates(std::string_view name, std::string_view revision)
+std::vector<std::string> FileFinder::Candidates(std::string_view name, std::string_view revision)
 {
-    std::string plain = std::string(name).append(kSuffix);
-    std::string dated = std::string(name).append("@").append(revision).append(kSuffix);
+    std::string plain = std::string(name).append(SUFFIX);
+    std::string dated = std::string(name).append("@").append(revision).append(SUFFIX);
     std::vector<std::string> found;
     if (!revision.empty())
-        for (const std::string &directory : path_.directories())
-            if (std::string path = fileIn(directory, dated); exists(path))
+        for (const std::string &directory : path_.Directories())
+            if (std::string path = FileIn(directory, dated); Exists(path))
                 found.push_back(std::move(path));
-    for (const std::string &directory : path_.directories())
-        if (std::string path = fileIn(directory, plain); exists(path))
+    for (const std::string &directory : path_.Directories())
+        if (std::string path = FileIn(directory, plain); Exists(path))
             found.push_back(std::move(path));
     if (revision.empty() && found.empty())
-        if (std::string path = newestRevision(name); !path.empty())
+        if (std::string path = NewestRevision(name); !path.empty())
             found.push_back(std::move(path));
     if (revision.empty() && found.size() > 1)
         found.resize(1);
     return found;
 }
 
-std::string FileFinder::missing(std::string_view name, std::string_view revision)
+std::string FileFinder::Missing(std::string_view name, std::string_view revision)
 {
-    if (path_.directories().empty())
+    if (path_.Directories().empty())
         return "no directory to look for it is registered";
     std::string dated = std::string(name) + "@" + std::string(revision.empty() ? "REVISION" : revision) + ".yin";
-    std::string text = "no file " + quoted(std::string(name) + ".yin") + " or " + quoted(dated) + " in ";
+    std::string text = "no file " + Quoted(std::string(name) + ".yin") + " or " + Quoted(dated) + " in ";
     const char *separator = "";
-    for (const std::string &directory : path_.directories()) {
-        text.append(separator).append(quoted(directory));
+    for (const std::string &directory : path_.Directories()) {
+        text.append(separator).append(Quoted(directory));
         separator = ", ";
     }
     NearestName nearest(name);
-    forEachName([&nearest](std::string_view candidate) { nearest.offer(candidate); });
-    return text + nearest.hint();
+    ForEachName([&nearest](std::string_view candidate) { nearest.Offer(candidate); });
+    return text + nearest.Hint();
 }
 
 }  // namespace qxyang

@@ -11,11 +11,11 @@ namespace qxyang {
 /* The registered directories, absolute, in the order of their registration. */
 class SearchPath {
   public:
-    void add(std::string_view directory);
-    void remove(std::string_view directory);
-    void clear() { directories_.clear(); }
+    void Add(std::string_view directory);
+    void Remove(std::string_view directory);
+    void Clear() { directories_.clear(); }
 
-    const std::vector<std::string> &directories() const { return directories_; }
+    const std::vector<std::string> &Directories() const { return directories_; }
 
   private:
     std::vector<std::string> directories_;
@@ -29,23 +29,23 @@ class FileFinder {
     /* Files to try, the best first. Without a revision: NAME.yin of the first directory that has it, else the newest
      * NAME@REVISION.yin of all directories. With one: NAME@REVISION.yin, then every NAME.yin, which has to say the
      * revision itself. */
-    std::vector<std::string> candidates(std::string_view name, std::string_view revision);
+    std::vector<std::string> Candidates(std::string_view name, std::string_view revision);
 
     /* Offers the module names of all files to whoever looks for a near one. */
     template<class Offer>
-    void forEachName(Offer &&offer)
+    void ForEachName(Offer &&offer)
     {
-        for (const std::string &directory : path_.directories())
-            for (const std::string &file : listing(directory))
+        for (const std::string &directory : path_.Directories())
+            for (const std::string &file : Listing(directory))
                 offer(std::string_view(file).substr(0, file.find_first_of("@.")));
     }
 
     /* "no file 'x.yin' or 'x@REVISION.yin' in '/a', '/b'" */
-    std::string missing(std::string_view name, std::string_view revision);
+    std::string Missing(std::string_view name, std::string_view revision);
 
   private:
-    const std::vector<std::string> &listing(const std::string &directory);
-    std::string newestRevision(std::string_view name);
+    const std::vector<std::string> &Listing(const std::string &directory);
+    std::string NewestRevision(std::string_view name);
 
     const SearchPath &path_;
     std::unordered_map<std::string, std::vector<std::string>> listings_; /* names that end in ".yin" */

@@ -7,37 +7,37 @@ namespace qxyang {
 
 namespace {
 
-bool isTransparent(const QY_NODE *node)
+bool IsTransparent(const QY_NODE *node)
 {
     return node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE;
 }
 
-size_t countNames(const QY_NODE *parent)
+size_t CountNames(const QY_NODE *parent)
 {
     size_t count = 0;
     for (const QY_NODE *child = parent->first; child != nullptr; child = child->next)
-        count += 1 + (isTransparent(child) ? countNames(child) : 0);
+        count += 1 + (IsTransparent(child) ? CountNames(child) : 0);
     return count;
 }
 
 }  // namespace
 
-QY_NODE *SiblingNames::findTwice(QY_NODE *parent, const QY_MOD *module)
+QY_NODE *SiblingNames::FindTwice(QY_NODE *parent, const QY_MOD *module)
 {
-    if (parent->first == nullptr || (parent->first == parent->last && !isTransparent(parent->first)))
+    if (parent->first == nullptr || (parent->first == parent->last && !IsTransparent(parent->first)))
         return nullptr;
-    begin(countNames(parent));
-    return addAll(parent, module);
+    begin(CountNames(parent));
+    return AddAll(parent, module);
 }
 
-QY_NODE *SiblingNames::findTwiceAmongCases(QY_NODE *choice, const QY_MOD *module)
+QY_NODE *SiblingNames::FindTwiceAmongCases(QY_NODE *choice, const QY_MOD *module)
 {
     size_t count = 0;
     for (const QY_NODE *child = choice->first; child != nullptr; child = child->next)
         ++count;
     begin(count);
     for (QY_NODE *child = choice->first; child != nullptr; child = child->next)
-        if (child->module == module && !add(child->name))
+        if (child->module == module && !Add(child->name))
             return child;
     return nullptr;
 }
@@ -54,9 +54,9 @@ void SiblingNames::begin(size_t count)
     }
 }
 
-bool SiblingNames::add(const char *name)
+bool SiblingNames::Add(const char *name)
 {
-    uint32_t hash = hashText(name);
+    uint32_t hash = HashText(name);
     size_t at = hash & mask_;
     for (; slots_[at].round == round_; at = (at + 1) & mask_)
         if (slots_[at].hash == hash && std::strcmp(slots_[at].name, name) == 0)
@@ -66,14 +66,14 @@ bool SiblingNames::add(const char *name)
 }
 
 /* A choice's name stands among its parent's; a case's name does not. */
-QY_NODE *SiblingNames::addAll(QY_NODE *parent, const QY_MOD *module)
+QY_NODE *SiblingNames::AddAll(QY_NODE *parent, const QY_MOD *module)
 {
     for (QY_NODE *child = parent->first; child != nullptr; child = child->next) {
-        if (child->kind != QY_NODE_TYPE_CASE && child->module == module && !add(child->name))
+        if (child->kind != QY_NODE_TYPE_CASE && child->module == module && !Add(child->name))
             return child;
-        if (!isTransparent(child))
+        if (!IsTransparent(child))
             continue;
-        if (QY_NODE *twice = addAll(child, module))
+        if (QY_NODE *twice = AddAll(child, module))
             return twice;
     }
     return nullptr;

@@ -10,10 +10,10 @@ namespace qxyang {
 class SiblingNames {
   public:
     /* The first of the module's nodes below the parent whose name one before it has, or null. */
-    QY_NODE *findTwice(QY_NODE *parent, const QY_MOD *module);
+    QY_NODE *FindTwice(QY_NODE *parent, const QY_MOD *module);
 
     /* The same among the cases of a choice, or null. */
-    QY_NODE *findTwiceAmongCases(QY_NODE *choice, const QY_MOD *module);
+    QY_NODE *FindTwiceAmongCases(QY_NODE *choice, const QY_MOD *module);
 
   private:
     struct Slot {
@@ -23,8 +23,8 @@ class SiblingNames {
     };
 
     void begin(size_t count);
-    bool add(const char *name);
-    QY_NODE *addAll(QY_NODE *parent, const QY_MOD *module);
+    bool Add(const char *name);
+    QY_NODE *AddAll(QY_NODE *parent, const QY_MOD *module);
 
     std::vector<Slot> slots_;
     size_t mask_ = 0;

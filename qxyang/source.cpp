@@ -31,13 +31,13 @@ class OpenFile {
             ::close(descriptor_);
     }
 
-    int descriptor() const { return descriptor_; }
+    int Descriptor() const { return descriptor_; }
 
   private:
     int descriptor_;
 };
 
-std::string systemReason(const char *what)
+std::string SystemReason(const char *what)
 {
     char buffer[128];
     return std::string(what) + ": " + ::strerror_r(errno, buffer, sizeof buffer);
@@ -45,27 +45,27 @@ std::string systemReason(const char *what)
 
 }  // namespace
 
-std::string Source::read()
+std::string Source::Read()
 {
     OpenFile file(path_.c_str());
-    if (file.descriptor() < 0)
-        return systemReason("cannot be opened");
-    return readOpen(file.descriptor());
+    if (file.Descriptor() < 0)
+        return SystemReason("cannot be opened");
+    return ReadOpen(file.Descriptor());
 }
 
-std::string Source::readOpen(int file)
+std::string Source::ReadOpen(int file)
 {
     struct stat status;
     if (::fstat(file, &status) != 0)
-        return systemReason("cannot be examined");
+        return SystemReason("cannot be examined");
     if (!S_ISREG(status.st_mode))
         return "is not a regular file";
-    if (status.st_size > static_cast<off_t>(limits::kFileBytes))
-        return "is larger than " + std::to_string(limits::kFileBytes >> 20) + " MiB";
+    if (status.st_size > static_cast<off_t>(limits::FILE_BYTES))
+        return "is larger than " + std::to_string(limits::FILE_BYTES >> 20) + " MiB";
 
     size_t room = static_cast<size_t>(status.st_size);
-    const char separator[] = {kNamespaceSeparator, '\0'};
-    parser_.reset(XML_ParserCreate_MM(nullptr, &kXmlMemory, separator));
+    const char separator[] = {NAMESPACE_SEPARATOR, '\0'};
+    parser_.reset(XML_ParserCreate_MM(nullptr, &XML_MEMORY, separator));
     text_ =
         parser_ != nullptr ? static_cast<char *>(XML_GetBuffer(parser_.get(), static_cast<int>(room + 1))) : nullptr;
     if (text_ == nullptr)
@@ -75,17 +75,17 @@ std::string Source::readOpen(int file)
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
-            return systemReason("cannot be read");
+            return SystemReason("cannot be read");
         if (count == 0)
             break;
         size_ += static_cast<size_t>(count);
     }
     text_[size_] = '\0';
-    detectEncoding();
+    DetectEncoding();
     return {};
 }
 
-void Source::detectEncoding()
+void Source::DetectEncoding()
 {
     auto byte = [this](size_t i) { return static_cast<unsigned char>(text_[i]); };
     if (size_ >= 3 && byte(0) == 0xEF && byte(1) == 0xBB && byte(2) == 0xBF)
@@ -96,43 +96,43 @@ void Source::detectEncoding()
     if (mark)
         start_ = 2;
     if ((mark && byte(0) == 0xFF) || (byte(0) == '<' && byte(1) == 0))
-        encoding_ = Encoding::kUtf16Little;
+        encoding_ = Encoding::Utf16Little;
     else if (mark || (byte(0) == 0 && byte(1) == '<'))
-        encoding_ = Encoding::kUtf16Big;
+        encoding_ = Encoding::Utf16Big;
 }
 
-uint32_t Source::unitAt(uint32_t offset) const
+uint32_t Source::UnitAt(uint32_t offset) const
 {
     auto byte = [this](uint32_t i) { return uint32_t{static_cast<unsigned char>(text_[i])}; };
     switch (encoding_) {
-        case Encoding::kUtf16Little:
+        case Encoding::Utf16Little:
             return offset + 1 < size_ ? byte(offset) | byte(offset + 1) << 8 : 0;
-        case Encoding::kUtf16Big:
+        case Encoding::Utf16Big:
             return offset + 1 < size_ ? byte(offset) << 8 | byte(offset + 1) : 0;
         default:
             return byte(offset);
     }
 }
 
-bool Source::startsCharacter(uint32_t unit) const
+bool Source::StartsCharacter(uint32_t unit) const
 {
-    return encoding_ != Encoding::kUtf8 || (unit & 0xC0) != 0x80;
+    return encoding_ != Encoding::Utf8 || (unit & 0xC0) != 0x80;
 }
 
-Position Source::locate(uint32_t offset)
+Position Source::Locate(uint32_t offset)
 {
     if (offset < at_ || at_ == 0) {
         at_ = start_;
         position_ = {1, 1};
     }
-    bool wide = encoding_ == Encoding::kUtf16Little || encoding_ == Encoding::kUtf16Big;
+    bool wide = encoding_ == Encoding::Utf16Little || encoding_ == Encoding::Utf16Big;
     uint32_t step = wide ? 2 : 1;
     for (; at_ < offset && at_ < size_; at_ += step) {
-        uint32_t unit = unitAt(at_);
+        uint32_t unit = UnitAt(at_);
         if (unit == '\n') {
             ++position_.line;
             position_.column = 1;
-        } else if (startsCharacter(unit)) {
+        } else if (StartsCharacter(unit)) {
             ++position_.column;
         }
     }

@@ -11,7 +11,7 @@
 namespace qxyang {
 
 /* Between the namespace and the name of an element or attribute: no namespace can contain it. */
-inline constexpr char kNamespaceSeparator = '\n';
+inline constexpr char NAMESPACE_SEPARATOR = '\n';
 
 /* Both count from 1; the column counts characters. */
 struct Position {
@@ -27,35 +27,35 @@ class Source {
 
     /* Makes the parser and reads the whole file. Opens regular files only, whatever the name leads to, and never waits for one. Empty on
      * success, otherwise why it cannot be read. */
-    std::string read();
+    std::string Read();
 
     /* Parses what was read. The handlers are the caller's to set. */
-    XML_Parser parser() const { return parser_.get(); }
-    XML_Status parse() { return XML_ParseBuffer(parser_.get(), static_cast<int>(size_), XML_TRUE); }
+    XML_Parser Parser() const { return parser_.get(); }
+    XML_Status Parse() { return XML_ParseBuffer(parser_.get(), static_cast<int>(size_), XML_TRUE); }
 
-    const std::string &path() const { return path_; }
-    const std::string &module() const { return module_; }
-    std::string_view text() const { return {text_, size_}; }
+    const std::string &Path() const { return path_; }
+    const std::string &Module() const { return module_; }
+    std::string_view Text() const { return {text_, size_}; }
 
     /* The file says of itself that each byte is one character. */
-    void setSingleByte() { encoding_ = Encoding::kSingleByte; }
+    void SetSingleByte() { encoding_ = Encoding::SingleByte; }
 
     /* Counts lines from the place that was asked for before when that lies ahead, so failures in file order cost one
      * pass. */
-    Position locate(uint32_t offset);
+    Position Locate(uint32_t offset);
 
   private:
     enum class Encoding : uint8_t {
-        kUtf8,
-        kUtf16Little,
-        kUtf16Big,
-        kSingleByte
+        Utf8,
+        Utf16Little,
+        Utf16Big,
+        SingleByte
     };
 
-    std::string readOpen(int file);
-    void detectEncoding();
-    uint32_t unitAt(uint32_t offset) const;
-    bool startsCharacter(uint32_t unit) const;
+    std::string ReadOpen(int file);
+    void DetectEncoding();
+    uint32_t UnitAt(uint32_t offset) const;
+    bool StartsCharacter(uint32_t unit) const;
 
     std::string path_;
     std::string module_;
@@ -66,7 +66,7 @@ class Source {
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, ParserDelete> parser_;
     char *text_ = nullptr;
     size_t size_ = 0;
-    Encoding encoding_ = Encoding::kUtf8;
+    Encoding encoding_ = Encoding::Utf8;
     uint32_t start_ = 0; /* where the text begins behind a byte order mark */
     uint32_t at_ = 0;    /* the place that was asked for last */
     Position position_{1, 1};

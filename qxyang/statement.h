@@ -18,25 +18,25 @@ namespace qxyang {
 
 /* Properties of a statement. For refine and deviate: what they set. */
 enum Property : uint16_t {
-    kSetsConfig = 1 << 0,
-    kSetsDefault = 1 << 1,
-    kSetsMandatory = 1 << 2,
-    kSetsMaxElements = 1 << 3,
-    kSetsMinElements = 1 << 4,
-    kSetsMust = 1 << 5,
-    kSetsPresence = 1 << 6,
-    kSetsUnits = 1 << 7,
-    kSetsType = 1 << 8,
-    kSetsUnique = 1 << 9,
-    kHasDefinitions = 1 << 10, /* typedefs or groupings of its own */
-    kHasText = 1 << 11,        /* an extension statement: the argument is its text, not an attribute */
+    SETS_CONFIG = 1 << 0,
+    SETS_DEFAULT = 1 << 1,
+    SETS_MANDATORY = 1 << 2,
+    SETS_MAX_ELEMENTS = 1 << 3,
+    SETS_MIN_ELEMENTS = 1 << 4,
+    SETS_MUST = 1 << 5,
+    SETS_PRESENCE = 1 << 6,
+    SETS_UNITS = 1 << 7,
+    SETS_TYPE = 1 << 8,
+    SETS_UNIQUE = 1 << 9,
+    HAS_DEFINITIONS = 1 << 10, /* typedefs or groupings of its own */
+    HAS_TEXT = 1 << 11,        /* an extension statement: the argument is its text, not an attribute */
 };
 
 enum class DeviateKind : uint8_t {
-    kNotSupported,
-    kAdd,
-    kReplace,
-    kDelete
+    NotSupported,
+    Add,
+    Replace,
+    Delete
 };
 
 struct Statement {
@@ -67,13 +67,13 @@ struct ExtensionStatement : Statement {
     const char *attribute; /* name of the attribute that is the argument, or null */
 };
 
-inline ExtensionStatement *asExtension(Statement *statement)
+inline ExtensionStatement *AsExtension(Statement *statement)
 {
     return static_cast<ExtensionStatement *>(statement);
 }
 
 /* The child of that keyword that comes first, or null. */
-inline Statement *findChild(const Statement *statement, Kw keyword)
+inline Statement *FindChild(const Statement *statement, Kw keyword)
 {
     Statement *child = statement->first;
     while (child != nullptr && child->keyword != keyword)
@@ -101,10 +101,10 @@ class Unit {
     NameTable<ExtensionUse> extensionUses;
     Arena statements; /* every record of the file; emptied when the module is complete */
 
-    const std::string &name() const { return source.module(); }
+    const std::string &Name() const { return source.Module(); }
 
     /* The module that a prefix stands for, none meaning this one; null: unknown. */
-    QY_MOD *boundModule(std::string_view prefix) const
+    QY_MOD *BoundModule(std::string_view prefix) const
     {
         if (prefix.empty())
             return module;

@@ -10,35 +10,35 @@ namespace qxyang {
 
 namespace {
 
-constexpr std::array<uint16_t, kKeywordCount> makeProperties()
+constexpr std::array<uint16_t, KEYWORD_COUNT> MakeProperties()
 {
-    std::array<uint16_t, kKeywordCount> properties{};
+    std::array<uint16_t, KEYWORD_COUNT> properties{};
     auto set = [&properties](Kw keyword, uint16_t property) { properties[static_cast<size_t>(keyword)] = property; };
-    set(Kw::kConfig, kSetsConfig);
-    set(Kw::kDefault, kSetsDefault);
-    set(Kw::kMandatory, kSetsMandatory);
-    set(Kw::kMaxElements, kSetsMaxElements);
-    set(Kw::kMinElements, kSetsMinElements);
-    set(Kw::kMust, kSetsMust);
-    set(Kw::kPresence, kSetsPresence);
-    set(Kw::kUnits, kSetsUnits);
-    set(Kw::kType, kSetsType);
-    set(Kw::kUnique, kSetsUnique);
-    set(Kw::kTypedef, kHasDefinitions);
-    set(Kw::kGrouping, kHasDefinitions);
+    set(Kw::Config, SETS_CONFIG);
+    set(Kw::Default, SETS_DEFAULT);
+    set(Kw::Mandatory, SETS_MANDATORY);
+    set(Kw::MaxElements, SETS_MAX_ELEMENTS);
+    set(Kw::MinElements, SETS_MIN_ELEMENTS);
+    set(Kw::Must, SETS_MUST);
+    set(Kw::Presence, SETS_PRESENCE);
+    set(Kw::Units, SETS_UNITS);
+    set(Kw::Type, SETS_TYPE);
+    set(Kw::Unique, SETS_UNIQUE);
+    set(Kw::Typedef, HAS_DEFINITIONS);
+    set(Kw::Grouping, HAS_DEFINITIONS);
     return properties;
 }
 
 /* What a statement says of the one around it. */
-constexpr std::array<uint16_t, kKeywordCount> kProperties = makeProperties();
+constexpr std::array<uint16_t, KEYWORD_COUNT> PROPERTIES = MakeProperties();
 
-DeviateKind deviateKind(std::string_view argument)
+DeviateKind DeviateKindNamed(std::string_view argument)
 {
     if (argument == "add")
-        return DeviateKind::kAdd;
+        return DeviateKind::Add;
     if (argument == "replace")
-        return DeviateKind::kReplace;
-    return argument == "delete" ? DeviateKind::kDelete : DeviateKind::kNotSupported;
+        return DeviateKind::Replace;
+    return argument == "delete" ? DeviateKind::Delete : DeviateKind::NotSupported;
 }
 
 }  // namespace
@@ -51,148 +51,148 @@ StatementRecorder::StatementRecorder(Unit &unit, Failures &failures)
 
 /* ---- statements ------------------------------------------------------------------------------------------------ */
 
-void StatementRecorder::startStatement(std::string_view name, const char **attributes, uint32_t offset)
+void StatementRecorder::StartStatement(std::string_view name, const char **attributes, uint32_t offset)
 {
     Frame *parent = frames_.empty() ? nullptr : &frames_.back();
     // Statements within an extension statement are the extension's own affair.
     bool isSkipped = skipped_ > 0 || (parent != nullptr &&
-                                      (parent->keyword == Kw::kInstance || isArgumentElement(*parent, name, offset)));
-    Kw keyword = isSkipped ? Kw::kStatements : findKeyword(name);
-    if (!isSkipped && keyword == Kw::kStatements) {
+                                      (parent->keyword == Kw::Instance || IsArgumentElement(*parent, name, offset)));
+    Kw keyword = isSkipped ? Kw::Statements : FindKeyword(name);
+    if (!isSkipped && keyword == Kw::Statements) {
         NearestName nearest(name);
-        for (const Keyword &candidate : kKeywords)
-            nearest.offer(candidate.name);
-        fail(offset, "unknown statement " + quoted(name) + nearest.hint());
+        for (const Keyword &candidate : KEYWORDS)
+            nearest.Offer(candidate.name);
+        Fail(offset, "unknown statement " + Quoted(name) + nearest.Hint());
     }
-    if (keyword == Kw::kStatements || !isPlaced(parent, keyword, offset)) {
+    if (keyword == Kw::Statements || !IsPlaced(parent, keyword, offset)) {
         ++skipped_;
         if (parent != nullptr)
             parent->hasChild = true;
         return;
     }
     Frame frame{.keyword = keyword, .offset = offset};
-    const Keyword &info = keywordOf(keyword);
-    Argument argument = argumentOf(info, attributes, offset);
+    const Keyword &info = KeywordOf(keyword);
+    Argument argument = ArgumentOf(info, attributes, offset);
     bool isRecorded = parent == nullptr || parent->statement != nullptr;
     if (isRecorded && parent != nullptr)
-        parent->statement->properties |= kProperties[static_cast<size_t>(keyword)];
-    if (isRecorded && info.isRecorded())
-        record(frame, argument);
-    if (keyword == Kw::kYangVersion)
+        parent->statement->properties |= PROPERTIES[static_cast<size_t>(keyword)];
+    if (isRecorded && info.IsRecorded())
+        Record(frame, argument);
+    if (keyword == Kw::YangVersion)
         unit_.isVersion11 = argument == "1.1";
     frames_.push_back(frame);
 }
 
 /* Whether the element is the argument of the statement around it. */
-bool StatementRecorder::isArgumentElement(Frame &parent, std::string_view name, uint32_t offset)
+bool StatementRecorder::IsArgumentElement(Frame &parent, std::string_view name, uint32_t offset)
 {
-    const Keyword &keyword = keywordOf(parent.keyword);
-    if (!keyword.inElement() || name != keyword.argument)
+    const Keyword &keyword = KeywordOf(parent.keyword);
+    if (!keyword.InElement() || name != keyword.argument)
         return false;
     if (parent.hasText)
-        fail(offset, "second element " + quoted(name) + " in " + describe(parent) + "; only one is allowed");
+        Fail(offset, "second element " + Quoted(name) + " in " + Describe(parent) + "; only one is allowed");
     parent.hasText = true;
     return true;
 }
 
-bool StatementRecorder::isPlaced(Frame *parent, Kw keyword, uint32_t offset)
+bool StatementRecorder::IsPlaced(Frame *parent, Kw keyword, uint32_t offset)
 {
-    std::string_view name = keywordOf(keyword).name;
+    std::string_view name = KeywordOf(keyword).name;
     if (parent == nullptr) {
-        if (keyword == Kw::kModule || keyword == Kw::kSubmodule)
+        if (keyword == Kw::Module || keyword == Kw::Submodule)
             return true;
-        fail(offset, "the root element is " + quoted(name) + "; expected 'module' or 'submodule'");
+        Fail(offset, "the root element is " + Quoted(name) + "; expected 'module' or 'submodule'");
         return false;
     }
-    Placement placement = placementOf(parent->keyword, keyword);
-    bool isAllowed = placement.allowed();
-    if (parent->keyword == Kw::kDeviate)
-        isAllowed = isAllowed && isPlacedInDeviate(*parent, keyword);
+    Placement placement = PlacementOf(parent->keyword, keyword);
+    bool isAllowed = placement.Allowed();
+    if (parent->keyword == Kw::Deviate)
+        isAllowed = isAllowed && IsPlacedInDeviate(*parent, keyword);
     if (!isAllowed) {
-        fail(offset, quoted(name) + " is not allowed in " + describe(*parent));
+        Fail(offset, Quoted(name) + " is not allowed in " + Describe(*parent));
         return false;
     }
-    if (placement.since11() && !unit_.isVersion11) {
-        fail(offset, quoted(name) + " in " + describe(*parent) + " needs yang-version 1.1");
+    if (placement.Since11() && !unit_.isVersion11) {
+        Fail(offset, Quoted(name) + " in " + Describe(*parent) + " needs yang-version 1.1");
         return false;
     }
-    bool single = placement.single() || (placement.singleIn10() && !unit_.isVersion11);
-    if (single && parent->seen.has(keyword)) {
-        fail(offset, "second " + quoted(name) + " in " + describe(*parent) + "; only one is allowed");
+    bool single = placement.Single() || (placement.SingleIn10() && !unit_.isVersion11);
+    if (single && parent->seen.Has(keyword)) {
+        Fail(offset, "second " + Quoted(name) + " in " + Describe(*parent) + "; only one is allowed");
         return false;
     }
-    if (keyword == Kw::kYangVersion && !kBeforeVersion.hasAll(parent->seen))
-        fail(offset, "'yang-version' must stand before everything that the version matters to");
-    parent->seen.add(keyword);
+    if (keyword == Kw::YangVersion && !BEFORE_VERSION.HasAll(parent->seen))
+        Fail(offset, "'yang-version' must stand before everything that the version matters to");
+    parent->seen.Add(keyword);
     return true;
 }
 
-bool StatementRecorder::isPlacedInDeviate(const Frame &deviate, Kw keyword) const
+bool StatementRecorder::IsPlacedInDeviate(const Frame &deviate, Kw keyword) const
 {
     return deviate.statement == nullptr ||
-           isDeviateProperty(static_cast<DeviateKind>(deviate.statement->detail), keyword);
+           IsDeviateProperty(static_cast<DeviateKind>(deviate.statement->detail), keyword);
 }
 
-StatementRecorder::Argument StatementRecorder::argumentOf(const Keyword &keyword, const char **attributes,
+StatementRecorder::Argument StatementRecorder::ArgumentOf(const Keyword &keyword, const char **attributes,
                                                           uint32_t offset)
 {
-    const char *expected = keyword.inElement() ? nullptr : keyword.argument;
+    const char *expected = keyword.InElement() ? nullptr : keyword.argument;
     const char *value = nullptr;
     for (; attributes[0] != nullptr; attributes += 2) {
         if (expected != nullptr && std::strcmp(attributes[0], expected) == 0)
             value = attributes[1];
         else
-            failAttribute(attributes[0], keyword, offset);
+            FailAttribute(attributes[0], keyword, offset);
     }
     if (expected == nullptr)
         return {};
     if (value == nullptr) {
-        fail(offset, quoted(keyword.name) + " has no attribute " + quoted(expected));
+        Fail(offset, Quoted(keyword.name) + " has no attribute " + Quoted(expected));
         return {};
     }
     Argument argument = value;
-    if (hasForm(keyword.form, argument))
+    if (HasForm(keyword.form, argument))
         return argument;
-    fail(offset, "attribute " + quoted(expected) + " of " + quoted(keyword.name) + " is " + quoted(argument) +
-                     "; expected " + expectedOf(keyword.form));
+    Fail(offset, "attribute " + Quoted(expected) + " of " + Quoted(keyword.name) + " is " + Quoted(argument) +
+                     "; expected " + ExpectedOf(keyword.form));
     return {};
 }
 
 /* Attributes of other namespaces are nobody's business here. */
-void StatementRecorder::failAttribute(std::string_view name, const Keyword &keyword, uint32_t offset)
+void StatementRecorder::FailAttribute(std::string_view name, const Keyword &keyword, uint32_t offset)
 {
-    if (name.find(kNamespaceSeparator) != std::string_view::npos)
+    if (name.find(NAMESPACE_SEPARATOR) != std::string_view::npos)
         return;
     NearestName nearest(name);
-    if (!keyword.inElement() && keyword.argument != nullptr)
-        nearest.offer(keyword.argument);
-    fail(offset, "unknown attribute " + quoted(name) + " of " + quoted(keyword.name) + nearest.hint());
+    if (!keyword.InElement() && keyword.argument != nullptr)
+        nearest.Offer(keyword.argument);
+    Fail(offset, "unknown attribute " + Quoted(name) + " of " + Quoted(keyword.name) + nearest.Hint());
 }
 
-void StatementRecorder::record(Frame &frame, Argument argument)
+void StatementRecorder::Record(Frame &frame, Argument argument)
 {
-    countStatement(frame.offset);
-    auto *statement = unit_.statements.make<Statement>();
+    CountStatement(frame.offset);
+    auto *statement = unit_.statements.Make<Statement>();
     statement->keyword = frame.keyword;
     statement->offset = frame.offset;
-    if (frame.keyword == Kw::kType) {
-        statement->detail = builtinTypeNumber(argument);
+    if (frame.keyword == Kw::Type) {
+        statement->detail = BuiltinTypeNumber(argument);
         if (statement->detail != 0)
-            statement->argument = builtinTypeName(statement->detail).data();
-    } else if (frame.keyword == Kw::kDeviate) {
-        statement->detail = static_cast<uint8_t>(deviateKind(argument));
+            statement->argument = BuiltinTypeName(statement->detail).data();
+    } else if (frame.keyword == Kw::Deviate) {
+        statement->detail = static_cast<uint8_t>(DeviateKindNamed(argument));
     }
     if (argument.data() == nullptr)
         statement->argument = "";
     else if (statement->argument == nullptr)
         statement->argument =
-            keywordOf(frame.keyword).isNamed() ? names_.keep(argument) : unit_.statements.text(argument);
+            KeywordOf(frame.keyword).IsNamed() ? names_.Keep(argument) : unit_.statements.Text(argument);
     frame.statement = statement;
     frame.tail = &statement->first;
-    link(frame);
+    Link(frame);
 }
 
-void StatementRecorder::link(const Frame &frame)
+void StatementRecorder::Link(const Frame &frame)
 {
     if (frames_.empty()) {
         unit_.root = frame.statement;
@@ -203,17 +203,17 @@ void StatementRecorder::link(const Frame &frame)
     parent.tail = &frame.statement->next;
 }
 
-void StatementRecorder::countStatement(uint32_t offset)
+void StatementRecorder::CountStatement(uint32_t offset)
 {
-    if (++statements_ <= limits::kStatements)
+    if (++statements_ <= limits::STATEMENTS)
         return;
-    fail(offset, "the file has more than " + std::to_string(limits::kStatements) + " statements");
+    Fail(offset, "the file has more than " + std::to_string(limits::STATEMENTS) + " statements");
     throw LoadStopped{};
 }
 
 /* ---- extension statements -------------------------------------------------------------------------------------- */
 
-void StatementRecorder::startExtension(std::string_view space, std::string_view name, const char **attributes,
+void StatementRecorder::StartExtension(std::string_view space, std::string_view name, const char **attributes,
                                        uint32_t offset)
 {
     if (skipped_ > 0) {
@@ -222,71 +222,71 @@ void StatementRecorder::startExtension(std::string_view space, std::string_view 
     }
     Frame &parent = frames_.back();
     parent.hasChild = true;
-    Frame frame{.keyword = Kw::kInstance, .offset = offset};
-    frame.use = useOf(space, name, parent, offset);
-    bool isKept = parent.keyword == Kw::kInstance || keywordOf(parent.keyword).isKept();
+    Frame frame{.keyword = Kw::Instance, .offset = offset};
+    frame.use = UseOf(space, name, parent, offset);
+    bool isKept = parent.keyword == Kw::Instance || KeywordOf(parent.keyword).IsKept();
     if (isKept && parent.statement != nullptr)
-        recordInstance(frame, attributes);
+        RecordInstance(frame, attributes);
     textWanted_ = textWanted_ || frame.statement != nullptr;
     text_.clear();
     frames_.push_back(frame);
 }
 
-void StatementRecorder::skipElement(uint32_t offset, std::string_view sentence)
+void StatementRecorder::SkipElement(uint32_t offset, std::string_view sentence)
 {
     if (skipped_++ == 0)
-        fail(offset, sentence);
+        Fail(offset, sentence);
 }
 
 /* Which attribute is the argument is only known when the extension's definition is. */
-void StatementRecorder::recordInstance(Frame &frame, const char **attributes)
+void StatementRecorder::RecordInstance(Frame &frame, const char **attributes)
 {
-    countStatement(frame.offset);
-    auto *statement = unit_.statements.make<ExtensionStatement>();
-    statement->keyword = Kw::kInstance;
+    CountStatement(frame.offset);
+    auto *statement = unit_.statements.Make<ExtensionStatement>();
+    statement->keyword = Kw::Instance;
     statement->offset = frame.offset;
     statement->use = frame.use;
     frame.statement = statement;
     frame.tail = &statement->first;
-    link(frame);
+    Link(frame);
     for (; attributes[0] != nullptr; attributes += 2) {
-        if (std::strchr(attributes[0], kNamespaceSeparator) != nullptr)
+        if (std::strchr(attributes[0], NAMESPACE_SEPARATOR) != nullptr)
             continue;
         if (statement->attribute != nullptr)
-            fail(frame.offset, "extension statement " + quoted(frame.use->keyword) +
+            Fail(frame.offset, "extension statement " + Quoted(frame.use->keyword) +
                                    " has more than one attribute; its argument is one");
-        statement->attribute = keptAttribute(*frame.use, attributes[0]);
-        statement->argument = names_.keep(attributes[1]);
+        statement->attribute = KeptAttribute(*frame.use, attributes[0]);
+        statement->argument = names_.Keep(attributes[1]);
     }
 }
 
 /* Nearly always all statements with a keyword have the same attribute. */
-const char *StatementRecorder::keptAttribute(ExtensionUse &use, const char *name)
+const char *StatementRecorder::KeptAttribute(ExtensionUse &use, const char *name)
 {
     if (use.attribute == nullptr)
-        use.attribute = unit_.statements.text(name);
-    return std::strcmp(use.attribute, name) == 0 ? use.attribute : unit_.statements.text(name);
+        use.attribute = unit_.statements.Text(name);
+    return std::strcmp(use.attribute, name) == 0 ? use.attribute : unit_.statements.Text(name);
 }
 
-ExtensionUse *StatementRecorder::useOf(std::string_view space, std::string_view name, const Frame &parent,
+ExtensionUse *StatementRecorder::UseOf(std::string_view space, std::string_view name, const Frame &parent,
                                        uint32_t offset)
 {
     // Both stand in one text, with the separator in between.
     std::string_view key(space.data(), space.size() + 1 + name.size());
     bool isWithin = parent.use != nullptr && parent.use->space == space;
     if (isWithin) {
-        key_.assign(parent.use->keyword).append(1, kNamespaceSeparator).append(key);
+        key_.assign(parent.use->keyword).append(1, NAMESPACE_SEPARATOR).append(key);
         key = key_;
     }
-    if (ExtensionUse *known = unit_.extensionUses.find(key))
+    if (ExtensionUse *known = unit_.extensionUses.Find(key))
         return known;
-    auto *use = unit_.statements.make<ExtensionUse>();
-    use->name = unit_.statements.text(key);
+    auto *use = unit_.statements.Make<ExtensionUse>();
+    use->name = unit_.statements.Text(key);
     use->keyword = use->name + key.size() - name.size();
     use->space = std::string_view(use->keyword - 1 - space.size(), space.size());
     use->above = isWithin ? parent.use : nullptr;
     use->offset = offset;
-    unit_.extensionUses.insert(use);
+    unit_.extensionUses.Insert(use);
     return use;
 }
 
@@ -299,50 +299,50 @@ void StatementRecorder::end()
         return;
     }
     const Frame &frame = frames_.back();
-    if (frame.keyword == Kw::kInstance)
-        endExtension(frame);
+    if (frame.keyword == Kw::Instance)
+        EndExtension(frame);
     else
-        endStatement(frame);
+        EndStatement(frame);
     frames_.pop_back();
 }
 
-void StatementRecorder::endStatement(const Frame &frame)
+void StatementRecorder::EndStatement(const Frame &frame)
 {
-    const Keyword &info = keywordOf(frame.keyword);
-    if (info.inElement() && !frame.hasText)
-        fail(frame.offset, quoted(info.name) + " has no element " + quoted(info.argument));
-    const KeywordSet &required = requiredIn(frame.keyword);
-    if (frame.seen.hasAll(required))
+    const Keyword &info = KeywordOf(frame.keyword);
+    if (info.InElement() && !frame.hasText)
+        Fail(frame.offset, Quoted(info.name) + " has no element " + Quoted(info.argument));
+    const KeywordSet &required = RequiredIn(frame.keyword);
+    if (frame.seen.HasAll(required))
         return;
-    for (size_t i = 0; i < kKeywordCount; ++i)
-        if (Kw keyword = static_cast<Kw>(i); required.has(keyword) && !frame.seen.has(keyword))
-            fail(frame.offset, describe(frame) + " has no " + quoted(keywordOf(keyword).name));
+    for (size_t i = 0; i < KEYWORD_COUNT; ++i)
+        if (Kw keyword = static_cast<Kw>(i); required.Has(keyword) && !frame.seen.Has(keyword))
+            Fail(frame.offset, Describe(frame) + " has no " + Quoted(KeywordOf(keyword).name));
 }
 
 /* Text counts where nothing else stands: it may be the argument of the extension statement around. */
-void StatementRecorder::endExtension(const Frame &frame)
+void StatementRecorder::EndExtension(const Frame &frame)
 {
     if (frame.statement == nullptr)
         return;
     if (!frame.hasChild && frame.statement->argument == nullptr) {
-        frame.statement->argument = names_.keep(trim(text_));
-        frame.statement->properties |= kHasText;
+        frame.statement->argument = names_.Keep(Trim(text_));
+        frame.statement->properties |= HAS_TEXT;
     }
-    textWanted_ = frames_[frames_.size() - 2].keyword == Kw::kInstance;
+    textWanted_ = frames_[frames_.size() - 2].keyword == Kw::Instance;
 }
 
-std::string StatementRecorder::describe(const Frame &frame) const
+std::string StatementRecorder::Describe(const Frame &frame) const
 {
-    if (frame.keyword == Kw::kInstance)
-        return quoted(frame.use->keyword);
-    std::string text(keywordOf(frame.keyword).name);
+    if (frame.keyword == Kw::Instance)
+        return Quoted(frame.use->keyword);
+    std::string text(KeywordOf(frame.keyword).name);
     bool isNamed = frame.statement != nullptr && frame.statement->argument[0] != '\0';
-    return isNamed ? text + " " + quoted(frame.statement->argument) : text;
+    return isNamed ? text + " " + Quoted(frame.statement->argument) : text;
 }
 
-std::string StatementRecorder::describeOpen() const
+std::string StatementRecorder::DescribeOpen() const
 {
-    return skipped_ > 0 || frames_.empty() ? std::string() : describe(frames_.back());
+    return skipped_ > 0 || frames_.empty() ? std::string() : Describe(frames_.back());
 }
 
 }  // namespace qxyang

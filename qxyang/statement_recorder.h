@@ -18,28 +18,28 @@ class StatementRecorder {
     StatementRecorder(Unit &unit, Failures &failures);
 
     /* Attributes are pairs of name and value with a null behind; names in a namespace have it in front, followed by
-     * kNamespaceSeparator. `offset` is where the element begins in the file. */
-    void startStatement(std::string_view name, const char **attributes, uint32_t offset);
-    void startExtension(std::string_view space, std::string_view name, const char **attributes, uint32_t offset);
+     * NAMESPACE_SEPARATOR. `offset` is where the element begins in the file. */
+    void StartStatement(std::string_view name, const char **attributes, uint32_t offset);
+    void StartExtension(std::string_view space, std::string_view name, const char **attributes, uint32_t offset);
 
     /* An element that nothing is made of, nor of what stands in it; the failure counts only where elements do. */
-    void skipElement(uint32_t offset, std::string_view sentence);
+    void SkipElement(uint32_t offset, std::string_view sentence);
 
     /* The end of any of them. */
     void end();
 
     /* Text within the element that is open innermost. */
-    void addText(std::string_view text) { text_.append(text); }
+    void AddText(std::string_view text) { text_.append(text); }
 
     /* Whether the text of the element that is open innermost matters. */
-    bool wantsText() const { return textWanted_; }
+    bool WantsText() const { return textWanted_; }
 
-    size_t depth() const { return skipped_ + frames_.size(); }
+    size_t Depth() const { return skipped_ + frames_.size(); }
 
     /* "container 'x'": the element that is open innermost; empty when there is none that counts. */
-    std::string describeOpen() const;
+    std::string DescribeOpen() const;
 
-    void fail(uint32_t offset, std::string_view sentence) { failures_.add(unit_.source, offset, sentence); }
+    void Fail(uint32_t offset, std::string_view sentence) { failures_.Add(unit_.source, offset, sentence); }
 
   private:
     /* An element that is open. */
@@ -57,20 +57,20 @@ class StatementRecorder {
     /* An attribute value; the data are null when there is none. */
     using Argument = std::string_view;
 
-    bool isArgumentElement(Frame &parent, std::string_view name, uint32_t offset);
-    bool isPlaced(Frame *parent, Kw keyword, uint32_t offset);
-    bool isPlacedInDeviate(const Frame &deviate, Kw keyword) const;
-    Argument argumentOf(const Keyword &keyword, const char **attributes, uint32_t offset);
-    void failAttribute(std::string_view name, const Keyword &keyword, uint32_t offset);
-    void record(Frame &frame, Argument argument);
-    void recordInstance(Frame &frame, const char **attributes);
-    const char *keptAttribute(ExtensionUse &use, const char *name);
-    void link(const Frame &frame);
-    ExtensionUse *useOf(std::string_view space, std::string_view name, const Frame &parent, uint32_t offset);
-    void countStatement(uint32_t offset);
-    void endStatement(const Frame &frame);
-    void endExtension(const Frame &frame);
-    std::string describe(const Frame &frame) const;
+    bool IsArgumentElement(Frame &parent, std::string_view name, uint32_t offset);
+    bool IsPlaced(Frame *parent, Kw keyword, uint32_t offset);
+    bool IsPlacedInDeviate(const Frame &deviate, Kw keyword) const;
+    Argument ArgumentOf(const Keyword &keyword, const char **attributes, uint32_t offset);
+    void FailAttribute(std::string_view name, const Keyword &keyword, uint32_t offset);
+    void Record(Frame &frame, Argument argument);
+    void RecordInstance(Frame &frame, const char **attributes);
+    const char *KeptAttribute(ExtensionUse &use, const char *name);
+    void Link(const Frame &frame);
+    ExtensionUse *UseOf(std::string_view space, std::string_view name, const Frame &parent, uint32_t offset);
+    void CountStatement(uint32_t offset);
+    void EndStatement(const Frame &frame);
+    void EndExtension(const Frame &frame);
+    std::string Describe(const Frame &frame) const;
 
     Unit &unit_;
     Failures &failures_;

@@ -10,7 +10,7 @@ namespace qxyang {
 
 namespace {
 
-constexpr std::array<bool, 256> makeNameCharacters(bool first)
+constexpr std::array<bool, 256> MakeNameCharacters(bool first)
 {
     std::array<bool, 256> table{};
     for (char c = 'a'; c <= 'z'; ++c)
@@ -26,16 +26,16 @@ constexpr std::array<bool, 256> makeNameCharacters(bool first)
     return table;
 }
 
-constexpr std::array<bool, 256> kFirstCharacters = makeNameCharacters(true);
-constexpr std::array<bool, 256> kNameCharacters = makeNameCharacters(false);
+constexpr std::array<bool, 256> FIRST_CHARACTERS = MakeNameCharacters(true);
+constexpr std::array<bool, 256> NAME_CHARACTERS = MakeNameCharacters(false);
 
 /* Number of single-character edits between both names, neighbours swapped counting as one; limit + 1 when it is more. */
-size_t editDistance(std::string_view left, std::string_view right, size_t limit)
+size_t EditDistance(std::string_view left, std::string_view right, size_t limit)
 {
-    constexpr size_t kMax = 64;
-    if (left.size() > kMax || right.size() > kMax)
+    constexpr size_t MAX = 64;
+    if (left.size() > MAX || right.size() > MAX)
         return limit + 1;
-    std::array<std::array<size_t, kMax + 1>, 3> rows;
+    std::array<std::array<size_t, MAX + 1>, 3> rows;
     size_t *before = rows[0].data();
     size_t *previous = rows[1].data();
     size_t *current = rows[2].data();
@@ -61,7 +61,7 @@ size_t editDistance(std::string_view left, std::string_view right, size_t limit)
 
 }  // namespace
 
-Reference splitReference(std::string_view text)
+Reference SplitReference(std::string_view text)
 {
     size_t colon = text.find(':');
     if (colon == std::string_view::npos)
@@ -69,81 +69,81 @@ Reference splitReference(std::string_view text)
     return {text.substr(0, colon), text.substr(colon + 1)};
 }
 
-bool isIdentifier(std::string_view text)
+bool IsIdentifier(std::string_view text)
 {
-    if (text.empty() || text.size() > limits::kNameLength || !kFirstCharacters[static_cast<unsigned char>(text[0])])
+    if (text.empty() || text.size() > limits::NAME_LENGTH || !FIRST_CHARACTERS[static_cast<unsigned char>(text[0])])
         return false;
     for (char c : text)
-        if (!kNameCharacters[static_cast<unsigned char>(c)])
+        if (!NAME_CHARACTERS[static_cast<unsigned char>(c)])
             return false;
     return true;
 }
 
-bool isReference(std::string_view text)
+bool IsReference(std::string_view text)
 {
-    Reference reference = splitReference(text);
+    Reference reference = SplitReference(text);
     bool unprefixed = reference.name.size() == text.size();
-    return isIdentifier(reference.name) && (unprefixed || isIdentifier(reference.prefix));
+    return IsIdentifier(reference.name) && (unprefixed || IsIdentifier(reference.prefix));
 }
 
-bool isDate(std::string_view text)
+bool IsDate(std::string_view text)
 {
-    constexpr std::string_view kForm = "dddd-dd-dd";
-    if (text.size() != kForm.size())
+    constexpr std::string_view FORM = "dddd-dd-dd";
+    if (text.size() != FORM.size())
         return false;
-    for (size_t i = 0; i < kForm.size(); ++i)
-        if (kForm[i] == 'd' ? !isDigit(text[i]) : text[i] != '-')
+    for (size_t i = 0; i < FORM.size(); ++i)
+        if (FORM[i] == 'd' ? !IsDigit(text[i]) : text[i] != '-')
             return false;
     int month = (text[5] - '0') * 10 + (text[6] - '0');
     int day = (text[8] - '0') * 10 + (text[9] - '0');
     return month >= 1 && month <= 12 && day >= 1 && day <= 31;
 }
 
-std::string_view takeWord(std::string_view &text)
+std::string_view TakeWord(std::string_view &text)
 {
     size_t begin = 0;
-    while (begin < text.size() && isSpace(text[begin]))
+    while (begin < text.size() && IsSpace(text[begin]))
         ++begin;
     size_t end = begin;
-    while (end < text.size() && !isSpace(text[end]))
+    while (end < text.size() && !IsSpace(text[end]))
         ++end;
     std::string_view word = text.substr(begin, end - begin);
     text.remove_prefix(end);
     return word;
 }
 
-std::string_view trim(std::string_view text)
+std::string_view Trim(std::string_view text)
 {
-    while (!text.empty() && isSpace(text.front()))
+    while (!text.empty() && IsSpace(text.front()))
         text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
+    while (!text.empty() && IsSpace(text.back()))
         text.remove_suffix(1);
     return text;
 }
 
-std::string quoted(std::string_view text)
+std::string Quoted(std::string_view text)
 {
-    if (text.size() <= limits::kQuotedLength)
+    if (text.size() <= limits::QUOTED_LENGTH)
         return std::string("'").append(text).append("'");
-    size_t end = limits::kQuotedLength;
+    size_t end = limits::QUOTED_LENGTH;
     while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)  // within a character
         --end;
     return std::string("'").append(text.substr(0, end)).append("...'");
 }
 
 NearestName::NearestName(std::string_view wanted)
-    : wanted_(wanted.substr(0, limits::kQuotedLength)),
+    : wanted_(wanted.substr(0, limits::QUOTED_LENGTH)),
       distance_(std::min<size_t>(wanted.size() < 4 ? 1 : wanted.size() / 3, 4))
 {
 }
 
-void NearestName::offer(std::string_view candidate)
+void NearestName::Offer(std::string_view candidate)
 {
     size_t difference =
         wanted_.size() > candidate.size() ? wanted_.size() - candidate.size() : candidate.size() - wanted_.size();
     if (difference > distance_ || candidate.empty() || candidate == wanted_)
         return;
-    size_t distance = editDistance(wanted_, candidate, distance_);
+    size_t distance = EditDistance(wanted_, candidate, distance_);
     // Among equals the alphabet decides, so that the hint does not depend on the order offered.
     bool better = distance < distance_ || (distance == distance_ && (best_.empty() || candidate < best_));
     if (!better)
@@ -152,9 +152,9 @@ void NearestName::offer(std::string_view candidate)
     distance_ = distance;
 }
 
-std::string NearestName::hint() const
+std::string NearestName::Hint() const
 {
-    return best_.empty() ? std::string() : "; did you mean " + quoted(best_) + "?";
+    return best_.empty() ? std::string() : "; did you mean " + Quoted(best_) + "?";
 }
 
 }  // namespace qxyang

@@ -13,36 +13,36 @@ struct Reference {
     std::string_view name;
 };
 
-Reference splitReference(std::string_view text);
+Reference SplitReference(std::string_view text);
 
-bool isIdentifier(std::string_view text);
+bool IsIdentifier(std::string_view text);
 
 /* An identifier, with or without an identifier and a colon before it. */
-bool isReference(std::string_view text);
+bool IsReference(std::string_view text);
 
 /* A date as revisions have it: four, two and two digits that can be a day. */
-bool isDate(std::string_view text);
+bool IsDate(std::string_view text);
 
 /* The next word of a text whose words are separated by white space, taken off it; empty at its end. */
-std::string_view takeWord(std::string_view &text);
+std::string_view TakeWord(std::string_view &text);
 
-std::string_view trim(std::string_view text);
+std::string_view Trim(std::string_view text);
 
-inline bool isSpace(char c)
+inline bool IsSpace(char c)
 {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
-inline bool isDigit(char c)
+inline bool IsDigit(char c)
 {
     return c >= '0' && c <= '9';
 }
 
 /* The text between single quotes, shortened when it is long. */
-std::string quoted(std::string_view text);
+std::string Quoted(std::string_view text);
 
 /* "a -> b -> a": the names from the first one equal to the last on. */
 template<class Names, class GetName>
-std::string chainText(const Names &names, std::string_view closing, GetName &&nameOf)
+std::string ChainText(const Names &names, std::string_view closing, GetName &&nameOf)
 {
     std::string text;
     for (const auto &entry : names) {
@@ -58,10 +58,10 @@ class NearestName {
   public:
     explicit NearestName(std::string_view wanted);
 
-    void offer(std::string_view candidate);
+    void Offer(std::string_view candidate);
 
     /* "; did you mean 'x'?", or nothing when no candidate was near. */
-    std::string hint() const;
+    std::string Hint() const;
 
   private:
     std::string wanted_;

@@ -14,13 +14,13 @@ class TextCache {
   public:
     explicit TextCache(Arena &arena) : arena_(arena) {}
 
-    const char *keep(std::string_view text)
+    const char *Keep(std::string_view text)
     {
-        if (text.size() > kLongest)
-            return arena_.text(text);
-        Slot &slot = slots_[hashText(text) % kSlots];
+        if (text.size() > LONGEST)
+            return arena_.Text(text);
+        Slot &slot = slots_[HashText(text) % SLOTS];
         if (slot.text == nullptr || slot.length != text.size() || std::memcmp(slot.text, text.data(), slot.length) != 0)
-            slot = {arena_.text(text), text.size()};
+            slot = {arena_.Text(text), text.size()};
         return slot.text;
     }
 
@@ -30,11 +30,11 @@ class TextCache {
         size_t length;
     };
 
-    static constexpr size_t kSlots = 256;
-    static constexpr size_t kLongest = 32;
+    static constexpr size_t SLOTS = 256;
+    static constexpr size_t LONGEST = 32;
 
     Arena &arena_;
-    std::array<Slot, kSlots> slots_{};
+    std::array<Slot, SLOTS> slots_{};
 };
 
 }  // namespace qxyang

@@ -10,104 +10,104 @@ namespace qxyang {
 namespace {
 
 /* The node type that a statement makes, or 0. */
-uint8_t kindOf(Kw keyword)
+uint8_t KindOf(Kw keyword)
 {
     switch (keyword) {
-        case Kw::kContainer:
+        case Kw::Container:
             return QY_NODE_TYPE_CONTAINER;
-        case Kw::kLeaf:
+        case Kw::Leaf:
             return QY_NODE_TYPE_LEAF;
-        case Kw::kLeafList:
+        case Kw::LeafList:
             return QY_NODE_TYPE_LEAF_LIST;
-        case Kw::kList:
+        case Kw::List:
             return QY_NODE_TYPE_LIST;
-        case Kw::kChoice:
+        case Kw::Choice:
             return QY_NODE_TYPE_CHOICE;
-        case Kw::kCase:
+        case Kw::Case:
             return QY_NODE_TYPE_CASE;
-        case Kw::kAnyxml:
+        case Kw::Anyxml:
             return QY_NODE_TYPE_ANYXML;
-        case Kw::kAnydata:
+        case Kw::Anydata:
             return QY_NODE_TYPE_ANYDATA;
-        case Kw::kRpc:
-        case Kw::kAction:
+        case Kw::Rpc:
+        case Kw::Action:
             return QY_NODE_TYPE_RPC;
-        case Kw::kInput:
+        case Kw::Input:
             return QY_NODE_TYPE_INPUT;
-        case Kw::kOutput:
+        case Kw::Output:
             return QY_NODE_TYPE_OUTPUT;
-        case Kw::kNotification:
+        case Kw::Notification:
             return QY_NODE_TYPE_NOTIFICATION;
         default:
             return QY_NODE_TYPE_NONE;
     }
 }
 
-const char *nameOf(const Statement *statement)
+const char *NameOf(const Statement *statement)
 {
-    if (statement->keyword == Kw::kInput)
+    if (statement->keyword == Kw::Input)
         return "input";
-    return statement->keyword == Kw::kOutput ? "output" : statement->argument;
+    return statement->keyword == Kw::Output ? "output" : statement->argument;
 }
 
 }  // namespace
 
-void TreeBuilder::buildModule()
+void TreeBuilder::BuildModule()
 {
     for (Unit *unit : build_.units)
-        compileDefinitions(unit->root, build_.unitScope(*unit));
+        CompileDefinitions(unit->root, build_.UnitScope(*unit));
     QY_MOD &module = build_.module;
     for (Unit *unit : build_.units) {
-        addChildren(unit->root, &module.root, build_.unitScope(*unit));
-        module.extensions = joinedSets(module.records, module.extensions, extensionsOf(build_, *unit, unit->root));
+        AddChildren(unit->root, &module.root, build_.UnitScope(*unit));
+        module.extensions = JoinedSets(module.records, module.extensions, ExtensionsOf(build_, *unit, unit->root));
     }
-    checkModuleNames();
+    CheckModuleNames();
 }
 
-void TreeBuilder::compileDefinitions(const Statement *statement, Scope *scope)
+void TreeBuilder::CompileDefinitions(const Statement *statement, Scope *scope)
 {
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
-        if (child->keyword == Kw::kTypedef) {
+        if (child->keyword == Kw::Typedef) {
             auto &table = scope->outer == nullptr ? build_.module.typedefs : scope->typedefs;
-            if (Typedef *definition = table.find(child->argument))
-                types_.compile(*definition);
-        } else if (child->keyword == Kw::kGrouping) {
+            if (Typedef *definition = table.Find(child->argument))
+                types_.Compile(*definition);
+        } else if (child->keyword == Kw::Grouping) {
             auto &table = scope->outer == nullptr ? build_.module.groupings : scope->groupings;
-            if (Grouping *grouping = table.find(child->argument))
-                compile(*grouping);
+            if (Grouping *grouping = table.Find(child->argument))
+                Compile(*grouping);
         }
     }
 }
 
-Scope *TreeBuilder::enterScope(const Statement *statement, Scope *outer)
+Scope *TreeBuilder::EnterScope(const Statement *statement, Scope *outer)
 {
-    Scope *scope = scopeOf(build_, statement, outer);
+    Scope *scope = ScopeOf(build_, statement, outer);
     if (scope != outer)
-        compileDefinitions(statement, scope);
+        CompileDefinitions(statement, scope);
     return scope;
 }
 
-void TreeBuilder::checkDepth()
+void TreeBuilder::CheckDepth()
 {
-    if (depth_ <= limits::kSchemaDepth)
+    if (depth_ <= limits::SCHEMA_DEPTH)
         return;
-    build_.fail(*unit_, statement_,
-                "schema nodes are nested deeper than " + std::to_string(limits::kSchemaDepth) + " levels");
+    build_.Fail(*unit_, statement_,
+                "schema nodes are nested deeper than " + std::to_string(limits::SCHEMA_DEPTH) + " levels");
     throw LoadStopped{};
 }
 
 /* A node that needs no case of its own in a choice gets one of its name. */
-QY_NODE *TreeBuilder::append(QY_NODE *parent, uint8_t kind, const char *name)
+QY_NODE *TreeBuilder::Append(QY_NODE *parent, uint8_t kind, const char *name)
 {
     if (parent->kind == QY_NODE_TYPE_CHOICE && kind != QY_NODE_TYPE_CASE)
-        parent = append(parent, QY_NODE_TYPE_CASE, name);
-    if (++build_.load.nodes > limits::kSchemaNodes) {
-        build_.fail(*unit_, statement_,
-                    "the load needs more than " + std::to_string(limits::kSchemaNodes) + " schema nodes");
+        parent = Append(parent, QY_NODE_TYPE_CASE, name);
+    if (++build_.load.nodes > limits::SCHEMA_NODES) {
+        build_.Fail(*unit_, statement_,
+                    "the load needs more than " + std::to_string(limits::SCHEMA_NODES) + " schema nodes");
         throw LoadStopped{};
     }
     QY_MOD &module = build_.module;
-    QY_NODE *node = chain_.empty() ? module.nodes.make() : module.templates.make();
+    QY_NODE *node = chain_.empty() ? module.nodes.Make() : module.templates.Make();
     node->kind = kind;
     node->name = name;
     node->module = &module;
@@ -117,39 +117,39 @@ QY_NODE *TreeBuilder::append(QY_NODE *parent, uint8_t kind, const char *name)
     return node;
 }
 
-void TreeBuilder::addChildren(const Statement *statement, QY_NODE *parent, Scope *scope)
+void TreeBuilder::AddChildren(const Statement *statement, QY_NODE *parent, Scope *scope)
 {
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
-        if (kindOf(child->keyword) != QY_NODE_TYPE_NONE)
-            addNode(child, parent, scope);
-        else if (child->keyword == Kw::kUses)
-            expandUses(child, parent, scope);
+        if (KindOf(child->keyword) != QY_NODE_TYPE_NONE)
+            AddNode(child, parent, scope);
+        else if (child->keyword == Kw::Uses)
+            ExpandUses(child, parent, scope);
     }
 }
 
-void TreeBuilder::addNode(const Statement *statement, QY_NODE *parent, Scope *scope)
+void TreeBuilder::AddNode(const Statement *statement, QY_NODE *parent, Scope *scope)
 {
     unit_ = scope->unit;
     statement_ = statement;
-    QY_NODE *node = append(parent, kindOf(statement->keyword), nameOf(statement));
-    node->extensions = extensionsOf(build_, *scope->unit, statement);
-    setCondition(node, conditionsOf(build_, *scope->unit, statement));
-    if (isLeaf(node))
-        return fillLeaf(statement, node, scope);
+    QY_NODE *node = Append(parent, KindOf(statement->keyword), NameOf(statement));
+    node->extensions = ExtensionsOf(build_, *scope->unit, statement);
+    SetCondition(node, ConditionsOf(build_, *scope->unit, statement));
+    if (IsLeaf(node))
+        return FillLeaf(statement, node, scope);
     Depth depth(depth_);
-    checkDepth();
-    fillParent(statement, node, scope);
+    CheckDepth();
+    FillParent(statement, node, scope);
 }
 
-void TreeBuilder::fillLeaf(const Statement *statement, QY_NODE *leaf, Scope *scope)
+void TreeBuilder::FillLeaf(const Statement *statement, QY_NODE *leaf, Scope *scope)
 {
-    const Statement *type = findChild(statement, Kw::kType);
-    leaf->type = types_.compile(type, scope);
+    const Statement *type = FindChild(statement, Kw::Type);
+    leaf->type = types_.Compile(type, scope);
     if (leaf->type->refers)
-        awaitTargets(leaf, scope->unit, type);
+        AwaitTargets(leaf, scope->unit, type);
 }
 
-void TreeBuilder::awaitTargets(QY_NODE *leaf, Unit *unit, const Statement *statement)
+void TreeBuilder::AwaitTargets(QY_NODE *leaf, Unit *unit, const Statement *statement)
 {
     if (!chain_.empty())  // of a grouping: where it is used matters
         return;
@@ -163,23 +163,23 @@ void TreeBuilder::awaitTargets(QY_NODE *leaf, Unit *unit, const Statement *state
             pending.push_back({leaf, member, unit, statement->offset});
 }
 
-void TreeBuilder::fillParent(const Statement *statement, QY_NODE *node, Scope *scope)
+void TreeBuilder::FillParent(const Statement *statement, QY_NODE *node, Scope *scope)
 {
-    Scope *inner = enterScope(statement, scope);
-    addChildren(statement, node, inner);
+    Scope *inner = EnterScope(statement, scope);
+    AddChildren(statement, node, inner);
     if (node->kind == QY_NODE_TYPE_LIST)
-        setKeys(statement, node, *scope->unit);
+        SetKeys(statement, node, *scope->unit);
     if (node->kind == QY_NODE_TYPE_RPC)
-        addMissingBranches(node);
+        AddMissingBranches(node);
     if (node->kind == QY_NODE_TYPE_CHOICE) {
-        if (const QY_NODE *twice = names_.findTwiceAmongCases(node, &build_.module))
-            failTwice(twice, node, scope, statement);
+        if (const QY_NODE *twice = names_.FindTwiceAmongCases(node, &build_.module))
+            FailTwice(twice, node, scope, statement);
     } else if (node->kind != QY_NODE_TYPE_CASE) {
-        checkNames(node, statement, inner);
+        CheckNames(node, statement, inner);
     }
 }
 
-void TreeBuilder::addMissingBranches(QY_NODE *operation)
+void TreeBuilder::AddMissingBranches(QY_NODE *operation)
 {
     bool hasInput = false;
     bool hasOutput = false;
@@ -188,124 +188,124 @@ void TreeBuilder::addMissingBranches(QY_NODE *operation)
         hasOutput = hasOutput || child->kind == QY_NODE_TYPE_OUTPUT;
     }
     if (!hasInput)
-        append(operation, QY_NODE_TYPE_INPUT, "input")->flags |= kNodeImplicit;
+        Append(operation, QY_NODE_TYPE_INPUT, "input")->flags |= NODE_IMPLICIT;
     if (!hasOutput)
-        append(operation, QY_NODE_TYPE_OUTPUT, "output")->flags |= kNodeImplicit;
+        Append(operation, QY_NODE_TYPE_OUTPUT, "output")->flags |= NODE_IMPLICIT;
 }
 
 /* ---- keys ------------------------------------------------------------------------------------------------------ */
 
-void TreeBuilder::setKeys(const Statement *statement, QY_NODE *list, Unit &unit)
+void TreeBuilder::SetKeys(const Statement *statement, QY_NODE *list, Unit &unit)
 {
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
-        if (child->keyword == Kw::kUnique)
-            checkUnique(child, list, unit);
-        if (child->keyword != Kw::kKey)
+        if (child->keyword == Kw::Unique)
+            CheckUnique(child, list, unit);
+        if (child->keyword != Kw::Key)
             continue;
         std::string_view rest = child->argument;
-        for (std::string_view key = takeWord(rest); !key.empty(); key = takeWord(rest))
-            setKey(child, key, list, unit);
+        for (std::string_view key = TakeWord(rest); !key.empty(); key = TakeWord(rest))
+            SetKey(child, key, list, unit);
     }
 }
 
-void TreeBuilder::setKey(const Statement *key, std::string_view text, QY_NODE *list, Unit &unit)
+void TreeBuilder::SetKey(const Statement *key, std::string_view text, QY_NODE *list, Unit &unit)
 {
-    Reference reference = splitReference(text);
-    QY_MOD *module = build_.moduleOf(unit, key, reference);
+    Reference reference = SplitReference(text);
+    QY_MOD *module = build_.ModuleOf(unit, key, reference);
     if (module == nullptr)
         return;
-    QY_NODE *leaf = build_.load.finder.schemaChild(list, module, reference.name);
-    std::string title = "key " + quoted(text) + " of list " + quoted(list->name);
+    QY_NODE *leaf = build_.load.finder.SchemaChild(list, module, reference.name);
+    std::string title = "key " + Quoted(text) + " of list " + Quoted(list->name);
     if (leaf == nullptr) {
         NearestName nearest(reference.name);
         for (QY_NODE *child = list->first; child != nullptr; child = child->next)
             if (child->kind == QY_NODE_TYPE_LEAF)
-                nearest.offer(child->name);
-        return build_.fail(unit, key, title + " is no leaf of it" + nearest.hint());
+                nearest.Offer(child->name);
+        return build_.Fail(unit, key, title + " is no leaf of it" + nearest.Hint());
     }
     if (leaf->kind != QY_NODE_TYPE_LEAF)
-        return build_.fail(unit, key, title + " is a " + std::string(kindName(leaf->kind)) + ", not a leaf");
-    if ((leaf->flags & kNodeIsKey) != 0)
-        return build_.fail(unit, key, title + " is named twice");
-    if (list->keyCount == limits::kListKeys)
-        return build_.fail(
-            unit, key, "list " + quoted(list->name) + " has more than " + std::to_string(limits::kListKeys) + " keys");
-    leaf->flags |= kNodeIsKey;
+        return build_.Fail(unit, key, title + " is a " + std::string(KindName(leaf->kind)) + ", not a leaf");
+    if ((leaf->flags & NODE_IS_KEY) != 0)
+        return build_.Fail(unit, key, title + " is named twice");
+    if (list->keyCount == limits::LIST_KEYS)
+        return build_.Fail(
+            unit, key, "list " + Quoted(list->name) + " has more than " + std::to_string(limits::LIST_KEYS) + " keys");
+    leaf->flags |= NODE_IS_KEY;
     ++list->keyCount;
 }
 
 /* Nobody asks for unique statements; that they name leaves below the list is worth knowing all the same. */
-void TreeBuilder::checkUnique(const Statement *statement, QY_NODE *list, Unit &unit)
+void TreeBuilder::CheckUnique(const Statement *statement, QY_NODE *list, Unit &unit)
 {
     std::string_view rest = statement->argument;
-    for (std::string_view tag = takeWord(rest); !tag.empty(); tag = takeWord(rest)) {
+    for (std::string_view tag = TakeWord(rest); !tag.empty(); tag = TakeWord(rest)) {
         QY_NODE *at = list;
         for (std::string_view left = tag; at != nullptr && !left.empty();) {
             size_t end = std::min(left.find('/'), left.size());
-            Reference reference = splitReference(left.substr(0, end));
-            QY_MOD *module = build_.moduleOf(unit, statement, reference);
+            Reference reference = SplitReference(left.substr(0, end));
+            QY_MOD *module = build_.ModuleOf(unit, statement, reference);
             if (module == nullptr)
                 return;
-            at = build_.load.finder.schemaChild(at, module, reference.name);
+            at = build_.load.finder.SchemaChild(at, module, reference.name);
             left.remove_prefix(std::min(end + 1, left.size()));
         }
         if (at == nullptr || at->kind != QY_NODE_TYPE_LEAF)
-            build_.fail(unit, statement, "unique " + quoted(tag) + " is no leaf below list " + quoted(list->name));
+            build_.Fail(unit, statement, "unique " + Quoted(tag) + " is no leaf below list " + Quoted(list->name));
     }
 }
 
 /* ---- names ----------------------------------------------------------------------------------------------------- */
 
-void TreeBuilder::checkNames(QY_NODE *parent, const Statement *statement, Scope *scope)
+void TreeBuilder::CheckNames(QY_NODE *parent, const Statement *statement, Scope *scope)
 {
-    if (const QY_NODE *twice = names_.findTwice(parent, &build_.module))
-        failTwice(twice, parent, scope, statement);
+    if (const QY_NODE *twice = names_.FindTwice(parent, &build_.module))
+        FailTwice(twice, parent, scope, statement);
 }
 
-void TreeBuilder::checkModuleNames()
+void TreeBuilder::CheckModuleNames()
 {
     QY_NODE &root = build_.module.root;
-    const QY_NODE *twice = names_.findTwice(&root, &build_.module);
+    const QY_NODE *twice = names_.FindTwice(&root, &build_.module);
     if (twice == nullptr)
         return;
     Unit *where = build_.units.back();
     for (Unit *unit : build_.units) {
         std::vector<const Statement *> found;
-        findStatements(unit->root, build_.unitScope(*unit), twice->name, found);
+        FindStatements(unit->root, build_.UnitScope(*unit), twice->name, found);
         if (!found.empty())
             where = unit;
     }
-    failTwice(twice, &root, build_.unitScope(*where), where->root);
+    FailTwice(twice, &root, build_.UnitScope(*where), where->root);
 }
 
 /* Reports the name at the second of the statements that bring it, or at the only one, or at the one around. */
-void TreeBuilder::failTwice(const QY_NODE *node, const QY_NODE *parent, Scope *scope, const Statement *where)
+void TreeBuilder::FailTwice(const QY_NODE *node, const QY_NODE *parent, Scope *scope, const Statement *where)
 {
     std::vector<const Statement *> found;
-    findStatements(where, scope, node->name, found);
+    FindStatements(where, scope, node->name, found);
     if (!found.empty())
         where = found[std::min<size_t>(1, found.size() - 1)];
-    build_.fail(*scope->unit, where, "second node " + quoted(node->name) + " in " + describeNode(parent));
+    build_.Fail(*scope->unit, where, "second node " + Quoted(node->name) + " in " + DescribeNode(parent));
 }
 
 /* The statements directly in a statement, or in choices and cases there, that make or bring a node of that name. */
-void TreeBuilder::findStatements(const Statement *statement, Scope *scope, std::string_view name,
+void TreeBuilder::FindStatements(const Statement *statement, Scope *scope, std::string_view name,
                                  std::vector<const Statement *> &found)
 {
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
-        if (child->keyword == Kw::kUses) {
-            const Grouping *grouping = findGrouping(build_, scope, child);
+        if (child->keyword == Kw::Uses) {
+            const Grouping *grouping = FindGrouping(build_, scope, child);
             if (grouping != nullptr && grouping->root != nullptr &&
-                build_.load.finder.dataChild(grouping->root, grouping->root->module, name) != nullptr)
+                build_.load.finder.DataChild(grouping->root, grouping->root->module, name) != nullptr)
                 found.push_back(child);
             continue;
         }
-        if (kindOf(child->keyword) == QY_NODE_TYPE_NONE)
+        if (KindOf(child->keyword) == QY_NODE_TYPE_NONE)
             continue;
-        if (name == nameOf(child))
+        if (name == NameOf(child))
             found.push_back(child);
-        else if (child->keyword == Kw::kChoice || child->keyword == Kw::kCase)
-            findStatements(child, scope, name, found);
+        else if (child->keyword == Kw::Choice || child->keyword == Kw::Case)
+            FindStatements(child, scope, name, found);
     }
 }
 
@@ -313,49 +313,49 @@ void TreeBuilder::findStatements(const Statement *statement, Scope *scope, std::
 
 namespace {
 
-void markBelow(QY_NODE *node, bool gated)
+void MarkBelow(QY_NODE *node, bool gated)
 {
     gated = gated || node->condition != 0;
     if (gated)
-        node->flags |= kNodeGated;
-    for (QY_NODE *child = firstChild(node); child != nullptr; child = child->next)
-        markBelow(child, gated);
+        node->flags |= NODE_GATED;
+    for (QY_NODE *child = FirstChild(node); child != nullptr; child = child->next)
+        MarkBelow(child, gated);
 }
 
-bool isGated(const QY_NODE *node)
+bool IsGated(const QY_NODE *node)
 {
-    return (node->flags & kNodeGated) != 0;
+    return (node->flags & NODE_GATED) != 0;
 }
 
 }  // namespace
 
-void TreeBuilder::markGated()
+void TreeBuilder::MarkGated()
 {
     QY_MOD &module = build_.module;
     if (!module.conditions.empty())
-        markBelow(&module.root, false);
+        MarkBelow(&module.root, false);
     for (QY_NODE *augment : module.augments) {
-        bool gated = isGated(augment->parent) || augment->condition != 0;
+        bool gated = IsGated(augment->parent) || augment->condition != 0;
         if (gated)
-            augment->flags |= kNodeGated;
+            augment->flags |= NODE_GATED;
         if (augment->first == nullptr || (module.conditions.empty() && !gated))
             continue;
         for (QY_NODE *child = augment->first;; child = child->next) {
-            markBelow(child, gated);
+            MarkBelow(child, gated);
             if (child == augment->last)
                 break;
         }
     }
 }
 
-void addConditions(QY_NODE *node, const Condition *conditions)
+void AddConditions(QY_NODE *node, const Condition *conditions)
 {
-    const Condition *list = conditionOf(node);
+    const Condition *list = ConditionOf(node);
     if (list == nullptr)
-        return setCondition(node, conditions);
+        return SetCondition(node, conditions);
     for (; conditions != nullptr; conditions = conditions->next)
-        list = node->module->records.make<Condition>(list, conditions->expression);
-    setCondition(node, list);
+        list = node->module->records.Make<Condition>(list, conditions->expression);
+    SetCondition(node, list);
 }
 
 }  // namespace qxyang

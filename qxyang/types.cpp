@@ -14,217 +14,217 @@ namespace {
 
 /* Statements within a type statement, by built-in type. */
 struct TypeRule {
-    Kw required = Kw::kStatements; /* where the statement names the built-in type itself */
-    KeywordSet direct = {};        /* what may stand there */
-    KeywordSet derived = {};       /* what may restrict a type derived from it */
+    Kw required = Kw::Statements; /* where the statement names the built-in type itself */
+    KeywordSet direct = {};       /* what may stand there */
+    KeywordSet derived = {};      /* what may restrict a type derived from it */
 };
 
-constexpr std::array<TypeRule, QY_TYPE_UNION + 1> makeTypeRules()
+constexpr std::array<TypeRule, QY_TYPE_UNION + 1> MakeTypeRules()
 {
     std::array<TypeRule, QY_TYPE_UNION + 1> rules{};
     for (size_t number = QY_TYPE_INT8; number <= QY_TYPE_UINT64; ++number)
         if (number != QY_TYPE_LEAFREF && number != QY_TYPE_STRING)
-            rules[number] = {Kw::kStatements, {Kw::kRange}, {Kw::kRange}};
-    rules[QY_TYPE_BINARY] = {Kw::kStatements, {Kw::kLength}, {Kw::kLength}};
-    rules[QY_TYPE_BITS] = {Kw::kBit, {Kw::kBit}, {Kw::kBit}};
-    rules[QY_TYPE_DECIMAL64] = {Kw::kFractionDigits, {Kw::kFractionDigits, Kw::kRange}, {Kw::kRange}};
-    rules[QY_TYPE_ENUMERATION] = {Kw::kEnum, {Kw::kEnum}, {Kw::kEnum}};
-    rules[QY_TYPE_IDENTITYREF] = {Kw::kBase, {Kw::kBase}, {}};
-    rules[QY_TYPE_INSTANCE_IDENTIFIER] = {Kw::kStatements, {Kw::kRequireInstance}, {Kw::kRequireInstance}};
-    rules[QY_TYPE_LEAFREF] = {Kw::kPath, {Kw::kPath, Kw::kRequireInstance}, {Kw::kRequireInstance}};
-    rules[QY_TYPE_STRING] = {Kw::kStatements, {Kw::kLength, Kw::kPattern}, {Kw::kLength, Kw::kPattern}};
-    rules[QY_TYPE_UNION] = {Kw::kType, {Kw::kType}, {}};
+            rules[number] = {Kw::Statements, {Kw::Range}, {Kw::Range}};
+    rules[QY_TYPE_BINARY] = {Kw::Statements, {Kw::Length}, {Kw::Length}};
+    rules[QY_TYPE_BITS] = {Kw::Bit, {Kw::Bit}, {Kw::Bit}};
+    rules[QY_TYPE_DECIMAL64] = {Kw::FractionDigits, {Kw::FractionDigits, Kw::Range}, {Kw::Range}};
+    rules[QY_TYPE_ENUMERATION] = {Kw::Enum, {Kw::Enum}, {Kw::Enum}};
+    rules[QY_TYPE_IDENTITYREF] = {Kw::Base, {Kw::Base}, {}};
+    rules[QY_TYPE_INSTANCE_IDENTIFIER] = {Kw::Statements, {Kw::RequireInstance}, {Kw::RequireInstance}};
+    rules[QY_TYPE_LEAFREF] = {Kw::Path, {Kw::Path, Kw::RequireInstance}, {Kw::RequireInstance}};
+    rules[QY_TYPE_STRING] = {Kw::Statements, {Kw::Length, Kw::Pattern}, {Kw::Length, Kw::Pattern}};
+    rules[QY_TYPE_UNION] = {Kw::Type, {Kw::Type}, {}};
     return rules;
 }
 
-constexpr std::array<TypeRule, QY_TYPE_UNION + 1> kTypeRules = makeTypeRules();
+constexpr std::array<TypeRule, QY_TYPE_UNION + 1> TYPE_RULES = MakeTypeRules();
 
-constexpr std::array<QY_TYPE, QY_TYPE_UNION + 1> makeBuiltinTypes()
+constexpr std::array<QY_TYPE, QY_TYPE_UNION + 1> MakeBuiltinTypes()
 {
     std::array<QY_TYPE, QY_TYPE_UNION + 1> types{};
     for (uint8_t number = 0; number < types.size(); ++number) {
-        types[number].range = builtinRange(number);
+        types[number].range = BuiltinRange(number);
         types[number].builtin = number;
     }
     return types;
 }
 
-constexpr std::array<QY_TYPE, QY_TYPE_UNION + 1> kBuiltinTypes = makeBuiltinTypes();
+constexpr std::array<QY_TYPE, QY_TYPE_UNION + 1> BUILTIN_TYPES = MakeBuiltinTypes();
 
 }  // namespace
 
-const QY_TYPE *builtinType(uint8_t number)
+const QY_TYPE *BuiltinType(uint8_t number)
 {
-    return &kBuiltinTypes[number];
+    return &BUILTIN_TYPES[number];
 }
 
 /* Whether a leaf can have the built-in type as it is. */
-bool TypeCompiler::isPlain(uint8_t builtin)
+bool TypeCompiler::IsPlain(uint8_t builtin)
 {
-    return kTypeRules[builtin].required == Kw::kStatements;
+    return TYPE_RULES[builtin].required == Kw::Statements;
 }
 
-const QY_TYPE *TypeCompiler::compileOther(const Statement *statement, Scope *scope)
+const QY_TYPE *TypeCompiler::CompileOther(const Statement *statement, Scope *scope)
 {
     Depth depth(depth_);
     Unit &unit = *scope->unit;
-    if (depth_ > limits::kSchemaDepth) {
-        build_.fail(unit, statement,
-                    "types are nested deeper than " + std::to_string(limits::kSchemaDepth) + " levels");
+    if (depth_ > limits::SCHEMA_DEPTH) {
+        build_.Fail(unit, statement,
+                    "types are nested deeper than " + std::to_string(limits::SCHEMA_DEPTH) + " levels");
         throw LoadStopped{};
     }
-    const QY_TYPE *base = baseOf(statement, scope);
+    const QY_TYPE *base = BaseOf(statement, scope);
     if (base == nullptr)
-        return builtinType(QY_TYPE_STRING);
-    if (statement->first == nullptr && (base->base != nullptr || isPlain(base->builtin)))
+        return BuiltinType(QY_TYPE_STRING);
+    if (statement->first == nullptr && (base->base != nullptr || IsPlain(base->builtin)))
         return base;
-    if (!checkSubstatements(statement, unit, *base))
+    if (!CheckSubstatements(statement, unit, *base))
         return base;
-    if (base->depth >= limits::kChain) {
-        build_.fail(unit, statement,
-                    "type is derived from a chain of more than " + std::to_string(limits::kChain) + " types");
+    if (base->depth >= limits::CHAIN) {
+        build_.Fail(unit, statement,
+                    "type is derived from a chain of more than " + std::to_string(limits::CHAIN) + " types");
         throw LoadStopped{};
     }
     QY_TYPE type = *base;
     type.base = base;
     ++type.depth;
-    if (!restrict(type, statement, scope))
+    if (!Restrict(type, statement, scope))
         return base;
-    return build_.module.records.make<QY_TYPE>(type);
+    return build_.module.records.Make<QY_TYPE>(type);
 }
 
-const QY_TYPE *TypeCompiler::baseOf(const Statement *statement, Scope *scope)
+const QY_TYPE *TypeCompiler::BaseOf(const Statement *statement, Scope *scope)
 {
     if (statement->detail != 0)
-        return builtinType(statement->detail);
-    Typedef *definition = findTypedef(build_, scope, statement);
+        return BuiltinType(statement->detail);
+    Typedef *definition = FindTypedef(build_, scope, statement);
     if (definition == nullptr)
         return nullptr;
-    compile(*definition);
+    Compile(*definition);
     return definition->type;
 }
 
-void TypeCompiler::compile(Typedef &definition)
+void TypeCompiler::Compile(Typedef &definition)
 {
-    if (definition.progress == Progress::kDone || definition.progress == Progress::kFailed)
+    if (definition.progress == Progress::Done || definition.progress == Progress::Failed)
         return;
     Unit &unit = *definition.scope->unit;
     auto nameOf = [](const Typedef *entry) { return std::string_view(entry->name); };
-    if (definition.progress == Progress::kRunning) {
-        definition.progress = Progress::kFailed;
-        return build_.fail(unit, definition.statement, "typedef cycle: " + chainText(chain_, definition.name, nameOf));
+    if (definition.progress == Progress::Running) {
+        definition.progress = Progress::Failed;
+        return build_.Fail(unit, definition.statement, "typedef cycle: " + ChainText(chain_, definition.name, nameOf));
     }
-    if (chain_.size() >= limits::kChain) {
-        build_.fail(unit, definition.statement,
-                    "typedef " + quoted(definition.name) + " is at the end of a chain of more than " +
-                        std::to_string(limits::kChain) + " typedefs");
+    if (chain_.size() >= limits::CHAIN) {
+        build_.Fail(unit, definition.statement,
+                    "typedef " + Quoted(definition.name) + " is at the end of a chain of more than " +
+                        std::to_string(limits::CHAIN) + " typedefs");
         throw LoadStopped{};
     }
-    definition.progress = Progress::kRunning;
+    definition.progress = Progress::Running;
     chain_.push_back(&definition);
-    const QY_TYPE *type = builtinType(QY_TYPE_STRING);
-    const Statement *statement = findChild(definition.statement, Kw::kType);
+    const QY_TYPE *type = BuiltinType(QY_TYPE_STRING);
+    const Statement *statement = FindChild(definition.statement, Kw::Type);
     if (statement != nullptr)
-        type = compile(statement, definition.scope);
+        type = Compile(statement, definition.scope);
     if (statement != nullptr && statement->first == nullptr) {  // no restrictions made a type of its own
         const QY_TYPE *named = type;
-        type = build_.module.records.make<QY_TYPE>(*named);
+        type = build_.module.records.Make<QY_TYPE>(*named);
         const_cast<QY_TYPE *>(type)->base = named;
     }
     chain_.pop_back();
     definition.type = type;
-    if (definition.progress == Progress::kRunning)
-        definition.progress = Progress::kDone;
+    if (definition.progress == Progress::Running)
+        definition.progress = Progress::Done;
 }
 
-bool TypeCompiler::checkSubstatements(const Statement *statement, Unit &unit, const QY_TYPE &base)
+bool TypeCompiler::CheckSubstatements(const Statement *statement, Unit &unit, const QY_TYPE &base)
 {
     bool direct = base.base == nullptr;
-    const TypeRule &rule = kTypeRules[base.builtin];
+    const TypeRule &rule = TYPE_RULES[base.builtin];
     const KeywordSet &allowed = direct ? rule.direct : rule.derived;
     bool good = true;
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
         Kw keyword = child->keyword;
-        bool since11 = !direct && (keyword == Kw::kEnum || keyword == Kw::kBit || keyword == Kw::kRequireInstance);
-        if (allowed.has(keyword) && !(since11 && !unit.isVersion11))
+        bool since11 = !direct && (keyword == Kw::Enum || keyword == Kw::Bit || keyword == Kw::RequireInstance);
+        if (allowed.Has(keyword) && !(since11 && !unit.isVersion11))
             continue;
-        std::string text = quoted(keywordOf(keyword).name) + " is not allowed in type " + quoted(statement->argument);
+        std::string text = Quoted(KeywordOf(keyword).name) + " is not allowed in type " + Quoted(statement->argument);
         if (!direct)
-            text += ", which is derived from " + quoted(builtinTypeName(base.builtin));
-        if (allowed.has(keyword))
+            text += ", which is derived from " + Quoted(BuiltinTypeName(base.builtin));
+        if (allowed.Has(keyword))
             text += ", before yang-version 1.1";
-        build_.fail(unit, child, text);
+        build_.Fail(unit, child, text);
         good = false;
     }
-    if (direct && rule.required != Kw::kStatements && findChild(statement, rule.required) == nullptr) {
-        build_.fail(unit, statement,
-                    "type " + quoted(statement->argument) + " has no " + quoted(keywordOf(rule.required).name));
+    if (direct && rule.required != Kw::Statements && FindChild(statement, rule.required) == nullptr) {
+        build_.Fail(unit, statement,
+                    "type " + Quoted(statement->argument) + " has no " + Quoted(KeywordOf(rule.required).name));
         good = false;
     }
     return good;
 }
 
 /* Gives the type the restrictions of its statement. False: the failure is recorded. */
-bool TypeCompiler::restrict(QY_TYPE &type, const Statement *statement, Scope *scope)
+bool TypeCompiler::Restrict(QY_TYPE &type, const Statement *statement, Scope *scope)
 {
     Unit &unit = *scope->unit;
-    if (const Statement *digits = findChild(statement, Kw::kFractionDigits))
+    if (const Statement *digits = FindChild(statement, Kw::FractionDigits))
         type.fractionDigits = static_cast<uint8_t>(std::stoi(digits->argument));
-    for (Kw keyword : {Kw::kRange, Kw::kLength})
-        if (const Statement *range = findChild(statement, keyword))
-            return restrictRange(type, range, unit);
+    for (Kw keyword : {Kw::Range, Kw::Length})
+        if (const Statement *range = FindChild(statement, keyword))
+            return RestrictRange(type, range, unit);
     switch (type.builtin) {
         case QY_TYPE_ENUMERATION:
         case QY_TYPE_BITS:
             if (statement->first == nullptr)
                 return true;
-            type.values = compileValues(build_, unit, statement, *type.base);
+            type.values = CompileValues(build_, unit, statement, *type.base);
             return type.values != nullptr;
         case QY_TYPE_LEAFREF:
-            if (const Statement *path = findChild(statement, Kw::kPath))
-                type.path = parseLeafrefPath(build_, unit, path);
+            if (const Statement *path = FindChild(statement, Kw::Path))
+                type.path = ParseLeafrefPath(build_, unit, path);
             type.refers = true;
             return type.path != nullptr;
         case QY_TYPE_IDENTITYREF:
-            return checkBases(statement, unit);
+            return CheckBases(statement, unit);
         case QY_TYPE_UNION:
-            return collectMembers(type, statement, scope);
+            return CollectMembers(type, statement, scope);
         default:
             return true;
     }
 }
 
-bool TypeCompiler::restrictRange(QY_TYPE &type, const Statement *range, Unit &unit)
+bool TypeCompiler::RestrictRange(QY_TYPE &type, const Statement *range, Unit &unit)
 {
     std::string why;
-    const RangeSet *parts = parseRange(range->argument, NumberForm::of(type), *type.range, build_.module.records, why);
+    const RangeSet *parts = ParseRange(range->argument, NumberForm::Of(type), *type.range, build_.module.records, why);
     if (parts == nullptr) {
-        build_.fail(unit, range,
-                    std::string(keywordOf(range->keyword).name) + " " + quoted(range->argument) + ": " + why);
+        build_.Fail(unit, range,
+                    std::string(KeywordOf(range->keyword).name) + " " + Quoted(range->argument) + ": " + why);
         return false;
     }
     type.range = parts;
     return true;
 }
 
-bool TypeCompiler::checkBases(const Statement *statement, Unit &unit)
+bool TypeCompiler::CheckBases(const Statement *statement, Unit &unit)
 {
     bool good = true;
     for (const Statement *base = statement->first; base != nullptr; base = base->next)
-        good = findIdentity(build_, unit, base) != nullptr && good;
+        good = FindIdentity(build_, unit, base) != nullptr && good;
     return good;
 }
 
-bool TypeCompiler::collectMembers(QY_TYPE &type, const Statement *statement, Scope *scope)
+bool TypeCompiler::CollectMembers(QY_TYPE &type, const Statement *statement, Scope *scope)
 {
     std::vector<const QY_TYPE *> members;
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
-        members.push_back(compile(child, scope));
+        members.push_back(Compile(child, scope));
         type.refers = type.refers || members.back()->builtin == QY_TYPE_LEAFREF;
     }
-    auto *types = build_.module.records.makeArray<const QY_TYPE *>(members.size());
+    auto *types = build_.module.records.MakeArray<const QY_TYPE *>(members.size());
     std::copy(members.begin(), members.end(), types);
-    type.members = build_.module.records.make<UnionMembers>(static_cast<uint32_t>(members.size()), types);
+    type.members = build_.module.records.Make<UnionMembers>(static_cast<uint32_t>(members.size()), types);
     return true;
 }
 

@@ -6,7 +6,7 @@
 namespace qxyang {
 
 /* The built-in type of that number; shared by everybody. */
-const QY_TYPE *builtinType(uint8_t number);
+const QY_TYPE *BuiltinType(uint8_t number);
 
 class TypeCompiler {
   public:
@@ -14,25 +14,25 @@ class TypeCompiler {
 
     /* The type of a type statement. When something is wrong with it, that is recorded and another type stands in, so
      * that the rest of the file can be looked at. */
-    const QY_TYPE *compile(const Statement *statement, Scope *scope)
+    const QY_TYPE *Compile(const Statement *statement, Scope *scope)
     {
-        if (statement->detail != 0 && statement->first == nullptr && isPlain(statement->detail))
-            return builtinType(statement->detail);
-        return compileOther(statement, scope);
+        if (statement->detail != 0 && statement->first == nullptr && IsPlain(statement->detail))
+            return BuiltinType(statement->detail);
+        return CompileOther(statement, scope);
     }
 
-    void compile(Typedef &definition);
+    void Compile(Typedef &definition);
 
   private:
-    static bool isPlain(uint8_t builtin);
+    static bool IsPlain(uint8_t builtin);
 
-    const QY_TYPE *compileOther(const Statement *statement, Scope *scope);
-    const QY_TYPE *baseOf(const Statement *statement, Scope *scope);
-    bool checkSubstatements(const Statement *statement, Unit &unit, const QY_TYPE &base);
-    bool restrict(QY_TYPE &type, const Statement *statement, Scope *scope);
-    bool restrictRange(QY_TYPE &type, const Statement *range, Unit &unit);
-    bool collectMembers(QY_TYPE &type, const Statement *statement, Scope *scope);
-    bool checkBases(const Statement *statement, Unit &unit);
+    const QY_TYPE *CompileOther(const Statement *statement, Scope *scope);
+    const QY_TYPE *BaseOf(const Statement *statement, Scope *scope);
+    bool CheckSubstatements(const Statement *statement, Unit &unit, const QY_TYPE &base);
+    bool Restrict(QY_TYPE &type, const Statement *statement, Scope *scope);
+    bool RestrictRange(QY_TYPE &type, const Statement *range, Unit &unit);
+    bool CollectMembers(QY_TYPE &type, const Statement *statement, Scope *scope);
+    bool CheckBases(const Statement *statement, Unit &unit);
 
     Build &build_;
     std::vector<Typedef *> chain_; /* typedefs being compiled, each referring to the next */
@@ -40,6 +40,6 @@ class TypeCompiler {
 };
 
 /* The values of the enum or bit statements in a type statement. Null: the failure is recorded. */
-const EnumSet *compileValues(Build &build, Unit &unit, const Statement *type, const QY_TYPE &base);
+const EnumSet *CompileValues(Build &build, Unit &unit, const Statement *type, const QY_TYPE &base);
 
 }  // namespace qxyang

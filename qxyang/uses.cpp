@@ -8,41 +8,41 @@
 namespace qxyang {
 
 /* The grouping's hidden root, or null: it cannot be used, and why is recorded. */
-QY_NODE *TreeBuilder::compile(Grouping &grouping)
+QY_NODE *TreeBuilder::Compile(Grouping &grouping)
 {
-    if (grouping.progress == Progress::kDone || grouping.progress == Progress::kFailed)
+    if (grouping.progress == Progress::Done || grouping.progress == Progress::Failed)
         return grouping.root;
     Unit &unit = *grouping.scope->unit;
     auto nameOf = [](const Grouping *entry) { return std::string_view(entry->name); };
-    if (grouping.progress == Progress::kRunning) {
-        build_.fail(unit, grouping.statement, "grouping cycle: " + chainText(chain_, grouping.name, nameOf));
+    if (grouping.progress == Progress::Running) {
+        build_.Fail(unit, grouping.statement, "grouping cycle: " + ChainText(chain_, grouping.name, nameOf));
         return nullptr;
     }
-    if (chain_.size() >= limits::kChain) {
-        build_.fail(unit, grouping.statement,
-                    "grouping " + quoted(grouping.name) + " is at the end of a chain of more than " +
-                        std::to_string(limits::kChain) + " groupings");
+    if (chain_.size() >= limits::CHAIN) {
+        build_.Fail(unit, grouping.statement,
+                    "grouping " + Quoted(grouping.name) + " is at the end of a chain of more than " +
+                        std::to_string(limits::CHAIN) + " groupings");
         throw LoadStopped{};
     }
-    grouping.progress = Progress::kRunning;
+    grouping.progress = Progress::Running;
     chain_.push_back(&grouping);
-    QY_NODE *root = build_.module.templates.make();
-    root->kind = kRootKind;
+    QY_NODE *root = build_.module.templates.Make();
+    root->kind = ROOT_KIND;
     root->name = grouping.name;
     root->module = &build_.module;
-    Scope *inner = enterScope(grouping.statement, grouping.scope);
-    addChildren(grouping.statement, root, inner);
-    checkNames(root, grouping.statement, inner);
+    Scope *inner = EnterScope(grouping.statement, grouping.scope);
+    AddChildren(grouping.statement, root, inner);
+    CheckNames(root, grouping.statement, inner);
     chain_.pop_back();
     grouping.root = root;
-    grouping.progress = Progress::kDone;
+    grouping.progress = Progress::Done;
     return root;
 }
 
-void TreeBuilder::expandUses(const Statement *uses, QY_NODE *parent, Scope *scope)
+void TreeBuilder::ExpandUses(const Statement *uses, QY_NODE *parent, Scope *scope)
 {
-    Grouping *grouping = findGrouping(build_, scope, uses);
-    const QY_NODE *root = grouping != nullptr ? compile(*grouping) : nullptr;
+    Grouping *grouping = FindGrouping(build_, scope, uses);
+    const QY_NODE *root = grouping != nullptr ? Compile(*grouping) : nullptr;
     if (root == nullptr)
         return;
     unit_ = scope->unit;
@@ -53,91 +53,91 @@ void TreeBuilder::expandUses(const Statement *uses, QY_NODE *parent, Scope *scop
     }
     const QY_NODE *before = parent->last;
     for (const QY_NODE *child = root->first; child != nullptr; child = child->next)
-        copyNode(child, parent);
-    if (const Condition *conditions = conditionsOf(build_, *scope->unit, uses))
+        CopyNode(child, parent);
+    if (const Condition *conditions = ConditionsOf(build_, *scope->unit, uses))
         for (QY_NODE *child = before != nullptr ? before->next : parent->first; child != nullptr; child = child->next)
-            addConditions(child, conditions);
-    changeUse(uses, root, parent, scope);
+            AddConditions(child, conditions);
+    ChangeUse(uses, root, parent, scope);
 }
 
 /* Copies share what never changes: names, types and extension instances. */
-void TreeBuilder::copyNode(const QY_NODE *from, QY_NODE *parent)
+void TreeBuilder::CopyNode(const QY_NODE *from, QY_NODE *parent)
 {
     Depth depth(depth_);
-    checkDepth();
-    QY_NODE *node = append(parent, from->kind, from->name);
+    CheckDepth();
+    QY_NODE *node = Append(parent, from->kind, from->name);
     node->extensions = from->extensions;
     node->keyCount = from->keyCount;
     node->flags = from->flags;
     if (from->module == node->module)
         node->condition = from->condition;
     else
-        setCondition(node, conditionOf(from));
-    if (!isLeaf(from)) {
+        SetCondition(node, ConditionOf(from));
+    if (!IsLeaf(from)) {
         for (const QY_NODE *child = from->first; child != nullptr; child = child->next)
-            copyNode(child, node);
+            CopyNode(child, node);
         return;
     }
     node->type = from->type;
     if (node->type->refers)
-        awaitTargets(node, outermostUnit_, outermostUse_);
+        AwaitTargets(node, outermostUnit_, outermostUse_);
 }
 
 /* The refine and augment statements of a uses. Their paths begin at a node that the grouping brought. */
-void TreeBuilder::changeUse(const Statement *uses, const QY_NODE *grouping, QY_NODE *parent, Scope *scope)
+void TreeBuilder::ChangeUse(const Statement *uses, const QY_NODE *grouping, QY_NODE *parent, Scope *scope)
 {
     Unit &unit = *scope->unit;
     size_t additions = added_.size();
     for (const Statement *child = uses->first; child != nullptr; child = child->next) {
-        if (child->keyword != Kw::kRefine && child->keyword != Kw::kAugment)
+        if (child->keyword != Kw::Refine && child->keyword != Kw::Augment)
             continue;
         SchemaPath path;
-        if (!path.parse(build_, unit, child, false))
+        if (!path.Parse(build_, unit, child, false))
             continue;
-        std::string_view first = path.steps().front().name;
-        if (build_.load.finder.schemaChild(grouping, grouping->module, first) == nullptr) {
+        std::string_view first = path.Steps().front().name;
+        if (build_.load.finder.SchemaChild(grouping, grouping->module, first) == nullptr) {
             NearestName nearest(first);
             for (const QY_NODE *node = grouping->first; node != nullptr; node = node->next)
-                nearest.offer(node->name);
-            build_.fail(unit, child,
-                        std::string(keywordOf(child->keyword).name) + " " + quoted(child->argument) + ": " +
-                            describeNode(grouping) + " has no node " + quoted(first) + nearest.hint());
+                nearest.Offer(node->name);
+            build_.Fail(unit, child,
+                        std::string(KeywordOf(child->keyword).name) + " " + Quoted(child->argument) + ": " +
+                            DescribeNode(grouping) + " has no node " + Quoted(first) + nearest.Hint());
             continue;
         }
         QY_NODE *start = parent->kind == QY_NODE_TYPE_CHOICE
-                             ? build_.load.finder.schemaChild(parent, &build_.module, first)
+                             ? build_.load.finder.SchemaChild(parent, &build_.module, first)
                              : parent;
-        QY_NODE *node = path.follow(build_, unit, child, start);
+        QY_NODE *node = path.Follow(build_, unit, child, start);
         if (node == nullptr)
             continue;
-        if (child->keyword == Kw::kRefine)
-            refine(child, node, unit);
-        else if (accepts(child, node, unit))
-            addToTarget(child, node, scope);
+        if (child->keyword == Kw::Refine)
+            Refine(child, node, unit);
+        else if (Accepts(child, node, unit))
+            AddToTarget(child, node, scope);
     }
-    checkAdditions(additions);
+    CheckAdditions(additions);
 }
 
 namespace {
 
 /* What a refine may set on a node of that type. */
-uint16_t refinableOn(uint8_t kind)
+uint16_t RefinableOn(uint8_t kind)
 {
-    constexpr uint16_t kAny = kSetsConfig;
+    constexpr uint16_t ANY = SETS_CONFIG;
     switch (kind) {
         case QY_NODE_TYPE_CONTAINER:
-            return kAny | kSetsPresence | kSetsMust;
+            return ANY | SETS_PRESENCE | SETS_MUST;
         case QY_NODE_TYPE_LEAF:
-            return kAny | kSetsDefault | kSetsMandatory | kSetsMust;
+            return ANY | SETS_DEFAULT | SETS_MANDATORY | SETS_MUST;
         case QY_NODE_TYPE_LEAF_LIST:
-            return kAny | kSetsDefault | kSetsMinElements | kSetsMaxElements | kSetsMust;
+            return ANY | SETS_DEFAULT | SETS_MIN_ELEMENTS | SETS_MAX_ELEMENTS | SETS_MUST;
         case QY_NODE_TYPE_LIST:
-            return kAny | kSetsMinElements | kSetsMaxElements | kSetsMust;
+            return ANY | SETS_MIN_ELEMENTS | SETS_MAX_ELEMENTS | SETS_MUST;
         case QY_NODE_TYPE_CHOICE:
-            return kAny | kSetsDefault | kSetsMandatory;
+            return ANY | SETS_DEFAULT | SETS_MANDATORY;
         case QY_NODE_TYPE_ANYXML:
         case QY_NODE_TYPE_ANYDATA:
-            return kAny | kSetsMandatory | kSetsMust;
+            return ANY | SETS_MANDATORY | SETS_MUST;
         default:
             return 0;
     }
@@ -145,15 +145,15 @@ uint16_t refinableOn(uint8_t kind)
 
 }  // namespace
 
-void TreeBuilder::refine(const Statement *statement, QY_NODE *node, Unit &unit)
+void TreeBuilder::Refine(const Statement *statement, QY_NODE *node, Unit &unit)
 {
-    if ((statement->properties & ~refinableOn(node->kind)) != 0)
-        build_.fail(unit, statement,
-                    "refine " + quoted(statement->argument) + " sets what a " + std::string(kindName(node->kind)) +
+    if ((statement->properties & ~RefinableOn(node->kind)) != 0)
+        build_.Fail(unit, statement,
+                    "refine " + Quoted(statement->argument) + " sets what a " + std::string(KindName(node->kind)) +
                         " does not have");
-    node->extensions = joinedSets(build_.module.records, node->extensions, extensionsOf(build_, unit, statement));
-    if (const Condition *conditions = conditionsOf(build_, unit, statement))
-        addConditions(node, conditions);
+    node->extensions = JoinedSets(build_.module.records, node->extensions, ExtensionsOf(build_, unit, statement));
+    if (const Condition *conditions = ConditionsOf(build_, unit, statement))
+        AddConditions(node, conditions);
 }
 
 }  // namespace qxyang

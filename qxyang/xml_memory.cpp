@@ -15,12 +15,12 @@ struct alignas(std::max_align_t) Header {
     size_t size;
 };
 
-Header *headerOf(void *block)
+Header *HeaderOf(void *block)
 {
     return static_cast<Header *>(block) - 1;
 }
 
-void *take(size_t size)
+void *Take(size_t size)
 {
     if (size > SIZE_MAX - sizeof(Header))
         return nullptr;
@@ -28,24 +28,24 @@ void *take(size_t size)
     return memory == nullptr ? nullptr : new (memory) Header{size} + 1;
 }
 
-void give(void *block)
+void Give(void *block)
 {
     if (block != nullptr)
-        ::operator delete(headerOf(block));
+        ::operator delete(HeaderOf(block));
 }
 
-void *resize(void *block, size_t size)
+void *Resize(void *block, size_t size)
 {
-    void *larger = take(size);
+    void *larger = Take(size);
     if (larger == nullptr || block == nullptr)
         return larger;
-    std::memcpy(larger, block, std::min(size, headerOf(block)->size));
-    give(block);
+    std::memcpy(larger, block, std::min(size, HeaderOf(block)->size));
+    Give(block);
     return larger;
 }
 
 }  // namespace
 
-const XML_Memory_Handling_Suite kXmlMemory = {take, resize, give};
+const XML_Memory_Handling_Suite XML_MEMORY = {Take, Resize, Give};
 
 }  // namespace qxyang

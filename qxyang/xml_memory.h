@@ -5,6 +5,6 @@
 
 namespace qxyang {
 
-extern const XML_Memory_Handling_Suite kXmlMemory;
+extern const XML_Memory_Handling_Suite XML_MEMORY;
 
 }  // namespace qxyang

@@ -9,6 +9,6 @@ namespace qxyang {
 /* Parses the unit's source into unit.root and checks it against the grammar of statements, their places and the form of
  * their arguments. What is wrong is recorded; the root may be null then. Names that outlive the load go into the
  * module's texts. */
-void parseYin(Unit &unit, Failures &failures);
+void ParseYin(Unit &unit, Failures &failures);
 
 }  // namespace qxyang
