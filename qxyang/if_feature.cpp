@@ -151,7 +151,7 @@ bool ExpressionParser::PushFeature(std::string_view token)
     }
     if (features_ != nullptr && module == &build_.module)
         features_->Compile(*feature);
-    steps_.push_back({srand, feature});
+    steps_.push_back({FeatureStep::Kind::Operand, feature});
     return true;
 }
 
