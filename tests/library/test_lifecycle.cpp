@@ -140,7 +140,7 @@ TEST_F(Lifecycle, InstallPathListOfTheHostIsEmptiedAtTheEnd)
     }
     YANGLIB_DeInitPkgSearchPath(Local());
     EXPECT_EQ(list.uiCount, 0u);
-    EXPECT_EQ(list.pstNext, head);
+    EXPECT_TRUE(list.pstNext == head);
     YANGLIB_DeInitPkgSearchPath(Local());
 }
 

@@ -92,7 +92,7 @@ TEST_F(Tree, ChoicesAndCasesCarryTheClassIdAboveThem)
     EXPECT_EQ(LeafOf(Node("m", "a/ch/cs"), "l")->uiClassId, 0u) << "filled before the case takes the class id";
     EXPECT_EQ(LeafOf(Node("m", "a"), "l", true)->uiClassId, 5u);
     EXPECT_EQ(LeafOf(Node("m", "a"), "deep", true)->uiFieldId, 3u);
-    EXPECT_EQ(Node("m", "a/ch/cs")->pstCaseLeafList, nullptr);
+    EXPECT_TRUE(Node("m", "a/ch/cs")->pstCaseLeafList == nullptr);
 }
 
 TEST_F(Tree, CaseLeavesAreTheEnabledLeavesOfAllChoices)
@@ -209,12 +209,12 @@ TEST_F(Tree, LinksAppendAtTheEndOfAChain)
     for (int i = 1; i < 4; ++i)
         EXPECT_EQ(TELMYANG_AddKorvChildNode(&nodes[0], &nodes[i]), 0u);
     EXPECT_EQ(TELMYANG_AddKorvSiblingNode(&nodes[2], &nodes[4]), 0u);
-    EXPECT_EQ(nodes[0].pstFirstChild, &nodes[1]);
-    EXPECT_EQ(nodes[1].pstNextSibling, &nodes[2]);
-    EXPECT_EQ(nodes[2].pstNextSibling, &nodes[3]);
-    EXPECT_EQ(nodes[3].pstNextSibling, &nodes[4]);
-    EXPECT_EQ(nodes[4].pstNextSibling, nullptr);
-    EXPECT_EQ(nodes[4].pstParent, &nodes[0]);
+    EXPECT_TRUE(nodes[0].pstFirstChild == &nodes[1]);
+    EXPECT_TRUE(nodes[1].pstNextSibling == &nodes[2]);
+    EXPECT_TRUE(nodes[2].pstNextSibling == &nodes[3]);
+    EXPECT_TRUE(nodes[3].pstNextSibling == &nodes[4]);
+    EXPECT_TRUE(nodes[4].pstNextSibling == nullptr);
+    EXPECT_TRUE(nodes[4].pstParent == &nodes[0]);
 }
 
 TEST_F(Tree, ScanCallbackBuildsTheSameTreeOnItsOwn)
