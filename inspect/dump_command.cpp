@@ -3,6 +3,7 @@
 #include "dump_records.h"
 #include "failure.h"
 #include "instance.h"
+#include "load_causes.h"
 
 namespace inspect {
 namespace {

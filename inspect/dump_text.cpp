@@ -24,7 +24,7 @@ void PrintNode(const YangDumpNodeData &record)
 void PrintLeaf(const YangDumpLeafData &leaf, size_t width)
 {
     std::string name = leaf.pcName;
-    PadTo(&name, width, 0);
+    PadTo(&name, width);
     std::printf("  %s  mask 0x%02x  field %3u  datatype %3u  index map %3u  range %llu..%llu\n", name.c_str(),
                 leaf.ucMask, leaf.uiFieldId, leaf.uiDataType, leaf.uiIndexMap,
                 static_cast<unsigned long long>(leaf.llRangeMin), static_cast<unsigned long long>(leaf.llRangeMax));

@@ -6,6 +6,7 @@
 #include "enum_values.h"
 #include "failure.h"
 #include "json_out.h"
+#include "load_causes.h"
 #include "path_finder.h"
 #include "text.h"
 
@@ -19,7 +20,7 @@ void PrintText(const std::vector<EnumValue> &values)
         width = std::max(width, value.name.size());
     for (const EnumValue &value : values) {
         std::string name = value.name;
-        PadTo(&name, width, 0);
+        PadTo(&name, width);
         std::printf("%s  %d\n", name.c_str(), value.value);
     }
 }

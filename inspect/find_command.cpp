@@ -3,6 +3,7 @@
 
 #include "commands.h"
 #include "json_out.h"
+#include "load_causes.h"
 #include "node_request.h"
 #include "text.h"
 #include "tree_rows.h"

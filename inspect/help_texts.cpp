@@ -61,20 +61,23 @@ const char *const HELP_MODULES = R"(Example:
 const char *const HELP_CHECK =
     R"(Each module is loaded by itself, after those of --load. Findings name the file and line
 where these can be told, and end in a short name that stays the same from release to
-release. Errors keep a module from being loaded; everything else is a warning.
+release. A warning does not keep the module from being loaded.
 
-  load-failed              the module, or something that it needs, is not right
+  load-failed              error: the module, or something that it needs, is not right
   deviation-failed         the module's deviation module cannot be loaded: it does not apply
   missing-field-id         a leaf of a class has no attribute id
   duplicate-field-id       two leaves of a class have the same attribute id
-  duplicate-class-id       two unrelated classes have the same class id
+  field-id-range           an attribute id beyond 255: only its low 8 bits count
   key-without-field-id     a key leaf has no attribute id
-  many-keys                more than 8 keys: device logs show the first 8 only
+  duplicate-class-id       two unrelated classes have the same class id
+  class-without-tree       a class outside the containers at the module's top
+  many-keys                more than 8 own or ancestor keys; more than 16 cannot be loaded
   unmapped-ancestor-key    a key of the classes above has no attribute id in this class
   ancestor-key-collision   an ancestor key takes the attribute id of a leaf
   long-path                a path of more than 256 characters: cut in dumps, no lookup
   long-name                a name of more than 64 characters: no lookup
-  many-augments            18 augments or more; a module with more than 20 cannot be loaded
+  many-augments            18 augments or more; more than 20 cannot be loaded
+  library-message          the library says something else while it loads the module
 
 Examples:
   korv-inspect check example-interfaces -d models

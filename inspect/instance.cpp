@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "failure.h"
-#include "load_report.h"
 
 namespace inspect {
 namespace {
@@ -143,19 +142,6 @@ std::string ShownPath(const SearchDirs &dirs, const std::string &file)
         }
     }
     return file;
-}
-
-void LoadRequested(Instance *instance, const Arguments &args)
-{
-    for (const auto *keys : {&args.loads, &args.modules}) {
-        for (const ModuleKey &key : *keys) {
-            const LoadReport report = instance->Load(key);
-            if (!args.verbose)
-                PrintLoadReport(args.dirs, key, report);
-            if (!report.loaded)
-                throw Failure(LoadFailedText(key, report, args.verbose));
-        }
-    }
 }
 
 const ModuleFile &Loaded(const Instance &instance, const ModuleKey &key)

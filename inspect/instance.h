@@ -58,11 +58,7 @@ class Instance {
 /* A file's path with its directory written as the command line has it. */
 std::string ShownPath(const SearchDirs &dirs, const std::string &file);
 
-/* Loads what --load and the command name, in this order. The first module that fails is reported on standard error and
- * ends the run; what the library finds fault with in modules that do load is reported as well. */
-void LoadRequested(Instance *instance, const Arguments &args);
-
-/* The registry entry of a module that LoadRequested has loaded. */
+/* The registry entry of a module that was loaded. */
 const ModuleFile &Loaded(const Instance &instance, const ModuleKey &key);
 
 }  // namespace inspect

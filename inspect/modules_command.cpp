@@ -5,6 +5,7 @@
 #include "commands.h"
 #include "instance.h"
 #include "json_out.h"
+#include "load_causes.h"
 #include "model.h"
 #include "text.h"
 

@@ -1,6 +1,7 @@
 /* tree: a module's class trees. */
 #include "commands.h"
 #include "instance.h"
+#include "load_causes.h"
 #include "path_finder.h"
 #include "tree_view.h"
 

@@ -146,11 +146,11 @@ void TreeRows::Print()
     for (const Row &row : rows_) {
         line = row.name;
         if (!row.id.empty()) {
-            PadTo(&line, nameWidth, 0);
+            PadTo(&line, nameWidth);
             line += GAP + row.id + GAP + row.type;
-            PadTo(&line, nameWidth + ID_WIDTH + typeWidth + 4, 0);
+            PadTo(&line, nameWidth + ID_WIDTH + typeWidth + 4);
         } else {
-            PadTo(&line, nameWidth, 0);
+            PadTo(&line, nameWidth);
         }
         line += GAP + row.rest;
         line.erase(line.find_last_not_of(' ') + 1);

@@ -5,6 +5,7 @@
 #include "commands.h"
 #include "failure.h"
 #include "json_out.h"
+#include "load_causes.h"
 #include "path_finder.h"
 #include "text.h"
 #include "tree_rows.h"
@@ -56,7 +57,7 @@ void PrintText(const Calls &calls)
     size_t number = 0;
     for (const Call &call : calls) {
         std::string line = NameText(*call.node);
-        PadTo(&line, width, 0);
+        PadTo(&line, width);
         line += "  " + NodeSummary(*call.node);
         line.erase(line.find_last_not_of(' ') + 1);
         std::printf("%4zu  %-8s  %s\n", ++number, call.ancestor ? "ancestor" : "node", line.c_str());

@@ -1,0 +1,174 @@
+/* check: what a device would trip over. */
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <set>
+#include <tuple>
+
+#include "check_rules.h"
+#include "commands.h"
+#include "failure.h"
+#include "message_text.h"
+#include "schema_questions.h"
+
+namespace inspect {
+namespace {
+
+/* A line on standard error that each module overwrites; nothing unless that is a terminal. */
+class Progress {
+  public:
+    explicit Progress(size_t total) : total_(isatty(STDERR_FILENO) == 1 ? total : 0) {}
+    ~Progress() { Clear(); }
+    Progress(const Progress &) = delete;
+    Progress &operator=(const Progress &) = delete;
+
+    void Show(size_t number, const std::string &module)
+    {
+        if (total_ > 1)
+            std::fprintf(stderr, "\r\033[K[%zu/%zu] %s", number, total_, module.c_str());
+    }
+
+    void Clear()
+    {
+        if (total_ > 1)
+            std::fputs("\r\033[K", stderr);
+    }
+
+  private:
+    size_t total_;
+};
+
+bool Has(const std::vector<Finding> &findings, const char *name)
+{
+    return std::any_of(findings.begin(), findings.end(),
+                       [name](const Finding &finding) { return finding.name == name; });
+}
+
+bool StandsBefore(const Finding &left, const Finding &right)
+{
+    return std::tie(left.cause.file, left.cause.line) < std::tie(right.cause.file, right.cause.line);
+}
+
+class Checker {
+  public:
+    explicit Checker(const Arguments &args) : args_(args), files_(args.dirs) {}
+
+    std::vector<ModuleKey> Modules()
+    {
+        if (!args_.all)
+            return args_.modules;
+        std::vector<ModuleKey> modules;
+        for (const std::string &name : files_.Names()) {
+            const YinFile *file = files_.Find(name);
+            if (file == nullptr || !file->IsSubmodule())
+                modules.push_back({name, ""});
+        }
+        return modules;
+    }
+
+    /* Each module gets an instance of its own: it is judged by what it needs, not by what was checked before it. */
+    std::vector<Finding> Check(const ModuleKey &key)
+    {
+        Instance instance(args_.dirs, args_.verbose);
+        for (const ModuleKey &load : args_.loads)
+            LoadOrFail(&instance, args_, load);
+        const LoadReport report = instance.Load(key);
+        std::vector<Finding> findings = LoadFindings(instance, key, report);
+        if (!report.loaded)
+            return findings;
+        const StatementFinder finder(key.name, instance.Revision(key.name), &files_);
+        const std::vector<Finding> rules = RuleChecker(Loaded(instance, key), finder, &uses_).Check();
+        findings.insert(findings.end(), rules.begin(), rules.end());
+        AddClassesWithoutTree(instance, key, finder, &findings);
+        if (report.problems.empty())
+            AddMessages(key, report, &findings);
+        std::stable_sort(findings.begin(), findings.end(), StandsBefore);
+        return findings;
+    }
+
+  private:
+    std::vector<Finding> LoadFindings(const Instance &instance, const ModuleKey &key, const LoadReport &report)
+    {
+        std::vector<Finding> findings;
+        std::string seen;
+        for (const Cause &cause : CausesOf(instance, args_.dirs, key, report, &files_)) {
+            const std::string place = PlaceText(cause, key.name);
+            if (!cause.file.empty() && !reported_.insert(place + cause.text).second) {
+                seen = place;
+                continue;
+            }
+            findings.push_back({report.loaded ? "deviation-failed" : "load-failed", !report.loaded, key.name, cause});
+        }
+        if (!report.loaded && findings.empty())
+            findings.push_back({"load-failed",
+                                true,
+                                key.name,
+                                {"", 0, 0, "not loaded for the reason at " + seen.substr(0, seen.size() - 2)}});
+        return findings;
+    }
+
+    void AddClassesWithoutTree(const Instance &instance, const ModuleKey &key, const StatementFinder &finder,
+                               std::vector<Finding> *findings)
+    {
+        QY_MOD *module = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str());
+        if (module == nullptr)
+            return;
+        for (const std::string &name : ClassesWithoutTree(module)) {
+            Finding finding = {"class-without-tree", false, key.name, {}};
+            finding.cause.text = "'" + name + "' is no container at the module's top: its classes are in no tree";
+            if (const auto position = finder.Find({{name.c_str(), key.name.c_str(), true}})) {
+                finding.cause.file = position->file;
+                finding.cause.line = position->line;
+            }
+            findings->push_back(finding);
+        }
+    }
+
+    /* What the library has said beyond what the rules find by themselves. */
+    static void AddMessages(const ModuleKey &key, const LoadReport &report, std::vector<Finding> *findings)
+    {
+        const bool explained = Has(*findings, "unmapped-ancestor-key");
+        for (const std::string &error : report.errors) {
+            if (!explained || !IsAboutAncestorKeys(error))
+                findings->push_back({"library-message", false, key.name, {"", 0, 0, error}});
+        }
+    }
+
+    const Arguments &args_;
+    YinFiles files_;
+    ClassUses uses_;
+    std::set<std::string> reported_; /* causes of failed loads: a file that many modules import is at fault once */
+};
+
+}  // namespace
+
+int RunCheck(const Arguments &args)
+{
+    Checker checker(args);
+    const std::vector<ModuleKey> modules = checker.Modules();
+    if (modules.empty())
+        throw Failure("no module in the directories");
+    Progress progress(modules.size());
+    std::vector<Finding> all;
+    std::vector<std::string> names;
+    for (const ModuleKey &module : modules) {
+        progress.Show(names.size() + 1, module.name);
+        const std::vector<Finding> findings = checker.Check(module);
+        progress.Clear();
+        names.push_back(module.name);
+        all.insert(all.end(), findings.begin(), findings.end());
+        if (args.format == Format::JSON)
+            continue;
+        for (const Finding &finding : findings)
+            std::printf("%s\n", FindingText(finding).c_str());
+        std::fflush(stdout);
+    }
+    if (args.format == Format::JSON)
+        WriteFindingsJson(names, all);
+    else
+        std::printf("%s\n", SummaryText(names.size(), all).c_str());
+    return HasErrors(all) ? EXIT_NEGATIVE : EXIT_OK;
+}
+
+}  // namespace inspect

@@ -1,0 +1,29 @@
+/* What the library's level-0 messages of a failed load mean to the author of the model. */
+#ifndef KORV_INSPECT_MESSAGE_TEXT_H
+#define KORV_INSPECT_MESSAGE_TEXT_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace inspect {
+
+struct Explanation {
+    std::string text;
+    std::string node;   /* name of the node or leaf whose statement is at fault; "" when the messages name none */
+    std::string within; /* name of the node with which the library was busy, or "" */
+};
+
+/* The explanation of a chain of messages, innermost first. A chain that is not known explains itself: its first message
+ * is the text. */
+Explanation Explain(const std::vector<std::string> &errors);
+
+/* Built-in type number of "Get Default Type By YangType", when that is what the chain begins with. */
+std::optional<uint32_t> TypeWithoutDefault(const std::vector<std::string> &errors);
+
+/* What the library says of ancestor keys that it cannot map, while the load goes on. */
+bool IsAboutAncestorKeys(const std::string &error);
+
+}  // namespace inspect
+
+#endif  // KORV_INSPECT_MESSAGE_TEXT_H

@@ -1,0 +1,197 @@
+#include "statement_finder.h"
+
+#include <algorithm>
+#include <array>
+
+namespace inspect {
+namespace {
+
+constexpr std::array<std::string_view, 11> NODE_KEYWORDS = {
+    "container", "list", "leaf", "leaf-list", "choice", "case", "anydata", "anyxml", "rpc", "action", "notification"};
+
+bool IsNode(const YinStatement &statement)
+{
+    return std::find(NODE_KEYWORDS.begin(), NODE_KEYWORDS.end(), statement.keyword) != NODE_KEYWORDS.end();
+}
+
+std::string_view LatestRevision(const YinFile &file)
+{
+    std::string_view latest;
+    for (const YinStatement *child : file.Module().children) {
+        if (child->Is("revision"))
+            latest = std::max(latest, child->argument);
+    }
+    return latest;
+}
+
+/* "/sys/ports" of "/m:sys/m:ports". */
+std::string BareTarget(std::string_view target)
+{
+    std::string bare;
+    while (!target.empty()) {
+        if (target.front() == '/')
+            target.remove_prefix(1);
+        const std::string_view step = target.substr(0, target.find('/'));
+        bare.append("/").append(step.substr(step.find(':') + 1));
+        target.remove_prefix(step.size());
+    }
+    return bare;
+}
+
+/* Imports of this module name a revision, so that its file may be another one than that found by name alone. */
+bool ImportsRevision(const YinFile &file, std::string_view module)
+{
+    for (const YinStatement *child : file.Module().children) {
+        if (child->Is("import") && child->argument == module)
+            return !ChildArgument(*child, "revision-date").empty();
+    }
+    return false;
+}
+
+void CollectNamed(const YinStatement &statement, std::string_view name, std::vector<const YinStatement *> *found)
+{
+    for (const YinStatement *child : statement.children) {
+        if (IsNode(*child) && child->argument == name)
+            found->push_back(child);
+        CollectNamed(*child, name, found);
+    }
+}
+
+}  // namespace
+
+StatementFinder::StatementFinder(const std::string &module, const char *revision, YinFiles *files)
+    : module_(module), files_(files)
+{
+    const YinFile *file = files->Find(module);
+    if (file != nullptr && LatestRevision(*file) == std::string_view(revision != nullptr ? revision : ""))
+        own_ = FilesOf(module);
+}
+
+std::vector<const YinFile *> StatementFinder::FilesOf(std::string_view module) const
+{
+    std::vector<const YinFile *> files;
+    if (const YinFile *main = files_->Find(module))
+        files.push_back(main);
+    for (size_t i = 0; i < files.size(); ++i) {
+        for (const YinStatement *child : files[i]->Module().children) {
+            const YinFile *part = child->Is("include") ? files_->Find(child->argument) : nullptr;
+            if (part != nullptr && std::find(files.begin(), files.end(), part) == files.end())
+                files.push_back(part);
+        }
+    }
+    return files;
+}
+
+StatementFinder::Spots StatementFinder::Roots() const
+{
+    Spots roots;
+    for (const YinFile *file : own_)
+        roots.push_back({file, &file->Module(), false});
+    return roots;
+}
+
+StatementFinder::Spot StatementFinder::GroupingOf(const YinFile &file, const YinStatement &uses) const
+{
+    const size_t colon = uses.argument.find(':');
+    const std::string_view name = uses.argument.substr(colon + 1);
+    const std::string_view prefix = colon == std::string_view::npos ? "" : uses.argument.substr(0, colon);
+    const auto groupingIn = [name](const YinStatement &scope) -> const YinStatement * {
+        for (const YinStatement *child : scope.children) {
+            if (child->Is("grouping") && child->argument == name)
+                return child;
+        }
+        return nullptr;
+    };
+    std::string_view module = file.ModuleOfPrefix(file.Prefix());
+    if (!prefix.empty() && prefix != file.Prefix()) {
+        module = file.ModuleOfPrefix(prefix);
+        if (module.empty() || ImportsRevision(file, module))
+            return {};
+    } else {
+        for (const YinStatement *scope = uses.parent; scope != nullptr; scope = scope->parent) {
+            if (const YinStatement *grouping = groupingIn(*scope))
+                return {&file, grouping, false};
+        }
+    }
+    for (const YinFile *part : FilesOf(module)) {
+        if (const YinStatement *grouping = groupingIn(part->Module()))
+            return {part, grouping, false};
+    }
+    return {};
+}
+
+void StatementFinder::AddBelow(const Spot &spot, const WayStep &step, Spots *spots) const
+{
+    if (spot.impliedCase) {
+        if (spot.statement->argument == step.name)
+            spots->push_back({spot.file, spot.statement, false});
+        return;
+    }
+    for (const YinStatement *child : spot.statement->children) {
+        if (child->Is("uses")) {
+            const Spot grouping = GroupingOf(*spot.file, *child);
+            if (grouping.statement != nullptr && grouping.statement != spot.statement)
+                AddBelow(grouping, step, spots);
+            continue;
+        }
+        const bool found = IsNode(*child) ? child->argument == step.name
+                                          : child->argument.empty() && child->keyword == step.name; /* input, output */
+        if (!found)
+            continue;
+        const bool choiceOrCase = child->Is("choice") || child->Is("case");
+        spots->push_back({spot.file, child, !step.named && !choiceOrCase});
+    }
+}
+
+void StatementFinder::AddAugments(const std::string &target, const WayStep &step, Spots *spots) const
+{
+    for (const Spot &root : Roots()) {
+        for (const YinStatement *child : root.statement->children) {
+            if (child->Is("augment") && BareTarget(child->argument) == target)
+                AddBelow({root.file, child, false}, step, spots);
+        }
+    }
+}
+
+std::optional<Position> StatementFinder::Find(const std::vector<WayStep> &way) const
+{
+    Spots spots = Roots();
+    std::string above;
+    for (const WayStep &step : way) {
+        Spots next;
+        if (module_ == step.module) {
+            for (const Spot &spot : spots)
+                AddBelow(spot, step, &next);
+            if (!above.empty())
+                AddAugments(above, step, &next);
+        }
+        spots.swap(next);
+        above.append("/").append(step.name);
+    }
+    if (spots.size() != 1)
+        return std::nullopt;
+    return Position{spots.front().file->Path(), spots.front().statement->line};
+}
+
+std::optional<Position> StatementFinder::FindOnly(std::string_view name) const
+{
+    std::optional<Position> only;
+    for (const YinFile *file : own_) {
+        std::vector<const YinStatement *> found;
+        CollectNamed(file->Module(), name, &found);
+        if (found.size() > 1 || (only && !found.empty()))
+            return std::nullopt;
+        if (!found.empty())
+            only = Position{file->Path(), found.front()->line};
+    }
+    return only;
+}
+
+std::optional<Position> StatementFinder::Module() const
+{
+    if (own_.empty())
+        return std::nullopt;
+    return Position{own_.front()->Path(), own_.front()->Module().line};
+}
+
+}  // namespace inspect
