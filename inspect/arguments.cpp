@@ -8,6 +8,7 @@
 #include "failure.h"
 #include "help_texts.h"
 #include "korv_lib_yang.h"
+#include "text.h"
 
 namespace inspect {
 namespace {
@@ -67,6 +68,8 @@ class CommandLine {
 
     std::optional<int> Parse(int argc, char **argv)
     try {
+        if (argc > 1 && argv[1][0] != '-')
+            CheckCommand(argv[1]);
         app_.parse(argc, argv);
         Understand();
         return std::nullopt;
@@ -83,6 +86,17 @@ class CommandLine {
     }
 
   private:
+    void CheckCommand(const std::string &name)
+    {
+        NearestName nearest(name);
+        for (const CLI::App *command : app_.get_subcommands(nullptr)) {
+            if (command->get_name() == name)
+                return;
+            nearest.Offer(command->get_name());
+        }
+        throw CLI::ValidationError("there is no command '" + name + "'" + nearest.Hint());
+    }
+
     CLI::App *AddCommand(const char *name, const char *description, const char *footer, Command command)
     {
         CLI::App *app = app_.add_subcommand(name, description);

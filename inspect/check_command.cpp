@@ -125,12 +125,17 @@ class Checker {
         }
     }
 
-    /* What the library has said beyond what the rules find by themselves. */
+    /* What the library has said beyond what the rules find by themselves, each once. */
     static void AddMessages(const ModuleKey &key, const LoadReport &report, std::vector<Finding> *findings)
     {
-        const bool explained = Has(*findings, "unmapped-ancestor-key");
+        const bool keysExplained = Has(*findings, "unmapped-ancestor-key");
+        const bool idsExplained = Has(*findings, "missing-field-id") || Has(*findings, "key-without-field-id");
+        std::set<std::string> said;
         for (const std::string &error : report.errors) {
-            if (!explained || !IsAboutAncestorKeys(error))
+            const Remark remark = RemarkOf(error);
+            const bool explained =
+                (remark == Remark::ANCESTOR_KEY && keysExplained) || (remark == Remark::FIELD_ID && idsExplained);
+            if (!explained && said.insert(error).second)
                 findings->push_back({"library-message", false, key.name, {"", 0, 0, error}});
         }
     }

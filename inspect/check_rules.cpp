@@ -49,11 +49,6 @@ std::string QualifiedPathOf(const KorvTreeNode &node)
     return QualifiedPath({std::nullopt, &node, nullptr});
 }
 
-std::string LineText(const std::optional<Position> &position)
-{
-    return position ? position->file + ":" + std::to_string(position->line) : "";
-}
-
 }  // namespace
 
 bool RuleChecker::IsOwn(const KorvTreeLeaf &leaf) const
@@ -66,6 +61,14 @@ std::optional<Position> RuleChecker::Find(const ModelNode &node, const KorvTreeL
     Place place = node.place;
     place.leaf = leaf;
     return finder_.Find(WayTo(place));
+}
+
+std::string RuleChecker::SeeText(const std::optional<Position> &place, const std::optional<Position> &from)
+{
+    if (!place)
+        return "";
+    const std::string line = std::to_string(place->line);
+    return from && from->file == place->file ? " (line " + line + ")" : " (" + place->file + ":" + line + ")";
 }
 
 void RuleChecker::Report(const char *name, const std::string &text, const ModelNode &node, const KorvTreeLeaf *leaf)
@@ -204,11 +207,11 @@ void RuleChecker::CheckUniqueAttribute(const ModelNode &node, const KorvTreeLeaf
     const bool later = IsOwn(leaf);
     const Attribute &reported = later ? Attribute{&node, &leaf} : first;
     const Attribute &other = later ? first : Attribute{&node, &leaf};
-    const std::string place = LineText(Find(*other.holder, other.leaf));
     Report("duplicate-field-id",
            "leaf '" + std::string(reported.leaf->pcName) + "' of " + ClassText(*reported.holder->place.node) +
                " has attribute id " + std::to_string(leaf.uiFieldId) + ", as '" + other.leaf->pcName + "' of " +
-               DataPath(*other.holder->place.node) + " has" + (place.empty() ? "" : " (" + place + ")"),
+               DataPath(*other.holder->place.node) + " has" +
+               SeeText(Find(*other.holder, other.leaf), Find(*reported.holder, reported.leaf)),
            *reported.holder, reported.leaf);
 }
 
@@ -236,20 +239,28 @@ void RuleChecker::CheckClassIds()
             const KorvTreeNode &treeNode = *node.place.node;
             if (node.own != own || !IsClass(treeNode) || &ClassTop(treeNode) != &treeNode)
                 continue;
-            std::vector<ClassUse> &uses = (*uses_)[treeNode.uiClassId];
-            const std::string path = QualifiedPathOf(treeNode);
-            const auto known =
-                std::find_if(uses.begin(), uses.end(), [&](const ClassUse &use) { return use.path == path; });
-            const bool first = known == uses.begin();
-            if (own && !first && !uses.empty())
-                Report("duplicate-class-id",
-                       ClassText(treeNode) + " has the class id of " + uses.front().path +
-                           (uses.front().place.empty() ? "" : " (" + uses.front().place + ")"),
-                       node);
-            if (known == uses.end())
-                uses.push_back({path, own ? LineText(Find(node, nullptr)) : ""});
+            CheckClassId(node);
         }
     }
+}
+
+void RuleChecker::CheckClassId(const ModelNode &node)
+{
+    const KorvTreeNode &treeNode = *node.place.node;
+    std::vector<ClassUse> &uses = (*uses_)[treeNode.uiClassId];
+    const std::string key = QualifiedPathOf(treeNode);
+    const std::optional<Position> position = node.own ? Find(node, nullptr) : std::nullopt;
+    const auto known = std::find_if(uses.begin(), uses.end(), [&](const ClassUse &use) { return use.key == key; });
+    if (node.own && known != uses.begin()) {
+        const ClassUse &first = uses.front();
+        Report("duplicate-class-id",
+               ClassText(treeNode) + " has the class id of " + first.path +
+                   (first.module == file_.pcModuleName ? "" : " of module '" + first.module + "'") +
+                   SeeText(first.position, position),
+               node);
+    }
+    if (known == uses.end())
+        uses.push_back({key, DataPath(treeNode), treeNode.pcModuleName, position});
 }
 
 std::vector<Finding> RuleChecker::Check()

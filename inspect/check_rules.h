@@ -14,9 +14,10 @@ namespace inspect {
 
 /* Who uses a class id, over all modules that are checked. */
 struct ClassUse {
-    std::string path;  /* qualified */
-    std::string place; /* "FILE:LINE", or "" */
-    bool operator==(const ClassUse &) const = default;
+    std::string key; /* qualified path */
+    std::string path;
+    std::string module;
+    std::optional<Position> position;
 };
 using ClassUses = std::map<uint32_t, std::vector<ClassUse>>;
 
@@ -47,8 +48,11 @@ class RuleChecker {
     void CheckUniqueAttribute(const ModelNode &node, const KorvTreeLeaf &leaf);
     void CheckCollisions(const ModelNode &node);
     void CheckClassIds();
+    void CheckClassId(const ModelNode &node);
 
     bool IsOwn(const KorvTreeLeaf &leaf) const;
+    /* " (line 12)" or " (FILE:12)", seen from a finding at `from`; "" when the place is not known. */
+    static std::string SeeText(const std::optional<Position> &place, const std::optional<Position> &from);
     std::optional<Position> Find(const ModelNode &node, const KorvTreeLeaf *leaf) const;
     void Report(const char *name, const std::string &text, const ModelNode &node, const KorvTreeLeaf *leaf = nullptr);
 

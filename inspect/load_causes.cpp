@@ -11,11 +11,23 @@
 namespace inspect {
 namespace {
 
-Cause FromProblem(const SearchDirs &dirs, const LoadProblem &problem)
+Cause FromProblem(const SearchDirs &dirs, const LoadProblem &problem, const std::string &text)
 {
     if (problem.file.empty())
-        return {"", 0, 0, problem.text};
-    return {ShownPath(dirs, problem.file), problem.line, problem.column, problem.text};
+        return {"", 0, 0, text};
+    return {ShownPath(dirs, problem.file), problem.line, problem.column, text};
+}
+
+/* "cannot import 'x': FILE:1:2: reason" without the reason, where that is a problem of its own. */
+std::string OwnText(const LoadProblem &problem, const std::vector<LoadProblem> &all)
+{
+    for (const LoadProblem &other : all) {
+        const std::string reason = ": " + other.file + ":" + std::to_string(other.line) + ":" +
+                                   std::to_string(other.column) + ": " + other.text;
+        if (problem.text.size() > reason.size() && problem.text.ends_with(reason))
+            return problem.text.substr(0, problem.text.size() - reason.size());
+    }
+    return problem.text;
 }
 
 void Place(const std::optional<Position> &position, Cause *cause)
@@ -91,7 +103,7 @@ std::vector<Cause> CausesOf(const Instance &instance, const SearchDirs &dirs, co
 {
     std::vector<Cause> causes;
     for (const LoadProblem &problem : report.problems)
-        causes.push_back(FromProblem(dirs, problem));
+        causes.push_back(FromProblem(dirs, problem, OwnText(problem, report.problems)));
     if (causes.empty() && !report.loaded)
         causes = FromMessages(instance, key, report, files);
     return causes;

@@ -133,17 +133,21 @@ Explanation Explain(const std::vector<std::string> &errors)
     return {errors.empty() ? "the library does not say why" : errors.front(), node, node};
 }
 
-bool IsAboutAncestorKeys(const std::string &error)
+Remark RemarkOf(const std::string &error)
 {
-    static constexpr std::array<std::string_view, 5> BEGINNINGS = {
-        "Failed to find ancestor-key for ",
-        "Ancestor-key for ",
-        "Ancestor key for ",
-        "Append one ancestor in parent ",
-        "Node(",
+    static constexpr std::array<std::string_view, 5> ANCESTOR_KEYS = {
+        "Failed to find ancestor-key for * with attr-id *",
+        "Ancestor-key for * with attr-id * do not have valid child field-id info",
+        "Ancestor key for * with child-attr-id * already exist",
+        "Append one ancestor in parent key ref seq *, current seq * failed.",
+        "Node(*) inherit father key error : *",
     };
-    return std::any_of(BEGINNINGS.begin(), BEGINNINGS.end(),
-                       [&error](std::string_view beginning) { return error.starts_with(beginning); });
+    const bool ancestorKey =
+        std::any_of(ANCESTOR_KEYS.begin(), ANCESTOR_KEYS.end(),
+                    [&error](std::string_view message) { return Match(message, error).has_value(); });
+    if (ancestorKey)
+        return Remark::ANCESTOR_KEY;
+    return Match("Get mim-ext:field-id value of Node(*) return *", error) ? Remark::FIELD_ID : Remark::OTHER;
 }
 
 }  // namespace inspect

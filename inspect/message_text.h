@@ -21,8 +21,13 @@ Explanation Explain(const std::vector<std::string> &errors);
 /* Built-in type number of "Get Default Type By YangType", when that is what the chain begins with. */
 std::optional<uint32_t> TypeWithoutDefault(const std::vector<std::string> &errors);
 
-/* What the library says of ancestor keys that it cannot map, while the load goes on. */
-bool IsAboutAncestorKeys(const std::string &error);
+/* What the library says while a load goes on, and why. */
+enum class Remark {
+    OTHER,
+    ANCESTOR_KEY, /* it cannot map an ancestor key */
+    FIELD_ID,     /* it finds a leaf without attribute id on its way */
+};
+Remark RemarkOf(const std::string &error);
 
 }  // namespace inspect
 

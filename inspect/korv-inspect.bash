@@ -1,0 +1,60 @@
+# Completion for korv-inspect in bash: commands, options, formats, directories, and the names of the modules in the
+# directories that the line names (in the current one as long as it names none).
+
+# Names of the modules, "NAME" of NAME.yin and NAME@REVISION.yin, in the directories of the line.
+_korv_inspect_modules() {
+    local -a dirs=()
+    local i file name
+    for ((i = 1; i + 1 < ${#COMP_WORDS[@]}; i++)); do
+        case ${COMP_WORDS[i]} in
+        -d | --dir | --install-path | --old | --new) dirs+=("${COMP_WORDS[i + 1]/#\~/$HOME}") ;;
+        esac
+    done
+    ((${#dirs[@]})) || dirs=(.)
+    for i in "${dirs[@]}"; do
+        for file in "$i"/*.yin; do
+            [[ -e $file ]] || continue
+            name=${file##*/}
+            name=${name%.yin}
+            printf '%s\n' "${name%%@*}"
+        done
+    done
+}
+
+_korv_inspect() {
+    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
+    local commands="tree find walk dump enums modules check diff"
+    local options="--verbose --load --install-path --format --help" formats="text json"
+    COMPREPLY=()
+    if ((COMP_CWORD == 1)); then
+        COMPREPLY=($(compgen -W "$commands --help --version" -- "$cur"))
+        return
+    fi
+    case $command in
+    tree) options+=" --dir --path --depth --full" formats+=" dot" ;;
+    dump) options+=" --dir --augment --self --target" formats+=" csv" ;;
+    check) options+=" --dir --all" ;;
+    diff) options+=" --old --new" ;;
+    find | walk | enums | modules) options+=" --dir" ;;
+    *) return ;;
+    esac
+    case $prev in
+    -d | --dir | --install-path | --old | --new)
+        compopt -o filenames 2>/dev/null
+        COMPREPLY=($(compgen -d -- "$cur"))
+        return
+        ;;
+    --format)
+        COMPREPLY=($(compgen -W "$formats" -- "$cur"))
+        return
+        ;;
+    --path | --depth | --augment) return ;;
+    esac
+    if [[ $cur == -* ]]; then
+        COMPREPLY=($(compgen -W "$options" -- "$cur"))
+    else
+        COMPREPLY=($(compgen -W "$(_korv_inspect_modules)" -- "$cur"))
+    fi
+}
+
+complete -F _korv_inspect korv-inspect

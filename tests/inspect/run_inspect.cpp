@@ -1,0 +1,88 @@
+#include "inspect/run_inspect.h"
+
+#include <gtest/gtest.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace test {
+namespace {
+
+std::string Quoted(const std::string &text)
+{
+    std::string quoted = "'";
+    for (const char c : text)
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+}
+
+std::string ReadFile(const std::string &path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+}  // namespace
+
+Result RunShell(const std::string &command)
+{
+    char out[] = "/tmp/korv-inspect-out-XXXXXX";
+    char err[] = "/tmp/korv-inspect-err-XXXXXX";
+    close(mkstemp(out));
+    close(mkstemp(err));
+    const std::string whole = "cd " + Quoted(KORV_SOURCE_DIR) + " && PATH=" + Quoted(KORV_BINARY_DIR "/bin") +
+                              ":$PATH && { " + command + "\n} >" + out + " 2>" + err + " </dev/null";
+    const int status = std::system(whole.c_str());
+    Result result = {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
+    std::remove(out);
+    std::remove(err);
+    return result;
+}
+
+Result Inspect(const std::vector<std::string> &args)
+{
+    std::string command = "korv-inspect";
+    for (const std::string &arg : args)
+        command += " " + Quoted(arg);
+    return RunShell(command);
+}
+
+Result InspectExamples(std::vector<std::string> args)
+{
+    args.insert(args.end(), {"-d", "examples/yin"});
+    return Inspect(args);
+}
+
+rapidjson::Document Json(const Result &result)
+{
+    rapidjson::Document document;
+    document.Parse(result.out.c_str());
+    EXPECT_FALSE(document.HasParseError()) << result.out << result.err;
+    return document;
+}
+
+std::string Compact(const rapidjson::Value &value)
+{
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    value.Accept(writer);
+    return buffer.GetString();
+}
+
+std::string LineWith(const std::string &text, const std::string &part)
+{
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find(part) != std::string::npos)
+            return line;
+    }
+    return "";
+}
+
+}  // namespace test

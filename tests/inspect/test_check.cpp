@@ -1,0 +1,273 @@
+/* check: every finding, the statement that it points at, and what it costs. */
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "inspect/run_inspect.h"
+#include "support/models.h"
+
+using namespace test;
+
+namespace {
+
+std::string Id(const std::string &number)
+{
+    return Ext("field-id", number);
+}
+
+std::string ClassId(const std::string &number)
+{
+    return Ext("class-id", number);
+}
+
+/* The name on a line of a file; "?" for a line that has none. */
+std::string NameAt(const std::string &file, uint32_t line)
+{
+    std::ifstream stream(file);
+    std::string text;
+    for (uint32_t i = 0; i < line; ++i)
+        std::getline(stream, text);
+    const size_t begin = text.find("name=\"");
+    return begin == std::string::npos ? "?" : text.substr(begin + 6, text.find('"', begin + 6) - begin - 6);
+}
+
+class InspectCheck : public ::testing::Test {
+  protected:
+    Result Run(std::vector<std::string> args)
+    {
+        args.insert(args.begin(), "check");
+        args.insert(args.end(), {"-d", dir.Path()});
+        return Inspect(args);
+    }
+
+    /* "SEVERITY? NAME at STATEMENT" of each finding, in order; the statement is what stands on the finding's line. */
+    std::vector<std::string> Findings(std::vector<std::string> args)
+    {
+        args.insert(args.end(), {"--format", "json"});
+        const rapidjson::Document json = Json(Run(args));
+        std::vector<std::string> findings;
+        for (const rapidjson::Value &finding : json["findings"].GetArray()) {
+            std::string text = finding["name"].GetString();
+            if (finding["line"].IsUint())
+                text += " at " + NameAt(finding["file"].GetString(), finding["line"].GetUint());
+            findings.push_back(text);
+        }
+        return findings;
+    }
+
+    using Texts = std::vector<std::string>;
+    ModelDir dir;
+};
+
+TEST_F(InspectCheck, FindsNothingInTheExamples)
+{
+    const Result result = InspectExamples({"check", "--all"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, "8 modules checked: no errors, no warnings\n");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(InspectCheck, AttributeIds)
+{
+    dir.Add("m", Container("c", ClassId("1") + Leaf("one", "string", Id("1")) + Leaf("none", "string") +
+                                    Leaf("again", "string", Id("1")) + Leaf("far", "string", Id("0x101")) +
+                                    "<leaf-list name=\"tags\"><type name=\"string\"/></leaf-list>\n") +
+                     Container("plain", Leaf("free", "string")));
+    EXPECT_EQ(Findings({"m"}), (Texts{"missing-field-id at none", "duplicate-field-id at again",
+                                      "field-id-range at far", "duplicate-field-id at far"}));
+    const Result text = Run({"m"});
+    EXPECT_EQ(text.exitCode, 0);
+    EXPECT_EQ(LineWith(text.out, "at most"), "");
+    EXPECT_NE(LineWith(text.out,
+                       "leaf 'far' of class /c (0x1): attribute ids end at 255, so that field-id 0x101 becomes 1 "
+                       "[field-id-range]"),
+              "")
+        << text.out;
+    EXPECT_TRUE(text.out.ends_with("1 module checked: no errors, 4 warnings\n"));
+}
+
+TEST_F(InspectCheck, AttributeIdsOfAClassThatSpreadsOverNodesAndCases)
+{
+    const std::string cases = "<choice name=\"kind\"><case name=\"a\">\n" + Leaf("first", "string", Id("5")) +
+                              "</case>\n" + Leaf("second", "string", Id("5")) + "</choice>\n";
+    const std::string same = Container("more", ClassId("1") + "\n" + Leaf("third", "string", Id("2")));
+    dir.Add("m", Container("c", List("l", "k", ClassId("1") + Leaf("k", "string", Id("2")) + cases + same)));
+    EXPECT_EQ(Findings({"m"}), (Texts{"duplicate-field-id at second", "duplicate-field-id at third"}));
+    /* A class of class-type 'leafref' repeats the ids of the class below it on purpose. */
+    EXPECT_EQ(InspectExamples({"check", "example-qos"}).out, "1 module checked: no errors, no warnings\n");
+}
+
+TEST_F(InspectCheck, Keys)
+{
+    std::string names;
+    std::string leaves;
+    for (int i = 1; i <= 9; ++i) {
+        names += (i > 1 ? " k" : "k") + std::to_string(i);
+        leaves += Leaf("k" + std::to_string(i), "string", i == 9 ? "" : Id(std::to_string(i)));
+    }
+    dir.Add("m", Container("c", List("l", names, "\n" + ClassId("1") + leaves)));
+    EXPECT_EQ(Findings({"m"}), (Texts{"key-without-field-id at k9"}));
+    dir.Add("n", Container("c", List("l", names, ClassId("1") + leaves + Leaf("x", "string", Id("20")))) +
+                     "<deviation target-node=\"/p:c/p:l/p:k9\"><deviate value=\"add\">" + Id("9") +
+                     "</deviate></deviation>\n");
+    EXPECT_EQ(Findings({"n"}), (Texts{"many-keys at l"}));
+}
+
+TEST_F(InspectCheck, AncestorKeys)
+{
+    const std::string map = Ext("ancestor-key-fid", "1", Id("10")) + Ext("ancestor-key-fid", "2", Id("3"));
+    const std::string inner =
+        List("clash", "n", ClassId("2") + map + Leaf("n", "string", Id("3"))) +
+        List("without", "n", ClassId("3") + Leaf("n", "string", Id("1"))) +
+        Container("taken", ClassId("4") + Ext("ancestor-key-fid", "7 8") + Leaf("n", "string", Id("7"))) +
+        Container("fine", ClassId("5") + Ext("ancestor-key-fid", "7 8"));
+    dir.Add("m", Container("c", List("l", "a b",
+                                     ClassId("1") + Leaf("a", "string", Id("1")) + Leaf("b", "string", Id("2")) + "\n" +
+                                         inner)));
+    EXPECT_EQ(Findings({"m"}), (Texts{"unmapped-ancestor-key at clash", "unmapped-ancestor-key at without",
+                                      "ancestor-key-collision at taken"}));
+    const std::string text = Run({"m"}).out;
+    EXPECT_NE(LineWith(text, "1 key of class /c/l (0x1) has no attribute id in class /c/l/clash (0x2)"), "") << text;
+    EXPECT_NE(LineWith(text, "2 keys of class /c/l (0x1) have no attribute id in class /c/l/without (0x3)"), "");
+}
+
+TEST_F(InspectCheck, ClassIdsWithinAModuleAndAcrossModules)
+{
+    dir.Add("m", Container("c", Container("a", ClassId("0x10")) + Container("b", ClassId("0x10")) +
+                                    Container("d", ClassId("0x11") + Container("same", ClassId("0x11")))));
+    dir.Add("n",
+            Container("e", ClassId("0x11")) + "<augment target-node=\"/m:c\">\n" + Container("f", ClassId("0x12")) +
+                "</augment>",
+            "m");
+    EXPECT_EQ(Findings({"m"}), (Texts{"duplicate-class-id at b"}));
+    EXPECT_EQ(Findings({"n"}), (Texts{"duplicate-class-id at e"})) << "with a node that an augment's target tree shows";
+    EXPECT_EQ(Findings({"m", "n"}), (Texts{"duplicate-class-id at b", "duplicate-class-id at e"}));
+    const std::string text = Run({"m", "n"}).out;
+    EXPECT_NE(LineWith(text, "class /e (0x11) has the class id of /c/d of module 'm' (" + dir.Path() + "/m.yin:"), "")
+        << text;
+}
+
+TEST_F(InspectCheck, LengthsThatDumpsAndLookupsCut)
+{
+    const std::string name(65, 'n');
+    std::string deep = Leaf("x", "string");
+    for (int i = 4; i >= 0; --i)
+        deep = "\n" + Container(std::string(60, 'd') + std::to_string(i), deep);
+    dir.Add("m", Container("c", Container(name, Leaf(name, "string")) + deep));
+    const std::string lastDeep = std::string(60, 'd') + "4";
+    EXPECT_EQ(Findings({"m"}), (Texts{"long-name at " + name, "long-name at " + name, "long-path at " + lastDeep}));
+}
+
+TEST_F(InspectCheck, ClassesOutsideTreesAndManyAugments)
+{
+    std::string augments;
+    for (int i = 0; i < 18; ++i)
+        augments += "<augment target-node=\"/p:c\">" + Container("a" + std::to_string(i), "") + "</augment>\n";
+    dir.Add("m", List("top", "k", ClassId("1") + Leaf("k", "string", Id("1"))) +
+                     List("free", "k", Leaf("k", "string")) + Container("c", "") + augments);
+    EXPECT_EQ(Findings({"m"}), (Texts{"many-augments at m", "class-without-tree at top"}));
+}
+
+TEST_F(InspectCheck, PointsIntoGroupingsSubmodulesAugmentsAndImpliedCases)
+{
+    dir.Add("types", "<grouping name=\"far\">\n" + Leaf("from-types", "string") + "</grouping>\n");
+    dir.AddFile("part.yin",
+                "<submodule name=\"part\" xmlns=\"urn:ietf:params:xml:ns:yang:yin:1\" "
+                "xmlns:mimext=\"urn:quelvo:yang:mim-extensions\">\n<yang-version value=\"1.1\"/>"
+                "<belongs-to module=\"m\"><prefix value=\"p\"/></belongs-to>\n"
+                "<import module=\"quelvo-mim-extensions\"><prefix value=\"mimext\"/></import>\n" +
+                    Container("sub", ClassId("9") + Leaf("in-part", "string")) + "</submodule>\n");
+    dir.Add("m",
+            "<include module=\"part\"/>\n<grouping name=\"near\">\n" + Leaf("from-near", "string") + "</grouping>\n" +
+                Container("c", ClassId("1") + "<uses name=\"near\"/><uses name=\"types:far\"/>" +
+                                   "<choice name=\"ch\">\n" + Leaf("implied", "string") + "</choice>\n") +
+                "<augment target-node=\"/p:c/p:ch\">\n" + Leaf("added", "string") + "</augment>\n",
+            "types");
+    /* In the order of files and lines. */
+    EXPECT_EQ(Findings({"m"}),
+              (Texts{"missing-field-id at from-near", "missing-field-id at implied", "missing-field-id at added",
+                     "missing-field-id at in-part", "missing-field-id at from-types"}));
+}
+
+TEST_F(InspectCheck, PointsIntoTheFileOfTheNewestRevision)
+{
+    const std::string body = Container("c", ClassId("1") + Leaf("x", "string"));
+    dir.AddFile("m@2026-01-01.yin", Module("m", "<revision date=\"2026-01-01\"/>\n" + body));
+    dir.AddFile("m@2025-01-01.yin", Module("m", "<revision date=\"2025-01-01\"/>\n" + body));
+    EXPECT_NE(LineWith(Run({"m"}).out, dir.Path() + "/m@2026-01-01.yin:"), "");
+    EXPECT_EQ(Findings({"--all"}), (Texts{"missing-field-id at x"})) << "one module in two files";
+}
+
+TEST_F(InspectCheck, LoadFailuresAreErrorsWithTheirPlace)
+{
+    dir.Add("types", "<typedef name=\"t\"><type name=\"strng\"/></typedef>");
+    dir.Add("a", Container("c", ""), "types");
+    dir.Add("b", Container("c", ""), "types");
+    dir.AddFile("broken.yin", "<module name=\"broken\">\n<leaf");
+    const Result result = Run({"--all"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "");
+    const std::string types = dir.Path() + "/types.yin:4:";
+    EXPECT_EQ(LineWith(result.out, "strng").find(types), 0U) << result.out;
+    EXPECT_TRUE(LineWith(result.out, "/b.yin:").ends_with(": error: cannot import module 'types' [load-failed]"));
+    EXPECT_EQ(LineWith(result.out, "types: error").find("types: error: not loaded for the reason at " + types), 0U);
+    EXPECT_NE(LineWith(result.out, dir.Path() + "/broken.yin:"), "");
+    EXPECT_TRUE(result.out.ends_with("5 modules checked: 5 errors, no warnings\n")) << result.out;
+}
+
+TEST_F(InspectCheck, ExplainsWhatTheLibraryRefuses)
+{
+    const std::string decimal = "<type name=\"decimal64\"><fraction-digits value=\"2\"/></type>";
+    std::string keys;
+    std::string keyLeaves;
+    for (int i = 0; i < 17; ++i) {
+        keys += (i > 0 ? " k" : "k") + std::to_string(i);
+        keyLeaves += Leaf("k" + std::to_string(i), "string", Id(std::to_string(i + 1)));
+    }
+    std::string augments;
+    for (int i = 0; i < 21; ++i)
+        augments += "<augment target-node=\"/p:c\">" + Container("a" + std::to_string(i), "") + "</augment>";
+    const std::string few =
+        List("inner", "n", ClassId("2") + Ext("ancestor-key-fid", "1", Id("9")) + Leaf("n", "string", Id("1")));
+    const std::tuple<const char *, std::string, const char *, const char *> cases[] = {
+        {"decimal", Container("c", ClassId("1") + Leaf("load", decimal, Id("1"))), "load",
+         "leaf 'load' of class 'c' is of type decimal64, which has no default datatype: it needs a datatype-id"},
+        {"number", Container("c", ClassId("1") + Leaf("minus", "string", Id("-1"))), "minus",
+         "leaf 'minus' of class 'c': '-1' is no number that field-id can have"},
+        {"keys", Container("c", List("many", keys, ClassId("1") + keyLeaves)), "many",
+         "class 'many' has more than 16 keys"},
+        {"type", Container("c", Container("odd", Ext("class-type", "Leafref"))), "odd",
+         "class 'odd': class-type 'Leafref' is neither 'leafref' nor 'leafref-target'"},
+        {"few",
+         Container("c", List("outer", "a b",
+                             ClassId("1") + Leaf("a", "string", Id("1")) + Leaf("b", "string", Id("2")) + few)),
+         "inner", "class 'inner' has 1 ancestor-key-fid, too few for the keys of the classes above it"},
+        {"augmented", Container("c", "") + augments, "augmented", "the module has more than 20 augments"},
+        {"task", Ext("aaa-task-id", "-1"), "task", "aaa-task-id is no number"},
+    };
+    for (const auto &[module, body, statement, text] : cases) {
+        dir.Add(module, body);
+        EXPECT_EQ(Findings({module}), (Texts{std::string("load-failed at ") + statement})) << module;
+        const Result result = Run({module});
+        EXPECT_NE(LineWith(result.out, std::string(": error: ") + text + " [load-failed]"), "") << result.out;
+        EXPECT_EQ(result.exitCode, 1);
+    }
+}
+
+TEST_F(InspectCheck, DeviationsThatDoNotApplyAreAWarning)
+{
+    dir.Add("quelvo-bras-pppox-access", Container("c", ""));
+    dir.Add("quelvo-bras-pppox-access-deviations-x",
+            "\n<deviation target-node=\"/quelvo-bras-pppox-access:d\"><deviate value=\"not-supported\"/></deviation>",
+            "quelvo-bras-pppox-access");
+    const Result result = Run({"quelvo-bras-pppox-access"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(LineWith(result.out, "quelvo-bras-pppox-access-deviations-x.yin:").find("[deviation-failed]"),
+              std::string::npos)
+        << result.out;
+    const Result tree = Inspect({"tree", "quelvo-bras-pppox-access", "-d", dir.Path()});
+    EXPECT_EQ(tree.exitCode, 0);
+    EXPECT_NE(LineWith(tree.err, "the deviations of module 'quelvo-bras-pppox-access' do not apply"), "") << tree.err;
+}
+
+}  // namespace

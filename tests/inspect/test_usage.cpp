@@ -1,0 +1,154 @@
+/* The program around its commands: exit codes, what goes where, help, completion. */
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "inspect/run_inspect.h"
+#include "support/models.h"
+
+using namespace test;
+
+namespace {
+
+TEST(InspectUsage, WrongUsageIsSaidOnStandardErrorAndGivesTwo)
+{
+    const std::pair<std::vector<std::string>, const char *> cases[] = {
+        {{}, "A subcommand is required"},
+        {{"fnd", "m"}, "there is no command 'fnd': did you mean 'find'?"},
+        {{"tree", "example-qos"}, "--dir is required"},
+        {{"tree", "-d", "examples/yin"}, "MODULE is required"},
+        {{"tree", "example-qos", "-d", "no/such/dir"}, "Directory does not exist: no/such/dir"},
+        {{"tree", "m", "-d", "inspect", "-d", "bench", "-d", "examples"},
+         "the library has two base directories: give further ones with --install-path"},
+        {{"tree", "examples/yin/example-qos.yin", "-d", "examples/yin"}, "looks like a file"},
+        {{"tree", "example-qos@", "-d", "examples/yin"}, "is not MODULE or MODULE@REVISION"},
+        {{"tree", "example-qos", "-d", "examples/yin", "--format", "csv"}, "csv not in {text,json,dot}"},
+        {{"check", "-d", "examples/yin"}, "name the modules to check, or give --all"},
+        {{"check", "--all", "example-qos", "-d", "examples/yin"}, "name the modules to check, or give --all"},
+        {{"modules", "-d", "examples/yin"}, "name a module to load"},
+        {{"diff", "m", "--old", "examples/yin"}, "--new is required"},
+    };
+    for (const auto &[args, text] : cases) {
+        const Result result = Inspect(args);
+        EXPECT_EQ(result.exitCode, 2) << text;
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(LineWith(result.err, text), "") << result.err;
+    }
+    ModelDir dir;
+    const std::string deep = dir.Path() + "/" + std::string(120, 'a') + "/" + std::string(120, 'b');
+    RunShell("mkdir -p " + deep);
+    EXPECT_EQ(Inspect({"tree", "m", "-d", deep}).exitCode, 2);
+}
+
+TEST(InspectUsage, AFailedLoadSaysFirstWhereAndWhy)
+{
+    ModelDir dir;
+    dir.Add("m", Container("c", Leaf("x", "strng")));
+    const Result result = Inspect({"tree", "m", "-d", dir.Path()});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, dir.Path() + "/m.yin:5:16: unknown type 'strng'; did you mean 'string'?\n" +
+                              "korv-inspect: module 'm' cannot be loaded (-v shows all that the library says)\n");
+    const Result verbose = Inspect({"tree", "m", "-d", dir.Path(), "-v"});
+    EXPECT_EQ(verbose.err.find("info  1. Check module (m) is exists or not\n"), 0U);
+    EXPECT_NE(LineWith(verbose.err, "error QY_CTX_LoadModule m error!"), "");
+    EXPECT_NE(LineWith(verbose.err, "error Load Module (m) fail!"), "");
+
+    const Result missing = Inspect({"tree", "nowhere", "-d", dir.Path()});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_NE(LineWith(missing.err, "no file 'nowhere.yin'"), "");
+    const Result first = Inspect({"tree", "quelvo-mim-extensions", "-d", dir.Path(), "--load", "m"});
+    EXPECT_EQ(first.exitCode, 1) << "a module of --load that fails ends the run";
+    EXPECT_NE(LineWith(first.err, "module 'm' cannot be loaded"), "");
+}
+
+TEST(InspectUsage, TheLibrarysProgressIsShownOnRequestOnly)
+{
+    const Result quiet = InspectExamples({"find", "example-interfaces", "/interfaces/interface/duplex"});
+    EXPECT_EQ(quiet.err, "") << "lookups that miss on the way are no news";
+    const Result verbose = InspectExamples({"find", "example-interfaces", "/interfaces/interface/duplex", "-v"});
+    EXPECT_EQ(verbose.out, quiet.out);
+    EXPECT_NE(LineWith(verbose.err, "info  Load Module (example-interfaces) success. Now total module : 1."), "");
+    EXPECT_NE(LineWith(verbose.err, "error find node failed!"), "");
+}
+
+TEST(InspectUsage, FaultsOfAModuleThatLoadsAreMentioned)
+{
+    const Result result = Inspect({"tree", "example-faulty", "-d", "tests/inspect/yin/faulty", "-d", "examples/yin"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err,
+              "korv-inspect: the library finds fault with module 'example-faulty': "
+              "'korv-inspect check' says where\n");
+}
+
+TEST(InspectUsage, DirectoriesAreSearchedInTheirOrderAndInstallPathsLast)
+{
+    ModelDir first;
+    ModelDir second;
+    first.Add("m", Container("one", ""));
+    second.Add("m", Container("two", ""));
+    second.Add("n", Container("three", ""));
+    EXPECT_NE(LineWith(Inspect({"tree", "m", "-d", first.Path(), "-d", second.Path()}).out, "one"), "");
+    EXPECT_NE(LineWith(Inspect({"tree", "m", "-d", second.Path(), "-d", first.Path()}).out, "two"), "");
+    EXPECT_NE(LineWith(Inspect({"tree", "n", "-d", first.Path(), "--install-path", second.Path()}).out, "three"), "");
+}
+
+TEST(InspectUsage, AResultThatCannotBeWrittenIsNoSuccess)
+{
+    const Result result = RunShell("korv-inspect tree example-qos -d examples/yin >/dev/full");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "korv-inspect: cannot write to standard output\n");
+}
+
+TEST(InspectUsage, HelpHasExamplesThatWork)
+{
+    EXPECT_EQ(RunShell("korv-inspect --version").out.find("korv-inspect "), 0U);
+    for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff"}) {
+        const Result help = Inspect({command, "--help"});
+        EXPECT_EQ(help.exitCode, 0);
+        const size_t examples = help.out.find("Example");
+        ASSERT_NE(examples, std::string::npos) << command;
+        std::istringstream lines(help.out.substr(examples));
+        for (std::string line; std::getline(lines, line);) {
+            if (line.find("korv-inspect ") == std::string::npos)
+                continue;
+            /* The examples' directories and files are put in place. */
+            const Result result = RunShell(
+                "set -e; dir=$(mktemp -d); trap 'rm -rf $dir' EXIT; cd $dir; "
+                "for d in models released v1 v2 common; do ln -s " KORV_SOURCE_DIR
+                "/examples/yin $d; done; dot() { cat; }; " +
+                line);
+            EXPECT_EQ(result.exitCode, 0) << line << "\n" << result.err;
+        }
+    }
+}
+
+/* What completion offers at the end of a line. */
+std::string Completed(const std::string &words)
+{
+    return RunShell("exec bash -c 'source inspect/korv-inspect.bash; COMP_WORDS=(" + words +
+                    "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _korv_inspect; echo ${COMPREPLY[@]}'")
+        .out;
+}
+
+TEST(InspectUsage, CompletesCommandsOptionsFormatsAndModules)
+{
+    if (RunShell("command -v bash").exitCode != 0)
+        GTEST_SKIP() << "no bash";
+    EXPECT_EQ(Completed("korv-inspect d"), "dump diff\n");
+    EXPECT_EQ(Completed("korv-inspect dump x --format \"\""), "text json csv\n");
+    EXPECT_EQ(Completed("korv-inspect diff m --o"), "--old\n");
+    EXPECT_EQ(Completed("korv-inspect tree -d examples/yin example-interface-"),
+              "example-interface-qos example-interface-shaping\n");
+    EXPECT_EQ(Completed("korv-inspect tree m -d examples/y"), "examples/yin\n");
+    /* Every option that completion offers is one, and every command is offered. */
+    for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff"}) {
+        const std::string help = Inspect({command, "--help"}).out;
+        std::istringstream offered(Completed(std::string("korv-inspect ") + command + " --"));
+        for (std::string option; offered >> option;)
+            EXPECT_NE(help.find(option), std::string::npos) << command << " " << option;
+        EXPECT_NE(Completed("korv-inspect \"\"").find(command), std::string::npos);
+    }
+}
+
+}  // namespace
