@@ -59,6 +59,20 @@ QY_MOD *QY_CTX::PreferredModule(std::string_view name) const
 
 bool QY_CTX::ReleaseUnneeded()
 {
+    try {
+        MarkUnneeded();
+        ReleaseDying(deviations.PrepareRemoval(modules));
+        return true;
+    } catch (const std::bad_alloc &) {
+        for (const auto &module : modules)
+            module->dying = false;
+        return false;
+    }
+}
+
+/* Marks the modules that no module loaded by name imports, nor one that it imports, and so on. */
+void QY_CTX::MarkUnneeded()
+{
     std::vector<QY_MOD *> needed;
     needed.reserve(modules.size());
     for (const auto &module : modules) {
@@ -69,17 +83,9 @@ bool QY_CTX::ReleaseUnneeded()
     for (size_t i = 0; i < needed.size(); ++i) {
         for (QY_MOD *import : needed[i]->imports) {
             if (import->dying)
-                needed.push_back(import);  // within what is reserved: each module once
+                needed.push_back(import);
             import->dying = false;
         }
-    }
-    try {
-        ReleaseDying(deviations.PrepareRemoval(modules));
-        return true;
-    } catch (const std::bad_alloc &) {
-        for (const auto &module : modules)
-            module->dying = false;
-        return false;
     }
 }
 

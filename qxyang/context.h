@@ -55,6 +55,7 @@ struct QY_CTX {
     uint64_t featureEpoch = 1; /* grows when the value of a feature may have changed */
 
   private:
+    void MarkUnneeded();
     void ReleaseDying(qxyang::DeviationLog::Removal removal) noexcept;
     void FreePrivateData(QY_MOD &module) noexcept;
     void WithdrawAugments() noexcept;

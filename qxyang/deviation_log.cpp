@@ -27,15 +27,18 @@ bool IsSameArgument(const char *left, const char *right)
     return std::strcmp(left, right) == 0;
 }
 
-/* Whether the change takes the instance away. */
+/* Whether the instance is one that the change names: replacing looks at the extension alone. */
+bool Names(const Deviation &change, const QY_EXT &named, const QY_EXT &instance)
+{
+    bool isReplaced = change.kind == Deviation::Kind::ReplaceExtensions;
+    return named.name == instance.name && (isReplaced || IsSameArgument(named.argument, instance.argument));
+}
+
 bool TakesAway(const Deviation &change, const QY_EXT &instance)
 {
-    if (change.kind == Deviation::Kind::AddExtensions)
-        return false;
-    return std::any_of(change.operand->begin(), change.operand->end(), [&](const QY_EXT &named) {
-        bool replaced = change.kind == Deviation::Kind::ReplaceExtensions;
-        return named.name == instance.name && (replaced || IsSameArgument(named.argument, instance.argument));
-    });
+    return change.kind != Deviation::Kind::AddExtensions &&
+           std::any_of(change.operand->begin(), change.operand->end(),
+                       [&](const QY_EXT &named) { return Names(change, named, instance); });
 }
 
 }  // namespace
@@ -110,6 +113,13 @@ DeviationLog::Deviated &DeviationLog::DeviatedNode(QY_NODE *node)
         deviated.target = IsLeaf(node) ? node->target : nullptr;
     }
     return deviated;
+}
+
+bool DeviationLog::HasInstance(QY_NODE *node, const Deviation &change, const QY_EXT &named) const
+{
+    const ExtensionSet *set = OwnExtensions(node);
+    return set != nullptr && std::any_of(set->begin(), set->end(),
+                                         [&](const QY_EXT &instance) { return Names(change, named, instance); });
 }
 
 void DeviationLog::SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target)

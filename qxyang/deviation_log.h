@@ -32,6 +32,9 @@ class DeviationLog {
     /* Changes the node. Nothing is changed when memory runs out. */
     void Apply(QY_NODE *node, Deviation change);
 
+    /* Whether the node has an extension instance that the change would replace or delete. */
+    bool HasInstance(QY_NODE *node, const Deviation &change, const QY_EXT &named) const;
+
     /* What a type that the leaf has or had refers to becomes known. */
     void SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target);
 

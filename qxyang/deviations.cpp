@@ -60,16 +60,25 @@ class Deviator {
             node = path.Follow(build_, *scope_->unit, deviation);
         if (node == nullptr)
             return;
-        for (const Statement *child = deviation->first; child != nullptr; child = child->next)
-            if (child->keyword == Kw::Deviate)
-                Deviate(child, node);
+        const Statement *first = FindChild(deviation, Kw::Deviate);
+        for (const Statement *child = first; child != nullptr; child = child->next) {
+            if (child->keyword != Kw::Deviate)
+                continue;
+            if (child != first && (IsRemoval(first) || IsRemoval(child)))
+                return Fail(child, "'not-supported' is the only deviate that may stand in it");
+            Deviate(child, node);
+        }
     }
 
   private:
+    static bool IsRemoval(const Statement *deviate)
+    {
+        return static_cast<DeviateKind>(deviate->detail) == DeviateKind::NotSupported;
+    }
+
     void Deviate(const Statement *deviate, QY_NODE *node)
     {
-        auto kind = static_cast<DeviateKind>(deviate->detail);
-        if (kind == DeviateKind::NotSupported) {
+        if (IsRemoval(deviate)) {
             if (node->kind == QY_NODE_TYPE_INPUT || node->kind == QY_NODE_TYPE_OUTPUT)
                 return Fail(deviate, DescribeNode(node) + " cannot be left out");
             return log_.Apply(node, {&build_.module, Deviation::Kind::Remove});
@@ -94,16 +103,12 @@ class Deviator {
     void ChangeExtensions(const Statement *deviate, const ExtensionSet *operand, QY_NODE *node)
     {
         auto kind = static_cast<DeviateKind>(deviate->detail);
-        for (const QY_EXT &named : *operand) {
-            auto matches = [&named](const QY_EXT &instance) { return instance.name == named.name; };
-            const ExtensionSet *set = node->extensions;
-            if (kind == DeviateKind::Add || (set != nullptr && std::any_of(set->begin(), set->end(), matches)))
-                continue;
-            return Fail(deviate, DescribeNode(node) + " has no extension statement " + Quoted(named.name->name) +
-                                     " to " + deviate->argument);
-        }
         Deviation change{&build_.module, ExtensionChange(kind)};
         change.operand = operand;
+        for (const QY_EXT &named : *operand)
+            if (kind != DeviateKind::Add && !log_.HasInstance(node, change, named))
+                return Fail(deviate, DescribeNode(node) + " has no extension statement " + Quoted(named.name->name) +
+                                         " to " + deviate->argument);
         log_.Apply(node, std::move(change));
     }
 

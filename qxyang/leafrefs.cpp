@@ -98,12 +98,12 @@ class PathWalk {
         return false;
     }
 
-    static void OfferChildren(const QY_NODE *parent, const QY_MOD *module, NearestName &nearest)
+    void OfferChildren(const QY_NODE *parent, const QY_MOD *module, NearestName &nearest) const
     {
         for (const QY_NODE *child = FirstChild(parent); child != nullptr; child = child->next) {
             if (IsTransparent(child))
                 OfferChildren(child, module, nearest);
-            else if (child->module == module)
+            else if (child->module == module && child != pending_.leaf)
                 nearest.Offer(child->name);
         }
     }

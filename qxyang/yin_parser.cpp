@@ -40,6 +40,7 @@ class YinParser {
     void FollowText();
     void Stop();
     void Stop(std::string_view sentence);
+    void StopAtDoctype();
     void FailXml(XML_Error error);
     std::string UnboundPrefix(uint32_t at) const;
     uint32_t Offset() const { return static_cast<uint32_t>(XML_GetCurrentByteIndex(parser_)); }
@@ -110,7 +111,7 @@ void YinParser::OnText(void *self, const XML_Char *text, int length)
 
 void YinParser::OnDoctype(void *self, const XML_Char *, const XML_Char *, const XML_Char *, int)
 {
-    Guard(self, [](YinParser &parser) { parser.Stop("a DOCTYPE is not allowed"); });
+    Guard(self, [](YinParser &parser) { parser.StopAtDoctype(); });
 }
 
 void YinParser::OnPrefix(void *self, const XML_Char *prefix, const XML_Char *)
@@ -143,18 +144,19 @@ void YinParser::Start(const char *name, const char **attributes)
 
 void YinParser::StartForeign(std::string_view name, const char **attributes)
 {
-    if (name.size() > limits::NAME_LENGTH)
-        return Stop("the element name " + Quoted(name) + " is longer than " + std::to_string(limits::NAME_LENGTH) +
-                    " bytes");
     size_t separator = name.find(NAMESPACE_SEPARATOR);
     bool isQualified = separator != std::string_view::npos;
+    std::string_view local = isQualified ? name.substr(separator + 1) : name;
+    if (name.size() > limits::NAME_LENGTH)
+        return Stop("the element name " + Quoted(local) + " is longer, with its namespace, than " +
+                    std::to_string(limits::NAME_LENGTH) + " bytes");
     if (recorder_.Depth() == 0)
-        return Stop("the root element is " + Quoted(isQualified ? name.substr(separator + 1) : name) +
-                    "; expected 'module' or 'submodule' in the namespace " + Quoted(YIN_SPACE));
+        return Stop("the root element is " + Quoted(local) + "; expected 'module' or 'submodule' in the namespace " +
+                    Quoted(YIN_SPACE));
     if (!isQualified)
         return recorder_.SkipElement(
             Offset(), "element " + Quoted(name) + " is in no namespace; expected the namespace " + Quoted(YIN_SPACE));
-    recorder_.StartExtension(name.substr(0, separator), name.substr(separator + 1), attributes, Offset());
+    recorder_.StartExtension(name.substr(0, separator), local, attributes, Offset());
 }
 
 /* Text is asked of expat only where it may be an argument: it comes in many small pieces everywhere else. */
@@ -175,6 +177,15 @@ void YinParser::Stop()
 void YinParser::Stop(std::string_view sentence)
 {
     recorder_.Fail(Offset(), sentence);
+    Stop();
+}
+
+/* expat tells of it when it has read past its name. */
+void YinParser::StopAtDoctype()
+{
+    size_t begin = unit_.source.Text().rfind("<!DOCTYPE", Offset());
+    recorder_.Fail(begin != std::string_view::npos ? static_cast<uint32_t>(begin) : Offset(),
+                   "a DOCTYPE is not allowed");
     Stop();
 }
 

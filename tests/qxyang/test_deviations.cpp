@@ -1,0 +1,179 @@
+/* Deviations, and what is left when their modules go. */
+#include <gtest/gtest.h>
+
+#include "schema.h"
+
+namespace {
+
+using test::Schema;
+
+std::string Deviation(const std::string &target, const std::string &deviates)
+{
+    return "<deviation target-node=\"" + target + "\">" + deviates + "</deviation>\n";
+}
+
+class Deviations : public testing::Test {
+  protected:
+    Deviations()
+    {
+        schema.Module("ext", R"(<extension name="id"><argument name="value"/></extension><extension name="mark"/>)");
+        schema.Module("base",
+                      R"(<container name="top"><list name="l"><key value="k j"/><leaf name="k"><type name="string"/>
+              </leaf><leaf name="j"><type name="string"/></leaf></list>
+            <leaf name="n"><type name="uint32"/><ext:id value="1"/><ext:mark/></leaf>
+            <leaf name="r"><type name="leafref"><path value="../n"/></type></leaf>
+            <container name="gone"><leaf name="g"><type name="string"/></leaf></container></container>)",
+                      "ext");
+        schema.Load("base");
+        original = schema.Tree("base");
+    }
+
+    void Unload(const std::string &name) { EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), name.c_str()), 0u); }
+
+    Schema schema;
+    std::string original;
+};
+
+TEST_F(Deviations, ChangeWhatTheContractShows)
+{
+    schema.LoadText("dev",
+                    Deviation("/base:top/base:n", R"(<deviate value="replace"><type name="uint8"/><units name="s"/>
+            <ext:id value="2"/></deviate><deviate value="add"><default value="1"/><ext:id value="3"/></deviate>
+            <deviate value="delete"><ext:mark/></deviate>)") +
+                        Deviation("/base:top/base:gone", R"(<deviate value="not-supported"/>)") +
+                        Deviation("/base:top/base:l/base:j", R"(<deviate value="not-supported"/>)"),
+                    "base ext");
+    EXPECT_EQ(schema.Tree("base"), R"(container top
+  list l [1]
+    leaf k string key
+  leaf n uint8 ext:id(2) ext:id(3)
+  leaf r leafref -> /top/n
+)");
+    Unload("dev");
+    EXPECT_EQ(schema.Tree("base"), original);
+}
+
+TEST_F(Deviations, OfSeveralModulesAreTakenBackInAnyOrder)
+{
+    schema.Module("d1",
+                  Deviation("/base:top/base:n", R"(<deviate value="replace"><type name="int8"/><ext:id value="d1"/>
+        </deviate>)") +
+                      Deviation("/base:top/base:gone", R"(<deviate value="not-supported"/>)"),
+                  "base ext");
+    schema.Module("d2",
+                  Deviation("/base:top/base:n", R"(<deviate value="replace"><type name="int16"/></deviate>
+        <deviate value="add"><ext:id value="d2"/></deviate>)") +
+                      Deviation("/base:top/base:gone", R"(<deviate value="not-supported"/>)"),
+                  "base ext");
+    const char *const orders[][2] = {{"d1", "d2"}, {"d2", "d1"}};
+    for (const auto &order : orders) {
+        schema.Load("d1");
+        schema.Load("d2");
+        EXPECT_EQ(test::TypeChain(schema.Node("base", "top/n")), "int16 -32768..32767");
+        EXPECT_EQ(test::Extensions(schema.Node("base", "top/n")), "ext:mark(-) ext:id(d1) ext:id(d2)");
+        Unload(order[0]);
+        bool firstLeft = std::string(order[0]) == "d1";
+        EXPECT_EQ(test::TypeChain(schema.Node("base", "top/n")), firstLeft ? "int16 -32768..32767" : "int8 -128..127");
+        EXPECT_EQ(test::Extensions(schema.Node("base", "top/n")),
+                  firstLeft ? "ext:id(1) ext:mark(-) ext:id(d2)" : "ext:mark(-) ext:id(d1)");
+        EXPECT_EQ(schema.Tree("base").find("gone"), std::string::npos);
+        Unload(order[1]);
+        EXPECT_EQ(schema.Tree("base"), original);
+    }
+}
+
+/* Whichever module comes first. */
+TEST_F(Deviations, OfNodesThatOthersAugmentOrReferTo)
+{
+    schema.Module("dev",
+                  Deviation("/base:top/base:gone", R"(<deviate value="not-supported"/>)") +
+                      Deviation("/base:top/base:n", R"(<deviate value="not-supported"/>)"),
+                  "base");
+    schema.Module("aug", R"(<augment target-node="/base:top/base:gone"><container name="a"/></augment>
+        <augment target-node="/base:top/base:gone/aug:a"><container name="b"/></augment>
+        <leaf name="ref"><type name="leafref"><path value="/base:top/base:gone/base:g"/></type></leaf>)",
+                  "base");
+    const char *const orders[][2] = {{"dev", "aug"}, {"aug", "dev"}};
+    for (const auto &order : orders) {
+        schema.Load(order[0]);
+        schema.Load(order[1]);
+        EXPECT_EQ(schema.Tree("base"),
+                  "container top\n  list l [2]\n    leaf k string key\n    leaf j string key\n"
+                  "  leaf r leafref\n");
+        EXPECT_EQ(schema.Tree("aug"), "leaf ref leafref\n");
+        EXPECT_EQ(schema.AugmentTree("aug", 0), "augment /base:top/base:gone\n");
+        EXPECT_EQ(QY_NODE_GetAugmentTargetNode(schema.Augment("aug", 1)), nullptr);
+        Unload("dev");
+        EXPECT_EQ(schema.AugmentTree("aug", 0), "augment /base:top/base:gone\n  container a\n    container b\n");
+        EXPECT_EQ(schema.Tree("aug"), "leaf ref leafref -> /top/gone/g\n");
+        Unload("aug");
+        EXPECT_EQ(schema.Tree("base"), original);
+    }
+}
+
+TEST_F(Deviations, ReplacedByALeafrefFollowsIt)
+{
+    schema.LoadText("dev",
+                    Deviation("/base:top/base:l/base:j", R"(<deviate value="replace"><type name="leafref">
+        <path value="../../base:n"/></type></deviate>)") +
+                        Deviation("/base:top/base:r", R"(<deviate value="replace">
+        <type name="string"/></deviate>)"),
+                    "base");
+    EXPECT_EQ(test::Path(QY_NODE_GetLeafrefTargetNode(schema.Node("base", "top/l/j"), 0)), "/top/n");
+    EXPECT_EQ(QY_NODE_GetLeafrefTargetNode(schema.Node("base", "top/r"), 0), nullptr);
+    schema.Module("cycle", Deviation("/base:top/base:n", R"(<deviate value="replace"><type name="leafref">
+        <path value="../base:l/base:j"/></type></deviate>)"),
+                  "base");
+    EXPECT_EQ(schema.Failures("cycle"), "cycle.yin:2:68: leafref cycle: n -> j -> n\n");
+    Unload("dev");
+    EXPECT_EQ(schema.Tree("base"), original);
+}
+
+TEST_F(Deviations, KeepInstancesThatWereReplacedOnRequest)
+{
+    QY_NODE *n = schema.Node("base", "top/n");
+    schema.Module("dev", Deviation("/base:top/base:n", R"(<deviate value="add"><ext:id value="dev"/></deviate>)"),
+                  "base ext");
+    EXPECT_EQ(QY_NODE_ReplaceDstExtInst(n, schema.Node("base", "top/r")), 0u);
+    for (int round = 0; round < 2; ++round) {
+        schema.Load("dev");
+        EXPECT_EQ(test::Extensions(n), "");
+        EXPECT_EQ(QY_NODE_ReplaceDstExtInst(n, schema.Node("base", "top/r")), 0u);
+        Unload("dev");
+    }
+    EXPECT_EQ(test::Extensions(n), "");
+}
+
+TEST_F(Deviations, MistakesAreReportedAndChangeNothing)
+{
+    struct {
+        std::string deviation;
+        const char *failures;
+    } cases[] = {
+        {Deviation("/base:top/base:m", R"(<deviate value="not-supported"/>)"),
+         "dev.yin:3:1: deviation '/base:top/base:m': container 'top' has no node 'm' of module 'base'; did you mean "
+         "'l'?\n"},
+        {Deviation("base:top", R"(<deviate value="not-supported"/>)"),
+         "dev.yin:3:1: deviation 'base:top': the path must begin with '/'\n"},
+        {Deviation("/base:top", R"(<deviate value="replace"><type name="string"/></deviate>)"),
+         "dev.yin:3:36: deviation '/base:top': container 'top' has nothing of that kind to replace\n"},
+        {Deviation("/base:top/base:r", R"(<deviate value="delete"><ext:id value="9"/></deviate>)"),
+         "dev.yin:3:43: deviation '/base:top/base:r': leaf 'r' has no extension statement 'ext:id' to delete\n"},
+        {Deviation("/base:top/base:n", R"(<deviate value="delete"><ext:id value="9"/></deviate>)"),
+         "dev.yin:3:43: deviation '/base:top/base:n': leaf 'n' has no extension statement 'ext:id' to delete\n"},
+        {Deviation("/base:top/base:n", R"(<deviate value="add"><type name="string"/></deviate>)"),
+         "dev.yin:3:64: 'type' is not allowed in deviate 'add'\n"},
+        {Deviation("/base:top/base:n", R"(<deviate value="not-supported"/><deviate value="add"/>)"),
+         "dev.yin:3:75: deviation '/base:top/base:n': 'not-supported' is the only deviate that may stand in it\n"},
+    };
+    for (const auto &test : cases) {
+        schema.Module(
+            "dev",
+            Deviation("/base:top/base:n", R"(<deviate value="replace"><type name="int8"/></deviate>)") + test.deviation,
+            "base ext");
+        EXPECT_EQ(schema.Failures("dev"), test.failures);
+        EXPECT_EQ(schema.Tree("base"), original);
+    }
+}
+
+}  // namespace

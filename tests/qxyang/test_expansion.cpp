@@ -1,0 +1,219 @@
+/* What becomes of statements: nodes, implicit cases, groupings, submodules and augments. */
+#include <gtest/gtest.h>
+
+#include "schema.h"
+
+namespace {
+
+using test::Schema;
+
+constexpr const char *EXTENSIONS = R"(<extension name="id"><argument name="value"/></extension>)";
+
+TEST(Expansion, EveryKindOfNodeInStatementOrder)
+{
+    Schema schema;
+    schema.LoadText("m", R"(<rpc name="op"><output><leaf name="o"><type name="string"/></leaf></output>
+          <input><leaf name="i"><type name="string"/></leaf></input></rpc>
+        <container name="c"><anyxml name="x"/><anydata name="d"/><leaf-list name="ll"><type name="int8"/></leaf-list>
+          <choice name="ch">
+            <leaf name="short"><type name="empty"/></leaf>
+            <case name="long"><leaf name="l1"><type name="bits"><bit name="b"/></type></leaf><container name="l2"/></case>
+            <choice name="inner"><container name="deep"/></choice>
+          </choice>
+          <list name="l"><key value="k2 m:k1"/><unique tag="sub/u"/>
+            <leaf name="k1"><type name="boolean"/></leaf><leaf name="k2"><type name="binary"/></leaf>
+            <container name="sub"><leaf name="u"><type name="decimal64"><fraction-digits value="2"/></type></leaf></container>
+            <action name="act"><input><leaf name="i"><type name="instance-identifier"/></leaf></input></action>
+            <notification name="event"><leaf name="e"><type name="string"/></leaf></notification></list>
+        </container>
+        <notification name="n"/>
+        <rpc name="plain"/>)");
+    EXPECT_EQ(schema.Tree("m"), R"(rpc op
+  output output
+    leaf o string
+  input input
+    leaf i string
+container c
+  anyxml x
+  anydata d
+  leaf-list ll int8
+  choice ch
+    case short
+      leaf short empty
+    case long
+      leaf l1 bits
+      container l2
+    case inner
+      choice inner
+        case deep
+          container deep
+  list l [2]
+    leaf k1 boolean key
+    leaf k2 binary key
+    container sub
+      leaf u decimal64
+    rpc act
+      input input
+        leaf i instance-identifier
+    notification event
+      leaf e string
+notification n
+rpc plain
+)");
+}
+
+TEST(Expansion, UsesIsExpandedInPlaceAndRefined)
+{
+    Schema schema;
+    schema.Module("ext", EXTENSIONS);
+    schema.Module("lib",
+                  R"(<grouping name="inner"><leaf name="i"><type name="uint8"/><ext:id value="i"/></leaf></grouping>
+        <grouping name="outer"><container name="o"><uses name="inner"/><choice name="ch"><leaf name="a"><type name="string"/>
+          </leaf></choice></container></grouping>)",
+                  "ext");
+    schema.LoadText("m", R"(<feature name="f"/>
+        <container name="c"><leaf name="before"><type name="string"/></leaf>
+          <uses name="lib:outer"><if-feature name="f"/>
+            <refine target-node="o/i"><ext:id value="refined"/><mandatory value="true"/></refine>
+            <augment target-node="o"><leaf name="added"><type name="string"/><ext:id value="x"/></leaf></augment>
+            <augment target-node="o/ch"><leaf name="b"><type name="string"/></leaf><case name="c2"/></augment></uses>
+          <leaf name="after"><type name="string"/></leaf></container>
+        <list name="keyed"><key value="i"/><uses name="lib:inner"/></list>
+        <container name="again"><uses name="local"/></container>
+        <grouping name="local"><container name="g"><grouping name="nested"><leaf name="n"><type name="t"/></leaf></grouping>
+          <typedef name="t"><type name="int16"/></typedef><uses name="nested"/></container></grouping>)",
+                    "ext lib");
+    EXPECT_EQ(schema.Tree("m"), R"(container c
+  leaf before string
+  container o off
+    leaf i uint8 off ext:id(i) ext:id(refined)
+    choice ch off
+      case a off
+        leaf a string off
+      case b off
+        leaf b string off
+      case c2 off
+    leaf added string off ext:id(x)
+  leaf after string
+list keyed [1]
+  leaf i uint8 key ext:id(i)
+container again
+  container g
+    leaf n int16
+)");
+    EXPECT_EQ(schema.Mod("lib"), nullptr);
+}
+
+TEST(Expansion, SubmodulesStandWhereInclusionPutsThem)
+{
+    Schema schema;
+    auto submodule = [&schema](const std::string &name, const std::string &body) {
+        schema.File(name + ".yin", "<submodule name=\"" + name +
+                                       "\" xmlns=\"urn:ietf:params:xml:ns:yang:yin:1\"><yang-version value=\"1.1\"/>"
+                                       "<belongs-to module=\"m\"><prefix value=\"me\"/></belongs-to>" +
+                                       body + "</submodule>");
+    };
+    submodule("s1", R"(<include module="s2"/><leaf name="one"><type name="me:t2"/></leaf>)");
+    submodule("s2", R"(<typedef name="t2"><type name="uint8"/></typedef><leaf name="two"><type name="own"/></leaf>
+        <augment target-node="/me:top"><leaf name="from2"><type name="string"/></leaf></augment>)");
+    submodule("s3", R"(<grouping name="g3"><leaf name="three"><type name="string"/></leaf></grouping>)");
+    schema.LoadText("m", R"(<include module="s1"/><include module="s2"/><include module="s3"/>
+        <typedef name="own"><type name="int8"/></typedef>
+        <container name="top"><uses name="g3"/></container>
+        <augment target-node="/top"><leaf name="own"><type name="t2"/></leaf></augment>)");
+    EXPECT_EQ(schema.Tree("m"), R"(leaf two int8
+leaf one uint8
+container top
+  leaf three string
+  leaf from2 string
+  leaf own uint8
+)");
+    EXPECT_EQ(schema.AugmentTree("m", 0), "augment /me:top\n  leaf from2 string\n");
+    EXPECT_EQ(schema.AugmentTree("m", 1), "augment /top\n  leaf own uint8\n");
+}
+
+class Augments : public testing::Test {
+  protected:
+    Augments()
+    {
+        schema.Module("ext", EXTENSIONS);
+        schema.Module("base", R"(<container name="top"><choice name="ch"><case name="a"><leaf name="a1">
+            <type name="string"/></leaf></case></choice><list name="l"/></container><rpc name="op"/>
+            <notification name="n"/>)");
+        schema.Module("one",
+                      R"(<augment target-node="/base:top"><container name="c1"/><ext:id value="aug"/></augment>)",
+                      "base ext");
+        // Targets are augmented nodes, deeper ones before those that they stand in.
+        schema.Module("two",
+                      R"(<augment target-node="/base:top/one:c1/c2/c3"><leaf name="x"><type name="string"/></leaf>
+            </augment>
+            <augment target-node="/base:top/one:c1/two:c2"><container name="c3"/></augment>
+            <augment target-node="/base:top/one:c1"><container name="c2"/></augment>
+            <augment target-node="/base:top/base:ch"><leaf name="s"><type name="string"/></leaf><case name="k"/></augment>
+            <augment target-node="/base:top/base:ch/base:a"><leaf name="a2"><type name="string"/></leaf></augment>
+            <augment target-node="/base:op/base:input"><leaf name="in"><type name="string"/></leaf></augment>
+            <augment target-node="/base:n"><leaf name="c1"><type name="string"/></leaf></augment>
+            <augment target-node="/base:top/base:l"><action name="go"/></augment>)",
+                      "base one");
+    }
+
+    Schema schema;
+};
+
+constexpr const char *AUGMENTED = R"(container top
+  choice ch
+    case a
+      leaf a1 string
+      leaf two:a2 string
+    case two:s
+      leaf two:s string
+    case two:k
+  list l
+    rpc two:go
+  container one:c1
+    container two:c2
+      container two:c3
+        leaf two:x string
+rpc op
+  input input
+    leaf two:in string
+notification n
+  leaf two:c1 string
+)";
+
+TEST_F(Augments, ReachAnyKindOfNodeInAnyOrderOfLoading)
+{
+    schema.Load("base");
+    schema.Load("two");  // brings the module that it builds on
+    schema.Load("one");
+    EXPECT_EQ(schema.Tree("base"), AUGMENTED);
+    EXPECT_EQ(schema.AugmentTree("one"), R"(augment /base:top ext:id(aug)
+  container c1
+    container two:c2
+      container two:c3
+        leaf two:x string
+)");
+    EXPECT_EQ(schema.AugmentTree("two", 3), R"(augment /base:top/base:ch
+  case s
+    leaf s string
+  case k
+)");
+}
+
+TEST_F(Augments, GoWithTheirModuleAndComeAgain)
+{
+    schema.Load("two");
+    schema.Load("base");
+    QY_NODE *kept = schema.Node("base", "top/ch/a/a1");
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "two"), 0u);
+        EXPECT_EQ(schema.Tree("base"),
+                  "container top\n  choice ch\n    case a\n      leaf a1 string\n  list l\nrpc op\n"
+                  "notification n\n");
+        schema.Load("two");
+        EXPECT_EQ(schema.Tree("base"), AUGMENTED);
+        EXPECT_EQ(schema.Node("base", "top/ch/a/a1"), kept);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,303 @@
+/* The texts of failures: where, what, and what was expected. */
+#include <gtest/gtest.h>
+
+#include "schema.h"
+
+namespace {
+
+using test::ModuleText;
+using test::Schema;
+
+constexpr const char *YIN = "urn:ietf:params:xml:ns:yang:yin:1";
+
+struct Case {
+    std::string text;     /* of the body of module 'm', which begins on line 2 */
+    const char *failures; /* a line each; '@' stands for "m.yin:2:" */
+};
+
+std::string Expand(std::string failures)
+{
+    for (size_t at = failures.find('@'); at != std::string::npos; at = failures.find('@'))
+        failures.replace(at, 1, "m.yin:2:");
+    return failures;
+}
+
+void ExpectFailures(const std::vector<Case> &cases)
+{
+    for (const Case &test : cases) {
+        Schema schema;
+        schema.Module("other", R"(<typedef name="known"><type name="string"/></typedef><grouping name="group"/>
+            <extension name="ext"><argument name="value"/></extension>)");
+        schema.Module("m", test.text, "other");
+        EXPECT_EQ(schema.Failures("m"), Expand(test.failures)) << test.text;
+    }
+}
+
+TEST(FailureTexts, OfFilesThatAreNoModels)
+{
+    struct {
+        std::string text;
+        const char *failures;
+    } cases[] = {
+        {"", "m.yin:1:1: not well-formed XML: the file has no root element\n"},
+        {"\n  <module", "m.yin:2:3: not well-formed XML: the file ends within what begins here\n"},
+        {"<?xml version=\"1.0\"?>\n<!DOCTYPE module [<!ENTITY a \"b\">]><module/>",
+         "m.yin:2:1: a DOCTYPE is not allowed\n"},
+        {"<module/>",
+         "m.yin:1:1: the root element is 'module'; expected 'module' or 'submodule' in the namespace "
+         "'urn:ietf:params:xml:ns:yang:yin:1'\n"},
+        {std::string("<leaf xmlns=\"") + YIN + "\"/>",
+         "m.yin:1:1: the root element is 'leaf'; expected 'module' or 'submodule'\n"},
+        {std::string("<module xmlns=\"") + YIN + "\"/>",
+         "m.yin:1:1: 'module' has no attribute 'name'\nm.yin:1:1: module has no 'namespace'\n"
+         "m.yin:1:1: module has no 'prefix'\n"},
+        {std::string("<submodule name=\"m\" xmlns=\"") + YIN +
+             "\"><belongs-to module=\"n\"><prefix value=\"n\"/></belongs-to>"
+             "</submodule>",
+         "m.yin:1:1: the file holds submodule 'm', not module 'm'\n"},
+        {"<a:module xmlns:b=\"urn:b\"/>",
+         "m.yin:1:1: unknown prefix 'a': no xmlns attribute binds it; did you mean 'b'?\n"},
+        {"<b:module xmlns:b=\"urn:b\" a:x=\"\"/>",
+         "m.yin:1:1: an attribute of 'b:module' has a prefix that no xmlns attribute binds\n"},
+        {"<?xml version=\"1.0\" encoding=\"none\"?><m/>", "m.yin:1:31: not well-formed XML: unknown encoding\n"},
+        {"\xEF\xBB\xBF<m xmlns=\"x\">\xC3\xA4\xC3\xA4<\xC3\xA4></m>",
+         "m.yin:1:1: the root element is 'm'; expected 'module' or 'submodule' in the namespace "
+         "'urn:ietf:params:xml:ns:yang:yin:1'\n"},
+        {ModuleText("m", "<!-- \xC3\xA4\xC3\xB6\xE2\x82\xAC --><leaf/>"),
+         "m.yin:2:13: 'leaf' has no attribute 'name'\nm.yin:2:13: leaf has no 'type'\n"},
+    };
+    for (const auto &test : cases) {
+        Schema schema;
+        schema.File("m.yin", test.text);
+        EXPECT_EQ(schema.Failures("m"), test.failures) << test.text;
+    }
+    Schema schema;  // two bytes a character
+    std::string wide = "\xFF\xFE";
+    for (char c : ModuleText("m", "<leaf/>"))
+        wide.append({c, '\0'});
+    schema.File("m.yin", wide);
+    EXPECT_EQ(schema.Failures("m"), "m.yin:2:1: 'leaf' has no attribute 'name'\nm.yin:2:1: leaf has no 'type'\n");
+}
+
+TEST(FailureTexts, OfStatementsAndArguments)
+{
+    ExpectFailures({
+        {"<contaner name=\"c\"><leaf/></contaner>", "@1: unknown statement 'contaner'; did you mean 'container'?\n"},
+        {"<container name=\"c\"><type name=\"string\"/><key value=\"k\"/></container>",
+         "@21: 'type' is not allowed in container 'c'\n@42: 'key' is not allowed in container 'c'\n"},
+        {"<leaf name=\"l\"><type name=\"string\"/><type name=\"string\"/></leaf>",
+         "@37: second 'type' in leaf 'l'; only one is allowed\n"},
+        {"<leaf name=\"l\"/>", "@1: leaf 'l' has no 'type'\n"},
+        {"<deviation target-node=\"/m:x\"/>", "@1: deviation '/m:x' has no 'deviate'\n"},
+        {"<container/>", "@1: 'container' has no attribute 'name'\n"},
+        {"<container nam=\"c\"/>",
+         "@1: unknown attribute 'nam' of 'container'; did you mean 'name'?\n@1: 'container' has no attribute 'name'\n"},
+        {"<container name=\"7up\"/>", "@1: attribute 'name' of 'container' is '7up'; expected an identifier\n"},
+        {"<leaf name=\"l\"><type name=\"string\"/><config value=\"yes\"/></leaf>",
+         "@37: attribute 'value' of 'config' is 'yes'; expected 'true' or 'false'\n"},
+        {"<revision date=\"2020-13-01\"/>",
+         "@1: attribute 'date' of 'revision' is '2020-13-01'; expected a date of the form YYYY-MM-DD\n"},
+        {"<leaf-list name=\"l\"><type name=\"string\"/><max-elements value=\"0\"/></leaf-list>",
+         "@42: attribute 'value' of 'max-elements' is '0'; expected a number from 1 to 4294967295, or 'unbounded'\n"},
+        {"<description/>", "@1: 'description' has no element 'text'\n"},
+        {"<contact><text>a</text><text>b</text></contact>",
+         "@24: second element 'text' in contact; only one is allowed\n"},
+        {"<container name=\"c\"></list>", "@23: not well-formed XML: the end tag does not belong to container 'c'\n"},
+        {"<yang-version value=\"1.1\"/>", "@1: second 'yang-version' in module 'm'; only one is allowed\n"},
+        {"<leaf xmlns=\"\"/>",
+         "@1: element 'leaf' is in no namespace; expected the namespace 'urn:ietf:params:xml:ns:yang:yin:1'\n"},
+        {"<container name=\"" + std::string(119, 'x') + "\xE2\x82\xAC\"/>",
+         ("@1: attribute 'name' of 'container' is '" + std::string(119, 'x') + "...'; expected an identifier\n")
+             .c_str()},
+    });
+    Schema schema;
+    schema.File("old.yin", ModuleText("old", "<container name=\"c\"><action name=\"a\"/></container>", "", "1"));
+    EXPECT_EQ(schema.Failures("old"), "old.yin:2:21: 'action' in container 'c' needs yang-version 1.1\n");
+    schema.File(
+        "late.yin",
+        std::string("<module name=\"late\" xmlns=\"") + YIN +
+            "\"><namespace uri=\"u\"/><prefix value=\"p\"/><rpc name=\"r\"/>\n<yang-version value=\"1\"/></module>");
+    EXPECT_EQ(schema.Failures("late"),
+              "late.yin:2:1: 'yang-version' must stand before everything that the version matters to\n");
+}
+
+TEST(FailureTexts, OfExtensionStatements)
+{
+    ExpectFailures({
+        {"<other:exd value=\"1\"/>", "@1: module 'other' has no extension 'exd'; did you mean 'ext'?\n"},
+        {"<x:ext xmlns:x=\"urn:x\"/>",
+         "@1: extension statement 'ext' is of namespace 'urn:x', which no imported module has\n"},
+        {"<othr:ext value=\"1\"/>", "@1: unknown prefix 'othr': no xmlns attribute binds it; did you mean 'other'?\n"},
+        {"<other:ext/>", "@1: extension statement 'ext' has no attribute 'value'\n"},
+        {"<other:ext valu=\"1\"/>",
+         "@1: unknown attribute 'valu' of extension statement 'ext'; did you mean 'value'?\n"},
+        {"<other:ext value=\"1\" more=\"2\"/>",
+         "@1: extension statement 'ext' has more than one attribute; its argument is one\n"},
+        {"<extension name=\"e\"><argument name=\"a\"><yin-element value=\"true\"/></argument></extension><m:e/>",
+         "@90: extension statement 'e' has no element 'a'\n"},
+        {"<leaf name=\"l\"><type name=\"string\"><other:none/></type></leaf>",
+         "@36: module 'other' has no extension 'none'\n"},
+    });
+}
+
+TEST(FailureTexts, OfDefinitions)
+{
+    ExpectFailures({
+        {"<typedef name=\"string\"><type name=\"int8\"/></typedef>",
+         "@1: typedef 'string' has the name of a built-in type\n"},
+        {"<typedef name=\"t\"><type name=\"int8\"/></typedef><typedef name=\"t\"><type name=\"int8\"/></typedef>",
+         "@48: second typedef 't'\n"},
+        {"<grouping name=\"g\"/><container name=\"c\"><grouping name=\"g\"/></container>",
+         "@41: grouping 'g' has the name of one defined around it\n"},
+        {"<typedef name=\"a\"><type name=\"b\"/></typedef><typedef name=\"b\"><type name=\"m:a\"/></typedef>",
+         "@1: typedef cycle: a -> b -> a\n"},
+        {"<typedef name=\"a\"><type name=\"union\"><type name=\"a\"/></type></typedef>", "@1: typedef cycle: a -> a\n"},
+        {"<grouping name=\"a\"><container name=\"c\"><uses name=\"b\"/></container></grouping><grouping name=\"b\">"
+         "<uses name=\"a\"/></grouping>",
+         "@1: grouping cycle: a -> b -> a\n"},
+        {"<identity name=\"a\"><base name=\"b\"/></identity><identity name=\"b\"><base name=\"a\"/></identity>",
+         "@1: identity cycle: a -> b -> a\n"},
+        {"<uses name=\"other:grup\"/><leaf name=\"l\"><type name=\"other:knwon\"/></leaf>",
+         "@1: unknown grouping 'other:grup'; did you mean 'group'?\n@41: unknown type 'other:knwon'; did you mean "
+         "'known'?\n"},
+        {"<container name=\"c\"><typedef name=\"unused\"><type name=\"none\"/></typedef></container>",
+         "@44: unknown type 'none'\n"},
+    });
+}
+
+TEST(FailureTexts, OfNamesAndTargets)
+{
+    constexpr const char *STRING = "<type name=\"string\"/>";
+    const std::string group = std::string("<grouping name=\"g\"><leaf name=\"x\">") + STRING + "</leaf></grouping>";
+    ExpectFailures({
+        {"<container name=\"x\"/>\n<leaf name=\"x\"><type name=\"string\"/></leaf>",
+         "m.yin:3:1: second node 'x' in module 'm'\n"},
+        {group + "<container name=\"c\"><container name=\"x\"/>\n<uses name=\"g\"/></container>",
+         "m.yin:3:1: second node 'x' in container 'c'\n"},
+        {"<choice name=\"ch\"><case name=\"a\"><container name=\"x\"/></case><case name=\"b\"><container "
+         "name=\"x\"/></case></choice>",
+         "@77: second node 'x' in module 'm'\n"},
+        {"<choice name=\"ch\"><case name=\"a\"/>\n<case name=\"a\"/></choice>",
+         "m.yin:3:1: second node 'a' in choice 'ch'\n"},
+        {"<list name=\"l\"><key value=\"k kk\"/><leaf name=\"k\"><type name=\"string\"/></leaf></list>",
+         "@16: key 'kk' of list 'l' is no leaf of it; did you mean 'k'?\n"},
+        {"<list name=\"l\"><key value=\"c\"/><container name=\"c\"/></list>",
+         "@16: key 'c' of list 'l' is a container, not a leaf\n"},
+        {"<list name=\"l\"><key value=\"k k\"/><leaf name=\"k\"><type name=\"string\"/></leaf></list>",
+         "@16: key 'k' of list 'l' is named twice\n"},
+        {"<list name=\"l\"><unique tag=\"u\"/></list>", "@16: unique 'u' is no leaf below list 'l'\n"},
+        {group + "<container name=\"c\"><uses name=\"g\">\n<refine target-node=\"y\"/></uses></container>",
+         "m.yin:3:1: refine 'y': grouping 'g' has no node 'y'; did you mean 'x'?\n"},
+        {group + "<container name=\"c\"><uses name=\"g\">\n<refine target-node=\"x\"><presence "
+                 "value=\"p\"/></refine></uses></container>",
+         "m.yin:3:1: refine 'x' sets what a leaf does not have\n"},
+        {"<container name=\"c\"/><augment target-node=\"/m:d\"/>",
+         "@22: augment '/m:d': module 'm' has no node 'd' of module 'm'; did you mean 'c'?\n"},
+        {"<container name=\"c\"/><augment target-node=\"m:c\"/>", "@22: augment 'm:c': the path must begin with '/'\n"},
+        {"<container name=\"c\"/><augment target-node=\"/m:c/\"/>", "@22: augment '/m:c/': '' is no name of a node\n"},
+        {"<leaf name=\"l\"><type name=\"string\"/></leaf><augment target-node=\"/l\"/>",
+         "@44: augment '/l': leaf 'l' can have no nodes added\n"},
+        {"<container name=\"c\"/><augment target-node=\"/c\"><case name=\"k\"/></augment>",
+         "@48: 'case' cannot be added to container 'c'\n"},
+        {"<container name=\"c\"><container name=\"x\"/></container><augment target-node=\"/c\"><container "
+         "name=\"y\"/></augment>\n"
+         "<augment target-node=\"/c\"><container name=\"y\"/></augment>",
+         "m.yin:3:27: second node 'y' in container 'c'\n"},
+    });
+}
+
+TEST(FailureTexts, OfImportsAndIncludes)
+{
+    Schema schema;
+    auto failures = [&schema](const std::string &name) { return schema.Failures(name); };
+    schema.Module("bad", "<leaf name=\"l\"><type name=\"none\"/></leaf>");
+    schema.Module("m", "<import module=\"bad\"><prefix value=\"again\"/></import>", "bad");
+    EXPECT_EQ(failures("m"),
+              "bad.yin:2:16: unknown type 'none'\n"
+              "m.yin:1:166: cannot import module 'bad': bad.yin:2:16: unknown type 'none'\n"
+              "m.yin:2:1: cannot import module 'bad': bad.yin:2:16: unknown type 'none'\n");
+    schema.Module("a", "", "b");
+    schema.Module("b", "", "c");
+    schema.Module("c", "", "b");
+    EXPECT_EQ(
+        failures("a"),
+        "c.yin:1:162: cannot import module 'b': import cycle: b -> c -> b\n"
+        "b.yin:1:162: cannot import module 'c': c.yin:1:162: cannot import module 'b': import cycle: b -> c -> b\n"
+        "a.yin:1:162: cannot import module 'b': c.yin:1:162: cannot import module 'b': import cycle: b -> c -> b\n");
+    schema.Module("twice", "<import module=\"lib\"><prefix value=\"twice\"/></import>");
+    schema.Module("lib", "");
+    EXPECT_EQ(failures("twice"), "twice.yin:2:22: prefix 'twice' stands for module 'twice' already\n");
+
+    auto submodule = [&](const std::string &name, const std::string &owner, const std::string &body) {
+        schema.File(name + ".yin", "<submodule name=\"" + name + "\" xmlns=\"" + YIN + "\"><belongs-to module=\"" +
+                                       owner + "\"><prefix value=\"p\"/></belongs-to>\n" + body + "</submodule>");
+    };
+    submodule("s1", "m", "<include module=\"s2\"/>");
+    submodule("s2", "m", "<include module=\"s1\"/>");
+    submodule("s3", "other", "");
+    submodule("s4", "m", "<leaf name=\"l\"><type name=\"none\"/></leaf>");
+    const struct {
+        const char *name;
+        const char *failures;
+    } cases[] = {
+        {"s1",
+         "s2.yin:2:1: cannot include submodule 's1': include cycle: s1 -> s2 -> s1\n"
+         "s1.yin:2:1: cannot include submodule 's2': s2.yin:2:1: cannot include submodule 's1': include cycle: s1 -> "
+         "s2 -> s1\n"
+         "m.yin:2:1: cannot include submodule 's1': s2.yin:2:1: cannot include submodule 's1': include cycle: s1 -> s2 "
+         "-> s1\n"},
+        {"s3",
+         "s3.yin:1:64: submodule 's3' belongs to module 'other', not to 'm'\n"
+         "m.yin:2:1: cannot include submodule 's3': s3.yin:1:64: submodule 's3' belongs to module 'other', not to "
+         "'m'\n"},
+        {"s4", "s4.yin:2:16: unknown type 'none'\n"},
+        {"lib",
+         "lib.yin:1:1: the file holds module 'lib', not submodule 'lib'\n"
+         "m.yin:2:1: cannot include submodule 'lib': lib.yin:1:1: the file holds module 'lib', not submodule 'lib'\n"},
+    };
+    for (const auto &test : cases) {
+        schema.Module("m", std::string("<include module=\"") + test.name + "\"/>");
+        EXPECT_EQ(failures("m"), test.failures);
+    }
+    schema.Module("m", "<include module=\"s9\"/>");
+    EXPECT_EQ(
+        failures("m").find("m.yin:2:1: cannot include submodule 's9': no file 's9.yin' or 's9@REVISION.yin' in '"), 0u);
+}
+
+/* After any failure the context holds what it held. */
+TEST(Failures, LeaveTheContextAsItWas)
+{
+    Schema schema;
+    schema.Module("base",
+                  R"(<container name="top"><leaf name="l"><type name="string"/></leaf><choice name="ch"/></container>
+        <rpc name="op"/>)");
+    schema.Module("helper", R"(<augment target-node="/base:top"><container name="h"/></augment>)", "base");
+    schema.LoadText("user", R"(<augment target-node="/base:top"><container name="u"/></augment>)", "base");
+    schema.Load("base");
+    const std::string before = schema.Tree("base");
+    QY_NODE *leaf = schema.Node("base", "top/l");
+    const std::string good = R"(<augment target-node="/base:top/helper:h"><container name="x"/></augment>
+        <augment target-node="/base:top/base:ch"><container name="y"/></augment>
+        <augment target-node="/base:op/base:output"><container name="z"/></augment>
+        <deviation target-node="/base:top/user:u"><deviate value="not-supported"/></deviation>
+        <deviation target-node="/base:top/base:l"><deviate value="replace"><type name="int8"/></deviate></deviation>)";
+    const char *const bad[] = {
+        R"(<leaf name="l"><type name="leafref"><path value="/base:none"/></type></leaf>)",
+        R"(<deviation target-node="/base:top/base:none"><deviate value="not-supported"/></deviation>)",
+        R"(<augment target-node="/base:top"><leaf name="x"><type name="none"/></leaf></augment>)",
+        R"(<import module="missing"><prefix value="x"/></import>)",
+    };
+    for (const char *mistake : bad) {
+        schema.Module("m", good + mistake, "base helper user");
+        EXPECT_NE(schema.Failures("m"), "");
+        EXPECT_EQ(schema.Tree("base"), before);
+        EXPECT_EQ(schema.Node("base", "top/l"), leaf);
+        EXPECT_EQ(schema.Loaded({"base", "helper", "user", "m"}), "base user");
+    }
+    schema.LoadText("m", good, "base helper user");
+    EXPECT_EQ(schema.Tree("base"),
+              "container top\n  leaf l int8\n  choice ch\n    case m:y\n      container m:y\n"
+              "  container helper:h\n    container m:x\nrpc op\n  output output\n    container m:z\n");
+}
+
+}  // namespace

@@ -1,0 +1,277 @@
+/* Loads with every allocation failing in turn, and with files cut or changed at every byte. */
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+#include "schema.h"
+
+namespace {
+
+/* Allocations of this program until one fails; none fails while it is negative. */
+long g_allocationsLeft = -1;
+bool g_allFail = false; /* that one and all after it */
+
+void *Allocate(std::size_t size)
+{
+    if (g_allocationsLeft == 0) {
+        if (!g_allFail)
+            g_allocationsLeft = -1;
+        return nullptr;
+    }
+    if (g_allocationsLeft > 0)
+        --g_allocationsLeft;
+    return std::malloc(size != 0 ? size : 1);
+}
+
+}  // namespace
+
+void *operator new(std::size_t size)
+{
+    if (void *memory = Allocate(size))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept
+{
+    return Allocate(size);
+}
+
+void operator delete(void *memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void *memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace {
+
+using test::Schema;
+
+/* How many failures the latest load recorded, and whether each of them has a place in m.yin or is about memory. */
+struct FailureCount {
+    int all = 0;
+    int unplaced = 0;
+};
+
+FailureCount CountFailures(Schema &schema)
+{
+    FailureCount count;
+    auto add = [](const char *, const char *file, uint32_t line, const char *text, uint32_t column, void *cookie) {
+        auto &failures = *static_cast<FailureCount *>(cookie);
+        ++failures.all;
+        std::string place =
+            std::string(file != nullptr ? file : "") + ":" + std::to_string(line) + ":" + std::to_string(column) + ": ";
+        failures.unplaced += line == 0 || std::string(text).find(place) != 0 ? 1 : 0;
+        return 0u;
+    };
+    QY_CTX_ScanAllSchemaLoadFail(schema.Context(), add, &count);
+    return count;
+}
+
+/* A module that passes through every stage of a load, and those that it needs. */
+void WriteModels(Schema &schema)
+{
+    schema.Module("ext", R"(<extension name="id"><argument name="value"/></extension>
+        <extension name="note"><argument name="text"><yin-element value="true"/></argument></extension>)");
+    schema.Module("base",
+                  R"(<revision date="2020-01-01"/><feature name="f"/><feature name="g"><if-feature name="f"/></feature>
+        <identity name="i"/><container name="top"><leaf name="l"><type name="string"/><ext:id value="1"/></leaf>
+        <choice name="ch"/><container name="far"/></container>
+        <grouping name="gr"><leaf name="a"><type name="string"/></leaf><container name="in"/></grouping>)",
+                  "ext");
+    schema.File("sub.yin", R"(<submodule name="sub" xmlns="urn:ietf:params:xml:ns:yang:yin:1"><belongs-to module="m">
+        <prefix value="m"/></belongs-to><leaf name="s"><type name="string"/></leaf></submodule>)");
+    schema.Module("m", R"(<include module="sub"/><ext:note><ext:text>words</ext:text></ext:note>
+        <typedef name="t"><type name="enumeration"><enum name="x"/><enum name="y"/></type></typedef>
+        <typedef name="n"><type name="int32"><range value="1..5|7"/></type></typedef>
+        <container name="c"><if-feature name="base:f and not base:g"/><uses name="base:gr"><refine target-node="a">
+          <ext:id value="2"/></refine><augment target-node="in"><leaf name="k"><type name="t"/></leaf></augment></uses>
+          <list name="li"><key value="k"/><leaf name="k"><type name="n"/></leaf></list>
+          <leaf name="r"><type name="leafref"><path value="../li/k"/></type></leaf>
+          <leaf name="u"><type name="union"><type name="t"/><type name="identityref"><base name="base:i"/></type></type>
+          </leaf></container>
+        <augment target-node="/base:top"><ext:id value="3"/><leaf name="added"><type name="bits"><bit name="b"/></type></leaf>
+        </augment>
+        <augment target-node="/base:top/base:ch"><leaf name="short"><type name="string"/></leaf></augment>
+        <deviation target-node="/base:top/base:l"><deviate value="replace"><type name="leafref">
+          <path value="/base:top/added"/></type><ext:id value="4"/></deviate></deviation>
+        <deviation target-node="/base:top/base:far"><deviate value="not-supported"/></deviation>)",
+                  "base ext");
+}
+
+std::string State(Schema &schema)
+{
+    std::string state = schema.Loaded({"ext", "base", "m"});
+    for (const char *name : {"base", "m"})
+        if (schema.Mod(name) != nullptr)
+            state += "\n" + schema.Tree(name);
+    return state;
+}
+
+/* Fails allocation 0, 1, 2, ... of the operation until it succeeds: alone, and together with all after it. */
+template<class Operation>
+void SweepAllocations(Schema &schema, const Operation &operation)
+{
+    const std::string before = State(schema);
+    for (bool all : {false, true}) {
+        for (long allowed = 0;; ++allowed) {
+            g_allFail = all;
+            g_allocationsLeft = allowed;
+            uint32_t result = operation();
+            g_allocationsLeft = -1;
+            if (result == 0)
+                break;
+            ASSERT_EQ(State(schema), before) << "allocation " << allowed;
+            ASSERT_LT(allowed, 100000);
+        }
+        if (!all) {
+            ASSERT_NE(State(schema), before);
+            ASSERT_EQ(QY_CTX_UnloadModule(schema.Context(), "m"), 0u);
+            ASSERT_EQ(State(schema), before);
+        }
+    }
+}
+
+TEST(AllocationSweep, LoadsWithNothingToBeginWith)
+{
+    Schema schema;
+    WriteModels(schema);
+    int unexplained = 0;
+    SweepAllocations(schema, [&] {
+        uint32_t result = QY_CTX_LoadModule(schema.Context(), "m", nullptr);
+        g_allocationsLeft = -1;
+        unexplained += (CountFailures(schema).all != 0) != (result != 0) ? 1 : 0;
+        return result;
+    });
+    EXPECT_EQ(unexplained, 0);
+}
+
+TEST(AllocationSweep, LoadsThatChangeOtherModules)
+{
+    Schema schema;
+    WriteModels(schema);
+    schema.Load("base");
+    SweepAllocations(schema, [&] { return QY_CTX_LoadModule(schema.Context(), "m", nullptr); });
+}
+
+TEST(AllocationSweep, LoadsThatFailAnyway)
+{
+    Schema schema;
+    WriteModels(schema);
+    schema.Module("bad",
+                  R"(<import module="none"><prefix value="x"/></import><leaf name="l"><type name="none"/></leaf>)");
+    for (long allowed = 0; allowed < 300; ++allowed) {
+        g_allFail = false;
+        g_allocationsLeft = allowed;
+        EXPECT_NE(QY_CTX_LoadModule(schema.Context(), "bad", nullptr), 0u);
+        g_allocationsLeft = -1;
+        EXPECT_NE(CountFailures(schema).all, 0);
+    }
+}
+
+TEST(AllocationSweep, OtherCalls)
+{
+    Schema schema;
+    WriteModels(schema);
+    schema.Module("d1", R"(<deviation target-node="/base:top/base:l"><deviate value="add"><ext:id value="d1"/></deviate>
+        </deviation>)",
+                  "base ext");
+    schema.Module("d2", R"(<deviation target-node="/base:top/base:l"><deviate value="add"><ext:id value="d2"/></deviate>
+        </deviation>)",
+                  "base ext");
+    for (const char *name : {"base", "d1", "d2"})
+        schema.Load(name);
+    QY_NODE *top = schema.Node("base", "top");
+    QY_NODE *leaf = schema.Node("base", "top/l");
+    // How often the operation fails before it succeeds.
+    auto sweep = [](const auto &operation) {
+        long allowed = 0;
+        g_allFail = false;
+        for (uint32_t result = 1; result != 0; ++allowed) {
+            g_allocationsLeft = allowed;
+            result = operation();
+            g_allocationsLeft = -1;
+        }
+        return allowed - 1;
+    };
+    uint32_t lost = 0;
+    EXPECT_GT(sweep([&] {
+                  uint32_t result = QY_CTX_UnloadModule(schema.Context(), "d1");
+                  lost += result != 0 && QY_CTX_GetModuleByModName(schema.Context(), "d1") == nullptr ? 1 : 0;
+                  return result;
+              }),
+              1);
+    EXPECT_EQ(lost, 0u);
+    EXPECT_EQ(schema.Loaded({"d1", "d2"}), "d2");
+    EXPECT_EQ(test::Extensions(leaf), "ext:id(1) ext:id(d2)");
+    EXPECT_GT(sweep([&] { return QY_NODE_ReplaceDstExtInst(top, leaf); }), 1);
+    EXPECT_EQ(test::Extensions(top), "ext:id(1) ext:id(d2)");
+    EXPECT_GT(sweep([&] { return QY_CTX_SetSearchDir(schema.Context(), "/a/name/that/fits/into/no/small/string"); }),
+              1);
+    EXPECT_GT(sweep([] {
+                  QY_CTX *context = QY_CTX_Create(QY_CTX_OPTION_KORV);
+                  QY_CTX_Delete(context);
+                  return context != nullptr ? 0u : 1u;
+              }),
+              0);
+}
+
+/* A load or a located failure, and a context that goes on working. */
+void ExpectLoadOrFailure(Schema &schema, const std::string &text, size_t at)
+{
+    schema.File("m.yin", text);
+    if (QY_CTX_LoadModule(schema.Context(), "m", nullptr) == 0) {
+        ASSERT_EQ(QY_CTX_UnloadModule(schema.Context(), "m"), 0u);
+        return;
+    }
+    FailureCount failures = CountFailures(schema);
+    ASSERT_GT(failures.all, 0) << "byte " << at;
+    ASSERT_EQ(failures.unplaced, 0) << "byte " << at;
+    ASSERT_EQ(schema.Loaded({"m"}), "");
+}
+
+std::string SweptText(Schema &schema)
+{
+    WriteModels(schema);
+    schema.Load("base");
+    schema.Load("ext");
+    return test::ModuleText("m", R"y(<include module="sub"/>
+<typedef name="t"><type name="int8"><range value="1..5"/></type></typedef>
+<container name="c"><ext:id value="1"/><uses name="base:gr"/><leaf name="r"><type name="leafref"><path value="../a"/></type>
+</leaf></container>
+<augment target-node="/base:top"><leaf name="x"><type name="t"/><if-feature name="base:f or (base:g)"/></leaf></augment>
+<deviation target-node="/base:top/base:l"><deviate value="delete"><ext:id value="1"/></deviate></deviation>)y",
+                            "base ext");
+}
+
+TEST(FileSweep, CutAtEveryByte)
+{
+    Schema schema;
+    const std::string text = SweptText(schema);
+    const std::string before = State(schema);
+    for (size_t size = 0; size <= text.size(); ++size)
+        ExpectLoadOrFailure(schema, text.substr(0, size), size);
+    EXPECT_EQ(State(schema), before);
+}
+
+TEST(FileSweep, ChangedAtEveryByte)
+{
+    Schema schema;
+    const std::string text = SweptText(schema);
+    const std::string before = State(schema);
+    for (size_t at = 0; at < text.size(); ++at) {
+        for (char change : {'\0', ' ', '<', '"', '/', 'x', '\x80'}) {
+            std::string changed = text;
+            changed[at] = change;
+            ExpectLoadOrFailure(schema, changed, at);
+        }
+    }
+    EXPECT_EQ(State(schema), before);
+}
+
+}  // namespace
