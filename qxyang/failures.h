@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "limits.h"
+#include "schema_limits.h"
 
 namespace qxyang {
 

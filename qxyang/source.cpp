@@ -8,7 +8,7 @@
 #include <cstring>
 #include <new>
 
-#include "limits.h"
+#include "schema_limits.h"
 #include "xml_memory.h"
 
 namespace qxyang {

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "limits.h"
+#include "schema_limits.h"
 
 namespace qxyang {
 
