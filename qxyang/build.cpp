@@ -3,7 +3,7 @@
 namespace qxyang {
 
 Build::Build(LoadState &state, QY_MOD &built, std::vector<Unit *> files)
-    : load(state), module(built), units(std::move(files)), failuresBefore_(state.failures.Count())
+    : load(state), module(built), units(std::move(files)), start_(state.failures.Now())
 {
     for (Unit *unit : units)
         scopes_.push_back({nullptr, unit, {}, {}});

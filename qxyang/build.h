@@ -60,7 +60,7 @@ class Build {
         load.failures.Add(unit.source, statement->offset, sentence);
     }
 
-    bool Failed() const { return load.failures.Count() != failuresBefore_; }
+    bool Failed() const { return load.failures.AnySince(start_); }
 
     /* The module that the reference's prefix stands for, or null: the failure is recorded. */
     QY_MOD *ModuleOf(Unit &unit, const Statement *statement, const Reference &reference);
@@ -80,7 +80,7 @@ class Build {
 
   private:
     std::deque<Scope> scopes_;
-    size_t failuresBefore_;
+    Failures::Mark start_;
 };
 
 /* Counts a recursion for as long as it lasts. */

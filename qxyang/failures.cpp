@@ -6,20 +6,35 @@ namespace qxyang {
 
 void Failures::Add(Source &source, uint32_t offset, std::string_view sentence)
 {
-    if (count_++ >= limits::FAILURES)
+    ++count_;
+    if (Full())
         return;
     Position position = source.Locate(offset);
     std::string text = source.Path();
     text.append(":").append(std::to_string(position.line)).append(":").append(std::to_string(position.column));
     text.append(": ").append(sentence);
-    failures_.push_back({source.Module(), source.Path(), position.line, position.column, std::move(text)});
+    Record({source.Module(), source.Path(), position.line, position.column, std::move(text)});
 }
 
 void Failures::Add(std::string_view module, std::string_view sentence)
 {
-    if (count_++ >= limits::FAILURES)
-        return;
-    failures_.push_back({std::string(module), {}, 0, 0, std::string(sentence)});
+    ++count_;
+    if (!Full())
+        Record({std::string(module), {}, 0, 0, std::string(sentence)});
+}
+
+std::string Failures::FirstSince(Mark mark) const
+{
+    return mark.recorded < failures_.size() ? failures_[mark.recorded].text : "what is wrong was told before";
+}
+
+/* The same mistake met on two ways is told once. */
+void Failures::Record(Failure failure)
+{
+    for (const Failure &known : failures_)
+        if (known.text == failure.text)
+            return;
+    failures_.push_back(std::move(failure));
 }
 
 uint32_t Failures::Scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const

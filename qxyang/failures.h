@@ -22,7 +22,7 @@ struct Failure {
     std::string text;
 };
 
-/* Records failures up to a limit; what comes after it only counts. */
+/* Records failures up to a limit, each once; what comes after it only counts. */
 class Failures {
   public:
     void Clear()
@@ -40,16 +40,26 @@ class Failures {
     /* Memory ran out: needs none itself. */
     void AddOutOfMemory() noexcept { outOfMemory_ = true; }
 
-    /* Failures met so far, recorded or not: compare two counts to learn whether a stage failed. */
-    size_t Count() const { return count_; }
+    /* A point in time, to learn later whether something failed since. */
+    struct Mark {
+        size_t count = 0;
+        size_t recorded = 0;
+    };
+    Mark Now() const { return {count_, failures_.size()}; }
 
-    bool Full() const { return count_ >= limits::FAILURES; }
+    bool AnySince(Mark mark) const { return count_ != mark.count; }
+    bool Any() const { return count_ != 0; }
 
-    const std::vector<Failure> &Recorded() const { return failures_; }
+    /* The text of the first failure since: the cause of those that followed from it. */
+    std::string FirstSince(Mark mark) const;
+
+    bool Full() const { return failures_.size() >= limits::FAILURES; }
 
     uint32_t Scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const;
 
   private:
+    void Record(Failure failure);
+
     std::vector<Failure> failures_;
     size_t count_ = 0;
     bool outOfMemory_ = false;

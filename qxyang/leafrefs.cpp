@@ -175,7 +175,7 @@ bool IsRemoved(const QY_NODE *node)
 
 void ResolveLeafrefs(LoadState &load)
 {
-    size_t before = load.failures.Count();
+    Failures::Mark before = load.failures.Now();
     for (const PendingLeafref &pending : load.leafrefs) {
         if (pending.type->path == nullptr || pending.type->path->dereferences)
             continue;
@@ -184,7 +184,7 @@ void ResolveLeafrefs(LoadState &load)
             pending.leaf->target = target;
         load.context.deviations.SetTarget(pending.leaf, pending.type, target);
     }
-    if (load.failures.Count() != before)
+    if (load.failures.AnySince(before))
         return;
     CycleCheck cycles(load);
     for (const PendingLeafref &pending : load.leafrefs)

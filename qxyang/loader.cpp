@@ -52,7 +52,7 @@ QY_MOD *Loader::Load(std::string_view name, std::string_view revision)
         failures_.Add(name, Quoted(name) + " is no module name; expected an identifier");
     else if (!revision.empty() && !IsDate(revision))
         failures_.Add(name, Quoted(revision) + " is no revision; expected a date of the form YYYY-MM-DD");
-    if (failures_.Count() > 0)
+    if (failures_.Any())
         return nullptr;
     if (QY_MOD *loaded = context_.ModuleByName(name)) {
         if (revision.empty() || revision == OrEmpty(loaded->revision))
@@ -62,11 +62,11 @@ QY_MOD *Loader::Load(std::string_view name, std::string_view revision)
         return nullptr;
     }
     Outcome outcome = Obtain(name, revision);
-    if (outcome.module != nullptr && failures_.Count() == 0)
+    if (outcome.module != nullptr && !failures_.Any())
         ResolveLeafrefs(state_);
-    if (outcome.module == nullptr && failures_.Count() == 0)
+    if (outcome.module == nullptr && !failures_.Any())
         failures_.Add(name, "cannot load module " + Quoted(name) + ": " + outcome.why);
-    if (failures_.Count() > 0)
+    if (failures_.Any())
         return nullptr;
     done_ = true;
     return outcome.module;
@@ -105,7 +105,7 @@ Loader::Outcome Loader::Read(std::string_view name, std::string_view revision)
         module->context = &context_;
         module->name = context_.KeepName(name);
         module->root.module = module.get();
-        size_t before = failures_.Count();
+        Failures::Mark before = failures_.Now();
         std::string why;
         std::unique_ptr<Unit> unit = Parse(path, name, module.get(), why);
         if (unit == nullptr)
@@ -113,7 +113,7 @@ Loader::Outcome Loader::Read(std::string_view name, std::string_view revision)
         units_.push_back(std::move(unit));
         Unit &own = *units_.back();
         if (!ReadHeader(own, name, Kw::Module))
-            return {nullptr, FirstFailure(before)};
+            return {nullptr, failures_.FirstSince(before)};
         std::string_view found = OrEmpty(own.revision);
         if (!revision.empty() && found != revision) {
             other = WrongRevision(own, revision);
@@ -149,11 +149,11 @@ std::unique_ptr<Unit> Loader::Parse(const std::string &path, std::string_view na
         why = Quoted(path) + " " + why;
         return nullptr;
     }
-    size_t before = failures_.Count();
+    Failures::Mark before = failures_.Now();
     ParseYin(*unit, failures_);
-    if (failures_.Count() == before)
+    if (!failures_.AnySince(before))
         return unit;
-    why = FirstFailure(before);
+    why = failures_.FirstSince(before);
     return nullptr;
 }
 
@@ -192,7 +192,7 @@ bool Loader::ReadHeader(Unit &unit, std::string_view name, Kw expected)
 
 Loader::Outcome Loader::Complete(std::unique_ptr<QY_MOD> owned, Unit &unit)
 {
-    size_t before = failures_.Count();
+    Failures::Mark before = failures_.Now();
     QY_MOD &module = *owned;
     context_.modules.push_back(std::move(owned));
     Running running{&module, {}, {unit.Name()}};
@@ -200,8 +200,8 @@ Loader::Outcome Loader::Complete(std::unique_ptr<QY_MOD> owned, Unit &unit)
     Link(running, unit);
     chain_.pop_back();
     running.units.push_back(&unit);
-    if (failures_.Count() != before)
-        return {nullptr, FirstFailure(before)};
+    if (failures_.AnySince(before))
+        return {nullptr, failures_.FirstSince(before)};
 
     Build build(state_, module, std::move(running.units));
     CollectDefinitions(build);
@@ -219,7 +219,7 @@ Loader::Outcome Loader::Complete(std::unique_ptr<QY_MOD> owned, Unit &unit)
             builder.MarkGated();
     }
     if (build.Failed())
-        return {nullptr, FirstFailure(before)};
+        return {nullptr, failures_.FirstSince(before)};
     build.ForgetStatements();
     module.complete = true;
     return {&module, {}};
@@ -276,7 +276,7 @@ void Loader::Include(Running &running, Unit &unit, const Statement *statement)
     if (including.size() >= limits::CHAIN)
         return fail("the chain of includes is longer than " + std::to_string(limits::CHAIN) + " submodules");
 
-    size_t before = failures_.Count();
+    Failures::Mark before = failures_.Now();
     std::string why;
     Unit *submodule = ReadSubmodule(*running.module, name, ArgumentOf(statement, Kw::RevisionDate), why);
     if (submodule == nullptr)
@@ -285,22 +285,22 @@ void Loader::Include(Running &running, Unit &unit, const Statement *statement)
     Link(running, *submodule);
     including.pop_back();
     running.units.push_back(submodule);
-    if (failures_.Count() != before)
-        fail(FirstFailure(before));
+    if (failures_.AnySince(before))
+        fail(failures_.FirstSince(before));
 }
 
 /* The submodule's file, parsed; null: `why` says why there is none. */
 Unit *Loader::ReadSubmodule(QY_MOD &module, std::string_view name, std::string_view revision, std::string &why)
 {
     for (const std::string &path : state_.files.Candidates(name, revision)) {
-        size_t before = failures_.Count();
+        Failures::Mark before = failures_.Now();
         std::unique_ptr<Unit> unit = Parse(path, name, &module, why);
         if (unit == nullptr)
             return nullptr;
         units_.push_back(std::move(unit));
         Unit &submodule = *units_.back();
         if (!ReadHeader(submodule, name, Kw::Submodule)) {
-            why = FirstFailure(before);
+            why = failures_.FirstSince(before);
             return nullptr;
         }
         if (revision.empty() || revision == OrEmpty(submodule.revision))
@@ -310,13 +310,6 @@ Unit *Loader::ReadSubmodule(QY_MOD &module, std::string_view name, std::string_v
     if (why.empty())
         why = state_.files.Missing(name, revision);
     return nullptr;
-}
-
-/* The first failure recorded since there were so many: the cause of those that followed from it. */
-std::string Loader::FirstFailure(size_t before) const
-{
-    const auto &recorded = failures_.Recorded();
-    return before < recorded.size() ? recorded[before].text : "it has failures";
 }
 
 }  // namespace qxyang

@@ -48,7 +48,6 @@ class Loader {
     void Include(Running &running, Unit &unit, const Statement *statement);
     Unit *ReadSubmodule(QY_MOD &module, std::string_view name, std::string_view revision, std::string &why);
     void Prefer(QY_MOD *module);
-    std::string FirstFailure(size_t before) const;
 
     LoadState state_;
     QY_CTX &context_;

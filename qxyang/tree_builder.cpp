@@ -215,21 +215,22 @@ void TreeBuilder::SetKey(const Statement *key, std::string_view text, QY_NODE *l
     if (module == nullptr)
         return;
     QY_NODE *leaf = build_.load.finder.SchemaChild(list, module, reference.name);
-    std::string title = "key " + Quoted(text) + " of list " + Quoted(list->name);
+    auto fail = [&](std::string_view what) {
+        build_.Fail(unit, key, "key " + Quoted(text) + " of list " + Quoted(list->name) + std::string(what));
+    };
     if (leaf == nullptr) {
         NearestName nearest(reference.name);
         for (QY_NODE *child = list->first; child != nullptr; child = child->next)
             if (child->kind == QY_NODE_TYPE_LEAF)
                 nearest.Offer(child->name);
-        return build_.Fail(unit, key, title + " is no leaf of it" + nearest.Hint());
+        return fail(" is no leaf of it" + nearest.Hint());
     }
     if (leaf->kind != QY_NODE_TYPE_LEAF)
-        return build_.Fail(unit, key, title + " is a " + std::string(KindName(leaf->kind)) + ", not a leaf");
+        return fail(" is " + DescribeNode(leaf) + ", not a leaf");
     if ((leaf->flags & NODE_IS_KEY) != 0)
-        return build_.Fail(unit, key, title + " is named twice");
+        return fail(" is named twice");
     if (list->keyCount == limits::LIST_KEYS)
-        return build_.Fail(
-            unit, key, "list " + Quoted(list->name) + " has more than " + std::to_string(limits::LIST_KEYS) + " keys");
+        return fail(" is more than the " + std::to_string(limits::LIST_KEYS) + " that a list can have");
     leaf->flags |= NODE_IS_KEY;
     ++list->keyCount;
 }

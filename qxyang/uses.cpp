@@ -148,9 +148,9 @@ uint16_t RefinableOn(uint8_t kind)
 void TreeBuilder::Refine(const Statement *statement, QY_NODE *node, Unit &unit)
 {
     if ((statement->properties & ~RefinableOn(node->kind)) != 0)
-        build_.Fail(unit, statement,
-                    "refine " + Quoted(statement->argument) + " sets what a " + std::string(KindName(node->kind)) +
-                        " does not have");
+        build_.Fail(
+            unit, statement,
+            "refine " + Quoted(statement->argument) + " sets what no " + std::string(KindName(node->kind)) + " has");
     node->extensions = JoinedSets(build_.module.records, node->extensions, ExtensionsOf(build_, unit, statement));
     if (const Condition *conditions = ConditionsOf(build_, unit, statement))
         AddConditions(node, conditions);

@@ -182,7 +182,7 @@ TEST(FailureTexts, OfNamesAndTargets)
         {"<list name=\"l\"><key value=\"k kk\"/><leaf name=\"k\"><type name=\"string\"/></leaf></list>",
          "@16: key 'kk' of list 'l' is no leaf of it; did you mean 'k'?\n"},
         {"<list name=\"l\"><key value=\"c\"/><container name=\"c\"/></list>",
-         "@16: key 'c' of list 'l' is a container, not a leaf\n"},
+         "@16: key 'c' of list 'l' is container 'c', not a leaf\n"},
         {"<list name=\"l\"><key value=\"k k\"/><leaf name=\"k\"><type name=\"string\"/></leaf></list>",
          "@16: key 'k' of list 'l' is named twice\n"},
         {"<list name=\"l\"><unique tag=\"u\"/></list>", "@16: unique 'u' is no leaf below list 'l'\n"},
@@ -190,7 +190,7 @@ TEST(FailureTexts, OfNamesAndTargets)
          "m.yin:3:1: refine 'y': grouping 'g' has no node 'y'; did you mean 'x'?\n"},
         {group + "<container name=\"c\"><uses name=\"g\">\n<refine target-node=\"x\"><presence "
                  "value=\"p\"/></refine></uses></container>",
-         "m.yin:3:1: refine 'x' sets what a leaf does not have\n"},
+         "m.yin:3:1: refine 'x' sets what no leaf has\n"},
         {"<container name=\"c\"/><augment target-node=\"/m:d\"/>",
          "@22: augment '/m:d': module 'm' has no node 'd' of module 'm'; did you mean 'c'?\n"},
         {"<container name=\"c\"/><augment target-node=\"m:c\"/>", "@22: augment 'm:c': the path must begin with '/'\n"},

@@ -120,7 +120,7 @@ std::vector<HostileModel> HostileModels()
         {"keys",
          "<list name=\"l\"><key value=\"" + Repeat(256, [](int i) { return " k" + Number(i); }) + "\"/>" +
              Repeat(256, [&](int i) { return "<leaf name=\"k" + Number(i) + "\">" + string + "</leaf>"; }) + "</list>",
-         "list 'l' has more than 255 keys"},
+         "key 'k255' of list 'l' is more than the 255 that a list can have"},
         {"nodes of one name", Repeat(100000, [&](int) { return "<leaf name=\"x\">" + string + "</leaf>"; }),
          "second node 'x' in module 'm'"},
     };
