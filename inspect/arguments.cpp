@@ -68,7 +68,11 @@ class CommandLine {
 
     std::optional<int> Parse(int argc, char **argv)
     try {
-        if (argc > 1 && argv[1][0] != '-')
+        if (argc < 2) {
+            std::fputs(app_.help().c_str(), stderr);
+            return EXIT_USAGE;
+        }
+        if (argv[1][0] != '-')
             CheckCommand(argv[1]);
         app_.parse(argc, argv);
         Understand();

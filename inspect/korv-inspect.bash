@@ -27,7 +27,7 @@ _korv_inspect() {
     local options="--verbose --load --install-path --format --help" formats="text json"
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        COMPREPLY=($(compgen -W "$commands --help --version" -- "$cur"))
+        mapfile -t COMPREPLY < <(compgen -W "$commands --help --version" -- "$cur")
         return
     fi
     case $command in
@@ -41,19 +41,19 @@ _korv_inspect() {
     case $prev in
     -d | --dir | --install-path | --old | --new)
         compopt -o filenames 2>/dev/null
-        COMPREPLY=($(compgen -d -- "$cur"))
+        mapfile -t COMPREPLY < <(compgen -d -- "$cur")
         return
         ;;
     --format)
-        COMPREPLY=($(compgen -W "$formats" -- "$cur"))
+        mapfile -t COMPREPLY < <(compgen -W "$formats" -- "$cur")
         return
         ;;
     --path | --depth | --augment) return ;;
     esac
     if [[ $cur == -* ]]; then
-        COMPREPLY=($(compgen -W "$options" -- "$cur"))
+        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
     else
-        COMPREPLY=($(compgen -W "$(_korv_inspect_modules)" -- "$cur"))
+        mapfile -t COMPREPLY < <(compgen -W "$(_korv_inspect_modules)" -- "$cur")
     fi
 }
 

@@ -113,8 +113,7 @@ void LoadOrFail(Instance *instance, const Arguments &args, const ModuleKey &key)
 {
     const LoadReport report = instance->Load(key);
     YinFiles files(args.dirs);
-    if (!args.verbose || report.loaded)
-        PrintCauses(CausesOf(*instance, args.dirs, key, report, &files), key.name);
+    PrintCauses(CausesOf(*instance, args.dirs, key, report, &files), key.name);
     if (!report.loaded)
         throw Failure("module '" + key.name + "' cannot be loaded" +
                       (args.verbose ? "" : " (-v shows all that the library says)"));

@@ -62,6 +62,15 @@ void ForEachChild(QY_NODE *node, const NodeVisitor &visit)
     scan.End();
 }
 
+/* Nodes from which everything that the module defines can be reached: its top nodes, and what its augments add. */
+void ForEachRoot(QY_MOD *module, const NodeVisitor &visit)
+{
+    ForEachTop(module, visit);
+    Scan<NodeVisitor> scan = {[&visit](QY_NODE *augment) { ForEachChild(augment, visit); }};
+    (void)QY_MOD_IterScanAugmentNode(module, OnNode, &scan);
+    scan.End();
+}
+
 /* The node and everything below it. */
 void ForEachBelow(QY_NODE *node, const NodeVisitor &visit)
 {
@@ -139,8 +148,8 @@ std::vector<std::string> LeavesWithoutDatatype(QY_MOD *module, const std::string
             ExtensionArguments(leaf, "datatype-id").empty() && FinalType(leaf) == type)
             leaves.push_back(NameOf(leaf));
     };
-    ForEachTop(module, [&](QY_NODE *top) {
-        ForEachBelow(top, [&](QY_NODE *below) {
+    ForEachRoot(module, [&](QY_NODE *root) {
+        ForEachBelow(root, [&](QY_NODE *below) {
             if (NameOf(below) == node)
                 ForEachChild(below, visitLeaf);
         });
@@ -151,8 +160,8 @@ std::vector<std::string> LeavesWithoutDatatype(QY_MOD *module, const std::string
 std::vector<std::string> ListsWithTooManyKeys(QY_MOD *module)
 {
     std::vector<std::string> lists;
-    ForEachTop(module, [&](QY_NODE *top) {
-        ForEachBelow(top, [&](QY_NODE *below) {
+    ForEachRoot(module, [&](QY_NODE *root) {
+        ForEachBelow(root, [&](QY_NODE *below) {
             if (QY_NODE_GetNodeType(below) == QY_NODE_TYPE_LIST && QY_NODE_GetNodeKeyNum(below) > NODE_KEY_LIST_NUM &&
                 !ExtensionArguments(below, "class-id").empty())
                 lists.push_back(NameOf(below));

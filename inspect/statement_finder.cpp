@@ -173,10 +173,26 @@ std::optional<Position> StatementFinder::Find(const std::vector<WayStep> &way) c
     return Position{spots.front().file->Path(), spots.front().statement->line};
 }
 
+std::vector<const YinFile *> StatementFinder::FilesOfAll() const
+{
+    std::vector<const YinFile *> all = own_;
+    for (size_t i = 0; i < all.size(); ++i) {
+        for (const YinStatement *child : all[i]->Module().children) {
+            if (!child->Is("import"))
+                continue;
+            for (const YinFile *file : FilesOf(child->argument)) {
+                if (std::find(all.begin(), all.end(), file) == all.end())
+                    all.push_back(file);
+            }
+        }
+    }
+    return all;
+}
+
 std::optional<Position> StatementFinder::FindOnly(std::string_view name) const
 {
     std::optional<Position> only;
-    for (const YinFile *file : own_) {
+    for (const YinFile *file : FilesOfAll()) {
         std::vector<const YinStatement *> found;
         CollectNamed(file->Module(), name, &found);
         if (found.size() > 1 || (only && !found.empty()))

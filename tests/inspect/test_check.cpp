@@ -254,6 +254,17 @@ TEST_F(InspectCheck, ExplainsWhatTheLibraryRefuses)
     }
 }
 
+TEST_F(InspectCheck, NamesNoLineWhereSeveralStatementsMayBeMeant)
+{
+    const std::string refused = Ext("class-type", "odd");
+    dir.Add("base", Container("sys", Container("port", "")));
+    dir.Add("m", "<augment target-node=\"/base:sys\">\n" + Container("extra", refused) + "</augment>\n", "base");
+    dir.Add("n", "<augment target-node=\"/base:sys/base:port\">\n" + Container("port", refused) + "</augment>\n",
+            "base");
+    EXPECT_EQ(Findings({"m"}), (Texts{"load-failed at extra"}));
+    EXPECT_EQ(Findings({"n"}), (Texts{"load-failed at n"})) << "the module, since two nodes are called 'port'";
+}
+
 TEST_F(InspectCheck, DeviationsThatDoNotApplyAreAWarning)
 {
     dir.Add("quelvo-bras-pppox-access", Container("c", ""));

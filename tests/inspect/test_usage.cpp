@@ -13,7 +13,7 @@ namespace {
 TEST(InspectUsage, WrongUsageIsSaidOnStandardErrorAndGivesTwo)
 {
     const std::pair<std::vector<std::string>, const char *> cases[] = {
-        {{}, "A subcommand is required"},
+        {{}, "Usage: korv-inspect"},
         {{"fnd", "m"}, "there is no command 'fnd': did you mean 'find'?"},
         {{"tree", "example-qos"}, "--dir is required"},
         {{"tree", "-d", "examples/yin"}, "MODULE is required"},
