@@ -124,7 +124,7 @@ std::string Without(std::string text, const std::string &part)
     return text;
 }
 
-}  // namespace
+} // namespace
 
 std::string ModuleText(const std::string &name, const std::string &body, const std::string &imports,
                        const std::string &version)
@@ -160,7 +160,7 @@ Schema::~Schema()
 
 void Schema::File(const std::string &name, const std::string &text)
 {
-    std::filesystem::remove(dir_ + "/" + name);  // some file systems write truncated files to disk at once
+    std::filesystem::remove(dir_ + "/" + name); // some file systems write truncated files to disk at once
     std::ofstream(dir_ + "/" + name, std::ios::binary) << text;
 }
 
@@ -271,4 +271,4 @@ std::string Path(QY_NODE *node)
     return (parent != nullptr ? Path(parent) : "") + "/" + QY_NODE_GetNodeName(node);
 }
 
-}  // namespace test
+} // namespace test

@@ -176,4 +176,4 @@ TEST_F(Deviations, MistakesAreReportedAndChangeNothing)
     }
 }
 
-}  // namespace
+} // namespace

@@ -184,7 +184,7 @@ notification n
 TEST_F(Augments, ReachAnyKindOfNodeInAnyOrderOfLoading)
 {
     schema.Load("base");
-    schema.Load("two");  // brings the module that it builds on
+    schema.Load("two"); // brings the module that it builds on
     schema.Load("one");
     EXPECT_EQ(schema.Tree("base"), AUGMENTED);
     EXPECT_EQ(schema.AugmentTree("one"), R"(augment /base:top ext:id(aug)
@@ -216,4 +216,4 @@ TEST_F(Augments, GoWithTheirModuleAndComeAgain)
     }
 }
 
-}  // namespace
+} // namespace

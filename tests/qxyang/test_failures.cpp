@@ -71,7 +71,7 @@ TEST(FailureTexts, OfFilesThatAreNoModels)
         schema.File("m.yin", test.text);
         EXPECT_EQ(schema.Failures("m"), test.failures) << test.text;
     }
-    Schema schema;  // two bytes a character
+    Schema schema; // two bytes a character
     std::string wide = "\xFF\xFE";
     for (char c : ModuleText("m", "<leaf/>"))
         wide.append({c, '\0'});
@@ -300,4 +300,4 @@ TEST(Failures, LeaveTheContextAsItWas)
               "  container helper:h\n    container m:x\nrpc op\n  output output\n    container m:z\n");
 }
 
-}  // namespace
+} // namespace

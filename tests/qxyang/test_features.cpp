@@ -112,7 +112,7 @@ TEST(Features, ReachDownThroughUsesAndAugments)
             text += Enabled(schema.Node("m", path)) ? '1' : '0';
         return text;
     };
-    EXPECT_EQ(state(), "101110");  // all features of what is only imported are on
+    EXPECT_EQ(state(), "101110"); // all features of what is only imported are on
     schema.Load("base");
     EXPECT_EQ(state(), "001010");
     EXPECT_FALSE(Enabled(schema.Node("base", "top/in/a")));
@@ -128,4 +128,4 @@ TEST(Features, ReachDownThroughUsesAndAugments)
     EXPECT_EQ(state(), "011010");
 }
 
-}  // namespace
+} // namespace

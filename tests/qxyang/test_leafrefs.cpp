@@ -94,7 +94,7 @@ TEST(Leafrefs, MistakesAreReported)
         schema.Module("m", R"(<container name="c"><leaf name="x"><type name="string"/></leaf><container name="sub"/>)"
                            "\n" +
                                LeafrefLeaf("l", test.path) + "</container>");
-        bool isForm = test.failure[0] == '!';  // found while the path is read, and reported there
+        bool isForm = test.failure[0] == '!'; // found while the path is read, and reported there
         std::string place = isForm ? "m.yin:3:37: path '" : "m.yin:3:16: leafref 'l' with path '";
         EXPECT_EQ(schema.Failures("m"), place + test.path + "': " + (test.failure + (isForm ? 1 : 0)) + "\n");
     }
@@ -117,4 +117,4 @@ TEST(Leafrefs, UnknownUseOfAGroupingIsReportedWhereItIsUsed)
     EXPECT_EQ(schema.Failures("m"), "m.yin:3:1: leafref 'l' with path '../missing': 'c' has no 'missing'\n");
 }
 
-}  // namespace
+} // namespace

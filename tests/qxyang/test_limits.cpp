@@ -184,4 +184,4 @@ TEST(Limits, LargeFlatModelsLoad)
     EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "aug"), 0u);
 }
 
-}  // namespace
+} // namespace

@@ -116,7 +116,7 @@ TEST(Modules, ImportedOnesAreNotLoadedByName)
     EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "base"), 0u);
     EXPECT_EQ(schema.Loaded({"base", "m"}), "m");
     schema.Load("base");
-    EXPECT_EQ(schema.Node("base", "b"), node);  // the import kept it
+    EXPECT_EQ(schema.Node("base", "b"), node); // the import kept it
     schema.Load("base");
     EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "m"), 0u);
     EXPECT_EQ(schema.Loaded({"base", "m"}), "base");
@@ -212,7 +212,7 @@ TEST(Modules, PrivateDataAreReleasedWithTheirNodes)
             EXPECT_EQ(QY_NODE_GetPrivate(schema.Node("a", path)), nullptr);
             QY_NODE_SetPrivate(schema.Node("a", path), &data);
         }
-        schema.Load("d");  // hides y
+        schema.Load("d"); // hides y
         QY_NODE_SetPrivate(schema.Node("a", "top/x"), nullptr);
         EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "b"), 0u);
         EXPECT_EQ(freed, std::vector<std::string>{"z"});
@@ -220,4 +220,4 @@ TEST(Modules, PrivateDataAreReleasedWithTheirNodes)
     EXPECT_EQ(freed, (std::vector<std::string>{"z", "top", "y"}));
 }
 
-}  // namespace
+} // namespace

@@ -203,4 +203,4 @@ TEST(ExtensionScans, ReplacedInstancesAreCopies)
     EXPECT_EQ(test::Extensions(c), "ext:id(1){ext:id(2)}");
 }
 
-}  // namespace
+} // namespace

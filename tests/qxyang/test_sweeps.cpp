@@ -11,6 +11,7 @@ namespace {
 /* Allocations of this program until one fails; none fails while it is negative. */
 long g_allocationsLeft = -1;
 bool g_allFail = false; /* that one and all after it */
+long g_liveBlocks = 0;
 
 void *Allocate(std::size_t size)
 {
@@ -21,10 +22,17 @@ void *Allocate(std::size_t size)
     }
     if (g_allocationsLeft > 0)
         --g_allocationsLeft;
+    ++g_liveBlocks;
     return std::malloc(size != 0 ? size : 1);
 }
 
-}  // namespace
+void Release(void *memory)
+{
+    g_liveBlocks -= memory != nullptr ? 1 : 0;
+    std::free(memory);
+}
+
+} // namespace
 
 void *operator new(std::size_t size)
 {
@@ -40,12 +48,12 @@ void *operator new(std::size_t size, const std::nothrow_t &) noexcept
 
 void operator delete(void *memory) noexcept
 {
-    std::free(memory);
+    Release(memory);
 }
 
 void operator delete(void *memory, std::size_t) noexcept
 {
-    std::free(memory);
+    Release(memory);
 }
 
 namespace {
@@ -114,7 +122,7 @@ std::string State(Schema &schema)
 }
 
 /* Fails allocation 0, 1, 2, ... of the operation until it succeeds: alone, and together with all after it. */
-template<class Operation>
+template <class Operation>
 void SweepAllocations(Schema &schema, const Operation &operation)
 {
     const std::string before = State(schema);
@@ -221,6 +229,26 @@ TEST(AllocationSweep, OtherCalls)
               0);
 }
 
+TEST(Rounds, LeaveNothingBehind)
+{
+    Schema schema;
+    WriteModels(schema);
+    schema.Module("bad", R"(<augment target-node="/base:top"><leaf name="x"><type name="none"/></leaf></augment>)",
+                  "base");
+    schema.Load("base");
+    QY_NODE *leaf = schema.Node("base", "top/l");
+    long before = 0;
+    for (int round = 0; round < 100; ++round) {
+        EXPECT_NE(QY_CTX_LoadModule(schema.Context(), "bad", nullptr), 0u);
+        EXPECT_EQ(QY_CTX_LoadModule(schema.Context(), "m", nullptr), 0u);
+        EXPECT_EQ(QY_NODE_ReplaceDstExtInst(leaf, schema.Node("m", "c/a")), 0u);
+        EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "m"), 0u);
+        if (round == 1)
+            before = g_liveBlocks;
+    }
+    EXPECT_EQ(g_liveBlocks, before);
+}
+
 /* A load or a located failure, and a context that goes on working. */
 void ExpectLoadOrFailure(Schema &schema, const std::string &text, size_t at)
 {
@@ -274,4 +302,4 @@ TEST(FileSweep, ChangedAtEveryByte)
     EXPECT_EQ(State(schema), before);
 }
 
-}  // namespace
+} // namespace

@@ -55,7 +55,7 @@ TEST(Types, ChainsCarryEffectiveRestrictions)
             <leaf name="l">)") +
                           test.type + "</leaf>",
                       "lib");
-        if (test.chain == nullptr) {  // not within one part of what it restricts
+        if (test.chain == nullptr) { // not within one part of what it restricts
             EXPECT_EQ(schema.Failures("m"),
                       "m.yin:3:51: range 'min..max': it leaves what it restricts, "
                       "-32768..-1|5|10..32767\n");
@@ -130,4 +130,4 @@ TEST(Types, MistakesAreReportedWhereTheyStand)
     }
 }
 
-}  // namespace
+} // namespace
