@@ -19,9 +19,6 @@ namespace {
 class Progress {
   public:
     explicit Progress(size_t total) : total_(isatty(STDERR_FILENO) == 1 ? total : 0) {}
-    ~Progress() { Clear(); }
-    Progress(const Progress &) = delete;
-    Progress &operator=(const Progress &) = delete;
 
     void Show(size_t number, const std::string &module)
     {
@@ -146,7 +143,7 @@ class Checker {
     std::set<std::string> reported_; /* causes of failed loads: a file that many modules import is at fault once */
 };
 
-}  // namespace
+} // namespace
 
 int RunCheck(const Arguments &args)
 {
@@ -154,21 +151,22 @@ int RunCheck(const Arguments &args)
     const std::vector<ModuleKey> modules = checker.Modules();
     if (modules.empty())
         throw Failure("no module in the directories");
-    Progress progress(modules.size());
     std::vector<Finding> all;
     std::vector<std::string> names;
+    Progress progress(modules.size());
     for (const ModuleKey &module : modules) {
         progress.Show(names.size() + 1, module.name);
         const std::vector<Finding> findings = checker.Check(module);
-        progress.Clear();
         names.push_back(module.name);
         all.insert(all.end(), findings.begin(), findings.end());
-        if (args.format == Format::JSON)
+        if (args.format == Format::JSON || findings.empty())
             continue;
+        progress.Clear();
         for (const Finding &finding : findings)
             std::printf("%s\n", FindingText(finding).c_str());
         std::fflush(stdout);
     }
+    progress.Clear();
     if (args.format == Format::JSON)
         WriteFindingsJson(names, all);
     else
@@ -176,4 +174,4 @@ int RunCheck(const Arguments &args)
     return HasErrors(all) ? EXIT_NEGATIVE : EXIT_OK;
 }
 
-}  // namespace inspect
+} // namespace inspect
