@@ -55,7 +55,7 @@ void LoadAndUnload(benchmark::State &state, const std::string &dir)
     }
 }
 
-}  // namespace
+} // namespace
 
 int main(int argc, char **argv)
 {

@@ -30,4 +30,4 @@ std::string ModelFiles::Add(const std::string &name, std::string text) const
     return text;
 }
 
-}  // namespace bench
+} // namespace bench

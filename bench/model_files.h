@@ -21,6 +21,6 @@ class ModelFiles {
     std::string m_dir;
 };
 
-}  // namespace bench
+} // namespace bench
 
-#endif  // KORV_BENCH_MODEL_FILES_H
+#endif // KORV_BENCH_MODEL_FILES_H

@@ -49,7 +49,7 @@ void AddClassHead(std::string *text, const std::string &name, uint32_t classId)
         AddLeaf(text, i);
 }
 
-}  // namespace
+} // namespace
 
 std::string MixedModule(const std::string &name, uint32_t nodes)
 {
@@ -97,4 +97,4 @@ std::string ExtensionModule()
     return text + "</module>";
 }
 
-}  // namespace bench
+} // namespace bench

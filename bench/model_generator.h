@@ -14,6 +14,6 @@ std::string MixedModule(const std::string &name, uint32_t nodes);
 /* The extension module that the generated ones import. */
 std::string ExtensionModule();
 
-}  // namespace bench
+} // namespace bench
 
-#endif  // KORV_BENCH_MODEL_GENERATOR_H
+#endif // KORV_BENCH_MODEL_GENERATOR_H

@@ -36,4 +36,4 @@ void RatioReport::Print(const std::vector<Ratio> &ratios) const
     }
 }
 
-}  // namespace bench
+} // namespace bench

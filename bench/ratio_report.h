@@ -29,6 +29,6 @@ class RatioReport : public benchmark::ConsoleReporter {
     std::map<std::string, std::vector<double>> m_times;
 };
 
-}  // namespace bench
+} // namespace bench
 
-#endif  // KORV_BENCH_RATIO_REPORT_H
+#endif // KORV_BENCH_RATIO_REPORT_H

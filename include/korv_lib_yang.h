@@ -15,11 +15,12 @@
  *    pointer, null on failure.
  *  - Texts are zero-terminated UTF-8. Text arguments are borrowed for the duration of the call; the library keeps copies
  *    of what it needs later.
- *  - Every failure is reported through the host's debug hooks at level 0, from the innermost function outward; progress
- *    at level 2.
+ *  - A failure is reported through the host's debug hooks at level 0, from the innermost function outward, unless its
+ *    function says otherwise; progress at level 2.
+ *  - Pointer arguments must not be null unless their function says that they may be.
  *  - All memory comes from ZOR_Malloc_F with the host's memory module id and goes back through ZOR_Free_F.
  *  - One instance is driven by one thread at a time; the library takes no locks and creates no threads. Different
- *    instances may be driven by different threads. Hooks and callbacks run on the calling thread and must not load or
+ *    instances may be driven by different threads, as far as the layers below allow it (korv_platform.h). Hooks and callbacks run on the calling thread and must not load or
  *    unload modules. YANGLIB_Initial and YANGLIB_Uninitial write g_pstKORVLibYangLocalData: call them from one thread.
  *  - No C++ exception leaves a function.
  *
@@ -38,13 +39,6 @@
 
 #ifdef __cplusplus
 extern "C" {
-#endif
-
-/* A record's layout is part of the binary interface with 64-bit hosts. */
-#ifdef __cplusplus
-#define KORV_LAYOUT(condition) static_assert(sizeof(void *) != 8 || (condition), "layout: " #condition)
-#else
-#define KORV_LAYOUT(condition) _Static_assert(sizeof(void *) != 8 || (condition), "layout: " #condition)
 #endif
 
 #define KORV_OK 0u
@@ -119,7 +113,7 @@ typedef struct {
     uint32_t uiReserved2;
     int64_t llRangeMin; /* bounds of the last range part of uint16, uint32 and uint64 leaves, else 0; */
     int64_t llRangeMax; /* bounds of uint64 beyond 2^63 keep their 64 bits */
-    QY_NODE *pYinNode;  /* the leaf's schema node; borrowed */
+    QY_NODE *pYinNode;  /* the leaf's schema node; borrowed; null once another module's unload has taken it away */
 } KorvTreeLeaf;
 
 KORV_LAYOUT(sizeof(KorvTreeLeaf) == 72);
@@ -143,7 +137,7 @@ typedef struct KorvTreeNode {
     uint8_t aucAncestorKey[NODE_KEY_LIST_NUM]; /* attribute ids of the ancestors' keys in this class; unused ones 0 */
     VEC_VECTOR_S *pstLeafList;                 /* KorvTreeLeaf of each leaf and leaf-list child, or null; owned */
     uint8_t ucNodeType;                        /* KORV_NODE_ */
-    VEC_VECTOR_S *pstCaseLeafList;             /* KorvTreeLeaf of each enabled leaf in choices below, or null; owned */
+    VEC_VECTOR_S *pstCaseLeafList; /* KorvTreeLeaf of the first 255 enabled leaves in choices below, or null; owned */
 } KorvTreeNode;
 
 KORV_LAYOUT(sizeof(KorvTreeNode) == 100);
@@ -165,7 +159,7 @@ typedef struct {
     QY_NODE *pFirstChild;        /* first child of pAugNode; borrowed */
     KorvTreeNode *pstTargetTree; /* the tree that the augment extends, from its topmost node down; may be null; owned */
     KorvTreeNode *pstSelfTree;   /* the augment's own nodes; may be null; owned */
-    uint32_t uiSelfTreeDone;     /* 1 while the self tree is being used by the load */
+    uint32_t uiSelfTreeDone;     /* 1 once the self tree is built, while the load goes on */
     char acAugNodeName[KORV_AUG_NODE_NAME_SIZE]; /* target path as the augment statement has it */
 } TELMYANG_AUGMENT_INFO_S;
 
@@ -193,7 +187,8 @@ typedef struct TELMYANG_YANG_FILE_INFO_S {
 
 KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, pstOriginTree) == 40);
 KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, astAugment) == 48);
-KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, ucInUse) == 48 + 20 * 304);
+KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, ucInUse) == 6128);
+KORV_LAYOUT(sizeof(TELMYANG_YANG_FILE_INFO_S) == 6132);
 
 #pragma pack(pop)
 
@@ -213,6 +208,10 @@ typedef struct {
     char acSearchDir1[KORV_SEARCH_DIR_SIZE];
     char acSearchDir2[KORV_SEARCH_DIR_SIZE];
 } TELMYANG_YANG_CTX_S;
+
+KORV_LAYOUT(offsetof(TELMYANG_YANG_CTX_S, ppcSearchDir) == 24);
+KORV_LAYOUT(offsetof(TELMYANG_YANG_CTX_S, acSearchDir1) == 56);
+KORV_LAYOUT(sizeof(TELMYANG_YANG_CTX_S) == 568);
 
 /* Shows a leaf descriptor to the host before it is stored; the host may change its values. The result is ignored. */
 typedef uint32_t (*TELMYANG_DATATYPE_ADAPT_PF)(uint64_t pKorvComponent, KorvTreeLeaf *pstLeaf);
@@ -255,7 +254,7 @@ KORV_LIB_API extern TELMYANG_LOCAL_DATA_S *g_pstKORVLibYangLocalData;
  *
  * Returns the instance, which g_pstKORVLibYangLocalData points at from then on; release it with YANGLIB_Uninitial.
  * Null when memory or the schema context is missing or a directory is too long: nothing stays allocated then and the
- * global keeps its value.
+ * global keeps its value. The failure is logged unless it is the very first allocation.
  */
 KORV_LIB_API TELMYANG_LOCAL_DATA_S *YANGLIB_Initial(uint64_t ulModuleId, uint64_t pKorvComponent,
                                                     const TELMYANG_DEBUG_HOOK_S *pstHookTable, const char *pcDir1,
@@ -268,11 +267,11 @@ KORV_LIB_API void YANGLIB_Uninitial(TELMYANG_LOCAL_DATA_S *pstLocal);
 /* Stores the pointer (which may be null) in g_pstKORVLibYangLocalData. */
 KORV_LIB_API void TELMYANG_SetLibYangLocalData(TELMYANG_LOCAL_DATA_S *pstLocal);
 
-/* The host's own value as given to YANGLIB_Initial; pstLocal must not be null. */
+/* The host's own value as given to YANGLIB_Initial. */
 KORV_LIB_API uint64_t YANGLIB_GetKorvComponent(const TELMYANG_LOCAL_DATA_S *pstLocal);
 
 /* ------------------------------------------------------------------------------------------------------------------
- * Install paths: further search directories of installed packages. pstLocal must not be null.
+ * Install paths: further search directories of installed packages
  * ---------------------------------------------------------------------------------------------------------------- */
 
 /* One entry of stInstallPathList. The library only empties the list; a host that adds entries allocates them from its
@@ -284,8 +283,10 @@ typedef struct {
 } YANGLIB_INSTALL_PATH_S;
 #pragma pack(pop)
 
+KORV_LAYOUT(sizeof(YANGLIB_INSTALL_PATH_S) == 24);
+
 /* Adds a search directory to the schema context. Returns 0 when the directory does not exist (logged at level 2, nothing
- * is added), otherwise the schema library's result. */
+ * is added), otherwise the schema library's result, without a log line. */
 KORV_LIB_API uint32_t YANGLIB_PkgAddInstallPath(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcDir);
 
 /* Removes a search directory from the schema context; null removes all of them. Returns 0. */
@@ -306,28 +307,31 @@ KORV_LIB_API int32_t YANGLIB_PkgDllCompare(const char *pcKey, const YANGLIB_INST
  * pcReversionIn  revision: part of the key under which the module is registered, or null or empty for none; which file is
  *                loaded does not depend on it
  *
- * Returns 0 when the module is registered (also when it was before), 1 or the schema library's code otherwise. After a
- * failure the registry is as before and nothing stays allocated; a module that the schema library did load stays in its
- * context. Each reason is reported at level 0, ending in "Load Module (...) fail!".
+ * Returns 0 when the module is registered (also when it was before), 1 or the schema library's code otherwise; 1 as well
+ * when the instance or the name is null. After a failure the registry is as before and nothing stays allocated, unless
+ * memory runs out while a half-built tree is being released: what is left of that tree is given up. A module that the
+ * schema library did load stays in its context. The reasons are reported at level 0; once the module's file has been
+ * looked for, "Load Module (...) fail!" is the last of them.
  */
 KORV_LIB_API uint32_t YANGLIB_LoadYangModule(TELMYANG_LOCAL_DATA_S *pYangModule, const char *pcModuleName,
                                              const char *pcReversionIn);
 
 /* The registry entry of a module that was loaded under exactly this name and revision (null or empty: loaded without
- * one), or null. pstLocal is not used; the entry belongs to pstYangCtx and lives until the module is unloaded. */
+ * one), or null, also for a null name. pstLocal is not used; the entry belongs to pstYangCtx and lives until the module is unloaded. */
 KORV_LIB_API TELMYANG_YANG_FILE_INFO_S *TELMYANG_GetIfYangModuleExist(TELMYANG_LOCAL_DATA_S *pstLocal,
                                                                       TELMYANG_YANG_CTX_S *pstYangCtx,
                                                                       const char *pcModuleName, const char *pcRevision);
 
 /* Releases the trees of a registered module, unloads it from the schema context and takes it out of the registry.
- * pcRevision: null or empty for none. 1 when the arguments are null or no such module is registered (nothing changes), or
- * when the schema library refuses: the trees are gone then, the module stays registered without any, and later queries
- * find nothing in it. */
+ * pcRevision: null or empty for none. 0 = unloaded; what cannot be released of a tree for want of memory is given up and
+ * logged. 1 when the instance or the name is null or no such module is registered (nothing changes), or when the schema
+ * library refuses: the trees are gone then, the module stays registered without any, and later queries find nothing in
+ * it. */
 KORV_LIB_API uint32_t YANGLIB_UnloadYangModule(TELMYANG_LOCAL_DATA_S *pYangModule, const char *pcModuleName,
                                                const char *pcRevision);
 
-/* Unloads every module in load order; the registry is empty afterwards, whatever the schema library answers. 1 when the
- * instance has no registry. */
+/* Unloads every module in load order. 0: the registry is empty, whatever the schema library answered. 1, without a log
+ * line, when the instance has no registry. */
 KORV_LIB_API uint32_t YANGLIB_UnloadYangModuleAll(TELMYANG_LOCAL_DATA_S *pstLocal);
 
 /* ------------------------------------------------------------------------------------------------------------------
@@ -340,9 +344,13 @@ KORV_LIB_API uint32_t YANGLIB_UnloadYangModuleAll(TELMYANG_LOCAL_DATA_S *pstLoca
  *                node lies in an augment: the prefix of its last prefixed component differs from that of the first one.
  *                What stands in front of the first augmented component is the augment's target path as the statement has
  *                it; the components below it carry no prefix.
- * Components have at most 64 characters, the paths at most 256 and prefixes at most 63; a longer text is reported through
- * ZOR_Assert and finds nothing. Nodes that are found belong to the module and live until it is unloaded. A lookup of a
- * node that is not there is logged at level 0. Null texts find nothing.
+ * A component has at most 64 characters; a longer one is a failed lookup. These texts are reported through ZOR_Assert when
+ * they do not fit, and find nothing: a prefix of more than 63 characters where two prefixes are compared, an augment's
+ * target path of more than 255 characters behind its "/", the path of an augmented node of more than 256 characters
+ * without its prefixes, and in a leaf lookup either path of more than 256 characters.
+ *
+ * The instance must not be null; null paths and a null module name find nothing. Nodes that are found belong to the module
+ * and live until it is unloaded. A node that is not found is logged at level 0.
  * ---------------------------------------------------------------------------------------------------------------- */
 
 #pragma pack(push, 4)
@@ -375,7 +383,8 @@ KORV_LAYOUT(sizeof(YangXpathLookup) == 48);
 /* The tree node that the request names, or null. A path that ends in a leaf of a node without children names that node. */
 KORV_LIB_API KorvTreeNode *TELMYANG_KorvFindTreeNodeByXpath(const YangXpathLookup *pstLookup);
 
-/* The tree node whose own leaf list holds the leaf that the last component of pcPath names, or null. */
+/* The tree node whose own leaf list holds the leaf that the last component of pcPath names, or null. A path without "/", and
+ * a node that lacks the leaf, are not logged. */
 KORV_LIB_API KorvTreeNode *TELMYANG_KorvFindTreeNodeByLeafXpath(TELMYANG_LOCAL_DATA_S *pstLocal,
                                                                 const char *pcModuleName, const char *pcRevision,
                                                                 const char *pcPath, const char *pcXpathMain);
@@ -401,7 +410,7 @@ KORV_LIB_API uint32_t YANGLIB_TravelYangModule(TELMYANG_LOCAL_DATA_S *pstLocal, 
                                                void *pUserData, YANGLIB_TRAVEL_PF pfnParentCb,
                                                YANGLIB_TRAVEL_PF pfnNodeCb);
 
-/* The same from a node that the host holds. Allocates nothing. */
+/* The same from a node that the host holds; 1, without a log line, when the node or pfnNodeCb is null. Allocates nothing. */
 KORV_LIB_API uint32_t YANGLIB_TravelYangModuleSubTree(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstTreeNode,
                                                       void *pUserData, YANGLIB_TRAVEL_PF pfnParentCb,
                                                       YANGLIB_TRAVEL_PF pfnNodeCb);
@@ -462,12 +471,13 @@ KORV_LAYOUT(sizeof(YangDumpRequest) == 36);
 /*
  * Dumps a tree breadth first.
  *
- * ppRecords  receives an array of pointers to records; set it to null before the call
+ * ppRecords  receives an array of pointers to records; set it to null before the call, since a dump that finds nothing
+ *            leaves it as it is (one that fails half-way sets it to null)
  * puiCount   receives their number
  *
- * Returns 1 with count 0 when the module is not registered or has no own tree. Otherwise 0: a dump that fails or finds no
- * node says so at level 0 and has count 0. The caller owns array and records: release the records with
- * YANGLIB_FreeDumpDataEx, then the array with ZOR_Free_F.
+ * Returns 1 with count 0 when the instance or its registry is missing, the module is not registered, or its own tree is
+ * asked for and it has none. Otherwise 0: a dump that fails or finds no node says so at level 0 and has count 0. The
+ * caller owns array and records: release the records with YANGLIB_FreeDumpDataEx, then the array with ZOR_Free_F.
  */
 KORV_LIB_API uint32_t YANGLIB_DumpYangModuleDataEx(const YangDumpRequest *pstRequest, YangDumpNodeData ***ppRecords,
                                                    uint32_t *puiCount);
@@ -481,12 +491,28 @@ KORV_LIB_API void YANGLIB_FreeDumpDataEx(YangDumpNodeData **ppRecords, uint32_t 
  * ---------------------------------------------------------------------------------------------------------------- */
 
 /* Writes a module's trees to the host's debug hooks: own tree, self trees, target trees. Does nothing, beyond asking, while
- * all four levels are closed. Every successful load ends with it. */
+ * all four levels are closed. Every successful load ends with it. pstLocal may be null (nothing is printed), pcRevision as
+ * well. */
 KORV_LIB_API void YANGLIB_PrintYangModuleData(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
                                               const char *pcRevision);
 
+/* Its parts: the own tree; every augment's self tree and then every target tree. */
+KORV_LIB_API void YANGLIB_PrintYangModuleOriginData(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
+                                                    const char *pcRevision);
+KORV_LIB_API void YANGLIB_PrintYangModuleAugmentData(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
+                                                     const char *pcRevision);
+
+/* Dumps, prints and releases the augment tree that the request names; pstFileInfo is not read. */
+KORV_LIB_API void YANGLIB_DumpYangModuleAugmentData(TELMYANG_LOCAL_DATA_S *pstLocal,
+                                                    TELMYANG_YANG_FILE_INFO_S *pstFileInfo,
+                                                    const YangDumpRequest *pstRequest);
+
+/* Writes the lines of a dump: one a node (empty when it is longer than 511 characters), one a leaf (cut there). */
+KORV_LIB_API void YANGLIB_PrintYangModuleNodeData(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpNodeData **ppRecords,
+                                                  uint32_t uiCount);
+
 /* ------------------------------------------------------------------------------------------------------------------
- * Small questions. pstLocal must not be null.
+ * Small questions
  * ---------------------------------------------------------------------------------------------------------------- */
 
 /* Sets the function that sees every leaf descriptor of later loads, in place of an earlier one; null for none. */
@@ -503,8 +529,8 @@ KORV_LIB_API const char *YANGLIB_GetYangRevision(TELMYANG_LOCAL_DATA_S *pstLocal
 /* Called for each name and value of an enumeration; the result is ignored. */
 typedef uint32_t (*YANGLIB_NAME_VALUE_PF)(const char *pcName, int32_t iValue, void *pCookie);
 
-/* Reports the names and values of an enumeration leaf in declaration order. 1 when the leaf's type cannot be found (its
- * schema node may have gone with another module), otherwise the schema library's result. */
+/* Reports the names and values of an enumeration leaf in declaration order. 1, without a log line, when the leaf's type
+ * cannot be found (its schema node may have gone with another module), otherwise the schema library's result. */
 KORV_LIB_API uint32_t YANGLIB_ScanNameValuePair(const KorvTreeLeaf *pstLeaf, YANGLIB_NAME_VALUE_PF pfnCb,
                                                 void *pCookie);
 

@@ -11,7 +11,9 @@
  *    the function.
  *  - A scan calls its callback once an item, with the caller's cookie as the last argument. The callback returns 0 to
  *    go on; any other value ends the scan and is what the scan returns. A completed scan returns 0.
- *  - Every call happens on the thread of the caller, and no callback comes on another one.
+ *  - Every call happens on the thread of the caller, and no callback comes on another one. A host that drives several
+ *    instances of the library at the same time, each from a thread of its own, needs layers that allow it: different
+ *    schema contexts in use at once, memory from any thread, and a find directory a thread. Those of this project do.
  *  - No function lets a C++ exception out.
  *  - Unless a function says otherwise, its pointer arguments must not be null.
  *
@@ -30,6 +32,13 @@
 #else
 #define KORV_PLATFORM_API
 #define KORV_PRINTF_LIKE(uiFormat, uiFirst)
+#endif
+
+/* A record's layout is part of the binary interface with 64-bit hosts. */
+#ifdef __cplusplus
+#define KORV_LAYOUT(condition) static_assert(sizeof(void *) != 8 || (condition), "layout: " #condition)
+#else
+#define KORV_LAYOUT(condition) _Static_assert(sizeof(void *) != 8 || (condition), "layout: " #condition)
 #endif
 
 #ifdef __cplusplus
@@ -111,6 +120,7 @@ typedef uint32_t (*QY_LOADFAIL_SCAN_PF)(const char *pcModuleName, const char *pc
                                         const char *pcText, uint32_t uiColumn, void *pvCookie);
 typedef uint32_t (*QY_NODE_SCAN_PF)(QY_NODE *pNode, void *pvUnused, void *pvCookie);
 typedef uint32_t (*QY_TREE_SCAN_PF)(QY_NODE *pNode, uint32_t uiTravType, void *pvCookie);
+/* pcArgument is null for a statement of an extension that takes no argument. */
 typedef uint32_t (*QY_EXT_SCAN_PF)(QY_EXT *pExt, const char *pcExtModule, const char *pcKeyword, const char *pcArgument,
                                    void *pvCookie);
 typedef uint32_t (*QY_TYPE_SCAN_PF)(void *pvUnused1, void *pvUnused2, QY_TYPE *pType, void *pvCookie);
@@ -148,8 +158,9 @@ KORV_PLATFORM_API uint32_t QY_CTX_LoadModule(QY_CTX *pCtx, const char *pcModuleN
 /* The module that was loaded under that name, or null. It lives until it is unloaded. */
 KORV_PLATFORM_API QY_MOD *QY_CTX_GetModuleByModName(QY_CTX *pCtx, const char *pcModuleName);
 
-/* Takes the module's name out of the context; its nodes are released as soon as no loaded module needs them. 0 =
- * unloaded; nonzero when no module was loaded under that name. */
+/* Takes the module's name out of the context; its nodes are released as soon as no loaded module needs them. A
+ * node whose private slot is set goes through the private-data free function first. 0 = unloaded; nonzero when no module
+ * was loaded under that name. */
 KORV_PLATFORM_API uint32_t QY_CTX_UnloadModule(QY_CTX *pCtx, const char *pcModuleName);
 
 /* Reports each failure that the latest load call recorded: module name, file, line, text, column. Any of the texts may
@@ -203,7 +214,7 @@ KORV_PLATFORM_API QY_NODE *QY_NODE_GetAugmentTargetNode(QY_NODE *pNode);
  * passes 1 while it resolves a leaf's final type and 0 otherwise. */
 KORV_PLATFORM_API QY_NODE *QY_NODE_GetLeafrefTargetNode(QY_NODE *pNode, uint32_t uiFlag);
 
-/* Number of keys of a list. The library takes classes of at most 255 keys. */
+/* Number of keys of a list, in the low 8 bits; classes have at most 255 keys. */
 KORV_PLATFORM_API uint32_t QY_NODE_GetNodeKeyNum(QY_NODE *pNode);
 
 /* Bit 0 is set when the leaf is a key of its list. */
@@ -296,6 +307,8 @@ typedef struct {
     void *pHandle;
 } XUR_VFS_FIND_S;
 
+KORV_LAYOUT(sizeof(XUR_VFS_FIND_S) == 264);
+
 /* Makes the directory the one that XUR_VFS_FindFirst searches; 0 = done, nonzero: no such directory. */
 KORV_PLATFORM_API uint32_t XUR_VFS_SetWorkPath(const char *pcDir);
 
@@ -306,7 +319,7 @@ KORV_PLATFORM_API uint32_t XUR_VFS_FindFirst(const char *pcPattern, XUR_VFS_FIND
 /* Puts the next match into the record; nonzero: there is none. The search stays open. */
 KORV_PLATFORM_API uint32_t XUR_VFS_FindNext(XUR_VFS_FIND_S *pstFind);
 
-/* Ends a search that XUR_VFS_FindFirst started. */
+/* Ends a search that XUR_VFS_FindFirst started; the record keeps the name of its last match. */
 KORV_PLATFORM_API void XUR_VFS_FindClose(XUR_VFS_FIND_S *pstFind);
 
 /* 1 when the path is an existing directory. */
@@ -325,6 +338,8 @@ typedef struct {
     void **ppvItem;      /* the entries */
 } VEC_VECTOR_S;
 
+KORV_LAYOUT(sizeof(VEC_VECTOR_S) == 16 && offsetof(VEC_VECTOR_S, ppvItem) == 8);
+
 typedef struct DLL_NODE_S {
     struct DLL_NODE_S *pstNext;
     struct DLL_NODE_S *pstPrev;
@@ -336,6 +351,9 @@ typedef struct {
     DLL_NODE_S *pstPrev; /* last node */
     uint32_t uiCount;
 } DLL_S;
+
+KORV_LAYOUT(sizeof(DLL_NODE_S) == 16);
+KORV_LAYOUT(sizeof(DLL_S) == 20 && offsetof(DLL_S, uiCount) == 16);
 
 #pragma pack(pop)
 
@@ -356,8 +374,9 @@ KORV_PLATFORM_API void DLL_Delete(DLL_S *pstList, DLL_NODE_S *pstNode);
 
 /* ------------------------------------------------------------------------------------------------------------------
  * Bounded memory and text functions of the C11 Annex K kind: the size of the destination comes first. 0 (for the
- * formatters: the number of characters written) = success. On a violation nothing is written outside the destination, a
- * text destination becomes empty, and the result is nonzero (for the formatters: negative).
+ * formatters: the number of characters written) = success. A source or destination that is null, and a text that does
+ * not fit, is a violation: nothing is written outside the destination, a text destination becomes empty, and the result
+ * is nonzero (for the formatters: negative).
  * ---------------------------------------------------------------------------------------------------------------- */
 
 KORV_PLATFORM_API int memset_s(void *pvDest, size_t ulDestMax, int iValue, size_t ulCount);

@@ -25,7 +25,7 @@ int Format(char *pcDest, size_t ulDestMax, const char *pcFormat, va_list vaArgs)
     return iLength < 0 ? Violation(pcDest, ulDestMax, -1) : iLength;
 }
 
-}  // namespace
+} // namespace
 
 int memset_s(void *pvDest, size_t ulDestMax, int iValue, size_t ulCount)
 {

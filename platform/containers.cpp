@@ -44,7 +44,7 @@ bool Grow(Vector *pstVector)
     return true;
 }
 
-}  // namespace
+} // namespace
 
 VEC_VECTOR_S *VEC_VectorInit_F(uint64_t ulModuleId, uint32_t uiCapacity, const char *pcFile, uint32_t uiLine)
 {

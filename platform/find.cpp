@@ -47,7 +47,7 @@ uint32_t TakeNext(Search &search, XUR_VFS_FIND_S *pstFind)
     return strcpy_s(pstFind->acFileName, sizeof(pstFind->acFileName), search.names[search.next++].c_str()) == 0 ? 0 : 1;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t XUR_VFS_SetWorkPath(const char *pcDir)
 {

@@ -24,7 +24,7 @@ bool CutTargetPath(const char *pcXpathMain, const char *pcLastColon, char (&acOu
     return false;
 }
 
-}  // namespace
+} // namespace
 
 TELMYANG_AUGMENT_INFO_S *TELMYANG_FindAugmentInfoNode(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcTargetPath,
                                                       TELMYANG_YANG_FILE_INFO_S *pstFileInfo)

@@ -26,7 +26,7 @@ uint32_t ComponentBegin(const char *pcText, const char *pcColon)
     return static_cast<uint32_t>(pcColon - pcText);
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_BuildAugmentXpath(TELMYANG_LOCAL_DATA_S *, const char *pcSrc, char *pcDst, uint32_t uiDstSize)
 {

@@ -14,7 +14,7 @@ QY_NODE *TopOf(QY_NODE *pNode)
     return pNode;
 }
 
-}  // namespace
+} // namespace
 
 QY_NODE *TELMYANG_BSC_FindAugTargetParentRoot(QY_NODE *pNode)
 {

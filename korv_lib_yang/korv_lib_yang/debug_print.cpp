@@ -58,7 +58,7 @@ uint32_t DumpAndPrint(const YangDumpRequest *pstRequest)
     return KORV_OK;
 }
 
-}  // namespace
+} // namespace
 
 void YANGLIB_PrintYangModuleNodeData(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpNodeData **ppRecords, uint32_t uiCount)
 {

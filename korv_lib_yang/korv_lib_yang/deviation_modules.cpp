@@ -51,7 +51,7 @@ bool FindTakeable(FileSearch *pSearch)
     return true;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t YANGLIB_IsInDeviationList(const char *pcModuleName)
 {

@@ -63,7 +63,7 @@ void CopyKeys(uint8_t (&aucTo)[NODE_KEY_LIST_NUM], const uint8_t (&aucFrom)[NODE
         ZOR_Assert(__FILE__, __LINE__, 0);
 }
 
-}  // namespace
+} // namespace
 
 YangDumpNodeData *YANGLIB_DumpYangNodeData(TELMYANG_LOCAL_DATA_S *pstLocal, const KorvTreeNode *pstTreeNode,
                                            const char *pcXpath)

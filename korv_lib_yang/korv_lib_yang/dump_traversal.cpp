@@ -112,7 +112,7 @@ KorvTreeNode VirtualRoot(KorvTreeNode *pstTree)
     return stRoot;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_CaculateNodeNum(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstVirtualRoot, uint32_t *puiCount)
 {

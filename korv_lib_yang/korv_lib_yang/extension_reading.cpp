@@ -31,7 +31,7 @@ uint32_t ReadLeaf(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode)
     return uiRet;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_ReadNodeExtension(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode)
 {

@@ -11,7 +11,7 @@ DLL_NODE_S *ListEnd(TELMYANG_LOCAL_DATA_S *pstLocal)
     return reinterpret_cast<DLL_NODE_S *>(&pstLocal->stInstallPathList);
 }
 
-}  // namespace
+} // namespace
 
 uint32_t YANGLIB_InitPkgSearchPath(TELMYANG_LOCAL_DATA_S *pstLocal)
 {

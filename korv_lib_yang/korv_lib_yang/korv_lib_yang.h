@@ -17,7 +17,7 @@ extern "C" {
 /* --- search_dirs.cpp --- */
 
 /* Copies the base directories (a null one keeps what was there) and makes them the only ones of the schema context. 1
- * when one is longer than 255 characters; the schema context is unchanged then. */
+ * when one is longer than 255 characters: its copy is empty then, and the schema context is as it was. */
 KORV_LIB_API uint32_t TELMYANG_SetSearchDir(const char *pcDir1, const char *pcDir2, TELMYANG_LOCAL_DATA_S *pstLocal);
 
 /* Makes the base directories the only ones again; what the schema library answers for the second one. */
@@ -26,7 +26,8 @@ KORV_LIB_API uint32_t TELMYANG_UpdateSearchDir(TELMYANG_LOCAL_DATA_S *pstLocal);
 /* Registers the base directories, second one first, beside what is registered. 1 without record or schema context. */
 KORV_LIB_API uint32_t TELMYANG_SetYangContextSearchPath(TELMYANG_YANG_CTX_S *pstYangCtx);
 
-/* Removes every directory, then registers the base directories, second one first. 1 as above. */
+/* Removes every directory, then registers the entries of ppcSearchDir: the base directories, second one first. 1 as
+ * above. */
 KORV_LIB_API uint32_t TELMYANG_UndoYangContextSearchPath(TELMYANG_YANG_CTX_S *pstYangCtx);
 
 /* --- install_paths.cpp --- */
@@ -53,8 +54,8 @@ KORV_LIB_API uint32_t TELMYANG_LoadYangModule(TELMYANG_LOCAL_DATA_S *pstLocal, T
 /* 1 for a module that is used together with a deviation module: its name contains one of four names. */
 KORV_LIB_API uint32_t YANGLIB_IsInDeviationList(const char *pcModuleName);
 
-/* Finds the module's deviation file in the directory and puts the deviation module's name into the buffer; 1 when there is
- * none or the name does not fit. Sets the host's find directory. */
+/* Finds the module's deviation file in the directory and puts the deviation module's name into the buffer. 1, without an
+ * error line, when there is none or the name does not fit (the buffer is empty then). Sets the host's find directory. */
 KORV_LIB_API uint32_t YANGLIB_FindDeviationName(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcDir,
                                                 const char *pcModuleName, char *pcOut, uint32_t uiOutSize);
 
@@ -68,6 +69,7 @@ KORV_LIB_API uint32_t YANGLIB_LoadDeviationModule(TELMYANG_LOCAL_DATA_S *pstLoca
  * and the augment table. After a failure the records made so far stay attached: the caller releases them. */
 KORV_LIB_API uint32_t TELEMYANG_ReadAllYinExtensionData(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
                                                         TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod);
+/* Reads the module's own statements into the record; 1, without a line of its own, when the record has them already. */
 KORV_LIB_API uint32_t TELMYANG_ReadYinModuleExtension(TELMYANG_LOCAL_DATA_S *pstLocal, QY_MOD *pMod,
                                                       TELMYANG_YANG_FILE_INFO_S *pstFile);
 KORV_LIB_API uint32_t TELEMYANG_ReadOriginExtensionData(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
@@ -169,6 +171,7 @@ KORV_LIB_API uint32_t TELMYANG_AddPrifix2AugmentFullPath(TELMYANG_LOCAL_DATA_S *
 
 /* --- travel.cpp --- */
 
+/* The ancestors' part of a travel: 0, or what the callback (which may be null) answered. */
 KORV_LIB_API uint32_t YANGLIB_TravelParentNode_(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstTreeNode,
                                                 void *pUserData, YANGLIB_TRAVEL_PF pfnParentCb);
 
@@ -177,6 +180,7 @@ KORV_LIB_API uint32_t YANGLIB_TravelParentNode_(TELMYANG_LOCAL_DATA_S *pstLocal,
 /* A record of one tree node, reached under the path; null with a log line. Release it with YANGLIB_FreeDumpDataEx. */
 KORV_LIB_API YangDumpNodeData *YANGLIB_DumpYangNodeData(TELMYANG_LOCAL_DATA_S *pstLocal,
                                                         const KorvTreeNode *pstTreeNode, const char *pcXpath);
+/* YANGLIB_FreeDumpDataEx for an array that is not null. */
 KORV_LIB_API void YANGLIB_FreeDumpDataExx(YangDumpNodeData **ppRecords, uint32_t uiCount);
 
 /* --- dump_traversal.cpp --- */
@@ -198,20 +202,6 @@ KORV_LIB_API uint32_t YANGLIB_GetAllNodeFromIter(TELMYANG_LOCAL_DATA_S *pstLocal
                                                  DumpIterEntry *pstInfoQueue, DumpIterEntry *pstIter,
                                                  uint32_t *puiCount);
 
-/* --- debug_print.cpp --- */
-
-KORV_LIB_API void YANGLIB_PrintYangModuleOriginData(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
-                                                    const char *pcRevision);
-KORV_LIB_API void YANGLIB_PrintYangModuleAugmentData(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
-                                                     const char *pcRevision);
-
-/* Dumps, prints and releases one augment tree; pstFileInfo is not read. */
-KORV_LIB_API void YANGLIB_DumpYangModuleAugmentData(TELMYANG_LOCAL_DATA_S *pstLocal,
-                                                    TELMYANG_YANG_FILE_INFO_S *pstFileInfo,
-                                                    const YangDumpRequest *pstRequest);
-KORV_LIB_API void YANGLIB_PrintYangModuleNodeData(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpNodeData **ppRecords,
-                                                  uint32_t uiCount);
-
 /* --- small_queries.cpp --- */
 
 #pragma pack(push, 4)
@@ -221,6 +211,7 @@ typedef struct {
 } NameValueScanCtx;
 #pragma pack(pop)
 
+/* Hands one pair to the host's callback (QY_ENUM_SCAN_PF); 0, whatever that answers. */
 KORV_LIB_API uint32_t YANGLIB_NameValuePairProc(const char *pcName, int32_t iValue, void *pvUnused, void *pstScan);
 
 #ifdef __cplusplus

@@ -19,10 +19,10 @@ struct InstanceDelete {
 };
 using InstancePtr = std::unique_ptr<TELMYANG_LOCAL_DATA_S, InstanceDelete>;
 
-template<typename T>
-T *AllocCleared(uint64_t ulModuleId)
+template <typename T>
+T *AllocCleared(uint64_t ulModuleId, uint32_t uiLine = __builtin_LINE())
 {
-    void *pvBlock = ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], sizeof(T), __FILE__, __LINE__);
+    void *pvBlock = ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], sizeof(T), __FILE__, uiLine);
     if (pvBlock != nullptr && memset_s(pvBlock, sizeof(T), 0, sizeof(T)) != 0)
         ZOR_Assert(__FILE__, __LINE__, 0);
     return static_cast<T *>(pvBlock);
@@ -46,7 +46,7 @@ bool SetUpSchema(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcDir1, const char
     return true;
 }
 
-}  // namespace
+} // namespace
 
 TELMYANG_LOCAL_DATA_S *YANGLIB_Initial(uint64_t ulModuleId, uint64_t pKorvComponent,
                                        const TELMYANG_DEBUG_HOOK_S *pstHookTable, const char *pcDir1,

@@ -33,7 +33,8 @@ class NewYangFile {
 
 const char *FirstSearchDir(const TELMYANG_YANG_CTX_S *pstYangCtx)
 {
-    return pstYangCtx->ppcSearchDir != nullptr ? korv::Shown(pstYangCtx->ppcSearchDir[0]) : "NULL";
+    return pstYangCtx != nullptr && pstYangCtx->ppcSearchDir != nullptr ? korv::Shown(pstYangCtx->ppcSearchDir[0])
+                                                                        : "NULL";
 }
 
 /* Step 3: the schema library's part, and the module's deviations. */
@@ -45,7 +46,8 @@ uint32_t LoadSchema(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_CTX_S *pstYan
     if (uiRet != KORV_OK) {
         KORV_LOG_ERROR(pstLocal, "-3. Load Module return 0x%x: pcModuleName(%s) pcReversionIn(%s) pcSearchDir(%s)",
                        uiRet, pcModuleName, korv::Shown(pcRevision), FirstSearchDir(pstYangCtx));
-        (void)QY_CTX_ScanAllSchemaLoadFail(pstYangCtx->pSchemaCtx, KORV_LIBYANG_LoadFailedPrint, pstLocal);
+        if (pstYangCtx != nullptr)
+            (void)QY_CTX_ScanAllSchemaLoadFail(pstYangCtx->pSchemaCtx, KORV_LIBYANG_LoadFailedPrint, pstLocal);
         return uiRet;
     }
     if (YANGLIB_IsInDeviationList(pcModuleName) != 0)
@@ -102,7 +104,7 @@ uint32_t LoadNewModule(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName
     return KORV_OK;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t YANGLIB_LoadYangModule(TELMYANG_LOCAL_DATA_S *pYangModule, const char *pcModuleName, const char *pcReversionIn)
 {

@@ -40,7 +40,7 @@ uint32_t Unload(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, const
     return KORV_OK;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t YANGLIB_UnloadYangModule(TELMYANG_LOCAL_DATA_S *pYangModule, const char *pcModuleName, const char *pcRevision)
 {

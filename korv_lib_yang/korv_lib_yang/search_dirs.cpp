@@ -8,7 +8,15 @@ bool HasContext(const TELMYANG_YANG_CTX_S *pstYangCtx)
     return pstYangCtx != nullptr && pstYangCtx->pSchemaCtx != nullptr;
 }
 
-}  // namespace
+constexpr uint32_t DIR_ENTRY_NUM = 3; /* both base directories and the null behind them */
+
+void RegisterAll(TELMYANG_YANG_CTX_S *pstYangCtx, char *const *ppcDir)
+{
+    for (uint32_t uiLoop = 0; uiLoop < DIR_ENTRY_NUM; ++uiLoop)
+        (void)QY_CTX_SetSearchDir(pstYangCtx->pSchemaCtx, ppcDir[uiLoop]);
+}
+
+} // namespace
 
 uint32_t TELMYANG_SetSearchDir(const char *pcDir1, const char *pcDir2, TELMYANG_LOCAL_DATA_S *pstLocal)
 {
@@ -37,8 +45,7 @@ uint32_t TELMYANG_SetYangContextSearchPath(TELMYANG_YANG_CTX_S *pstYangCtx)
 {
     if (!HasContext(pstYangCtx))
         return KORV_FAIL;
-    for (const char *pcDir : pstYangCtx->apcSearchDir)
-        (void)QY_CTX_SetSearchDir(pstYangCtx->pSchemaCtx, pcDir);
+    RegisterAll(pstYangCtx, pstYangCtx->apcSearchDir);
     return KORV_OK;
 }
 
@@ -47,5 +54,7 @@ uint32_t TELMYANG_UndoYangContextSearchPath(TELMYANG_YANG_CTX_S *pstYangCtx)
     if (!HasContext(pstYangCtx))
         return KORV_FAIL;
     QY_CTX_UnSetSearchDir(pstYangCtx->pSchemaCtx, nullptr);
-    return TELMYANG_SetYangContextSearchPath(pstYangCtx);
+    if (pstYangCtx->ppcSearchDir != nullptr)
+        RegisterAll(pstYangCtx, pstYangCtx->ppcSearchDir);
+    return KORV_OK;
 }

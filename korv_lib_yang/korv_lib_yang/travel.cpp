@@ -23,7 +23,7 @@ KorvTreeNode *NextBelow(const KorvTreeNode *pstStart, KorvTreeNode *pstNode)
     return pstNode->pstNextSibling != pstStart ? pstNode->pstNextSibling : nullptr;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t YANGLIB_TravelParentNode_(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstTreeNode, void *pUserData,
                                    YANGLIB_TRAVEL_PF pfnParentCb)
@@ -45,7 +45,7 @@ uint32_t YANGLIB_TravelYangModuleSubTree(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTr
                                          YANGLIB_TRAVEL_PF pfnParentCb, YANGLIB_TRAVEL_PF pfnNodeCb)
 {
     if (pstTreeNode == nullptr || pfnNodeCb == nullptr)
-        return KORV_TRAVEL_NOT_FOUND;
+        return KORV_FAIL;
     uint32_t uiRet = YANGLIB_TravelParentNode_(pstLocal, pstTreeNode, pUserData, pfnParentCb);
     if (uiRet != 0)
         return uiRet;

@@ -99,7 +99,7 @@ bool CopyPath(char (&acCopy)[KORV_XPATH_SIZE], const char *pcPath)
     return false;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_JudgeXpathNodeType(TELMYANG_LOCAL_DATA_S *, const char *pcXpathMain)
 {

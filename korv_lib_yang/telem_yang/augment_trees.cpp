@@ -12,7 +12,7 @@ const char *NameOf(QY_NODE *pNode)
     return korv::Shown(QY_NODE_GetNodeName(pNode));
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELEMYANG_GetAugmentNum(QY_NODE *, void *, void *puiCount)
 {

@@ -34,7 +34,7 @@ CaseLeafScanCtx ScanOf(QY_NODE *pNode, uint32_t uiInCase, QY_NODE **ppLeaf, uint
             static_cast<uint8_t>(uiStart)};
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_GetAllCaseLeafNodeCb(QY_NODE *pNode, void *, void *pstScan)
 {
@@ -54,6 +54,8 @@ uint32_t TELMYANG_GetAllCaseLeafNode(QY_NODE *pNode, uint32_t uiInCase, QY_NODE 
                                      uint32_t uiLimit)
 {
     CaseLeafScanCtx stScan = ScanOf(pNode, uiInCase, ppLeaf, uiStart, uiLimit);
+    if (uiStart >= stScan.uiLimit)
+        return stScan.uiLimit;
     (void)Collect(&stScan);
     return stScan.ucCount;
 }

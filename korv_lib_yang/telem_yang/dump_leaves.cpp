@@ -73,14 +73,17 @@ uint32_t AppendEntry(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpNodeData *pstRecor
     return KORV_FAIL;
 }
 
-}  // namespace
+} // namespace
 
 void TELMYANG_FillListDataFreeIfErr_(YangDumpLeafData *pstLeafEntry, YangDumpNodeData *pstRecord)
 {
     if (pstLeafEntry != nullptr)
         FreeEntry(pstLeafEntry);
-    for (uint32_t uiLoop = 0; uiLoop < VEC_VectorCount(pstRecord->pstLeafList); ++uiLoop) {
+    const uint32_t uiNum = pstRecord->pstLeafList != nullptr ? VEC_VectorCount(pstRecord->pstLeafList) : 0;
+    for (uint32_t uiLoop = 0; uiLoop < uiNum; ++uiLoop) {
         auto *pstEntry = static_cast<YangDumpLeafData *>(pstRecord->pstLeafList->ppvItem[uiLoop]);
+        if (pstEntry == nullptr)
+            continue;
         korv::HostFree(pstEntry->pcName);
         korv::HostFree(pstEntry->pcPath);
         korv::HostFree(pstEntry);

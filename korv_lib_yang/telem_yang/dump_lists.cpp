@@ -14,7 +14,7 @@ void DropAll(DumpIterEntry *pstList)
     }
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_PutAllChildNodeToIter(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstTreeNode,
                                         DumpIterEntry *pstIter, const char *pcParentPath)

@@ -48,6 +48,6 @@ inline void Unlink(TELMYANG_YANG_CTX_S *pstYangCtx, TELMYANG_YANG_FILE_INFO_S *p
     SetPrev(pstYangCtx, pstFile->pstNext, pstFile->pstPrev);
 }
 
-}  // namespace korv
+} // namespace korv
 
-#endif  // KORV_FILE_LIST_H
+#endif // KORV_FILE_LIST_H

@@ -33,6 +33,6 @@ inline DumpIterEntry *TakeFirst(DumpIterEntry *pstList)
     return pstEntry;
 }
 
-}  // namespace korv
+} // namespace korv
 
-#endif  // KORV_ITER_LIST_H
+#endif // KORV_ITER_LIST_H

@@ -16,6 +16,6 @@ enum class LeafAppend {
 /* Fills a descriptor of the leaf, shows it to the host's adapt function and stores it in the context's vector. */
 LeafAppend AppendLeaf(const LeafFillCtx &stFill, QY_NODE *pLeaf);
 
-}  // namespace korv
+} // namespace korv
 
-#endif  // KORV_LEAF_APPEND_H
+#endif // KORV_LEAF_APPEND_H

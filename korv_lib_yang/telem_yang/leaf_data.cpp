@@ -64,7 +64,7 @@ bool HasRange(uint8_t ucBaseType)
     return ucBaseType == QY_TYPE_UINT16 || ucBaseType == QY_TYPE_UINT32 || ucBaseType == QY_TYPE_UINT64;
 }
 
-}  // namespace
+} // namespace
 
 void TELMYANG_GetLeafNodeDataType(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf *pstLeaf)
 {

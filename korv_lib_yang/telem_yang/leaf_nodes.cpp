@@ -88,7 +88,7 @@ void SettleHolder(KorvTreeLeaf *pstLeaf)
         QY_NODE_SetPrivate(pstLeaf->pYinNode, nullptr);
 }
 
-}  // namespace
+} // namespace
 
 korv::LeafNodeWatch::LeafNodeWatch(TELMYANG_LOCAL_DATA_S *pstLocal) : m_pstLocal(pstLocal)
 {

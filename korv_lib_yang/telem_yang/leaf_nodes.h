@@ -23,6 +23,6 @@ class LeafNodeWatch {
 /* Takes a node that is being released out of its descriptor; false when its private data is no watch's mark. */
 bool ReleaseWatchedNode(QY_NODE *pNode, void *pvPrivate);
 
-}  // namespace korv
+} // namespace korv
 
-#endif  // KORV_LEAF_NODES_H
+#endif // KORV_LEAF_NODES_H

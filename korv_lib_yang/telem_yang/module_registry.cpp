@@ -6,10 +6,11 @@
 namespace {
 
 /* A copy of the text from the memory module, or null with a log line. */
-char *CopyText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, const char *pcText)
+char *CopyText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, const char *pcText,
+               uint32_t uiLine = __builtin_LINE())
 {
     const uint32_t uiSize = XUR_StrLen(pcText) + 1;
-    auto *pcCopy = static_cast<char *>(ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], uiSize, __FILE__, __LINE__));
+    auto *pcCopy = static_cast<char *>(ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], uiSize, __FILE__, uiLine));
     if (pcCopy == nullptr) {
         KORV_LOG_ERROR(pstLocal, "malloc failed!");
         return nullptr;
@@ -36,11 +37,13 @@ bool HasRevision(const TELMYANG_YANG_FILE_INFO_S *pstFile, const char *pcRevisio
     return pstFile->pcRevision != nullptr && XUR_StrCmp(pstFile->pcRevision, pcRevision) == 0;
 }
 
-}  // namespace
+} // namespace
 
 TELMYANG_YANG_FILE_INFO_S *TELMYANG_GetIfYangModuleExist(TELMYANG_LOCAL_DATA_S *, TELMYANG_YANG_CTX_S *pstYangCtx,
                                                          const char *pcModuleName, const char *pcRevision)
 {
+    if (pcModuleName == nullptr)
+        return nullptr;
     TELMYANG_YANG_FILE_INFO_S *const pstEnd = korv::ListEnd(pstYangCtx);
     for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != pstEnd; pstFile = pstFile->pstNext) {
         if (pstFile->ucInUse != 0 && XUR_StrCmp(pstFile->pcModuleName, pcModuleName) == 0 &&

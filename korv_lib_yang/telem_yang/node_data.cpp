@@ -33,7 +33,7 @@ uint32_t CopyKeys(TELMYANG_LOCAL_DATA_S *pstLocal, uint8_t *pucTo, const uint8_t
     return KORV_OK;
 }
 
-}  // namespace
+} // namespace
 
 const char *TELMYANG_GetNodeModuleName(TELMYANG_LOCAL_DATA_S *, QY_NODE *pNode)
 {

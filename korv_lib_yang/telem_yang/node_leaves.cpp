@@ -12,7 +12,7 @@ bool IsLeafOrLeafList(QY_NODE *pNode)
     return uiNodeType == QY_NODE_TYPE_LEAF || uiNodeType == QY_NODE_TYPE_LEAF_LIST;
 }
 
-}  // namespace
+} // namespace
 
 korv::LeafAppend korv::AppendLeaf(const LeafFillCtx &stFill, QY_NODE *pLeaf)
 {

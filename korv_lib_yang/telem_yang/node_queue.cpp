@@ -12,7 +12,7 @@ void DropAll(DumpQueueEntry *pstQueue)
         korv::DropEntry(pstQueue->pstNext);
 }
 
-}  // namespace
+} // namespace
 
 void korv::DropEntry(DumpQueueEntry *pstEntry)
 {

@@ -19,6 +19,6 @@ inline bool IsEmpty(const DumpQueueEntry *pstQueue)
 /* Takes an entry out of its queue and releases it. */
 void DropEntry(DumpQueueEntry *pstEntry);
 
-}  // namespace korv
+} // namespace korv
 
-#endif  // KORV_NODE_QUEUE_H
+#endif // KORV_NODE_QUEUE_H

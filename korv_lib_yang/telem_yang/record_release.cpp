@@ -12,7 +12,7 @@ void ReleaseRecord(QY_NODE *pNode, void *pvPrivate)
     QY_NODE_SetPrivate(pNode, nullptr);
 }
 
-}  // namespace
+} // namespace
 
 void TELEM_COR_FreeYinNodePrivateData(void *, QY_NODE *pNode, void *pvPrivate)
 {

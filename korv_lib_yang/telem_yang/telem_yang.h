@@ -22,7 +22,7 @@ KORV_LIB_API uint32_t TELMYANG_CreateYangContext(TELMYANG_LOCAL_DATA_S *pstLocal
 
 /* --- module_registry.cpp --- */
 
-/* Gives the record its name and revision (copies; a null revision stays null) and marks it in use. 1 when there is no
+/* Gives the record its name and revision (copies; a null revision stays null, and no lookup finds an empty one) and marks it in use. 1 when there is no
  * memory: what was copied stays in the record. */
 KORV_LIB_API uint32_t TELMYANG_FillYangModuleInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile,
                                                   uint64_t ulModuleId, const char *pcModuleName,
@@ -150,6 +150,8 @@ KORV_LIB_API uint32_t TELEMYANG_GenerateAugmentTree(TELMYANG_LOCAL_DATA_S *pstLo
                                                     const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile,
                                                     QY_MOD *pMod);
 KORV_LIB_API uint32_t TELEMYANG_GetAugmentNum(QY_NODE *pNode, void *pvUnused, void *puiCount);
+/* The target trees: on 1 earlier entries keep theirs, the failing one's is released. The self trees: always 0, a node that
+ * cannot be copied is logged and ends its entry's scan. */
 KORV_LIB_API uint32_t TELEMYANG_AugmentDupTargetYangtree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
                                                          const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile);
 KORV_LIB_API uint32_t TELEMYANG_AugmentDupSelfYangtree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
@@ -201,8 +203,10 @@ typedef struct {
 
 #pragma pack(pop)
 
+/* Fills pstLeafList from the leaf and leaf-list children; on 1 the node keeps what was made, to be released with it. */
 KORV_LIB_API uint32_t TELMYANG_FillLeafDataByNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst,
                                                   KorvTreeNode *pstNode);
+/* Count (LeafNumCtx) and fill (LeafFillCtx) callbacks of the children scan; the second stops with 1 on failure. */
 KORV_LIB_API uint32_t TELMYANG_GetLeafChildNum(QY_NODE *pNode, void *pvUnused, void *pstCount);
 KORV_LIB_API uint32_t TELMYANG_FillLeafDataByNodeCb(QY_NODE *pNode, void *pvUnused, void *pstFill);
 
@@ -220,6 +224,7 @@ typedef struct {
 } CaseLeafScanCtx;
 #pragma pack(pop)
 
+/* Fills pstCaseLeafList of a container or list; on 1 the node keeps what was made, to be released with it. */
 KORV_LIB_API uint32_t TELMYANG_FillCaseLeafDataByNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst,
                                                       KorvTreeNode *pstNode);
 
@@ -250,6 +255,7 @@ KORV_LIB_API uint32_t TELMYANG_GetNodePrivateValue(TELMYANG_LOCAL_DATA_S *pstLoc
 /* Reads the range of a uint16, uint32 or uint64 leaf; 0. */
 KORV_LIB_API uint32_t TELMYANG_GetLeafNodeTypeRange(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeLeaf *pstLeaf,
                                                     QY_NODE *pLeaf);
+/* Stores one range part in a pair of signed 64-bit values (QY_RANGE_SCAN_PF); 0. */
 KORV_LIB_API uint32_t TELMYANG_GetLeafNodeTypeRangeValue(const int64_t *pllStart, const int64_t *pllEnd, void *pllPair);
 
 /* --- dump_leaves.cpp --- */

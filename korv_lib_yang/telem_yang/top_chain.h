@@ -17,6 +17,6 @@ inline void AppendTopNode(KorvTreeGenCtx *pstChain, KorvTreeNode *pstTop)
     pstChain->pstLastNode = pstTop;
 }
 
-}  // namespace korv
+} // namespace korv
 
-#endif  // KORV_TOP_CHAIN_H
+#endif // KORV_TOP_CHAIN_H

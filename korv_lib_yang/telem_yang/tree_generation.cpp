@@ -78,7 +78,7 @@ uint32_t DupNodeCb(QY_NODE *pNode, uint32_t uiTravType, void *pvScan)
     return DupNode(pNode, uiTravType, &pstScan->stGen, &pstScan->pstTail);
 }
 
-}  // namespace
+} // namespace
 
 KorvTreeNode *TELMYANG_UpdateLinkParentKorvNodeByTravType(KorvTreeNode *pstCurParent, KorvTreeNode *pstLastNode,
                                                           uint32_t uiTravType)

@@ -11,7 +11,7 @@ KorvTreeNode *LastOfChain(KorvTreeNode *pstNode)
     return pstNode;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_AddKorvChildNode(KorvTreeNode *pstParent, KorvTreeNode *pstChild)
 {

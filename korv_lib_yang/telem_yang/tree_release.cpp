@@ -18,7 +18,7 @@ uint32_t ReleaseFirst(TELMYANG_LOCAL_DATA_S *pstLocal, DumpQueueEntry *pstQueue)
     return KORV_OK;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_FreeYangtreeAllNodes(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstRoot)
 {
@@ -56,7 +56,7 @@ uint32_t TELEMYANG_DestroyYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const c
     TELMYANG_YANG_FILE_INFO_S *pstFile =
         TELMYANG_GetIfYangModuleExist(pstLocal, pstLocal->pstYangCtx, pcModuleName, pcRevision);
     if (pstFile == nullptr) {
-        KORV_LOG_ERROR(pstLocal, "can not findYangModuleTree,module(%s)version(%s)!", pcModuleName,
+        KORV_LOG_ERROR(pstLocal, "can not findYangModuleTree,module(%s)version(%s)!", korv::Shown(pcModuleName),
                        korv::Shown(pcRevision));
         return KORV_FAIL;
     }

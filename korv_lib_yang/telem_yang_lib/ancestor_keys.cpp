@@ -62,7 +62,7 @@ uint32_t DeriveAncestorKeys(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, Yin
     return TELMYANG_BSC_ParseNodeAncestorKeyRefInfoWithParent(pstLocal, pNode, pstInst, pstParent);
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_BSC_GetCompleteYinInstNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst)
 {
@@ -104,7 +104,8 @@ uint32_t TELMYANG_BSC_ImplGetClassIdFromYinNodeExtCb_(QY_EXT *, const char *pcEx
 {
     if (TELMYANG_BSC_GetNodeMimExtType(pcExtModule, pcKeyword) != MIM_EXT_CLASS_ID)
         return 0;
-    *static_cast<uint32_t *>(puiClassId) = static_cast<uint32_t>(XUR_strtoul(pcArgument, nullptr, 0));
+    if (pcArgument != nullptr)
+        *static_cast<uint32_t *>(puiClassId) = static_cast<uint32_t>(XUR_strtoul(pcArgument, nullptr, 0));
     return 1;
 }
 

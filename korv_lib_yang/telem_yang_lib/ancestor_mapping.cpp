@@ -30,7 +30,24 @@ bool HasNested(QY_EXT *pExt)
     return uiCount != 0;
 }
 
-}  // namespace
+/* The leaf and leaf-list children of a class as its record has them: a class with very many child classes is not scanned
+ * once for each of them. */
+void VisitLeavesInOrder(const YinInst *pstInst, IndexMapFindCtx *pstFind)
+{
+    const YinAttr *pstLeafList = pstInst->pstYinAttr + pstInst->ucNumOfAttr;
+    const YinAttr *const pstEnd = pstLeafList + pstInst->ucLeafListNum;
+    for (uint32_t uiLoop = 0; uiLoop <= pstInst->ucNumOfAttr; ++uiLoop) {
+        for (; pstLeafList != pstEnd && pstLeafList->uiDataType == uiLoop; ++pstLeafList) {
+            if (TELMYANG_BSC_InstGetExtIndexMapIdCb(pstLeafList->pLeafNode, nullptr, pstFind) == STOP)
+                return;
+        }
+        if (uiLoop < pstInst->ucNumOfAttr &&
+            TELMYANG_BSC_InstGetExtIndexMapIdCb(pstInst->pstYinAttr[uiLoop].pLeafNode, nullptr, pstFind) == STOP)
+            return;
+    }
+}
+
+} // namespace
 
 uint32_t TELMYANG_BSC_ParseNodeAncestorKeyRefInfoWithParent(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                             YinInst *pstInst, YinInst *pstParent)
@@ -177,7 +194,10 @@ YinAttr *TELMYANG_BSC_FindAttrInYinInstByAttrId(TELMYANG_LOCAL_DATA_S *, YinInst
 uint32_t TELMYANG_BSC_InstGetExtIndexMapId(YinInst *pstInst, uint32_t uiKeyAttrId, TELMYANG_LOCAL_DATA_S *pstLocal)
 {
     IndexMapFindCtx stFind = {pstLocal, uiKeyAttrId, KORV_NO_ID};
-    (void)QY_NODE_IterScanChildrenNode(pstInst->pYinNode, TELMYANG_BSC_InstGetExtIndexMapIdCb, &stFind);
+    if (pstInst->ucLeafOrder != 0)
+        VisitLeavesInOrder(pstInst, &stFind);
+    else
+        (void)QY_NODE_IterScanChildrenNode(pstInst->pYinNode, TELMYANG_BSC_InstGetExtIndexMapIdCb, &stFind);
     return stFind.uiIndexMapId;
 }
 

@@ -9,13 +9,56 @@ const char *NameOf(QY_NODE *pNode)
     return korv::Shown(QY_NODE_GetNodeName(pNode));
 }
 
-/* One pass over the nodes that can be attributes of the class: its children, or for a leaf-list the node alone. */
-uint32_t VisitAttrNodes(QY_NODE *pNode, AttrLeafScanCtx *pstScan, QY_NODE_SCAN_PF pfnCb)
+/* A pass over the nodes that can be attributes of the class: its children, or for a leaf-list the node alone. */
+struct AttrPass {
+    AttrLeafScanCtx stScan;
+    uint32_t uiLeafListNum;
+    YinAttr *pstLeafList; /* record of the next leaf-list child, behind the attributes */
+};
+
+bool IsLeafListChild(const AttrPass *pstPass, QY_NODE *pNode)
 {
-    if (pstScan->uiWantedType == QY_NODE_TYPE_LEAF_LIST)
-        return pfnCb(pNode, nullptr, pstScan);
+    return pstPass->stScan.uiWantedType == QY_NODE_TYPE_LEAF && QY_NODE_GetNodeType(pNode) == QY_NODE_TYPE_LEAF_LIST;
+}
+
+uint32_t CountCb(QY_NODE *pNode, void *pvUnused, void *pvPass)
+{
+    auto *pstPass = static_cast<AttrPass *>(pvPass);
+    if (IsLeafListChild(pstPass, pNode))
+        ++pstPass->uiLeafListNum;
+    return TELMYANG_BSC_ParseNodeAttrLeafNum(pNode, pvUnused, &pstPass->stScan);
+}
+
+uint32_t FillCb(QY_NODE *pNode, void *pvUnused, void *pvPass)
+{
+    auto *pstPass = static_cast<AttrPass *>(pvPass);
+    if (pstPass->pstLeafList != nullptr && IsLeafListChild(pstPass, pNode))
+        *pstPass->pstLeafList++ = {pNode, pstPass->stScan.uiFillNum, 0, 0};
+    return TELMYANG_BSC_ParseNodeAttrLeafArray(pNode, pvUnused, &pstPass->stScan);
+}
+
+uint32_t VisitAttrNodes(QY_NODE *pNode, AttrPass *pstPass, QY_NODE_SCAN_PF pfnCb)
+{
+    if (pstPass->stScan.uiWantedType == QY_NODE_TYPE_LEAF_LIST)
+        return pfnCb(pNode, nullptr, pstPass);
     QY_NODE *pFirst = TELMYANG_BSC_FindFirstChild(pNode);
-    return pFirst != nullptr ? QY_NODE_IterScanSiblingNode(pFirst, pfnCb, pstScan) : KORV_OK;
+    return pFirst != nullptr ? QY_NODE_IterScanSiblingNode(pFirst, pfnCb, pstPass) : KORV_OK;
+}
+
+/* Room for the attributes, and for the leaf-list children behind them unless there are too many of those. */
+bool AllocAttrs(TELMYANG_LOCAL_DATA_S *pstLocal, YinInst *pstInst, AttrPass *pstPass)
+{
+    const uint32_t uiAttrNum = pstPass->stScan.uiAttrNum;
+    const uint32_t uiLeafListNum = pstPass->uiLeafListNum <= YIN_COUNT_MAX ? pstPass->uiLeafListNum : 0;
+    pstInst->pstYinAttr = korv::NewZeroed<YinAttr>(pstLocal, uiAttrNum + uiLeafListNum).release();
+    if (pstInst->pstYinAttr == nullptr)
+        return false;
+    pstInst->ucNumOfAttr = static_cast<uint8_t>(uiAttrNum);
+    pstInst->ucLeafOrder = uiLeafListNum == pstPass->uiLeafListNum ? 1 : 0;
+    pstInst->ucLeafListNum = static_cast<uint8_t>(uiLeafListNum);
+    pstPass->stScan.pstCurAttr = pstInst->pstYinAttr;
+    pstPass->pstLeafList = uiLeafListNum != 0 ? pstInst->pstYinAttr + uiAttrNum : nullptr;
+    return true;
 }
 
 uint32_t SetFieldId(TELMYANG_LOCAL_DATA_S *pstLocal, YinAttr *pstAttr, uint32_t uiValue)
@@ -57,7 +100,7 @@ SetValue SetterOf(MimExtType uiId)
     }
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_BSC_ParseNodeAttrLeafNum(QY_NODE *pNode, void *, void *pstScan)
 {
@@ -85,30 +128,29 @@ uint32_t TELMYANG_BSC_ParseNodeAttrLeafArray(QY_NODE *pNode, void *, void *pstSc
 
 uint32_t TELMYANG_BSC_ParseNodeAttrLeafInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst)
 {
-    AttrLeafScanCtx stScan = {};
-    stScan.pstLocal = pstLocal;
+    AttrPass stPass = {};
+    stPass.stScan.pstLocal = pstLocal;
     const bool bLeafList = QY_NODE_GetNodeType(pNode) == QY_NODE_TYPE_LEAF_LIST;
-    stScan.uiWantedType = bLeafList ? QY_NODE_TYPE_LEAF_LIST : QY_NODE_TYPE_LEAF;
-    (void)VisitAttrNodes(pNode, &stScan, TELMYANG_BSC_ParseNodeAttrLeafNum);
-    if (stScan.uiAttrNum == 0)
+    stPass.stScan.uiWantedType = bLeafList ? QY_NODE_TYPE_LEAF_LIST : QY_NODE_TYPE_LEAF;
+    (void)VisitAttrNodes(pNode, &stPass, CountCb);
+    const uint32_t uiAttrNum = stPass.stScan.uiAttrNum;
+    if (uiAttrNum == 0)
         return KORV_OK;
-    if (stScan.uiAttrNum > YIN_COUNT_MAX) {
-        KORV_LOG_ERROR(pstLocal, "class node(%s) has %u attribute leaves, more than %u!", NameOf(pNode),
-                       stScan.uiAttrNum, YIN_COUNT_MAX);
+    if (uiAttrNum > YIN_COUNT_MAX) {
+        KORV_LOG_ERROR(pstLocal, "class node(%s) has %u attribute leaves, more than %u!", NameOf(pNode), uiAttrNum,
+                       YIN_COUNT_MAX);
         return KORV_FAIL;
     }
-    korv::HostPtr<YinAttr> pstAttrs = korv::NewZeroed<YinAttr>(pstLocal, stScan.uiAttrNum);
-    if (!pstAttrs) {
+    if (!AllocAttrs(pstLocal, pstInst, &stPass)) {
         KORV_LOG_ERROR(pstLocal, "XUR_Malloc error!");
         return KORV_FAIL;
     }
-    stScan.pstCurAttr = pstAttrs.get();
-    const uint32_t uiRet = VisitAttrNodes(pNode, &stScan, TELMYANG_BSC_ParseNodeAttrLeafArray);
-    if (uiRet != KORV_OK)
-        return uiRet;
-    pstInst->ucNumOfAttr = static_cast<uint8_t>(stScan.uiAttrNum);
-    pstInst->pstYinAttr = pstAttrs.release();
-    return KORV_OK;
+    const uint32_t uiRet = VisitAttrNodes(pNode, &stPass, FillCb);
+    if (uiRet != KORV_OK) {
+        korv::HostFree(pstInst->pstYinAttr);
+        pstInst->pstYinAttr = nullptr;
+    }
+    return uiRet;
 }
 
 uint32_t TELMYANG_BSC_FillLeafIntoYinAttr(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, YinAttr *pstAttr)

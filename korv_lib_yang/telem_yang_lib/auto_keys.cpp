@@ -13,7 +13,7 @@ void RecordPair(AutoKeyScanCtx *pstCtx, QY_NODE *pNode, QY_EXT *pExt)
     pstCtx->pstPairs[pstCtx->ucPairNum++] = {pNode, pExt};
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_BSC_ImplParseAutoKeyForEachCb_(QY_NODE *pNode, void *, void *pstScan)
 {

@@ -23,7 +23,7 @@ bool StopsAtFirstNode(uint32_t uiWantedType)
            uiWantedType == QY_NODE_TYPE_ANYDATA;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_BSC_ImplFindYinFirstChildCb(QY_NODE *pNode, void *, void *ppNode)
 {

@@ -15,8 +15,8 @@ bool IsSought(const char *pcExtModule, const char *pcKeyword, const char *pcWant
 /* Also notes whether a leaf carries another module's statement. */
 bool MatchesOnNode(MimExtFindCtx *pstFind, const char *pcExtModule, const char *pcKeyword)
 {
-    if (pcExtModule != nullptr && pcKeyword != nullptr && XUR_StrCmp(pcExtModule, pstFind->pcExtModule) == 0)
-        return XUR_StrCmp(pcKeyword, pstFind->pcExtName) == 0;
+    if (pcExtModule != nullptr && XUR_StrCmp(pcExtModule, pstFind->pcExtModule) == 0)
+        return pcKeyword != nullptr && XUR_StrCmp(pcKeyword, pstFind->pcExtName) == 0;
     if (QY_NODE_GetNodeType(pstFind->pYinNode) == QY_NODE_TYPE_LEAF)
         pstFind->uiHasForeignExt = 1;
     return false;
@@ -43,7 +43,7 @@ uint32_t CountInstances(QY_NODE *pNode)
     return uiCount;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TLMTLIB_ImplFindExtInstByNameCb(QY_EXT *pExt, const char *pcExtModule, const char *pcKeyword,
                                          const char *pcArgument, void *pstFind)

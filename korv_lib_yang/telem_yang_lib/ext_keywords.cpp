@@ -41,7 +41,7 @@ bool TextEqual(const char *pcLeft, const char *pcRight)
     return pcLeft[0] == pcRight[0] && XUR_StrCmp(pcLeft, pcRight) == 0;
 }
 
-}  // namespace
+} // namespace
 
 MimExtType TELMYANG_BSC_GetNodeMimExtType(const char *pcExtModule, const char *pcKeyword)
 {

@@ -13,10 +13,14 @@ const char *SkipBlanks(const char *pcText)
     return pcText;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_BSC_ParseMimExtIntoInt(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcText, uint32_t *puiValue)
 {
+    if (pcText == nullptr) {
+        KORV_LOG_ERROR(pstLocal, "number text null error!");
+        return KORV_FAIL;
+    }
     const uint64_t ulValue = XUR_strtoul(pcText, nullptr, BASE_BY_PREFIX);
     if (ulValue == NOT_A_NUMBER) {
         KORV_LOG_ERROR(pstLocal, "uiTmpVal error,uiTmpVal(%lu)!", ulValue);

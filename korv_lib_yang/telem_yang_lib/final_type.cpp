@@ -51,7 +51,7 @@ QY_TYPE *LastDerivedType(QY_NODE *pNode)
     return QY_NODE_ScanDerivedType(pNode, TELEM_MDL_ImplGetYinNodeFinalTypeCb, &pType) == 0 ? pType : nullptr;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELEM_MDL_ImplGetYinNodeFinalTypeCb(void *, void *, QY_TYPE *pType, void *ppType)
 {

@@ -26,18 +26,18 @@ struct HostDelete {
     void operator()(void *pvBlock) const { HostFree(pvBlock); }
 };
 
-/* Owns one block within a function. */
-template<typename T>
+/* Owns one block within a function. The place that its release names is this file's. */
+template <typename T>
 using HostPtr = std::unique_ptr<T, HostDelete>;
 
 /* uiNum zero-filled records of T, or null with a log line (silently for none). */
-template<typename T>
+template <typename T>
 HostPtr<T> NewZeroed(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiNum = 1)
 {
     return HostPtr<T>(static_cast<T *>(
         TELMYANG_Malloc_BZero(pstLocal, pstLocal->ulModuleId, static_cast<uint32_t>(uiNum * sizeof(T)))));
 }
 
-}  // namespace korv
+} // namespace korv
 
-#endif  // KORV_HOST_MEMORY_H
+#endif // KORV_HOST_MEMORY_H

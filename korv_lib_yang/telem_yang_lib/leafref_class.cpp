@@ -13,7 +13,7 @@ const char *NameOf(QY_NODE *pNode)
     return korv::Shown(QY_NODE_GetNodeName(pNode));
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_BSC_ParseNodeClassTypeExt(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst,
                                             const char *pcClassType)

@@ -12,6 +12,22 @@ bool IsKey(QY_NODE *pNode)
     return (QY_NODE_IsKey(pNode) & 1u) != 0;
 }
 
+/* A schema library answers in the low 8 bits; the others may hold anything. */
+constexpr uint32_t KEY_NUM_MASK = 0xFF;
+
+uint32_t CountKeyLeavesCb(QY_NODE *pNode, void *, void *puiCount)
+{
+    *static_cast<uint32_t *>(puiCount) += IsKey(pNode) ? 1 : 0;
+    return GO_ON;
+}
+
+uint32_t CountKeyLeaves(QY_NODE *pNode)
+{
+    uint32_t uiCount = 0;
+    (void)QY_NODE_IterScanChildrenNode(pNode, CountKeyLeavesCb, &uiCount);
+    return uiCount;
+}
+
 /* Maps the collected names to attribute ids. */
 uint32_t MapKeyNames(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst, const KeyNameBuffer &stNames)
 {
@@ -28,7 +44,7 @@ uint32_t MapKeyNames(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *p
     return KORV_OK;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_BSC_ImplParseListAllKeyCb(QY_NODE *pNode, void *, void *pstCollect)
 {
@@ -62,12 +78,13 @@ uint32_t TELMYANG_BSC_ParseNodeKeyLeafInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_N
 {
     if (QY_NODE_GetNodeType(pNode) != QY_NODE_TYPE_LIST)
         return KORV_OK;
-    const uint32_t uiKeyNum = QY_NODE_GetNodeKeyNum(pNode);
-    if (uiKeyNum > YIN_COUNT_MAX) {
+    uint32_t uiKeyNum = QY_NODE_GetNodeKeyNum(pNode);
+    if (uiKeyNum > YIN_COUNT_MAX && CountKeyLeaves(pNode) > YIN_COUNT_MAX) {
         KORV_LOG_ERROR(pstLocal, "class node(%s) has %u keys, more than %u!", korv::Shown(QY_NODE_GetNodeName(pNode)),
                        uiKeyNum, YIN_COUNT_MAX);
         return KORV_FAIL;
     }
+    uiKeyNum &= KEY_NUM_MASK;
     pstInst->ucKeyNum = static_cast<uint8_t>(uiKeyNum);
     if (uiKeyNum == 0)
         return KORV_OK;

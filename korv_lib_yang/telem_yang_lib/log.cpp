@@ -14,12 +14,12 @@ void FormatAndPrint(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiLevel, const cha
     TELMYANG_LIBDebugPrint(pstLocal, uiLevel, pcFunc, uiLine, acText);
 }
 
-}  // namespace
+} // namespace
 
 namespace korv {
 
-void WriteOpenLog(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiLevel, const char *pcFunc, uint32_t uiLine,
-                  const char *pcFormat, ...)
+void WriteOpenLog(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiLevel, const char *, const char *, const char *pcFunc,
+                  uint32_t uiLine, const char *pcFormat, ...)
 {
     va_list vaArgs;
     va_start(vaArgs, pcFormat);
@@ -27,7 +27,7 @@ void WriteOpenLog(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiLevel, const char 
     va_end(vaArgs);
 }
 
-}  // namespace korv
+} // namespace korv
 
 void TELMYANG_LIBRegDebugFuncHook(TELMYANG_LOCAL_DATA_S *pstLocal, const TELMYANG_DEBUG_HOOK_S *pstHookTable)
 {

@@ -6,9 +6,9 @@
 
 namespace korv {
 
-/* Formats and prints a message of a level that is known to be open. */
-void WriteOpenLog(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiLevel, const char *pcFunc, uint32_t uiLine,
-                  const char *pcFormat, ...) KORV_PRINTF_LIKE(5, 6);
+/* TELMYANG_WriteLog for a level that is known to be open: the host is not asked again. */
+void WriteOpenLog(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiLevel, const char *pcLevelName, const char *pcFile,
+                  const char *pcFunc, uint32_t uiLine, const char *pcFormat, ...) KORV_PRINTF_LIKE(7, 8);
 
 /* A text as a message shows it: an absent one is "NULL". */
 inline const char *Shown(const char *pcText)
@@ -16,15 +16,15 @@ inline const char *Shown(const char *pcText)
     return pcText != nullptr ? pcText : "NULL";
 }
 
-}  // namespace korv
+} // namespace korv
 
-#define KORV_LOG_AT(pstLocal, uiLevel, ...)                                         \
-    do {                                                                            \
-        if (TELMYANG_LIBDebugPrintIsOpen(pstLocal, uiLevel) != 0)                   \
-            korv::WriteOpenLog(pstLocal, uiLevel, __func__, __LINE__, __VA_ARGS__); \
+#define KORV_LOG_AT(pstLocal, uiLevel, pcLevelName, ...)                                                   \
+    do {                                                                                                   \
+        if (TELMYANG_LIBDebugPrintIsOpen(pstLocal, uiLevel) != 0)                                          \
+            korv::WriteOpenLog(pstLocal, uiLevel, pcLevelName, __FILE__, __func__, __LINE__, __VA_ARGS__); \
     } while (0)
 
-#define KORV_LOG_ERROR(pstLocal, ...) KORV_LOG_AT(pstLocal, KORV_LOG_LEVEL_ERROR, __VA_ARGS__)
-#define KORV_LOG_INFO(pstLocal, ...) KORV_LOG_AT(pstLocal, KORV_LOG_LEVEL_INFO, __VA_ARGS__)
+#define KORV_LOG_ERROR(pstLocal, ...) KORV_LOG_AT(pstLocal, KORV_LOG_LEVEL_ERROR, "error", __VA_ARGS__)
+#define KORV_LOG_INFO(pstLocal, ...) KORV_LOG_AT(pstLocal, KORV_LOG_LEVEL_INFO, "info", __VA_ARGS__)
 
-#endif  // KORV_LOG_H
+#endif // KORV_LOG_H

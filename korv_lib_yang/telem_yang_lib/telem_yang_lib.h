@@ -74,10 +74,14 @@ enum {
     MIM_EXT_NONE = 16 /* not a statement of this module */
 };
 
+#pragma pack(push, 4)
 typedef struct {
     MimExtType uiId;
     const char *pcName;
 } MimExtKeyword;
+#pragma pack(pop)
+
+KORV_LAYOUT(sizeof(MimExtKeyword) == 12);
 
 #define MIM_EXT_KEYWORD_NUM 17u
 
@@ -95,8 +99,8 @@ KORV_LIB_API uint32_t TELMYANG_MimExt_NotNeedProc(MimExtType uiId);
 
 /* --- ext_numbers.cpp: arguments as numbers --- */
 
-/* The number at the start of the text, in C notation, cut to 32 bits; a text without digits is 0. 1 when it does not fit
- * 64 bits (or is "-1"): logged, the output untouched. */
+/* The number at the start of the text, in C notation, cut to 32 bits; a text without digits is 0. 1 for a null text
+ * and for a number that does not fit 64 bits (or is "-1"): logged, the output untouched. */
 KORV_LIB_API uint32_t TELMYANG_BSC_ParseMimExtIntoInt(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcText,
                                                       uint32_t *puiValue);
 
@@ -146,7 +150,8 @@ typedef struct {
     const char *apcValue[MIM_EXT_ARRAY_NUM];
 } MimExtArray;
 
-/* First instance at or after uiStartPos, or null; and every instance, of which the first 255 are kept. */
+/* First instance at or after uiStartPos, or null. Every instance into the record's arrays: 0, or 1 when the scan stopped
+ * at the 256th. */
 KORV_LIB_API QY_EXT *TLMTLIB_GetExtInstanceByName_(const char *pcKeyword, MimExtFindCtx *pstFind);
 KORV_LIB_API uint32_t TLMTLIB_GetExtInstanceArrayByExtName_(const char *pcKeyword, MimExtFindCtx *pstFind);
 KORV_LIB_API uint32_t TLMTLIB_ImplFindExtInstByNameCb(QY_EXT *pExt, const char *pcExtModule, const char *pcKeyword,
@@ -252,8 +257,10 @@ struct YinInst {
     uint8_t *pucSelfKeyAttributes; /* attribute ids of the own keys; owned, null when there are none */
     AncKeyRef *pstKeyRefArray;     /* ucAncKeyNum records; owned, null when there are none */
     uint8_t ucAutoKeyNum;
-    uint8_t ucClassType; /* YIN_CLASS_ */
-    QY_NODE *pYinNode;   /* set when the record is complete */
+    uint8_t ucClassType;   /* YIN_CLASS_ */
+    uint8_t ucLeafOrder;   /* 1: built by this library, which keeps the leaf-list children behind the attributes */
+    uint8_t ucLeafListNum; /* how many there are; each stands in front of the attribute that its uiDataType names */
+    QY_NODE *pYinNode;     /* set when the record is complete */
 };
 
 /* What the statements of a leaf say; its block is YIN_LEAF_BLOCK_SIZE long. */
@@ -330,7 +337,7 @@ typedef struct {
 
 #pragma pack(pop)
 
-/* Fills ucNumOfAttr and pstYinAttr. Nonzero: logged, both as before. */
+/* Fills ucNumOfAttr and pstYinAttr. Nonzero: logged, pstYinAttr is null and the record of no use. */
 KORV_LIB_API uint32_t TELMYANG_BSC_ParseNodeAttrLeafInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                          YinInst *pstInst);
 KORV_LIB_API uint32_t TELMYANG_BSC_ParseNodeAttrLeafNum(QY_NODE *pNode, void *pvUnused, void *pstScan);
@@ -481,7 +488,8 @@ KORV_LIB_API uint32_t TELMYANG_BSC_ConstructSelfInheritKey_(TELMYANG_LOCAL_DATA_
 KORV_LIB_API uint32_t TELMYANG_BSC_ParseNodeAncestorKeyRefInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                                YinInst *pstInst);
 
-/* Stores uiNum ids as the class's ancestor keys; KORV_NO_ID when there is no memory. */
+/* Stores uiNum ids as the class's ancestor keys. 1 for more than 255; KORV_NO_ID when there is no memory, and for none (an
+ * empty list in the statement). */
 KORV_LIB_API uint32_t TELMYANG_BSC_ConstructAncestorKeyRef(YinInst *pstInst, QY_NODE *pNode, const uint32_t *puiIdArr,
                                                            uint32_t uiNum, TELMYANG_LOCAL_DATA_S *pstLocal);
 
@@ -505,12 +513,15 @@ typedef struct {
 
 #pragma pack(pop)
 
+/* Ancestor keys from the mapping form. */
 KORV_LIB_API uint32_t TELMYANG_BSC_ParseNodeAncestorKeyRefInfoWithParent(TELMYANG_LOCAL_DATA_S *pstLocal,
                                                                          QY_NODE *pNode, YinInst *pstInst,
                                                                          YinInst *pstParent);
 KORV_LIB_API uint32_t TELMYANG_BSC_BuildAncestorIdArray(AncKeyMapCtx *pstMap, YinInst *pstParent,
                                                         const MimExtArray *pstStatements,
                                                         TELMYANG_LOCAL_DATA_S *pstLocal);
+/* The parent's ancestor keys, then its own. A key that cannot be mapped ends its pass with a log line and 0: its slot and
+ * those behind it stay 0. 1 when there are fewer statements than keys. */
 KORV_LIB_API uint32_t TELMYANG_BSC_MapByParentKeyRef_(AncKeyMapCtx *pstMap, YinInst *pstParent,
                                                       const MimExtArray *pstStatements,
                                                       TELMYANG_LOCAL_DATA_S *pstLocal);

@@ -42,7 +42,7 @@ uint32_t ReadLeafNumber(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, MimExtT
     return *puiRet == KORV_OK ? uiValue : 0;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t TELMYANG_BSC_GetNodeClassInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, uint32_t *puiIsClass,
                                        YinInst *pstInst)

@@ -176,5 +176,5 @@ TEST_F(Augments, FailingTargetTreeIsReleasedWithItsEarlierSiblings)
     EXPECT_EQ(Services().LiveBlocks().size(), 2u) << Services().Leaks();
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

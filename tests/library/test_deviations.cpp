@@ -136,5 +136,5 @@ TEST_F(Deviations, NameThatDoesNotFitIsNotFound)
     EXPECT_EQ(room, FileName("-edge"));
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

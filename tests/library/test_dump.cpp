@@ -115,6 +115,8 @@ TEST_F(Dump, OfNothing)
     EXPECT_EQ(DumpOf("nowhere"), 1u);
     EXPECT_EQ(count, 0u);
     EXPECT_EQ(log.Errors(), std::vector<std::string>{"can not findYangModuleTree(nowhere)!"});
+    ASSERT_EQ(Load("m"), 0u);
+    EXPECT_EQ(DumpOf(nullptr), 1u);
     const YangDumpRequest request = {nullptr, "m", nullptr, nullptr, 0};
     EXPECT_EQ(YANGLIB_DumpYangModuleDataEx(&request, &records, &count), 1u);
     YANGLIB_FreeDumpDataEx(nullptr, 7);
@@ -184,5 +186,5 @@ TEST_F(Dump, FailingVectors)
                                                       "Dump Yang Node Data Fail!"}));
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

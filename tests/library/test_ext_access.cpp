@@ -71,6 +71,9 @@ TEST_F(ExtAccess, NumbersAreReadInCNotation)
         EXPECT_EQ(value, c.value) << c.text;
     }
     EXPECT_EQ(log.Errors(), std::vector<std::string>(3, "uiTmpVal error,uiTmpVal(18446744073709551615)!"));
+    uint32_t untouched = 99;
+    EXPECT_EQ(TELMYANG_BSC_ParseMimExtIntoInt(Local(), nullptr, &untouched), 1u);
+    EXPECT_EQ(untouched, 99u);
 }
 
 TEST_F(ExtAccess, NumberListsAreBlankSeparated)
@@ -166,6 +169,21 @@ TEST_F(ExtAccess, AnotherModulesStatementOnALeafReadsAsNoValue)
     EXPECT_EQ(TELMYANG_BSC_IsYinNodeMimExtNumOnlyZero(c), 0u);
 }
 
+TEST_F(ExtAccess, StatementsWithoutArgumentAreNoNumbers)
+{
+    /* Another definition of the extension module: its statements take no argument. */
+    dir.AddFile("quelvo-mim-extensions.yin",
+                "<module name=\"quelvo-mim-extensions\" xmlns=\"urn:ietf:params:xml:ns:yang:yin:1\" "
+                "xmlns:x=\"urn:quelvo:yang:mim-extensions\"><namespace uri=\"urn:quelvo:yang:mim-extensions\"/><prefix "
+                "value=\"x\"/><extension name=\"class-id\"/><extension name=\"field-id\"/><extension "
+                "name=\"ancestor-key-fid\"/><extension name=\"aaa-task-id\"/></module>");
+    dir.Add("none", Container("c", "<mimext:class-id/>" + Leaf("l", "int8", "<mimext:field-id/>")));
+    EXPECT_EQ(Load("none"), 0u);
+    EXPECT_EQ(Node("none", "c")->uiClassId, 0u);
+    dir.Add("task", "<mimext:aaa-task-id/>");
+    EXPECT_EQ(Load("task"), 1u);
+}
+
 TEST_F(ExtAccess, NestedStatements)
 {
     QY_NODE *c = ContainerWith(
@@ -200,5 +218,5 @@ TEST_F(ExtAccess, ModuleTaskIdIsTheFirstThatIsNotZero)
                                         "-4. Read module (bad) mimext info return 0x1", "Load Module (bad) fail!"}));
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

@@ -214,6 +214,37 @@ TEST_F(Keys, IndexMapSearchStopsAtALeafWithoutId)
     EXPECT_EQ(AncestorKeys(Inst("c/l/d")), "0");
 }
 
+TEST_F(Keys, IndexMapSearchMeetsLeafListsWhereTheyStand)
+{
+    const auto leafList = [](const std::string &name, const std::string &statements) {
+        return "<leaf-list name=\"" + name + "\"><type name=\"int8\"/>" + statements + "</leaf-list>";
+    };
+    const std::string key = Key("k", 1, Ext("name2id-key-fid", "7"));
+    const std::string child = Container("d", Ext("class-id", "2") + Map(7, 20));
+    const std::string mapped = leafList("x", Ext("field-id", "1") + Ext("name2id-key-fid", "7"));
+    ASSERT_EQ(Read(Container("c", List("stop", "k", Ext("class-id", "1") + leafList("x", "") + key + child) +
+                                      List("behind", "k", Ext("class-id", "1") + key + leafList("x", "") + child) +
+                                      List("other", "k",
+                                           Ext("class-id", "1") + leafList("x", Ext("field-id", "5")) + key + child) +
+                                      List("itself", "k", Ext("class-id", "1") + Key("k", 1) + mapped + child))),
+              0u);
+    EXPECT_EQ(AncestorKeys(Inst("c/stop/d")), "0") << "the leaf-list has no field-id";
+    EXPECT_EQ(AncestorKeys(Inst("c/behind/d")), "20");
+    EXPECT_EQ(AncestorKeys(Inst("c/other/d")), "20");
+    EXPECT_EQ(AncestorKeys(Inst("c/itself/d")), "20");
+    Inst("c/stop")->ucLeafOrder = 0;
+    Inst("c/itself")->ucLeafOrder = 0;
+    EXPECT_EQ(TELMYANG_BSC_InstGetExtIndexMapId(Inst("c/stop"), 1, Local()), KORV_NO_ID) << "by the schema's children";
+    EXPECT_EQ(TELMYANG_BSC_InstGetExtIndexMapId(Inst("c/itself"), 1, Local()), 7u);
+}
+
+TEST_F(Keys, OnlyTheLowByteOfTheKeyCountIsRead)
+{
+    Faults().keyNumBits = 0xABCD00;
+    ASSERT_EQ(ReadBelowList(""), 0u);
+    EXPECT_EQ(OwnKeys(Inst("c/l")), "1 2");
+}
+
 TEST_F(Keys, TopLevelClassHasNoAncestors)
 {
     ASSERT_EQ(Read(Container("mapping", Ext("class-id", "1") + Map(1, 20)) +
@@ -259,5 +290,5 @@ TEST_F(Keys, TreeShowsOwnAndAncestorKeys)
     EXPECT_EQ(TELMYANG_BSC_GetParentYinInst(Local(), nullptr), nullptr);
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

@@ -100,5 +100,5 @@ TEST_F(LeafrefClass, CopyThatFails)
     EXPECT_EQ(TELMYANG_BSC_ParseNodeClassTypeExt(Local(), config, nullptr, nullptr), 1u);
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

@@ -100,6 +100,14 @@ TEST_F(Lifecycle, BaseDirectoriesCanBeRegisteredAgain)
     EXPECT_EQ(TELMYANG_UpdateSearchDir(Local()), 0u);
     EXPECT_EQ(Faults().setDirs, (std::vector<std::string>{one, two}));
     EXPECT_EQ(Faults().unsetAll, 1u);
+    char other[] = "other";
+    char *entries[] = {other, nullptr, nullptr};
+    ctx->ppcSearchDir = entries;
+    Faults().setDirs.clear();
+    EXPECT_EQ(TELMYANG_UndoYangContextSearchPath(ctx), 0u);
+    EXPECT_EQ(Faults().setDirs, (std::vector<std::string>{"other", "NULL", "NULL"}));
+    EXPECT_EQ(Faults().unsetAll, 2u);
+    ctx->ppcSearchDir = ctx->apcSearchDir;
     EXPECT_EQ(TELMYANG_SetYangContextSearchPath(nullptr), 1u);
     EXPECT_EQ(TELMYANG_UndoYangContextSearchPath(nullptr), 1u);
 }
@@ -157,5 +165,5 @@ TEST_F(Lifecycle, ZeroFilledAllocation)
     EXPECT_EQ(log.Errors(), std::vector<std::string>{"malloc fail!"});
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

@@ -177,5 +177,5 @@ TEST_F(LoadModule, ExamplesLoadInAnyOrder)
     } while (std::next_permutation(names.begin(), names.end()));
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

@@ -67,5 +67,5 @@ TEST_F(Log, LoadFailureNeedsModuleAndText)
     EXPECT_EQ(log.Errors(), std::vector<std::string>{"3. Load module m failed, errInfo: why"});
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

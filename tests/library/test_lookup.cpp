@@ -264,5 +264,5 @@ TEST_F(Lookup, WithoutMemory)
     EXPECT_EQ(Services().allocations, 3u) << "two path copies and one buffer";
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

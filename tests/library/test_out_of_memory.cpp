@@ -181,5 +181,5 @@ TEST_P(OutOfMemory, UnloadAndShutdownGiveTreesUpButNothingElse)
 INSTANTIATE_TEST_SUITE_P(Sweep, OutOfMemory, ::testing::Bool(),
                          [](const auto &mode) { return mode.param ? "AllThatFollow" : "OneAlone"; });
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

@@ -291,5 +291,5 @@ TEST_F(Records, CountingLeaves)
     EXPECT_EQ(TELMYANG_BSC_CountLeafNodeUnderInst(Local(), first, QY_NODE_TYPE_LEAF_LIST), 0) << "first node only";
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

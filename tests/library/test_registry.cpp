@@ -77,5 +77,5 @@ TEST_F(Registry, FillingWithoutMemoryLeavesWhatWasCopied)
     TELMYANG_FreeYangFileInfo(Local(), nullptr);
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

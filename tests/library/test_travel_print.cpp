@@ -113,6 +113,8 @@ TEST_F(Queries, TravelWithoutStartNode)
     const YangPathRequest request = {"m", nullptr, "/sys", "m:sys"};
     EXPECT_EQ(YANGLIB_TravelYangModule(Local(), &request, &walk, Parent, nullptr), 3u);
     EXPECT_EQ(YANGLIB_TravelYangModule(Local(), nullptr, &walk, Parent, Visit), 3u);
+    EXPECT_EQ(YANGLIB_TravelYangModuleSubTree(Local(), nullptr, &walk, Parent, Visit), 1u);
+    EXPECT_EQ(YANGLIB_TravelYangModuleSubTree(Local(), Node("m", "sys"), &walk, Parent, nullptr), 1u);
     EXPECT_TRUE(walk.calls.empty());
     EXPECT_TRUE(log.lines.empty());
 }
@@ -224,5 +226,5 @@ TEST_F(Queries, SmallQuestions)
     }
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

@@ -128,6 +128,10 @@ TEST_F(Tree, KeepsTheFirst255CaseLeavesAndSaysSo)
     EXPECT_EQ(names.front(), "l0");
     EXPECT_EQ(names.back(), "l254");
     EXPECT_EQ(log.Errors().front(), "node(a) has more than 255 case leaves, the others are left out!");
+    QY_NODE *leaves[4] = {};
+    EXPECT_EQ(TELMYANG_GetAllCaseLeafNode(SchemaNode(SchemaModule("m"), "a"), 0, leaves, 1, 3), 3u);
+    EXPECT_EQ(leaves[0], nullptr);
+    EXPECT_EQ(TELMYANG_GetAllCaseLeafNode(SchemaNode(SchemaModule("m"), "a"), 0, leaves, 256, 3), 3u);
 }
 
 TEST_F(Tree, LeafDescriptor)
@@ -246,5 +250,5 @@ TEST_F(Tree, NamesCanBeCopied)
     EXPECT_EQ(TELMYANG_FillContainerBaseInfo(Local(), &treeNode, node), 12u);
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

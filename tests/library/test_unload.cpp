@@ -159,5 +159,5 @@ TEST_F(UnloadModule, ThousandRoundsKeepMemoryFlat)
     EXPECT_EQ(Services().LiveBlocks().size(), 2u);
 }
 
-}  // namespace
-}  // namespace test
+} // namespace
+} // namespace test

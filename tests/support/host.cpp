@@ -33,7 +33,7 @@ std::string FirstWord(std::string *path)
     return word;
 }
 
-}  // namespace
+} // namespace
 
 std::array<TELMYANG_DEBUG_HOOK_S, KORV_LOG_LEVEL_NUM> LogSink::Hooks()
 {
@@ -158,4 +158,4 @@ std::string Keys(const uint8_t (&keys)[NODE_KEY_LIST_NUM])
     return text.str();
 }
 
-}  // namespace test
+} // namespace test

@@ -74,6 +74,6 @@ class HostTest : public ::testing::Test {
 /* "3 4 0 0" of a key array without trailing zeros: "3 4". */
 std::string Keys(const uint8_t (&keys)[NODE_KEY_LIST_NUM]);
 
-}  // namespace test
+} // namespace test
 
-#endif  // KORV_TEST_HOST_H
+#endif // KORV_TEST_HOST_H

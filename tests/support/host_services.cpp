@@ -17,13 +17,13 @@ std::unordered_map<void *, Block> &Live()
     return live;
 }
 
-template<typename F>
+template <typename F>
 F *Real(const char *name)
 {
     return reinterpret_cast<F *>(dlsym(RTLD_NEXT, name));
 }
 
-}  // namespace
+} // namespace
 
 HostServices &Services()
 {
@@ -80,7 +80,7 @@ std::string HostServices::Leaks() const
     return text.str();
 }
 
-}  // namespace test
+} // namespace test
 
 /* Part of this program, so the libraries find these functions before those of the host services library. */
 using test::Live;

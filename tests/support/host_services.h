@@ -54,6 +54,6 @@ class HostServices {
 
 HostServices &Services();
 
-}  // namespace test
+} // namespace test
 
-#endif  // KORV_TEST_HOST_SERVICES_H
+#endif // KORV_TEST_HOST_SERVICES_H

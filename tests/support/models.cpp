@@ -81,4 +81,4 @@ std::string ExamplesDir()
     return KORV_SOURCE_DIR "/examples/yin";
 }
 
-}  // namespace test
+} // namespace test

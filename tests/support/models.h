@@ -40,6 +40,6 @@ class ModelDir {
 /* Directory of the example models. */
 std::string ExamplesDir();
 
-}  // namespace test
+} // namespace test
 
-#endif  // KORV_TEST_MODELS_H
+#endif // KORV_TEST_MODELS_H

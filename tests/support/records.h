@@ -66,6 +66,6 @@ inline std::string AncestorKeys(const YinInst *inst)
     return inst->pstKeyRefArray != nullptr ? Bytes(inst->pstKeyRefArray->pucKeyAttributes, inst->ucAncKeyNum) : "";
 }
 
-}  // namespace test
+} // namespace test
 
-#endif  // KORV_TEST_RECORDS_H
+#endif // KORV_TEST_RECORDS_H

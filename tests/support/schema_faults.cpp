@@ -19,7 +19,7 @@ uint32_t FindByName(QY_NODE *node, void *, void *cookie)
     return 1;
 }
 
-}  // namespace
+} // namespace
 
 SchemaFaults &Faults()
 {
@@ -47,7 +47,7 @@ QY_NODE *SchemaNode(QY_MOD *mod, const std::string &path)
     return SchemaChild(search.found, slash == std::string::npos ? "" : path.substr(slash + 1));
 }
 
-}  // namespace test
+} // namespace test
 
 using test::Faults;
 
@@ -83,6 +83,11 @@ QY_MOD *QY_CTX_GetModuleByModName(QY_CTX *pCtx, const char *pcModuleName)
 uint32_t QY_MOD_EnableFeature(QY_MOD *pMod, const char *pcFeature)
 {
     return Faults().featureResult != 0 ? Faults().featureResult : REAL(QY_MOD_EnableFeature)(pMod, pcFeature);
+}
+
+uint32_t QY_NODE_GetNodeKeyNum(QY_NODE *pNode)
+{
+    return REAL(QY_NODE_GetNodeKeyNum)(pNode) | Faults().keyNumBits;
 }
 
 uint32_t QY_NODE_ReplaceDstExtInst(QY_NODE *pDst, QY_NODE *pSrc)

@@ -16,6 +16,7 @@ struct SchemaFaults {
     uint32_t featureResult = 0;   /* QY_MOD_EnableFeature answers this */
     uint32_t failReplaceAt = ~0u; /* this call (from 0) of QY_NODE_ReplaceDstExtInst fails */
     uint32_t replaceCalls = 0;
+    uint32_t keyNumBits = 0;          /* set in what QY_NODE_GetNodeKeyNum answers */
     bool modulesHidden = false;       /* QY_CTX_GetModuleByModName answers null once a module was loaded */
     std::vector<std::string> setDirs; /* what QY_CTX_SetSearchDir was given: "NULL" for null */
     uint32_t unsetAll = 0;            /* calls of QY_CTX_UnSetSearchDir with null */
@@ -27,6 +28,6 @@ SchemaFaults &Faults();
 QY_NODE *SchemaNode(QY_MOD *mod, const std::string &path);
 QY_NODE *SchemaChild(QY_NODE *node, const std::string &path);
 
-}  // namespace test
+} // namespace test
 
-#endif  // KORV_TEST_SCHEMA_FAULTS_H
+#endif // KORV_TEST_SCHEMA_FAULTS_H
