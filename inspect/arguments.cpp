@@ -264,11 +264,11 @@ class CommandLine {
     CLI::App app_;
 };
 
-}  // namespace
+} // namespace
 
 std::optional<int> ParseArguments(int argc, char **argv, Arguments *args)
 {
     return CommandLine(args).Parse(argc, argv);
 }
 
-}  // namespace inspect
+} // namespace inspect

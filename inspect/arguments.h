@@ -53,6 +53,6 @@ struct Arguments {
  * it has been printed. */
 std::optional<int> ParseArguments(int argc, char **argv, Arguments *args);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_ARGUMENTS_H
+#endif // KORV_INSPECT_ARGUMENTS_H

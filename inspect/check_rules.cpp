@@ -49,7 +49,7 @@ std::string QualifiedPathOf(const KorvTreeNode &node)
     return QualifiedPath({std::nullopt, &node, nullptr});
 }
 
-}  // namespace
+} // namespace
 
 bool RuleChecker::IsOwn(const KorvTreeLeaf &leaf) const
 {
@@ -284,4 +284,4 @@ std::vector<Finding> RuleChecker::Check()
     return std::move(findings_);
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -64,6 +64,6 @@ class RuleChecker {
     std::vector<Finding> findings_;
 };
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_CHECK_RULES_H
+#endif // KORV_INSPECT_CHECK_RULES_H

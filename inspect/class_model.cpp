@@ -27,7 +27,7 @@ class Collector {
     std::unordered_set<std::string> known_;
 };
 
-}  // namespace
+} // namespace
 
 std::vector<ModelNode> NodesOf(const ModuleFile &file)
 {
@@ -60,4 +60,4 @@ const KorvTreeNode &ClassTop(const KorvTreeNode &node)
     return *top;
 }
 
-}  // namespace inspect
+} // namespace inspect

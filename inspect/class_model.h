@@ -26,6 +26,6 @@ const KorvTreeNode *ClassAbove(const KorvTreeNode &node);
 /* The topmost of the nodes that are one class with this one: each is the nearest class above the next and has its id. */
 const KorvTreeNode &ClassTop(const KorvTreeNode &node);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_CLASS_MODEL_H
+#endif // KORV_INSPECT_CLASS_MODEL_H

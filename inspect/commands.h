@@ -15,6 +15,6 @@ int RunModules(const Arguments &args);
 int RunCheck(const Arguments &args);
 int RunDiff(const Arguments &args);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_COMMANDS_H
+#endif // KORV_INSPECT_COMMANDS_H

@@ -99,7 +99,7 @@ void PrintJson(const std::string &module, const DiffModel &oldModel, const DiffM
     out.EndObject();
 }
 
-}  // namespace
+} // namespace
 
 int RunDiff(const Arguments &args)
 {
@@ -114,4 +114,4 @@ int RunDiff(const Arguments &args)
     return CountBreaking(changes) != 0 ? EXIT_NEGATIVE : EXIT_OK;
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -23,7 +23,7 @@ uint64_t IdOf(const DiffLeaf &leaf)
 
 /* Which items of the new version are those of the old one. The same key under the same node is the same item; what is left
  * goes by its ids: it has moved or changed its name. */
-template<typename Item>
+template <typename Item>
 class Matching {
   public:
     Matching(const std::vector<Item> &oldItems, const std::vector<Item> &newItems)
@@ -158,7 +158,7 @@ class Comparison {
     }
 
     /* A host does not see that a node has moved together with the one above it. */
-    template<typename Item>
+    template <typename Item>
     void CompareKeys(const Item &before, const Item &after, const char *what)
     {
         if (nodes_.NewKeyOf(before.above) + LastStep(before.key) != after.key)
@@ -250,11 +250,11 @@ class Comparison {
     std::vector<Change> changes_;
 };
 
-}  // namespace
+} // namespace
 
 std::vector<Change> Compare(const DiffModel &oldModel, const DiffModel &newModel)
 {
     return Comparison(oldModel, newModel).Run();
 }
 
-}  // namespace inspect
+} // namespace inspect

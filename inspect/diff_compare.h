@@ -20,6 +20,6 @@ struct Change {
 /* Changes in the order of the old version, then what was added in the order of the new one. */
 std::vector<Change> Compare(const DiffModel &oldModel, const DiffModel &newModel);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_DIFF_COMPARE_H
+#endif // KORV_INSPECT_DIFF_COMPARE_H

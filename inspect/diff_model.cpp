@@ -63,7 +63,7 @@ void AddLeaves(const ModelNode &node, const char *module, std::vector<DiffLeaf> 
     }
 }
 
-}  // namespace
+} // namespace
 
 DiffModel MakeDiffModel(const Instance &instance, const ModuleFile &file)
 {
@@ -82,4 +82,4 @@ DiffModel MakeDiffModel(const Instance &instance, const ModuleFile &file)
     return model;
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -50,6 +50,6 @@ struct DiffModel {
 /* The module's own tree, and of its augments' target trees what the module itself has added. */
 DiffModel MakeDiffModel(const Instance &instance, const ModuleFile &file);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_DIFF_MODEL_H
+#endif // KORV_INSPECT_DIFF_MODEL_H

@@ -39,7 +39,7 @@ KorvTreeNode *AugmentTree(const ModuleFile &file, const Arguments &args)
     return args.self ? augment.pstSelfTree : augment.pstTargetTree;
 }
 
-}  // namespace
+} // namespace
 
 int RunDump(const Arguments &args)
 {
@@ -62,4 +62,4 @@ int RunDump(const Arguments &args)
     return 0;
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -29,7 +29,7 @@ std::string NodeFields(const YangDumpNodeData &record)
            Quoted(JoinNumbers(KeyIds(record.aucAncestorKey), " "));
 }
 
-}  // namespace
+} // namespace
 
 void WriteDumpCsv(DumpRecords records)
 {
@@ -45,4 +45,4 @@ void WriteDumpCsv(DumpRecords records)
     }
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -19,7 +19,7 @@ void WriteLeaf(JsonOut *out, const YangDumpLeafData &leaf)
     out->EndObject();
 }
 
-}  // namespace
+} // namespace
 
 void WriteDumpJson(DumpRecords records)
 {
@@ -45,4 +45,4 @@ void WriteDumpJson(DumpRecords records)
     out.EndArray();
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -16,6 +16,6 @@ void WriteDumpText(DumpRecords records);
 void WriteDumpJson(DumpRecords records);
 void WriteDumpCsv(DumpRecords records);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_DUMP_RECORDS_H
+#endif // KORV_INSPECT_DUMP_RECORDS_H

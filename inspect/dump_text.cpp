@@ -30,7 +30,7 @@ void PrintLeaf(const YangDumpLeafData &leaf, size_t width)
                 static_cast<unsigned long long>(leaf.llRangeMin), static_cast<unsigned long long>(leaf.llRangeMax));
 }
 
-}  // namespace
+} // namespace
 
 void WriteDumpText(DumpRecords records)
 {
@@ -46,4 +46,4 @@ void WriteDumpText(DumpRecords records)
     }
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -21,7 +21,7 @@ uint32_t AddValue(const char *name, int32_t value, void *cookie)
     return 0;
 }
 
-}  // namespace
+} // namespace
 
 std::vector<EnumValue> EnumValues(const KorvTreeLeaf &leaf)
 {
@@ -33,4 +33,4 @@ std::vector<EnumValue> EnumValues(const KorvTreeLeaf &leaf)
     return scan.values;
 }
 
-}  // namespace inspect
+} // namespace inspect

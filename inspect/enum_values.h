@@ -19,6 +19,6 @@ struct EnumValue {
 /* In the order of their declaration; empty for a leaf of another type. */
 std::vector<EnumValue> EnumValues(const KorvTreeLeaf &leaf);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_ENUM_VALUES_H
+#endif // KORV_INSPECT_ENUM_VALUES_H

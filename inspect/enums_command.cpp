@@ -38,7 +38,7 @@ void PrintJson(const std::vector<EnumValue> &values)
     out.EndArray();
 }
 
-}  // namespace
+} // namespace
 
 int RunEnums(const Arguments &args)
 {
@@ -59,4 +59,4 @@ int RunEnums(const Arguments &args)
     return 0;
 }
 
-}  // namespace inspect
+} // namespace inspect

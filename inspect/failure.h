@@ -23,6 +23,6 @@ class Failure : public std::runtime_error {
     const ExitCode exitCode;
 };
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_FAILURE_H
+#endif // KORV_INSPECT_FAILURE_H

@@ -173,7 +173,7 @@ void PrintJson(const ModuleFile &file, const Answer &answer)
     out.EndObject();
 }
 
-}  // namespace
+} // namespace
 
 int RunFind(const Arguments &args)
 {
@@ -189,4 +189,4 @@ int RunFind(const Arguments &args)
     return 0;
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -23,7 +23,7 @@ void WriteNumberOrNull(JsonOut *out, const char *name, uint32_t number)
         out->Null();
 }
 
-}  // namespace
+} // namespace
 
 std::string FindingText(const Finding &finding)
 {
@@ -72,4 +72,4 @@ bool HasErrors(const std::vector<Finding> &findings)
     return CountErrors(findings) != 0;
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -27,6 +27,6 @@ std::string SummaryText(size_t modules, const std::vector<Finding> &findings);
 
 bool HasErrors(const std::vector<Finding> &findings);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_FINDINGS_H
+#endif // KORV_INSPECT_FINDINGS_H

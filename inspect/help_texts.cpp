@@ -96,4 +96,4 @@ Examples:
   korv-inspect diff example-interfaces --old released --new models
   korv-inspect diff example-interfaces --old v1 --old common --new v2 --new common)";
 
-}  // namespace inspect
+} // namespace inspect

@@ -14,6 +14,6 @@ extern const char *const HELP_MODULES;
 extern const char *const HELP_CHECK;
 extern const char *const HELP_DIFF;
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_HELP_TEXTS_H
+#endif // KORV_INSPECT_HELP_TEXTS_H

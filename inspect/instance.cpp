@@ -59,7 +59,7 @@ void CheckDirs(const SearchDirs &dirs)
     }
 }
 
-}  // namespace
+} // namespace
 
 Instance::Instance(const SearchDirs &dirs, bool verbose) : verbose_(verbose)
 {
@@ -152,4 +152,4 @@ const ModuleFile &Loaded(const Instance &instance, const ModuleKey &key)
     return *file;
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -61,6 +61,6 @@ std::string ShownPath(const SearchDirs &dirs, const std::string &file);
 /* The registry entry of a module that was loaded. */
 const ModuleFile &Loaded(const Instance &instance, const ModuleKey &key);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_INSTANCE_H
+#endif // KORV_INSPECT_INSTANCE_H

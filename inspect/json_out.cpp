@@ -40,4 +40,4 @@ void JsonOut::Numbers(const std::vector<uint32_t> &numbers)
     Numbers(std::vector<uint64_t>(numbers.begin(), numbers.end()));
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -28,7 +28,7 @@ class JsonOut {
     /* Null texts become null. */
     void Text(const char *text);
     void Text(const std::string &text) { Text(text.c_str()); }
-    template<std::integral T>
+    template <std::integral T>
     void Value(T value)
     {
         if constexpr (std::is_same_v<T, bool>)
@@ -50,7 +50,7 @@ class JsonOut {
 
     void Member(const char *name, const char *text) { Key(name), Text(text); }
     void Member(const char *name, const std::string &text) { Key(name), Text(text); }
-    template<std::integral T>
+    template <std::integral T>
     void Member(const char *name, T value)
     {
         Key(name);
@@ -63,6 +63,6 @@ class JsonOut {
     rapidjson::PrettyWriter<rapidjson::FileWriteStream> writer_;
 };
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_JSON_OUT_H
+#endif // KORV_INSPECT_JSON_OUT_H

@@ -84,7 +84,7 @@ void PrintCauses(const std::vector<Cause> &causes, const std::string &module)
         std::fprintf(stderr, "%s%s\n", PlaceText(cause, module).c_str(), cause.text.c_str());
 }
 
-}  // namespace
+} // namespace
 
 std::string PlaceText(const Cause &cause, const std::string &module)
 {
@@ -133,4 +133,4 @@ void LoadRequested(Instance *instance, const Arguments &args)
     }
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -32,6 +32,6 @@ void LoadRequested(Instance *instance, const Arguments &args);
 /* One of them. */
 void LoadOrFail(Instance *instance, const Arguments &args, const ModuleKey &key);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_LOAD_CAUSES_H
+#endif // KORV_INSPECT_LOAD_CAUSES_H

@@ -22,7 +22,7 @@ int FlushOutput(int exitCode)
     return failed ? Report("cannot write to standard output", inspect::EXIT_NEGATIVE) : exitCode;
 }
 
-}  // namespace
+} // namespace
 
 int main(int argc, char **argv)
 try {

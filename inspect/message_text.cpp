@@ -101,7 +101,7 @@ std::string Filled(std::string_view text, const std::vector<std::string> &parts,
     return filled;
 }
 
-}  // namespace
+} // namespace
 
 std::optional<uint32_t> TypeWithoutDefault(const std::vector<std::string> &errors)
 {
@@ -150,4 +150,4 @@ Remark RemarkOf(const std::string &error)
     return Match("Get mim-ext:field-id value of Node(*) return *", error) ? Remark::FIELD_ID : Remark::OTHER;
 }
 
-}  // namespace inspect
+} // namespace inspect

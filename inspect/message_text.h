@@ -29,6 +29,6 @@ enum class Remark {
 };
 Remark RemarkOf(const std::string &error);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_MESSAGE_TEXT_H
+#endif // KORV_INSPECT_MESSAGE_TEXT_H

@@ -30,7 +30,7 @@ bool ExtendToLeaf(const KorvTreeNode &node, const KorvTreeLeaf &leaf, std::vecto
     return false;
 }
 
-}  // namespace
+} // namespace
 
 std::vector<uint32_t> KeyIds(const uint8_t (&keys)[NODE_KEY_LIST_NUM])
 {
@@ -98,4 +98,4 @@ TreeSize SizeOf(Chain trees)
     return size;
 }
 
-}  // namespace inspect
+} // namespace inspect

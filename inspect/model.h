@@ -42,7 +42,7 @@ inline Chain Children(const KorvTreeNode &node)
 }
 
 /* The entries of a vector of the host's, for a range-based loop; null is an empty one. */
-template<typename Item>
+template <typename Item>
 class Items {
   public:
     class Iterator {
@@ -116,6 +116,6 @@ struct TreeSize {
 };
 TreeSize SizeOf(Chain trees);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_MODEL_H
+#endif // KORV_INSPECT_MODEL_H

@@ -86,7 +86,7 @@ void PrintJson(const Instance &instance)
     out.EndArray();
 }
 
-}  // namespace
+} // namespace
 
 int RunModules(const Arguments &args)
 {
@@ -99,4 +99,4 @@ int RunModules(const Arguments &args)
     return 0;
 }
 
-}  // namespace inspect
+} // namespace inspect

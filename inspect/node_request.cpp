@@ -32,7 +32,7 @@ std::string AugmentForm(const ModuleFile &file, const std::vector<WayStep> &way,
     return form;
 }
 
-}  // namespace
+} // namespace
 
 std::optional<NodeRequest> MakeRequest(const ModuleFile &file, const Place &place, YinFiles *files)
 {
@@ -73,4 +73,4 @@ const KorvTreeNode *Ask(const Instance &instance, const NodeRequest &request)
                                                 ask.pcXpathMain);
 }
 
-}  // namespace inspect
+} // namespace inspect

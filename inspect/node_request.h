@@ -31,6 +31,6 @@ NodeRequest MakeHolderRequest(const ModuleFile &file, const Place &leaf, YinFile
  * module to ask is not loaded. */
 const KorvTreeNode *Ask(const Instance &instance, const NodeRequest &request);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_NODE_REQUEST_H
+#endif // KORV_INSPECT_NODE_REQUEST_H

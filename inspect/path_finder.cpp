@@ -89,7 +89,7 @@ Place AtClass(std::optional<uint32_t> augment, const KorvTreeNode &holder, const
     return {augment, &holder, &leaf};
 }
 
-}  // namespace
+} // namespace
 
 std::vector<PathStep> ParsePath(std::string_view path)
 {
@@ -275,4 +275,4 @@ std::string PlainPath(const Place &place)
     return path;
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -78,6 +78,6 @@ std::string QualifiedPath(const Place &place);
 /* "/sys/ports", a leaf's name included. */
 std::string PlainPath(const Place &place);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_PATH_FINDER_H
+#endif // KORV_INSPECT_PATH_FINDER_H

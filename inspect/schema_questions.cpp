@@ -13,12 +13,12 @@ constexpr const char *EXTENSION_MODULE = "quelvo-mim-extensions";
 constexpr int MAX_LEAFREF_HOPS = 64;
 
 /* A visitor as the cookie of a scan. Exceptions do not cross the schema library: they wait until the scan is over. */
-template<typename Visitor>
+template <typename Visitor>
 struct Scan {
     Visitor visit;
     bool outOfMemory = false;
 
-    template<typename... Args>
+    template <typename... Args>
     void Visit(Args... args)
     try {
         visit(args...);
@@ -129,7 +129,7 @@ std::string NameOf(QY_NODE *node)
     return name != nullptr ? name : "";
 }
 
-}  // namespace
+} // namespace
 
 std::vector<std::string> ExtensionArguments(QY_NODE *node, const std::string &keyword)
 {
@@ -184,4 +184,4 @@ std::vector<std::string> ClassesWithoutTree(QY_MOD *module)
     return names;
 }
 
-}  // namespace inspect
+} // namespace inspect

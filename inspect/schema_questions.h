@@ -22,6 +22,6 @@ std::vector<std::string> ListsWithTooManyKeys(QY_MOD *module);
 /* Names of the module's top nodes that are no containers but hold or are classes: the library gives them no tree. */
 std::vector<std::string> ClassesWithoutTree(QY_MOD *module);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_SCHEMA_QUESTIONS_H
+#endif // KORV_INSPECT_SCHEMA_QUESTIONS_H

@@ -57,7 +57,7 @@ void CollectNamed(const YinStatement &statement, std::string_view name, std::vec
     }
 }
 
-}  // namespace
+} // namespace
 
 StatementFinder::StatementFinder(const std::string &module, const char *revision, YinFiles *files)
     : module_(module), files_(files)
@@ -210,4 +210,4 @@ std::optional<Position> StatementFinder::Module() const
     return Position{own_.front()->Path(), own_.front()->Module().line};
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -54,6 +54,6 @@ class StatementFinder {
     std::vector<const YinFile *> own_; /* of the module; none when its file is not the loaded one */
 };
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_STATEMENT_FINDER_H
+#endif // KORV_INSPECT_STATEMENT_FINDER_H

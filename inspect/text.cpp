@@ -28,7 +28,7 @@ size_t EditDistance(std::string_view left, std::string_view right)
     return row.back();
 }
 
-}  // namespace
+} // namespace
 
 std::string Hex(uint32_t value)
 {
@@ -91,4 +91,4 @@ std::string NearestName::Hint() const
     return nearest_.empty() ? "" : ": did you mean '" + nearest_ + "'?";
 }
 
-}  // namespace inspect
+} // namespace inspect

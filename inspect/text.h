@@ -36,6 +36,6 @@ class NearestName {
     size_t distance_;
 };
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_TEXT_H
+#endif // KORV_INSPECT_TEXT_H

@@ -46,7 +46,7 @@ TreeView PathView(const Instance &instance, const ModuleFile &file, const Argume
     return view;
 }
 
-}  // namespace
+} // namespace
 
 int RunTree(const Arguments &args)
 {
@@ -63,4 +63,4 @@ int RunTree(const Arguments &args)
     return 0;
 }
 
-}  // namespace inspect
+} // namespace inspect

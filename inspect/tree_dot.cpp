@@ -109,11 +109,11 @@ class DotOut {
     uint32_t next_ = 0;
 };
 
-}  // namespace
+} // namespace
 
 void WriteTreeDot(const TreeView &view)
 {
     DotOut(view).Write();
 }
 
-}  // namespace inspect
+} // namespace inspect

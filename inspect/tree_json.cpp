@@ -27,7 +27,7 @@ void WritePart(JsonOut *out, const char *name, const TreePart &part, uint32_t de
     out->EndArray();
 }
 
-}  // namespace
+} // namespace
 
 void WriteLeafJson(JsonOut *out, const KorvTreeLeaf &leaf)
 {
@@ -91,4 +91,4 @@ void WriteTreeJson(const TreeView &view)
     out.EndObject();
 }
 
-}  // namespace inspect
+} // namespace inspect

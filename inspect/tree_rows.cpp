@@ -43,7 +43,7 @@ bool IsFullRange(const KorvTreeLeaf &leaf)
     }
 }
 
-}  // namespace
+} // namespace
 
 std::string NodeSummary(const KorvTreeNode &node)
 {
@@ -160,4 +160,4 @@ void TreeRows::Print()
     rows_.clear();
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -49,6 +49,6 @@ class TreeRows {
     std::vector<Row> rows_;
 };
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_TREE_ROWS_H
+#endif // KORV_INSPECT_TREE_ROWS_H

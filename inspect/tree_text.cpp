@@ -66,7 +66,7 @@ std::string Heading(const TreeView &view)
     return text + "\n";
 }
 
-}  // namespace
+} // namespace
 
 void WriteTreeText(const TreeView &view)
 {
@@ -82,4 +82,4 @@ void WriteTreeText(const TreeView &view)
     rows.Print();
 }
 
-}  // namespace inspect
+} // namespace inspect

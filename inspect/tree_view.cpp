@@ -19,7 +19,7 @@ std::vector<std::string_view> NamesOf(std::string_view target)
     return names;
 }
 
-}  // namespace
+} // namespace
 
 std::vector<const KorvTreeNode *> WayToTarget(const AugmentView &augment)
 {
@@ -37,4 +37,4 @@ std::vector<const KorvTreeNode *> WayToTarget(const AugmentView &augment)
     return way;
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -47,6 +47,6 @@ void WriteTreeDot(const TreeView &view);
 void WriteNodeJson(JsonOut *out, const KorvTreeNode &node, uint32_t depth);
 void WriteLeafJson(JsonOut *out, const KorvTreeLeaf &leaf);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_TREE_VIEW_H
+#endif // KORV_INSPECT_TREE_VIEW_H

@@ -81,7 +81,7 @@ void PrintJson(const Calls &calls)
     out.EndArray();
 }
 
-}  // namespace
+} // namespace
 
 int RunWalk(const Arguments &args)
 {
@@ -100,4 +100,4 @@ int RunWalk(const Arguments &args)
     return 0;
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -26,7 +26,7 @@ bool IsNamespaceDeclaration(std::string_view attribute)
     return attribute == "xmlns" || attribute.starts_with("xmlns:");
 }
 
-}  // namespace
+} // namespace
 
 /* One pass over a file's text. */
 class YinReader {
@@ -212,4 +212,4 @@ std::string_view YinFile::ModuleOfPrefix(std::string_view prefix) const
     return "";
 }
 
-}  // namespace inspect
+} // namespace inspect

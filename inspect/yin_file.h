@@ -48,6 +48,6 @@ class YinFile {
 /* Argument of the first child with this keyword, or "". */
 std::string_view ChildArgument(const YinStatement &statement, std::string_view keyword);
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_YIN_FILE_H
+#endif // KORV_INSPECT_YIN_FILE_H

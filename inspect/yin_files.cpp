@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view SUFFIX = ".yin";
 
-template<typename Visit>
+template <typename Visit>
 void ForEachYinFile(const std::vector<std::string> &dirs, Visit visit)
 {
     for (const std::string &dir : dirs) {
@@ -21,7 +21,7 @@ void ForEachYinFile(const std::vector<std::string> &dirs, Visit visit)
     }
 }
 
-}  // namespace
+} // namespace
 
 std::vector<std::string> YinFiles::AllDirs() const
 {
@@ -80,4 +80,4 @@ std::vector<std::string> YinFiles::Names() const
     return {names.begin(), names.end()};
 }
 
-}  // namespace inspect
+} // namespace inspect

@@ -35,6 +35,6 @@ class YinFiles {
     std::map<std::string, std::unique_ptr<YinFile>, std::less<>> files_; /* null: looked for in vain */
 };
 
-}  // namespace inspect
+} // namespace inspect
 
-#endif  // KORV_INSPECT_YIN_FILES_H
+#endif // KORV_INSPECT_YIN_FILES_H

@@ -29,7 +29,7 @@ std::string ReadFile(const std::string &path)
     return text.str();
 }
 
-}  // namespace
+} // namespace
 
 Result RunShell(const std::string &command)
 {
@@ -86,4 +86,4 @@ std::string LineWith(const std::string &text, const std::string &part)
     return "";
 }
 
-}  // namespace test
+} // namespace test

@@ -33,6 +33,6 @@ std::string Compact(const rapidjson::Value &value);
 /* The line of a text that contains `part`; "" when there is none. */
 std::string LineWith(const std::string &text, const std::string &part);
 
-}  // namespace test
+} // namespace test
 
-#endif  // KORV_TEST_RUN_INSPECT_H
+#endif // KORV_TEST_RUN_INSPECT_H

@@ -281,4 +281,4 @@ TEST_F(InspectCheck, DeviationsThatDoNotApplyAreAWarning)
     EXPECT_NE(LineWith(tree.err, "the deviations of module 'quelvo-bras-pppox-access' do not apply"), "") << tree.err;
 }
 
-}  // namespace
+} // namespace

@@ -171,4 +171,4 @@ TEST(InspectDiff, AVersionThatCannotBeLoadedEndsTheRun)
     EXPECT_NE(LineWith(result.err, bad.Path() + "/m.yin:"), "");
 }
 
-}  // namespace
+} // namespace

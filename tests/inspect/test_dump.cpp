@@ -85,4 +85,4 @@ example-interface-qos, revision 2026-05-11, registered as @x
                              R"("task_id":120,"origin":{"nodes":10,"classes":6,"leaves":23},"augments":[]}])");
 }
 
-}  // namespace
+} // namespace

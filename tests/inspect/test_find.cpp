@@ -183,4 +183,4 @@ TEST(InspectEnums, FollowsTypedefsAndLeafrefs)
     EXPECT_EQ(other.err, "korv-inspect: /interfaces/interface/mtu is no enumeration, but uint16\n");
 }
 
-}  // namespace
+} // namespace

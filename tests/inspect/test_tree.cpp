@@ -168,4 +168,4 @@ TEST(InspectTree, SaysSoWhereThereIsNoTree)
     EXPECT_NE(LineWith(result.out, "  no tree: what it adds stands in no container"), "") << result.out;
 }
 
-}  // namespace
+} // namespace

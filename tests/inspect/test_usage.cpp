@@ -151,4 +151,4 @@ TEST(InspectUsage, CompletesCommandsOptionsFormatsAndModules)
     }
 }
 
-}  // namespace
+} // namespace

@@ -118,4 +118,4 @@ TEST(List, DeleteUnlinksAndCounts)
     EXPECT_EQ(list.uiCount, 0u);
 }
 
-}  // namespace
+} // namespace

@@ -1,0 +1,21 @@
+/* The demo shows what the program does with the example models. */
+#include <gtest/gtest.h>
+
+#include "inspect/run_inspect.h"
+
+using namespace test;
+
+namespace {
+
+TEST(Demo, ShowsTheExamplesAndFailsWhenACommandFails)
+{
+    const Result result = RunShell("sh examples/demo.sh " KORV_BINARY_DIR "/bin/korv-inspect");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    for (const char *command :
+         {"tree example-interfaces", "tree example-qos", "tree example-interface-qos", "tree quelvo-bras-user-manage"})
+        EXPECT_NE(LineWith(result.out, std::string("$ korv-inspect ") + command), "") << command;
+    EXPECT_EQ(RunShell("sh examples/demo.sh false").exitCode, 1);
+}
+
+} // namespace
