@@ -155,7 +155,7 @@ TEST_F(UnloadModule, ThousandRoundsKeepMemoryFlat)
     const size_t before = mallinfo2().uordblks;
     for (int i = 0; i < 1000; ++i)
         round();
-    EXPECT_LE(mallinfo2().uordblks, before + 4096);
+    EXPECT_LE(mallinfo2().uordblks, before + 8192) << "a block of 16 bytes a round would be 16000";
     EXPECT_EQ(Services().LiveBlocks().size(), 2u);
 }
 
