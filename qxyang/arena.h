@@ -30,14 +30,14 @@ class Arena {
         return reinterpret_cast<void *>(at);
     }
 
-    template<class T, class... Args>
+    template <class T, class... Args>
     T *Make(Args &&...args)
     {
         static_assert(std::is_trivially_destructible_v<T>);
         return new (Allocate(sizeof(T), alignof(T))) T{std::forward<Args>(args)...};
     }
 
-    template<class T>
+    template <class T>
     T *MakeArray(size_t count)
     {
         static_assert(std::is_trivially_destructible_v<T>);
@@ -88,7 +88,7 @@ class Arena {
 };
 
 /* Records of one type, given out one by one, that can be visited in the order of their making. */
-template<class T>
+template <class T>
 class Slab {
   public:
     Slab() = default;
@@ -104,7 +104,7 @@ class Slab {
         return new (last_->Items() + last_->used++) T{};
     }
 
-    template<class Visit>
+    template <class Visit>
     void ForEach(Visit &&visit)
     {
         for (Block *block = first_; block != nullptr; block = block->next)
@@ -143,4 +143,4 @@ class Slab {
     size_t total_ = 0;
 };
 
-}  // namespace qxyang
+} // namespace qxyang

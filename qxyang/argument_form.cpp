@@ -11,7 +11,7 @@ namespace qxyang {
 
 namespace {
 
-template<class Number>
+template <class Number>
 bool IsNumber(std::string_view text, Number &value)
 {
     if (text.size() > 1 && text[0] == '-' && !IsDigit(text[1]))
@@ -60,7 +60,7 @@ constexpr std::string_view BUILTIN_TYPES[] = {
 static_assert(std::size(BUILTIN_TYPES) == QY_TYPE_UNION + 1);
 static_assert(BUILTIN_TYPES[QY_TYPE_LEAFREF] == "leafref" && BUILTIN_TYPES[QY_TYPE_UNION] == "union");
 
-}  // namespace
+} // namespace
 
 bool HasForm(ArgumentForm form, std::string_view argument)
 {
@@ -144,7 +144,7 @@ const char *ExpectedOf(ArgumentForm form)
 
 uint8_t BuiltinTypeNumber(std::string_view name)
 {
-    for (uint8_t number = 1; number < std::size(BUILTIN_TYPES); ++number)
+    for (uint8_t number = 1; number <= QY_TYPE_UNION; ++number)
         if (BUILTIN_TYPES[number] == name)
             return number;
     return 0;
@@ -155,4 +155,4 @@ std::string_view BuiltinTypeName(uint8_t number)
     return BUILTIN_TYPES[number];
 }
 
-}  // namespace qxyang
+} // namespace qxyang

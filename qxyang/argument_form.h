@@ -18,4 +18,4 @@ uint8_t BuiltinTypeNumber(std::string_view name);
 /* Name of the built-in type of that number. */
 std::string_view BuiltinTypeName(uint8_t number);
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -21,12 +21,12 @@ struct PlannedAugment {
 /* The node whose children's names the node's children share. */
 QY_NODE *NameScope(QY_NODE *node)
 {
-    while (node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE)
+    while (IsChoiceOrCase(node))
         node = node->parent;
     return node;
 }
 
-}  // namespace
+} // namespace
 
 void TreeBuilder::ApplyAugments()
 {
@@ -154,4 +154,4 @@ void TreeBuilder::FailAddedTwice(const QY_NODE &node, const QY_NODE &parent, siz
     FailTwice(&node, &parent, last->scope, last->augment);
 }
 
-}  // namespace qxyang
+} // namespace qxyang

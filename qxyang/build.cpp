@@ -52,4 +52,4 @@ void Build::ForgetStatements()
     }
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -66,7 +66,7 @@ class Build {
     QY_MOD *ModuleOf(Unit &unit, const Statement *statement, const Reference &reference);
 
     /* Records that a name is not found, with the nearest of the names that the visitor offers. */
-    template<class ForEachName>
+    template <class ForEachName>
     void FailUnknown(Unit &unit, const Statement *statement, std::string_view what, std::string_view text,
                      ForEachName &&forEachName)
     {
@@ -96,10 +96,10 @@ class Depth {
 };
 
 /* Visits the names of a table's records. */
-template<class T, class Visit>
+template <class T, class Visit>
 void ForEachNameIn(const NameTable<T> &table, Visit &&visit)
 {
     table.ForEach([&visit](const T &record) { visit(std::string_view(record.name)); });
 }
 
-}  // namespace qxyang
+} // namespace qxyang

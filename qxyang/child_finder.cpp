@@ -12,13 +12,8 @@ bool Is(const QY_NODE *node, const QY_MOD *module, std::string_view name)
     return node->module == module && name == node->name;
 }
 
-bool IsTransparent(const QY_NODE *node)
-{
-    return node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE;
-}
-
 /* Calls visit(child) for each child until it returns true, which is the result then. */
-template<class Visit>
+template <class Visit>
 bool VisitSchemaChildren(const QY_NODE *parent, Visit &&visit)
 {
     for (QY_NODE *child = FirstChild(parent); child != nullptr; child = child->next)
@@ -27,15 +22,15 @@ bool VisitSchemaChildren(const QY_NODE *parent, Visit &&visit)
     return false;
 }
 
-template<class Visit>
+template <class Visit>
 bool VisitDataChildren(const QY_NODE *parent, Visit &&visit)
 {
     return VisitSchemaChildren(parent, [&visit](QY_NODE *child) {
-        return IsTransparent(child) ? VisitDataChildren(child, visit) : visit(child);
+        return IsChoiceOrCase(child) ? VisitDataChildren(child, visit) : visit(child);
     });
 }
 
-}  // namespace
+} // namespace
 
 /* Where the child of that name is or would be. */
 QY_NODE **ChildFinder::Index::Place(const QY_MOD *module, std::string_view name)
@@ -108,4 +103,4 @@ QY_NODE *ChildFinder::DataChild(const QY_NODE *parent, const QY_MOD *module, std
     return entry->second.Find(module, name);
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -39,4 +39,4 @@ class ChildFinder {
     std::unordered_map<const QY_NODE *, Index> dataIndexes_;
 };
 
-}  // namespace qxyang
+} // namespace qxyang

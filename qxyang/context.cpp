@@ -96,12 +96,12 @@ void QY_CTX::ReleaseFrom(size_t first) noexcept
     ReleaseDying(deviations.PrepareRemoval(modules));
 }
 
-void QY_CTX::ReleaseDying(DeviationLog::Removal removal) noexcept
+void QY_CTX::ReleaseDying(DeviationLog::Removal &&removal) noexcept
 {
     for (auto module = modules.rbegin(); module != modules.rend(); ++module)
         if ((*module)->dying)
             FreePrivateData(**module);
-    deviations.Remove(modules, std::move(removal));
+    deviations.Remove(modules, removal);
     WithdrawAugments();
     std::erase_if(modules, [](const auto &module) { return module->dying; });
     ++featureEpoch;
@@ -135,7 +135,7 @@ void UnlinkDying(QY_NODE *parent)
     parent->last = last;
 }
 
-}  // namespace
+} // namespace
 
 /* Takes the dying modules' nodes out of the targets that stay. Each target is looked through once. */
 void QY_CTX::WithdrawAugments() noexcept

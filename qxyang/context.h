@@ -18,7 +18,7 @@ struct PooledName {
     const char *name;
 };
 
-}  // namespace qxyang
+} // namespace qxyang
 
 struct QY_CTX {
     QY_CTX() = default;
@@ -56,7 +56,7 @@ struct QY_CTX {
 
   private:
     void MarkUnneeded();
-    void ReleaseDying(qxyang::DeviationLog::Removal removal) noexcept;
+    void ReleaseDying(qxyang::DeviationLog::Removal &&removal) noexcept;
     void FreePrivateData(QY_MOD &module) noexcept;
     void WithdrawAugments() noexcept;
 

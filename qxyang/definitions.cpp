@@ -6,11 +6,6 @@ namespace qxyang {
 
 namespace {
 
-std::string_view ValueOf(const Statement *statement)
-{
-    return statement != nullptr ? statement->argument : "";
-}
-
 /* ---- registering ----------------------------------------------------------------------------------------------- */
 
 class Collector {
@@ -59,7 +54,7 @@ class Collector {
     }
 
   private:
-    template<class T>
+    template <class T>
     void Add(NameTable<T> &table, T *definition, Scope *scope, const Statement *statement)
     {
         if (table.Insert(definition) != nullptr)
@@ -81,7 +76,7 @@ class Collector {
     Extension *MakeExtension(Statement *statement)
     {
         const Statement *argument = FindChild(statement, Kw::Argument);
-        bool isElement = argument != nullptr && ValueOf(FindChild(argument, Kw::YinElement)) == "true";
+        bool isElement = argument != nullptr && ArgumentOf(argument, Kw::YinElement) == "true";
         return arena_.Make<Extension>(statement->argument, argument != nullptr ? argument->argument : nullptr,
                                       isElement,
                                       build_.load.context.KeepExtension(build_.module.name, statement->argument));
@@ -91,7 +86,7 @@ class Collector {
     Arena &arena_;
 };
 
-template<class T, class Table>
+template <class T, class Table>
 bool IsKnownOutside(Scope *scope, std::string_view name, NameTable<T> Scope::*nested, const Table &top)
 {
     for (Scope *outer = scope; outer != nullptr; outer = outer->outer)
@@ -125,7 +120,7 @@ class IdentityChecker {
             Identity *found = FindIdentity(build_, *identity.unit, base);
             if (found == nullptr)
                 continue;
-            if (found->statement != nullptr)  // of this module
+            if (found->statement != nullptr) // of this module
                 Check(*found);
             longest = std::max(longest, found->chain);
         }
@@ -153,7 +148,7 @@ class IdentityChecker {
 
 /* The definition that the statement's argument names: in the scopes around when it is of this module, and then in the
  * module's own table. */
-template<class T>
+template <class T>
 T *FindDefinition(Build &build, Scope *scope, const Statement *statement, NameTable<T> Scope::*nested,
                   NameTable<T> QY_MOD::*top, std::string_view what)
 {
@@ -178,7 +173,7 @@ T *FindDefinition(Build &build, Scope *scope, const Statement *statement, NameTa
     return nullptr;
 }
 
-}  // namespace
+} // namespace
 
 void CollectDefinitions(Build &build)
 {
@@ -245,4 +240,4 @@ Identity *FindIdentity(Build &build, Unit &unit, const Statement *base)
     return identity;
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -19,4 +19,4 @@ Typedef *FindTypedef(Build &build, Scope *scope, const Statement *type);
 Grouping *FindGrouping(Build &build, Scope *scope, const Statement *uses);
 Identity *FindIdentity(Build &build, Unit &unit, const Statement *base);
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -41,7 +41,7 @@ bool TakesAway(const Deviation &change, const QY_EXT &instance)
                        [&](const QY_EXT &named) { return Names(change, named, instance); });
 }
 
-}  // namespace
+} // namespace
 
 bool DeviationLog::ChangesExtensions(const Deviation &change)
 {
@@ -191,7 +191,7 @@ DeviationLog::Removal DeviationLog::PrepareRemoval(const std::vector<std::unique
     return removal;
 }
 
-void DeviationLog::Remove(const std::vector<std::unique_ptr<QY_MOD>> &modules, Removal removal) noexcept
+void DeviationLog::Remove(const std::vector<std::unique_ptr<QY_MOD>> &modules, Removal &removal) noexcept
 {
     for (auto &[change, result] : removal.results_)
         change->result.swap(result);
@@ -212,4 +212,4 @@ void DeviationLog::Remove(const std::vector<std::unique_ptr<QY_MOD>> &modules, R
     }
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -45,7 +45,7 @@ class DeviationLog {
         std::vector<std::pair<Deviation *, OwnedSet>> results_;
     };
     Removal PrepareRemoval(const std::vector<std::unique_ptr<QY_MOD>> &modules);
-    void Remove(const std::vector<std::unique_ptr<QY_MOD>> &modules, Removal removal) noexcept;
+    void Remove(const std::vector<std::unique_ptr<QY_MOD>> &modules, Removal &removal) noexcept;
 
   private:
     struct Deviated {
@@ -68,4 +68,4 @@ class DeviationLog {
     std::unordered_map<QY_NODE *, Deviated> nodes_;
 };
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -124,7 +124,7 @@ class Deviator {
     const Statement *deviation_ = nullptr;
 };
 
-}  // namespace
+} // namespace
 
 void ApplyDeviations(Build &build, TreeBuilder &builder)
 {
@@ -136,4 +136,4 @@ void ApplyDeviations(Build &build, TreeBuilder &builder)
     }
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -8,4 +8,4 @@ namespace qxyang {
 /* Applies the module's deviations in statement order. */
 void ApplyDeviations(Build &build, TreeBuilder &builder);
 
-}  // namespace qxyang
+} // namespace qxyang

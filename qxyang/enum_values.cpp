@@ -131,11 +131,11 @@ class ValueList {
     int64_t next_ = 0;
 };
 
-}  // namespace
+} // namespace
 
 const EnumSet *CompileValues(Build &build, Unit &unit, const Statement *type, const QY_TYPE &base)
 {
     return ValueList(build, unit, type, base).Compile();
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -178,12 +178,12 @@ ExtensionSet *Copy(const ExtensionSet &set, char *&records, char *&texts)
     return made;
 }
 
-}  // namespace
+} // namespace
 
 void ResolveExtensionUses(Build &build)
 {
     for (Unit *unit : build.units) {
-        std::vector<ExtensionUse *> uses;  // in file order, as their failures are
+        std::vector<ExtensionUse *> uses; // in file order, as their failures are
         unit->extensionUses.ForEach([&uses](ExtensionUse &use) { uses.push_back(&use); });
         std::sort(uses.begin(), uses.end(), [](auto *left, auto *right) { return left->offset < right->offset; });
         UseResolver resolver(build, *unit);
@@ -219,4 +219,4 @@ OwnedSet CopyOfSet(const ExtensionSet *set)
     return OwnedSet(Copy(*set, records, texts));
 }
 
-}  // namespace qxyang
+} // namespace qxyang

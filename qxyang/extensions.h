@@ -17,4 +17,4 @@ const ExtensionSet *JoinedSets(Arena &arena, const ExtensionSet *first, const Ex
 /* A copy in one block that depends on nothing but the context; null stays null. */
 OwnedSet CopyOfSet(const ExtensionSet *set);
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -49,4 +49,4 @@ uint32_t Failures::Scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const
     return outOfMemory_ ? callback(nullptr, nullptr, 0, "out of memory", 0, cookie) : 0;
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -68,4 +68,4 @@ class Failures {
 /* Leaves a load that cannot go on: its failure is recorded. */
 struct LoadStopped {};
 
-}  // namespace qxyang
+} // namespace qxyang

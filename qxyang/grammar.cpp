@@ -85,7 +85,7 @@ constexpr Kw KeywordNamed(std::string_view name)
     for (size_t i = 0; i < KEYWORD_COUNT; ++i)
         if (KEYWORDS[i].name == name)
             return static_cast<Kw>(i);
-    throw "no such statement";  // not a constant expression: a mistake in the table does not compile
+    throw "no such statement"; // not a constant expression: a mistake in the table does not compile
 }
 
 struct Tables {
@@ -135,7 +135,7 @@ constexpr Tables MakeTables()
 
 constexpr Tables TABLES = MakeTables();
 
-}  // namespace
+} // namespace
 
 Placement PlacementOf(Kw parent, Kw child)
 {
@@ -163,4 +163,4 @@ bool IsDeviateProperty(DeviateKind kind, Kw child)
     }
 }
 
-}  // namespace qxyang
+} // namespace qxyang

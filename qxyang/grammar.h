@@ -58,4 +58,4 @@ const KeywordSet &RequiredIn(Kw parent);
 /* What may stand before yang-version in a module: nothing whose place depends on the version. */
 inline constexpr KeywordSet BEFORE_VERSION = {Kw::Namespace, Kw::Prefix, Kw::BelongsTo};
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -251,7 +251,7 @@ bool Evaluate(const FeatureExpression &expression)
     return (stack & 1) != 0;
 }
 
-}  // namespace
+} // namespace
 
 const Condition *ConditionsOf(Build &build, Unit &unit, const Statement *statement, const Condition *list)
 {
@@ -284,4 +284,4 @@ void SetCondition(QY_NODE *node, const Condition *condition)
     node->condition = static_cast<uint32_t>(node->module->conditions.size());
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -22,4 +22,4 @@ inline const Condition *ConditionOf(const QY_NODE *node)
 
 void SetCondition(QY_NODE *node, const Condition *condition);
 
-}  // namespace qxyang
+} // namespace qxyang

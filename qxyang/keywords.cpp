@@ -41,7 +41,7 @@ constexpr bool IsSorted()
 static_assert(IsSorted());
 static_assert(KEYWORDS[static_cast<size_t>(Kw::YinElement)].name == "yin-element");
 
-}  // namespace
+} // namespace
 
 Kw FindKeyword(std::string_view name)
 {
@@ -54,4 +54,4 @@ Kw FindKeyword(std::string_view name)
     }
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -204,4 +204,4 @@ inline const Keyword &KeywordOf(Kw keyword)
 /* The statement of that name, or Kw::Statements. */
 Kw FindKeyword(std::string_view name);
 
-}  // namespace qxyang
+} // namespace qxyang

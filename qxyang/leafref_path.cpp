@@ -167,11 +167,11 @@ bool PathParser::Reject(std::string_view what)
     return false;
 }
 
-}  // namespace
+} // namespace
 
 const LeafrefPath *ParseLeafrefPath(Build &build, Unit &unit, const Statement *path)
 {
     return PathParser(build, unit, path).Parse();
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -14,4 +14,4 @@ void ResolveLeafrefs(LoadState &load);
 /* Whether a deviation removed the node or one above it. */
 bool IsRemoved(const QY_NODE *node);
 
-}  // namespace qxyang
+} // namespace qxyang

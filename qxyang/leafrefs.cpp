@@ -6,17 +6,14 @@ namespace qxyang {
 
 namespace {
 
-bool IsTransparent(const QY_NODE *node)
+bool IsInputOrOutput(const QY_NODE *node)
 {
-    switch (node->kind) {
-        case QY_NODE_TYPE_CHOICE:
-        case QY_NODE_TYPE_CASE:
-        case QY_NODE_TYPE_INPUT:
-        case QY_NODE_TYPE_OUTPUT:
-            return true;
-        default:
-            return false;
-    }
+    return node->kind == QY_NODE_TYPE_INPUT || node->kind == QY_NODE_TYPE_OUTPUT;
+}
+
+bool IsInData(const QY_NODE *node)
+{
+    return !IsChoiceOrCase(node) && !IsInputOrOutput(node);
 }
 
 /* Follows the path of one leafref. Input and output are no nodes of the data tree: the way down from an operation leads
@@ -51,8 +48,8 @@ class PathWalk {
                 Fail("it leads above the top of the schema");
                 return false;
             }
-            for (at_ = at_->parent; IsTransparent(at_); at_ = at_->parent)
-                if (at_->kind == QY_NODE_TYPE_INPUT || at_->kind == QY_NODE_TYPE_OUTPUT)
+            for (at_ = at_->parent; !IsInData(at_); at_ = at_->parent)
+                if (IsInputOrOutput(at_))
                     branch_ = at_;
         }
         if (at_->kind == ROOT_KIND)
@@ -101,7 +98,7 @@ class PathWalk {
     void OfferChildren(const QY_NODE *parent, const QY_MOD *module, NearestName &nearest) const
     {
         for (const QY_NODE *child = FirstChild(parent); child != nullptr; child = child->next) {
-            if (IsTransparent(child))
+            if (!IsInData(child))
                 OfferChildren(child, module, nearest);
             else if (child->module == module && child != pending_.leaf)
                 nearest.Offer(child->name);
@@ -163,7 +160,7 @@ class CycleCheck {
     std::vector<QY_NODE *> marked_;
 };
 
-}  // namespace
+} // namespace
 
 bool IsRemoved(const QY_NODE *node)
 {
@@ -180,7 +177,7 @@ void ResolveLeafrefs(LoadState &load)
         if (pending.type->path == nullptr || pending.type->path->dereferences)
             continue;
         QY_NODE *target = PathWalk(load, pending).Run();
-        if (pending.leaf->type == pending.type)  // neither a member of a union nor replaced by a deviation
+        if (pending.leaf->type == pending.type) // neither a member of a union nor replaced by a deviation
             pending.leaf->target = target;
         load.context.deviations.SetTarget(pending.leaf, pending.type, target);
     }
@@ -191,4 +188,4 @@ void ResolveLeafrefs(LoadState &load)
         cycles.Check(pending);
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -14,17 +14,6 @@ namespace qxyang {
 
 namespace {
 
-std::string_view ArgumentOf(const Statement *statement, Kw child)
-{
-    const Statement *found = FindChild(statement, child);
-    return found != nullptr ? found->argument : std::string_view();
-}
-
-std::string_view OrEmpty(const char *text)
-{
-    return text != nullptr ? text : std::string_view();
-}
-
 std::string WrongRevision(const Unit &unit, std::string_view wanted)
 {
     std::string text = "revision " + Quoted(wanted) + " is wanted; " + Quoted(unit.source.Path());
@@ -36,7 +25,7 @@ std::string_view WordFor(Kw keyword)
     return keyword == Kw::Module ? "module" : "submodule";
 }
 
-}  // namespace
+} // namespace
 
 Loader::~Loader()
 {
@@ -312,4 +301,4 @@ Unit *Loader::ReadSubmodule(QY_MOD &module, std::string_view name, std::string_v
     return nullptr;
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -59,4 +59,4 @@ class Loader {
     bool done_ = false;
 };
 
-}  // namespace qxyang
+} // namespace qxyang

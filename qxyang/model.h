@@ -143,7 +143,7 @@ struct UnionMembers {
     const QY_TYPE *const *types;
 };
 
-}  // namespace qxyang
+} // namespace qxyang
 
 struct QY_EXT {
     const qxyang::ExtensionName *name;
@@ -156,7 +156,7 @@ inline const QY_EXT *ExtensionSet::end() const
 {
     return begin() + count;
 }
-}  // namespace qxyang
+} // namespace qxyang
 
 /* A type, immutable and shared by all leaves that use it. Restrictions are the effective ones: its own, or those of
  * the type below it. */
@@ -214,6 +214,12 @@ inline bool IsLeaf(const QY_NODE *node)
     return node->kind == QY_NODE_TYPE_LEAF || node->kind == QY_NODE_TYPE_LEAF_LIST;
 }
 
+/* Choices and cases stand in the schema and not in data. */
+inline bool IsChoiceOrCase(const QY_NODE *node)
+{
+    return node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE;
+}
+
 /* False for nodes that scans leave out although they are linked. What stands below a removed node is not asked for. */
 inline bool InScans(const QY_NODE *node)
 {
@@ -264,7 +270,7 @@ struct ReplacedSet {
     const ExtensionSet *own; /* what the node would have without the request */
 };
 
-}  // namespace qxyang
+} // namespace qxyang
 
 struct QY_MOD {
     QY_CTX *context = nullptr;

@@ -28,7 +28,7 @@ inline uint32_t HashText(std::string_view text)
 }
 
 /* Hash table over records that have a zero-terminated `name` and belong to somebody else. */
-template<class T>
+template <class T>
 class NameTable {
   public:
     T *Find(std::string_view name) const
@@ -56,7 +56,7 @@ class NameTable {
 
     size_t Size() const { return count_; }
 
-    template<class Visit>
+    template <class Visit>
     void ForEach(Visit &&visit) const
     {
         for (T *record : slots_)
@@ -88,4 +88,4 @@ class NameTable {
     size_t count_ = 0;
 };
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -5,6 +5,7 @@
 
 #include "context.h"
 #include "loader.h"
+#include "text.h"
 
 using namespace qxyang;
 
@@ -13,12 +14,7 @@ namespace {
 constexpr uint32_t OK = 0;
 constexpr uint32_t FAILED = 1;
 
-std::string_view OrEmpty(const char *text)
-{
-    return text != nullptr ? text : std::string_view();
-}
-
-}  // namespace
+} // namespace
 
 QY_CTX *QY_CTX_Create(uint32_t)
 {

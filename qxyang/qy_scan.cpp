@@ -122,7 +122,7 @@ uint32_t ScanExtensions(const ExtensionSet *set, QY_EXT_SCAN_PF callback, void *
     return 0;
 }
 
-}  // namespace
+} // namespace
 
 uint32_t QY_MOD_IterScanTopmostNode(QY_MOD *pMod, QY_NODE_SCAN_PF pfnCb, void *pvCookie)
 {

@@ -156,7 +156,7 @@ class RangeParser {
     uint32_t at_ = 0; /* part of the base */
 };
 
-}  // namespace
+} // namespace
 
 NumberForm NumberForm::Of(const QY_TYPE &type)
 {
@@ -175,4 +175,4 @@ const RangeSet *ParseRange(std::string_view text, NumberForm form, const RangeSe
     return arena.Make<RangeSet>(static_cast<uint32_t>(parts.size()), kept);
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -55,4 +55,4 @@ constexpr const RangeSet *BuiltinRange(uint8_t builtin)
 const RangeSet *ParseRange(std::string_view text, NumberForm form, const RangeSet &base, Arena &arena,
                            std::string &why);
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -34,4 +34,4 @@ inline constexpr size_t FAILURES = 64;
 /* Bytes of a model's text that a failure quotes. */
 inline constexpr size_t QUOTED_LENGTH = 120;
 
-}  // namespace qxyang::limits
+} // namespace qxyang::limits

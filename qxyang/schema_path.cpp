@@ -9,7 +9,7 @@ std::string PathTitle(const Statement *statement)
     return std::string(KeywordOf(statement->keyword).name) + " " + Quoted(statement->argument);
 }
 
-}  // namespace
+} // namespace
 
 bool SchemaPath::Parse(Build &build, Unit &unit, const Statement *statement, bool absolute)
 {
@@ -102,4 +102,4 @@ std::string DescribeNode(const QY_NODE *node)
     return std::string(KindName(node->kind)).append(" ").append(Quoted(node->name));
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -33,4 +33,4 @@ std::string DescribeNode(const QY_NODE *node);
 /* "container", "leaf-list", ... */
 std::string_view KindName(uint8_t kind);
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -61,7 +61,7 @@ struct DirectoryClose {
     void operator()(DIR *directory) const { ::closedir(directory); }
 };
 
-}  // namespace
+} // namespace
 
 void SearchPath::Add(std::string_view directory)
 {
@@ -146,4 +146,4 @@ std::string FileFinder::Missing(std::string_view name, std::string_view revision
     return text + nearest.Hint();
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -32,7 +32,7 @@ class FileFinder {
     std::vector<std::string> Candidates(std::string_view name, std::string_view revision);
 
     /* Offers the module names of all files to whoever looks for a near one. */
-    template<class Offer>
+    template <class Offer>
     void ForEachName(Offer &&offer)
     {
         for (const std::string &directory : path_.Directories())
@@ -51,4 +51,4 @@ class FileFinder {
     std::unordered_map<std::string, std::vector<std::string>> listings_; /* names that end in ".yin" */
 };
 
-}  // namespace qxyang
+} // namespace qxyang

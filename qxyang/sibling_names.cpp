@@ -7,24 +7,19 @@ namespace qxyang {
 
 namespace {
 
-bool IsTransparent(const QY_NODE *node)
-{
-    return node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE;
-}
-
 size_t CountNames(const QY_NODE *parent)
 {
     size_t count = 0;
     for (const QY_NODE *child = parent->first; child != nullptr; child = child->next)
-        count += 1 + (IsTransparent(child) ? CountNames(child) : 0);
+        count += 1 + (IsChoiceOrCase(child) ? CountNames(child) : 0);
     return count;
 }
 
-}  // namespace
+} // namespace
 
 QY_NODE *SiblingNames::FindTwice(QY_NODE *parent, const QY_MOD *module)
 {
-    if (parent->first == nullptr || (parent->first == parent->last && !IsTransparent(parent->first)))
+    if (parent->first == nullptr || (parent->first == parent->last && !IsChoiceOrCase(parent->first)))
         return nullptr;
     begin(CountNames(parent));
     return AddAll(parent, module);
@@ -48,7 +43,7 @@ void SiblingNames::begin(size_t count)
     if (slots_.size() < size)
         slots_.resize(size);
     mask_ = size - 1;
-    if (++round_ == 0) {  // every round number was in use once
+    if (++round_ == 0) { // every round number was in use once
         slots_.assign(slots_.size(), Slot{});
         round_ = 1;
     }
@@ -71,7 +66,7 @@ QY_NODE *SiblingNames::AddAll(QY_NODE *parent, const QY_MOD *module)
     for (QY_NODE *child = parent->first; child != nullptr; child = child->next) {
         if (child->kind != QY_NODE_TYPE_CASE && child->module == module && !Add(child->name))
             return child;
-        if (!IsTransparent(child))
+        if (!IsChoiceOrCase(child))
             continue;
         if (QY_NODE *twice = AddAll(child, module))
             return twice;
@@ -79,4 +74,4 @@ QY_NODE *SiblingNames::AddAll(QY_NODE *parent, const QY_MOD *module)
     return nullptr;
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -31,4 +31,4 @@ class SiblingNames {
     uint32_t round_ = 0; /* slots of another round are free, so that none is ever cleared */
 };
 
-}  // namespace qxyang
+} // namespace qxyang

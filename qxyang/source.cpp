@@ -43,7 +43,7 @@ std::string SystemReason(const char *what)
     return std::string(what) + ": " + ::strerror_r(errno, buffer, sizeof buffer);
 }
 
-}  // namespace
+} // namespace
 
 std::string Source::Read()
 {
@@ -139,4 +139,4 @@ Position Source::Locate(uint32_t offset)
     return position_;
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -72,4 +72,4 @@ class Source {
     Position position_{1, 1};
 };
 
-}  // namespace qxyang
+} // namespace qxyang

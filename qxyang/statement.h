@@ -81,6 +81,13 @@ inline Statement *FindChild(const Statement *statement, Kw keyword)
     return child;
 }
 
+/* The argument of the child of that keyword that comes first, or nothing. */
+inline std::string_view ArgumentOf(const Statement *statement, Kw keyword)
+{
+    const Statement *child = FindChild(statement, keyword);
+    return child != nullptr ? child->argument : std::string_view();
+}
+
 /* A prefix that the file may use and what it stands for. */
 struct PrefixBinding {
     std::string_view prefix;
@@ -115,4 +122,4 @@ class Unit {
     }
 };
 
-}  // namespace qxyang
+} // namespace qxyang

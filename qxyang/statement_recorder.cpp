@@ -41,7 +41,7 @@ DeviateKind DeviateKindNamed(std::string_view argument)
     return argument == "delete" ? DeviateKind::Delete : DeviateKind::NotSupported;
 }
 
-}  // namespace
+} // namespace
 
 StatementRecorder::StatementRecorder(Unit &unit, Failures &failures)
     : unit_(unit), failures_(failures), names_(unit.module->texts)
@@ -292,7 +292,7 @@ ExtensionUse *StatementRecorder::UseOf(std::string_view space, std::string_view 
 
 /* ---- ends ------------------------------------------------------------------------------------------------------ */
 
-void StatementRecorder::end()
+void StatementRecorder::End()
 {
     if (skipped_ > 0) {
         --skipped_;
@@ -345,4 +345,4 @@ std::string StatementRecorder::DescribeOpen() const
     return skipped_ > 0 || frames_.empty() ? std::string() : Describe(frames_.back());
 }
 
-}  // namespace qxyang
+} // namespace qxyang

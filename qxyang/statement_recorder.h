@@ -26,7 +26,7 @@ class StatementRecorder {
     void SkipElement(uint32_t offset, std::string_view sentence);
 
     /* The end of any of them. */
-    void end();
+    void End();
 
     /* Text within the element that is open innermost. */
     void AddText(std::string_view text) { text_.append(text); }
@@ -83,4 +83,4 @@ class StatementRecorder {
     bool textWanted_ = false;
 };
 
-}  // namespace qxyang
+} // namespace qxyang

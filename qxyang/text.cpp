@@ -59,7 +59,7 @@ size_t EditDistance(std::string_view left, std::string_view right, size_t limit)
     return previous[right.size()];
 }
 
-}  // namespace
+} // namespace
 
 Reference SplitReference(std::string_view text)
 {
@@ -126,7 +126,7 @@ std::string Quoted(std::string_view text)
     if (text.size() <= limits::QUOTED_LENGTH)
         return std::string("'").append(text).append("'");
     size_t end = limits::QUOTED_LENGTH;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)  // within a character
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) // within a character
         --end;
     return std::string("'").append(text.substr(0, end)).append("...'");
 }
@@ -157,4 +157,4 @@ std::string NearestName::Hint() const
     return best_.empty() ? std::string() : "; did you mean " + Quoted(best_) + "?";
 }
 
-}  // namespace qxyang
+} // namespace qxyang

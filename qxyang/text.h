@@ -28,6 +28,11 @@ std::string_view TakeWord(std::string_view &text);
 
 std::string_view Trim(std::string_view text);
 
+inline std::string_view OrEmpty(const char *text)
+{
+    return text != nullptr ? text : std::string_view();
+}
+
 inline bool IsSpace(char c)
 {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
@@ -41,7 +46,7 @@ inline bool IsDigit(char c)
 std::string Quoted(std::string_view text);
 
 /* "a -> b -> a": the names from the first one equal to the last on. */
-template<class Names, class GetName>
+template <class Names, class GetName>
 std::string ChainText(const Names &names, std::string_view closing, GetName &&nameOf)
 {
     std::string text;
@@ -69,4 +74,4 @@ class NearestName {
     size_t distance_; /* of the best; as long as there is none, the largest that counts as near */
 };
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -37,4 +37,4 @@ class TextCache {
     std::array<Slot, SLOTS> slots_{};
 };
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -50,7 +50,7 @@ const char *NameOf(const Statement *statement)
     return statement->keyword == Kw::Output ? "output" : statement->argument;
 }
 
-}  // namespace
+} // namespace
 
 void TreeBuilder::BuildModule()
 {
@@ -151,7 +151,7 @@ void TreeBuilder::FillLeaf(const Statement *statement, QY_NODE *leaf, Scope *sco
 
 void TreeBuilder::AwaitTargets(QY_NODE *leaf, Unit *unit, const Statement *statement)
 {
-    if (!chain_.empty())  // of a grouping: where it is used matters
+    if (!chain_.empty()) // of a grouping: where it is used matters
         return;
     auto &pending = build_.load.leafrefs;
     if (leaf->type->builtin == QY_TYPE_LEAFREF) {
@@ -328,7 +328,7 @@ bool IsGated(const QY_NODE *node)
     return (node->flags & NODE_GATED) != 0;
 }
 
-}  // namespace
+} // namespace
 
 void TreeBuilder::MarkGated()
 {
@@ -359,4 +359,4 @@ void AddConditions(QY_NODE *node, const Condition *conditions)
     SetCondition(node, list);
 }
 
-}  // namespace qxyang
+} // namespace qxyang

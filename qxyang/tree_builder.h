@@ -83,4 +83,4 @@ class TreeBuilder {
 /* Puts conditions in front of those that the node has. */
 void AddConditions(QY_NODE *node, const Condition *conditions);
 
-}  // namespace qxyang
+} // namespace qxyang

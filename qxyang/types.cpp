@@ -42,7 +42,7 @@ constexpr std::array<TypeRule, QY_TYPE_UNION + 1> TYPE_RULES = MakeTypeRules();
 constexpr std::array<QY_TYPE, QY_TYPE_UNION + 1> MakeBuiltinTypes()
 {
     std::array<QY_TYPE, QY_TYPE_UNION + 1> types{};
-    for (uint8_t number = 0; number < types.size(); ++number) {
+    for (uint8_t number = 0; number <= QY_TYPE_UNION; ++number) {
         types[number].range = BuiltinRange(number);
         types[number].builtin = number;
     }
@@ -51,7 +51,7 @@ constexpr std::array<QY_TYPE, QY_TYPE_UNION + 1> MakeBuiltinTypes()
 
 constexpr std::array<QY_TYPE, QY_TYPE_UNION + 1> BUILTIN_TYPES = MakeBuiltinTypes();
 
-}  // namespace
+} // namespace
 
 const QY_TYPE *BuiltinType(uint8_t number)
 {
@@ -126,7 +126,7 @@ void TypeCompiler::Compile(Typedef &definition)
     const Statement *statement = FindChild(definition.statement, Kw::Type);
     if (statement != nullptr)
         type = Compile(statement, definition.scope);
-    if (statement != nullptr && statement->first == nullptr) {  // no restrictions made a type of its own
+    if (statement != nullptr && statement->first == nullptr) { // no restrictions made a type of its own
         const QY_TYPE *named = type;
         type = build_.module.records.Make<QY_TYPE>(*named);
         const_cast<QY_TYPE *>(type)->base = named;
@@ -228,4 +228,4 @@ bool TypeCompiler::CollectMembers(QY_TYPE &type, const Statement *statement, Sco
     return true;
 }
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -42,4 +42,4 @@ class TypeCompiler {
 /* The values of the enum or bit statements in a type statement. Null: the failure is recorded. */
 const EnumSet *CompileValues(Build &build, Unit &unit, const Statement *type, const QY_TYPE &base);
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -143,7 +143,7 @@ uint16_t RefinableOn(uint8_t kind)
     }
 }
 
-}  // namespace
+} // namespace
 
 void TreeBuilder::Refine(const Statement *statement, QY_NODE *node, Unit &unit)
 {
@@ -156,4 +156,4 @@ void TreeBuilder::Refine(const Statement *statement, QY_NODE *node, Unit &unit)
         AddConditions(node, conditions);
 }
 
-}  // namespace qxyang
+} // namespace qxyang

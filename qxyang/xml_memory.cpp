@@ -44,8 +44,8 @@ void *Resize(void *block, size_t size)
     return larger;
 }
 
-}  // namespace
+} // namespace
 
 const XML_Memory_Handling_Suite XML_MEMORY = {Take, Resize, Give};
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -7,4 +7,4 @@ namespace qxyang {
 
 extern const XML_Memory_Handling_Suite XML_MEMORY;
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -32,7 +32,7 @@ class YinParser {
     static void XMLCALL OnPrefix(void *self, const XML_Char *prefix, const XML_Char *);
     static void XMLCALL OnDeclaration(void *self, const XML_Char *version, const XML_Char *encoding, int);
 
-    template<class Handle>
+    template <class Handle>
     static void Guard(void *self, Handle &&handle);
 
     void Start(const char *name, const char **attributes);
@@ -75,7 +75,7 @@ void YinParser::Run()
 }
 
 /* Runs a handler; what it throws must not cross expat and is kept until expat has returned. */
-template<class Handle>
+template <class Handle>
 void YinParser::Guard(void *self, Handle &&handle)
 {
     auto &parser = *static_cast<YinParser *>(self);
@@ -99,7 +99,7 @@ void YinParser::OnStart(void *self, const XML_Char *name, const XML_Char **attri
 void YinParser::OnEnd(void *self, const XML_Char *)
 {
     Guard(self, [](YinParser &parser) {
-        parser.recorder_.end();
+        parser.recorder_.End();
         parser.FollowText();
     });
 }
@@ -223,11 +223,11 @@ std::string YinParser::UnboundPrefix(uint32_t at) const
     return "unknown prefix " + Quoted(prefix) + ": no xmlns attribute binds it" + nearest.Hint();
 }
 
-}  // namespace
+} // namespace
 
 void ParseYin(Unit &unit, Failures &failures)
 {
     YinParser(unit, failures).Run();
 }
 
-}  // namespace qxyang
+} // namespace qxyang

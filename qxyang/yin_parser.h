@@ -11,4 +11,4 @@ namespace qxyang {
  * module's texts. */
 void ParseYin(Unit &unit, Failures &failures);
 
-}  // namespace qxyang
+} // namespace qxyang

@@ -69,6 +69,6 @@ std::string Extensions(QY_MOD *module);
 
 std::string Path(QY_NODE *node);
 
-}  // namespace test
+} // namespace test
 
-#endif  // KORV_TEST_SCHEMA_H
+#endif // KORV_TEST_SCHEMA_H
