@@ -114,7 +114,8 @@ Loader::Outcome Loader::Read(std::string_view name, std::string_view revision)
         }
         module->revision = own.revision;
         module->preferred = revision.empty();
-        return Complete(std::move(module), own);
+        context_.modules.push_back(std::move(module));
+        return Complete(*context_.modules.back(), own);
     }
     if (!other.empty())
         return {nullptr, other};
@@ -179,11 +180,10 @@ bool Loader::ReadHeader(Unit &unit, std::string_view name, Kw expected)
     return true;
 }
 
-Loader::Outcome Loader::Complete(std::unique_ptr<QY_MOD> owned, Unit &unit)
+/* Links and builds a module whose file is parsed. */
+Loader::Outcome Loader::Complete(QY_MOD &module, Unit &unit)
 {
     Failures::Mark before = failures_.Now();
-    QY_MOD &module = *owned;
-    context_.modules.push_back(std::move(owned));
     Running running{&module, {}, {unit.Name()}};
     chain_.push_back(&running);
     Link(running, unit);

@@ -39,7 +39,7 @@ class Loader {
 
     Outcome Obtain(std::string_view name, std::string_view revision);
     Outcome Read(std::string_view name, std::string_view revision);
-    Outcome Complete(std::unique_ptr<QY_MOD> module, Unit &unit);
+    Outcome Complete(QY_MOD &module, Unit &unit);
     std::unique_ptr<Unit> Parse(const std::string &path, std::string_view name, QY_MOD *module, std::string &why);
     bool ReadHeader(Unit &unit, std::string_view name, Kw expected);
     void Link(Running &running, Unit &unit);

@@ -66,14 +66,15 @@ void TreeBuilder::BuildModule()
 
 void TreeBuilder::CompileDefinitions(const Statement *statement, Scope *scope)
 {
+    bool isModules = scope->outer == nullptr;
+    const NameTable<Typedef> *typedefs = isModules ? &build_.module.typedefs : &scope->typedefs;
+    const NameTable<Grouping> *groupings = isModules ? &build_.module.groupings : &scope->groupings;
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
         if (child->keyword == Kw::Typedef) {
-            auto &table = scope->outer == nullptr ? build_.module.typedefs : scope->typedefs;
-            if (Typedef *definition = table.Find(child->argument))
+            if (Typedef *definition = typedefs->Find(child->argument))
                 types_.Compile(*definition);
         } else if (child->keyword == Kw::Grouping) {
-            auto &table = scope->outer == nullptr ? build_.module.groupings : scope->groupings;
-            if (Grouping *grouping = table.Find(child->argument))
+            if (Grouping *grouping = groupings->Find(child->argument))
                 Compile(*grouping);
         }
     }

@@ -12,6 +12,8 @@ namespace qxyang {
 
 namespace {
 
+constexpr uint8_t TYPE_COUNT = QY_TYPE_UNION + 1; /* number 0 is none */
+
 /* Statements within a type statement, by built-in type. */
 struct TypeRule {
     Kw required = Kw::Statements; /* where the statement names the built-in type itself */
@@ -19,9 +21,9 @@ struct TypeRule {
     KeywordSet derived = {};      /* what may restrict a type derived from it */
 };
 
-constexpr std::array<TypeRule, QY_TYPE_UNION + 1> MakeTypeRules()
+constexpr std::array<TypeRule, TYPE_COUNT> MakeTypeRules()
 {
-    std::array<TypeRule, QY_TYPE_UNION + 1> rules{};
+    std::array<TypeRule, TYPE_COUNT> rules{};
     for (size_t number = QY_TYPE_INT8; number <= QY_TYPE_UINT64; ++number)
         if (number != QY_TYPE_LEAFREF && number != QY_TYPE_STRING)
             rules[number] = {Kw::Statements, {Kw::Range}, {Kw::Range}};
@@ -37,19 +39,19 @@ constexpr std::array<TypeRule, QY_TYPE_UNION + 1> MakeTypeRules()
     return rules;
 }
 
-constexpr std::array<TypeRule, QY_TYPE_UNION + 1> TYPE_RULES = MakeTypeRules();
+constexpr std::array<TypeRule, TYPE_COUNT> TYPE_RULES = MakeTypeRules();
 
-constexpr std::array<QY_TYPE, QY_TYPE_UNION + 1> MakeBuiltinTypes()
+constexpr std::array<QY_TYPE, TYPE_COUNT> MakeBuiltinTypes()
 {
-    std::array<QY_TYPE, QY_TYPE_UNION + 1> types{};
-    for (uint8_t number = 0; number <= QY_TYPE_UNION; ++number) {
+    std::array<QY_TYPE, TYPE_COUNT> types{};
+    for (uint8_t number = 0; number < TYPE_COUNT; ++number) {
         types[number].range = BuiltinRange(number);
         types[number].builtin = number;
     }
     return types;
 }
 
-constexpr std::array<QY_TYPE, QY_TYPE_UNION + 1> BUILTIN_TYPES = MakeBuiltinTypes();
+constexpr std::array<QY_TYPE, TYPE_COUNT> BUILTIN_TYPES = MakeBuiltinTypes();
 
 } // namespace
 
