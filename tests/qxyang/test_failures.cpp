@@ -71,12 +71,20 @@ TEST(FailureTexts, OfFilesThatAreNoModels)
         schema.File("m.yin", test.text);
         EXPECT_EQ(schema.Failures("m"), test.failures) << test.text;
     }
-    Schema schema; // two bytes a character
-    std::string wide = "\xFF\xFE";
-    for (char c : ModuleText("m", "<leaf/>"))
-        wide.append({c, '\0'});
-    schema.File("m.yin", wide);
-    EXPECT_EQ(schema.Failures("m"), "m.yin:2:1: 'leaf' has no attribute 'name'\nm.yin:2:1: leaf has no 'type'\n");
+    Schema schema;
+    const std::string narrow = ModuleText("m", "<!-- x --><leaf/>");
+    std::string little = "\xFF\xFE";
+    std::string big = "\xFE\xFF";
+    for (char c : narrow) {
+        little.append({c, '\0'});
+        big.append({'\0', c});
+    }
+    std::string latin = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + narrow;
+    latin[latin.find("x -->")] = '\xA0';
+    for (const std::string &text : {little, big, latin}) {
+        schema.File("m.yin", text);
+        EXPECT_EQ(schema.Failures("m"), "m.yin:2:11: 'leaf' has no attribute 'name'\nm.yin:2:11: leaf has no 'type'\n");
+    }
 }
 
 TEST(FailureTexts, OfStatementsAndArguments)

@@ -27,7 +27,8 @@ TEST(Leafrefs, FindTheirTargets)
                         LeafrefLeaf("up", "../x") + LeafrefLeaf("spaced", " ../ ../ m:c / x ") +
                         LeafrefLeaf("current", "current()/../x") +
                         LeafrefLeaf("far", "/lib:sys/lib:if[lib:name = current()/../x][name=']']/lib:name") +
-                        LeafrefLeaf("chained", "../up") + LeafrefLeaf("deref", "deref(../up)/../x") +
+                        LeafrefLeaf("chained", "../up") + LeafrefLeaf("into-op", "/m:op/m:o2") +
+                        LeafrefLeaf("deref", "deref(../up)/../x") +
                         R"(<leaf name="typed"><type name="lib:if-ref"/></leaf>
           <leaf name="home"><type name="lib:local-ref"/></leaf>
           <leaf-list name="many"><type name="leafref"><path value="../late"/></type></leaf-list>
@@ -50,6 +51,7 @@ TEST(Leafrefs, FindTheirTargets)
                  {"c/current", "/c/x"},
                  {"c/far", "/sys/if/name"},
                  {"c/chained", "/c/up"},
+                 {"c/into-op", "/op/output/o2"},
                  {"c/deref", nullptr},
                  {"c/typed", "/sys/if/name"},
                  {"c/home", "/sys/if/name"},

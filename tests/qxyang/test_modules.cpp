@@ -44,7 +44,10 @@ TEST(ModuleFiles, AreFoundByNameAndRevision)
     schema.File("second/both.yin", Revised("both", "2002-02-02", "<revision date=\"2000-01-01\"/>"));
     schema.File("second/far.yin", ModuleText("far", ""));
     EXPECT_NE(schema.Failures("far"), "");
-    EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), (second + "/./").c_str()), 0u);
+    const std::filesystem::path workPath = std::filesystem::current_path();
+    std::filesystem::current_path(schema.Dir());
+    EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), "second/./"), 0u); // meant from here, wherever the process goes
+    std::filesystem::current_path(workPath);
     EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), second.c_str()), 0u);
     EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), ""), 0u);
     EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), nullptr), 0u);
@@ -128,6 +131,7 @@ TEST(Modules, RevisionsStandSideBySide)
     schema.File("lib.yin", Revised("lib", "2020-01-01", "<typedef name=\"t\"><type name=\"uint16\"/></typedef>"));
     schema.File("lib@2010-01-01.yin",
                 Revised("lib", "2010-01-01", "<typedef name=\"t\"><type name=\"uint8\"/></typedef>"));
+    schema.LoadText("early", R"(<leaf name="l"><type name="lib:t"/></leaf>)", "lib@2020-01-01");
     schema.LoadText("old", R"(<leaf name="l"><type name="lib:t"/></leaf>)", "lib@2010-01-01");
     schema.LoadText("new", R"(<leaf name="l"><type name="lib:t"/></leaf>)", "lib");
     schema.LoadText("exact", R"(<leaf name="l"><type name="lib:t"/></leaf>)", "lib@2020-01-01");

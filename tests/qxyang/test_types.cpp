@@ -103,6 +103,8 @@ TEST(Types, MistakesAreReportedWhereTheyStand)
         {R"(<type name="sized"><range value="0"/></type>)", ":20: range '0': it leaves what it restricts, 1..9"},
         {R"(<type name="decimal64"><fraction-digits value="2"/><range value="1.234"/></type>)",
          ":52: range '1.234': '1.234' is no number of the type"},
+        {R"(<type name="decimal64"><fraction-digits value="2"/><range value="-0.05..-1"/></type>)",
+         ":52: range '-0.05..-1': -0.05 is greater than -1.00"},
         {R"(<type name="decimal64"><fraction-digits value="18"/><range value="-9.5..10"/></type>)",
          ":53: range '-9.5..10': '-9.5' is no number of the type"},
         {R"(<type name="string"><length value="-1"/></type>)", ":21: length '-1': '-1' is no number of the type"},
