@@ -63,7 +63,7 @@ TEST_F(InspectCheck, FindsNothingInTheExamples)
 {
     const Result result = InspectExamples({"check", "--all"});
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out, "8 modules checked: no errors, no warnings\n");
+    EXPECT_EQ(result.out, "9 modules checked: no errors, no warnings\n");
     EXPECT_EQ(result.err, "");
 }
 
