@@ -23,13 +23,21 @@ function(korv_target name)
                                             $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 endfunction()
 
+# What hosts of a version can rely on is its major version, and while that is 0, its minor version, too.
+set(KORV_COMPATIBLE SameMajorVersion)
+set(KORV_SOVERSION ${KORV_SOVERSION})
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+  set(KORV_COMPATIBLE SameMinorVersion)
+  set(KORV_SOVERSION 0.${PROJECT_VERSION_MINOR})
+endif()
+
 # A shared library that exports what its headers mark and nothing else.
 function(korv_shared_library name)
   add_library(${name} SHARED ${ARGN})
   korv_target(${name})
   set_target_properties(${name} PROPERTIES C_VISIBILITY_PRESET hidden CXX_VISIBILITY_PRESET hidden
                                            VISIBILITY_INLINES_HIDDEN ON
-                                           VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+                                           VERSION ${PROJECT_VERSION} SOVERSION ${KORV_SOVERSION})
   # Calls within a library stay within it: no host can slip between two of its own functions.
   target_link_options(${name} PRIVATE -Wl,-Bsymbolic-functions)
 endfunction()

@@ -41,6 +41,15 @@
 extern "C" {
 #endif
 
+/* The version of this header, by the rules of semantic versioning: hosts of one major version go on with every later
+ * library of it, and while that is 0, of one minor version. */
+#define KORV_LIB_YANG_VERSION "0.1.0"
+#define KORV_LIB_YANG_VERSION_MAJOR 0u
+#define KORV_LIB_YANG_VERSION_MINOR 1u
+#define KORV_LIB_YANG_VERSION_PATCH 0u
+#define KORV_LIB_YANG_VERSION_NUMBER \
+    (KORV_LIB_YANG_VERSION_MAJOR * 10000u + KORV_LIB_YANG_VERSION_MINOR * 100u + KORV_LIB_YANG_VERSION_PATCH)
+
 #define KORV_OK 0u
 #define KORV_FAIL 1u             /* the library's own failures */
 #define KORV_TRAVEL_NOT_FOUND 3u /* travel found no start node */
@@ -239,6 +248,13 @@ KORV_LAYOUT(sizeof(TELMYANG_LOCAL_DATA_S) == 136);
 
 /* The instance that was set up last, or null. The library never reads it. */
 KORV_LIB_API extern TELMYANG_LOCAL_DATA_S *g_pstKORVLibYangLocalData;
+
+/* ------------------------------------------------------------------------------------------------------------------
+ * Version
+ * ---------------------------------------------------------------------------------------------------------------- */
+
+/* KORV_LIB_YANG_VERSION_NUMBER of the library that the host runs with; the macro itself is what it was compiled with. */
+KORV_LIB_API uint32_t YANGLIB_GetLibVersion(void);
 
 /* ------------------------------------------------------------------------------------------------------------------
  * Lifecycle

@@ -46,6 +46,19 @@ Format ToFormat(const std::string &text)
     return text == "dot" ? Format::DOT : Format::TEXT;
 }
 
+std::string LibraryVersion()
+{
+    const uint32_t version = YANGLIB_GetLibVersion();
+    return std::to_string(version / 10000) + "." + std::to_string(version / 100 % 100) + "." +
+           std::to_string(version % 100);
+}
+
+/* The library may be newer than the program. */
+std::string VersionText()
+{
+    return "korv-inspect " KORV_LIB_YANG_VERSION " with libkorv_libyang " + LibraryVersion();
+}
+
 /* Builds the commands' options into one record; a command's own additions stand in its function. */
 class CommandLine {
   public:
@@ -54,7 +67,7 @@ class CommandLine {
         app_.name("korv-inspect");
         app_.description("Shows what a device makes of YANG modules: classes, attributes and keys.");
         app_.footer(HELP_PROGRAM);
-        app_.set_version_flag("--version", std::string("korv-inspect ") + KORV_VERSION + "\n");
+        app_.set_version_flag("--version", VersionText());
         app_.require_subcommand(1);
         AddTree();
         AddFind();
