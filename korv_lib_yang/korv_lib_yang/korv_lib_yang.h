@@ -8,7 +8,7 @@
 #ifndef KORV_LIB_YANG_UNIT_H
 #define KORV_LIB_YANG_UNIT_H
 
-#include "telem_yang/telem_yang.h"
+#include "../telem_yang/telem_yang.h"
 
 #ifdef __cplusplus
 extern "C" {

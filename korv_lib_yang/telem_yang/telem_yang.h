@@ -8,7 +8,7 @@
 #ifndef KORV_TELEM_YANG_H
 #define KORV_TELEM_YANG_H
 
-#include "telem_yang_lib/telem_yang_lib.h"
+#include "../telem_yang_lib/telem_yang_lib.h"
 
 #ifdef __cplusplus
 extern "C" {

@@ -127,6 +127,35 @@ TEST(InspectUsage, HelpHasExamplesThatWork)
     }
 }
 
+/* The options of a text, in the order of the alphabet. */
+std::set<std::string> OptionsIn(const std::string &text)
+{
+    static const std::regex option("--[a-z][a-z-]*");
+    std::set<std::string> options;
+    for (std::sregex_iterator at(text.begin(), text.end(), option), end; at != end; ++at)
+        options.insert(at->str());
+    return options;
+}
+
+TEST(InspectUsage, TheManualPageHasEveryCommandAndOptionOfTheHelp)
+{
+    const std::string page = RunShell("sed 's/\\\\-/-/g' inspect/korv-inspect.1.in").out;
+    std::string help = Inspect({"--help"}).out;
+    std::istringstream commands(help.substr(help.find("Subcommands:\n") + 13));
+    std::string line;
+    while (std::getline(commands, line) && line != "Examples:") {
+        std::istringstream words(line);
+        std::string command;
+        if (!(words >> command))
+            continue;
+        std::string description;
+        std::getline(words >> std::ws, description);
+        EXPECT_NE(page.find("\n.B " + command + "\n" + description), std::string::npos) << line;
+        help += Inspect({command, "--help"}).out;
+    }
+    EXPECT_EQ(OptionsIn(page), OptionsIn(help));
+}
+
 /* What completion offers at the end of a line. */
 std::string Completed(const std::string &words)
 {
