@@ -49,8 +49,8 @@ extern "C" {
 /**
  * @defgroup host_version Version
  *
- * By the rules of semantic versioning: hosts of one major version go on with every later library of it, and while that is
- * 0, of one minor version.
+ * By the rules of semantic versioning: hosts of one major version go on with every later library of it, and while that
+ * is 0, of one minor version.
  * @{
  */
 
@@ -63,7 +63,7 @@ extern "C" {
 #define KORV_LIB_YANG_VERSION_NUMBER \
     (KORV_LIB_YANG_VERSION_MAJOR * 10000u + KORV_LIB_YANG_VERSION_MINOR * 100u + KORV_LIB_YANG_VERSION_PATCH)
 
-/** KORV_LIB_YANG_VERSION_NUMBER of the library that the host runs with; the macro itself is what it was compiled with. */
+/** KORV_LIB_YANG_VERSION_NUMBER of the library that the host runs with; the macro is what it was compiled with. */
 KORV_LIB_API uint32_t YANGLIB_GetLibVersion(void);
 
 /** @} */

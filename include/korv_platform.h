@@ -131,8 +131,8 @@ typedef uint32_t (*QY_LOADFAIL_SCAN_PF)(const char *pcModuleName, const char *pc
 typedef uint32_t (*QY_NODE_SCAN_PF)(QY_NODE *pNode, void *pvUnused, void *pvCookie);
 /** One step of a tree scan; uiTravType is a QY_TRAV_ value. */
 typedef uint32_t (*QY_TREE_SCAN_PF)(QY_NODE *pNode, uint32_t uiTravType, void *pvCookie);
-/** One extension instance: the module that defines its extension, its keyword and its argument. pcArgument is null for a
- * statement of an extension that takes no argument. */
+/** One extension instance: the module that defines its extension, its keyword and its argument. pcArgument is null for
+ * a statement of an extension that takes no argument. */
 typedef uint32_t (*QY_EXT_SCAN_PF)(QY_EXT *pExt, const char *pcExtModule, const char *pcKeyword, const char *pcArgument,
                                    void *pvCookie);
 /** One type of a derivation chain. */
