@@ -7,6 +7,10 @@ namespace bench {
 namespace {
 
 constexpr uint32_t LEAVES_A_CLASS = 8;
+/* Siblings as models have them; the path of NestPath goes on in the fifth. */
+constexpr std::array<std::string_view, 8> SECTIONS = {"interfaces", "statistics", "policies", "alarms",
+                                                      "neighbors",  "history",    "settings", "sessions"};
+constexpr uint32_t SECTION_ON = 4;
 constexpr std::array<std::string_view, 8> TYPES = {
     R"(<type name="string"/>)",
     R"(<type name="uint32"/>)",
@@ -49,23 +53,82 @@ void AddClassHead(std::string *text, const std::string &name, uint32_t classId)
         AddLeaf(text, i);
 }
 
-} // namespace
-
-std::string MixedModule(const std::string &name, uint32_t nodes)
+/* Everything in front of the module's own definitions. */
+std::string Head(const std::string &name)
 {
-    std::string text = R"(<?xml version="1.0" encoding="UTF-8"?>
-<module name=")" + name +
-                       R"(" xmlns="urn:ietf:params:xml:ns:yang:yin:1" xmlns:b="urn:)" + name +
-                       R"(" xmlns:mimext="urn:quelvo:yang:mim-extensions">
+    return R"(<?xml version="1.0" encoding="UTF-8"?>
+<module name=")" +
+           name + R"(" xmlns="urn:ietf:params:xml:ns:yang:yin:1" xmlns:b="urn:)" + name +
+           R"(" xmlns:mimext="urn:quelvo:yang:mim-extensions">
   <yang-version value="1.1"/>
   <namespace uri="urn:)" +
-                       name +
-                       R"("/>
+           name +
+           R"("/>
   <prefix value="b"/>
   <import module="quelvo-mim-extensions">
     <prefix value="mimext"/>
   </import>
-  <typedef name="percent">
+)";
+}
+
+void AddLevel(std::string *text, uint32_t level, uint32_t levels)
+{
+    for (uint32_t i = 0; i < SECTIONS.size(); ++i) {
+        *text += "<container name=\"" + std::string(SECTIONS[i]) + "\">\n";
+        if (i == SECTION_ON && level + 1 < levels)
+            AddLevel(text, level + 1, levels);
+        *text += "</container>\n";
+    }
+}
+
+} // namespace
+
+std::string WideModule(const std::string &name, uint32_t children)
+{
+    std::string text = Head(name) + "  <container name=\"top\">\n";
+    AddStatement(&text, "    ", "class-id", "1");
+    for (uint32_t i = 0; i < children; ++i) {
+        text += "    <container name=\"child-" + std::to_string(i) + "\">\n";
+        AddStatement(&text, "      ", "class-id", std::to_string(i + 2));
+        text += "    </container>\n";
+    }
+    return text + "  </container>\n</module>\n";
+}
+
+std::string DeepModule(const std::string &name, uint32_t chains, uint32_t levels)
+{
+    std::string text = Head(name) + "  <container name=\"top\">\n";
+    AddStatement(&text, "    ", "class-id", "1");
+    uint32_t classId = 2;
+    for (uint32_t chain = 0; chain < chains; ++chain) {
+        for (uint32_t level = 0; level < levels; ++level) {
+            const bool isFirst = level == 0;
+            text += "    <list name=\"" + (isFirst ? "chain-" + std::to_string(chain) : "l") + "\">\n";
+            text += "      <key value=\"attribute-1\"/>\n";
+            AddStatement(&text, "      ", "class-id", std::to_string(classId++));
+            AddLeaf(&text, 0);
+        }
+        for (uint32_t level = 0; level < levels; ++level)
+            text += "    </list>\n";
+    }
+    return text + "  </container>\n</module>\n";
+}
+
+std::string NestModule(const std::string &name, uint32_t levels)
+{
+    std::string text = Head(name);
+    AddLevel(&text, 0, levels);
+    return text + "</module>\n";
+}
+
+std::vector<std::string> NestPath(uint32_t levels)
+{
+    return std::vector<std::string>(levels, std::string(SECTIONS[SECTION_ON]));
+}
+
+std::string MixedModule(const std::string &name, uint32_t nodes)
+{
+    std::string text = Head(name) + R"(  <typedef name="percent">
     <type name="uint16">
       <range value="0..100"/>
     </type>

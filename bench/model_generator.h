@@ -4,12 +4,30 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace bench {
 
 /* A module of about that many schema nodes: two levels of classes (lists in a container, each with an inner list), leaves
  * of mixed types, three extension statements a leaf. */
 std::string MixedModule(const std::string &name, uint32_t nodes);
+
+/* The schema nodes that such a module needs for that many tree nodes. */
+constexpr uint32_t MixedNodes(uint32_t treeNodes)
+{
+    return treeNodes * 9 + 1;
+}
+
+/* One container with that many child containers, each a class. */
+std::string WideModule(const std::string &name, uint32_t children);
+
+/* Chains of nested lists below one container; every list is a class with one key leaf. */
+std::string DeepModule(const std::string &name, uint32_t chains, uint32_t levels);
+
+/* Containers nested that deep, of which each level has eight; the fifth one goes on. */
+std::string NestModule(const std::string &name, uint32_t levels);
+/* The names on the way down. */
+std::vector<std::string> NestPath(uint32_t levels);
 
 /* The extension module that the generated ones import. */
 std::string ExtensionModule();

@@ -1,0 +1,25 @@
+/* The benchmarks' arguments. */
+#ifndef KORV_BENCH_COMMAND_LINE_H
+#define KORV_BENCH_COMMAND_LINE_H
+
+#include <string>
+
+namespace bench {
+
+struct CommandLine {
+    std::string groups = "."; /* regular expression: the groups of rows to run */
+    std::string json;         /* file for the rows, or none */
+    bool strict = false;      /* a bound that is not reached fails the run */
+    bool right = true;        /* what was given could be read */
+
+    /* To be done once, without any benchmark: see instruction_count.h. */
+    std::string operation;
+    std::string dir;
+    std::string module;
+};
+
+CommandLine ReadCommandLine(int argc, char **argv);
+
+} // namespace bench
+
+#endif // KORV_BENCH_COMMAND_LINE_H

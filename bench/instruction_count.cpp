@@ -1,0 +1,70 @@
+#include "instruction_count.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "host.h"
+#include "lookup_path.h"
+#include "process_time.h"
+
+namespace bench {
+namespace {
+
+struct OperationKind {
+    const char *name;
+    const char *function; /* counting goes on while this one runs */
+};
+
+constexpr OperationKind KINDS[] = {
+    {"load", "YANGLIB_LoadYangModule"},
+    {"own-load", "YANGLIB_LoadYangModule"},
+    {"lookup", "TELMYANG_KorvFindTreeNodeByXpath"},
+};
+
+/* The number behind "totals:" in callgrind's output. */
+std::optional<uint64_t> TotalOf(const std::string &path)
+{
+    std::ifstream file(path);
+    for (std::string line; std::getline(file, line);) {
+        std::istringstream words(line);
+        std::string key;
+        uint64_t total = 0;
+        if (words >> key >> total && key == "totals:")
+            return total;
+    }
+    return {};
+}
+
+} // namespace
+
+std::optional<uint64_t> InstructionsOf(Operation operation, const std::string &dir, const std::string &module)
+{
+    static const bool hasValgrind = Succeeds({"valgrind", "--version"});
+    if (!hasValgrind)
+        return {};
+    const OperationKind &kind = KINDS[static_cast<size_t>(operation)];
+    const std::string out = dir + "/callgrind.out";
+    const std::string self = std::filesystem::read_symlink("/proc/self/exe").string();
+    if (!Succeeds({"env", "LD_BIND_NOW=1", "valgrind", "--tool=callgrind", "--callgrind-out-file=" + out,
+                   std::string("--toggle-collect=") + kind.function, self, std::string("--operation=") + kind.name, dir,
+                   module}))
+        Fail("callgrind failed");
+    return TotalOf(out);
+}
+
+bool Perform(const std::string &operation, const std::string &dir, const std::string &module)
+{
+    const Instance instance(dir);
+    if (operation == KINDS[static_cast<size_t>(Operation::OwnLoad)].name)
+        instance.LoadSchema(module);
+    instance.Load(module);
+    if (operation == KINDS[static_cast<size_t>(Operation::Lookup)].name) {
+        const LookupPath path;
+        const YangXpathLookup lookup = path.Of(instance.Local());
+        return TELMYANG_KorvFindTreeNodeByXpath(&lookup) != nullptr;
+    }
+    return true;
+}
+
+} // namespace bench

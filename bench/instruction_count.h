@@ -1,0 +1,26 @@
+/* Instructions of single operations, as valgrind's callgrind counts them: this program runs itself under it. */
+#ifndef KORV_BENCH_INSTRUCTION_COUNT_H
+#define KORV_BENCH_INSTRUCTION_COUNT_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace bench {
+
+enum class Operation {
+    Load,    /* of a module with its schema */
+    OwnLoad, /* of a module whose schema is loaded */
+    Lookup,
+};
+
+/* What the operation's own call executes; nothing without valgrind. */
+std::optional<uint64_t> InstructionsOf(Operation operation, const std::string &dir, const std::string &module);
+
+/* Does the operation of that name once, as the program is asked to when it runs under callgrind. False for an unknown
+ * name. */
+bool Perform(const std::string &operation, const std::string &dir, const std::string &module);
+
+} // namespace bench
+
+#endif // KORV_BENCH_INSTRUCTION_COUNT_H

@@ -1,0 +1,71 @@
+/* Measures the library against what the same work costs without it. */
+#include <cstdio>
+#include <regex>
+
+#include "command_line.h"
+#include "instruction_count.h"
+#include "rows.h"
+
+namespace {
+
+struct Group {
+    const char *name;
+    bench::Rows (*measure)(bench::Runner &runner, const bench::ModelFiles &files);
+};
+
+constexpr Group GROUPS[] = {
+    {"load", bench::LoadRows},     {"growth", bench::GrowthRows},   {"shapes", bench::ShapeRows},
+    {"lookup", bench::LookupRows}, {"travel", bench::TravelRows},   {"dump", bench::DumpRows},
+    {"memory", bench::MemoryRows}, {"process", bench::ProcessRows},
+};
+
+void InitializeBenchmarks(char *program)
+{
+    std::string repetitions = "--benchmark_repetitions=7";
+    std::string interleaving = "--benchmark_enable_random_interleaving=true";
+    std::string time = "--benchmark_min_time=0.3";
+    char *args[] = {program, repetitions.data(), interleaving.data(), time.data(), nullptr};
+    int count = 4;
+    benchmark::Initialize(&count, args);
+}
+
+bench::Rows Measure(const std::regex &groups)
+{
+    bench::Rows rows;
+    for (const Group &group : GROUPS) {
+        if (!std::regex_search(group.name, groups))
+            continue;
+        std::fprintf(stderr, "%s ", group.name);
+        bench::Runner runner;
+        const bench::ModelFiles files;
+        for (bench::Row &row : group.measure(runner, files))
+            rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+bool AllReached(const bench::Rows &rows)
+{
+    for (const bench::Row &row : rows) {
+        if (!row.Reached())
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const bench::CommandLine line = bench::ReadCommandLine(argc, argv);
+    if (!line.right)
+        return 2;
+    if (!line.operation.empty())
+        return bench::Perform(line.operation, line.dir, line.module) ? 0 : 1;
+    InitializeBenchmarks(argv[0]);
+    const bench::Rows rows = Measure(std::regex(line.groups));
+    bench::PrintTable(rows);
+    if (!line.json.empty() && !bench::WriteJson(rows, line.json))
+        return 2;
+    return line.strict && !AllReached(rows) ? 1 : 0;
+}
