@@ -1,13 +1,17 @@
 /* The documents show real commands with what they print, and the real text of example files.
  *
  * A block marked `console` holds commands, each behind "$ ", and what they print on either output. A block behind a comment
- * that names a file holds that file's text. KORV_UPDATE_DOCUMENTS=1 writes today's texts into the documents instead. */
+ * that names a file holds that file's text. KORV_UPDATE_DOCUMENTS=1 writes today's texts into the documents instead.
+ *
+ * The host guide lists every text that the library logs for a failure. */
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <regex>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -98,6 +102,35 @@ TEST(Documents, QuoteFilesAsTheyAre)
     for (const fs::path &path : Documents())
         blocks += CompareBlocks(path, "<!-- file: ", quote);
     EXPECT_GE(blocks, 1u);
+}
+
+/* What the expression's group finds in the text. */
+std::multiset<std::string> FindAll(const std::string &text, const std::string &expression)
+{
+    const std::regex sought(expression);
+    std::multiset<std::string> found;
+    for (std::sregex_iterator match(text.begin(), text.end(), sought), end; match != end; ++match)
+        found.insert((*match)[1].str());
+    return found;
+}
+
+TEST(Documents, ListEveryTextThatTheLibraryLogsForAFailure)
+{
+    std::multiset<std::string> logged;
+    size_t calls = 0;
+    for (const auto &entry : fs::recursive_directory_iterator(SOURCE / "korv_lib_yang")) {
+        if (entry.path().extension() != ".cpp")
+            continue;
+        const std::string source = ReadFile(entry.path());
+        calls += FindAll(source, R"((KORV_LOG_ERROR\())").size();
+        logged.merge(FindAll(source, R"re(KORV_LOG_ERROR\(\s*[^,"]+,\s*"((?:[^"\\]|\\.)*)")re"));
+    }
+    EXPECT_EQ(logged.size(), calls) << "a text that this test cannot read";
+    const std::string guide = ReadFile(SOURCE / "docs/host-guide.md");
+    const size_t tables = guide.find("## What each failure logs");
+    ASSERT_NE(tables, std::string::npos);
+    const auto listed = FindAll(guide.substr(tables), R"(\n\| `([^`]*)` \|)");
+    EXPECT_EQ(std::set<std::string>(listed.begin(), listed.end()), std::set<std::string>(logged.begin(), logged.end()));
 }
 
 } // namespace
