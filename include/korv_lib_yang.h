@@ -415,8 +415,9 @@ KORV_LIB_API uint32_t YANGLIB_UnloadYangModuleAll(TELMYANG_LOCAL_DATA_S *pstLoca
  *
  * A component has at most 64 characters; a longer one is a failed lookup. These texts are reported through ZOR_Assert
  * when they do not fit, and find nothing: a prefix of more than 63 characters where two prefixes are compared, an
- * augment's target path of more than 255 characters behind its "/", the path of an augmented node of more than 256
- * characters without its prefixes, and in a leaf lookup either path of more than 256 characters.
+ * augment's target path of more than 255 characters behind its "/", or of more than 1023 once each component without
+ * prefix has the one in front of it, the path of an augmented node of more than 255 characters without its prefixes,
+ * and in a leaf lookup either path of more than 256 characters.
  *
  * The instance must not be null; null paths and a null module name find nothing. Nodes that are found belong to the
  * module and live until it is unloaded. A node that is not found is logged at level 0.
