@@ -3,7 +3,7 @@
  * A block marked `console` holds commands, each behind "$ ", and what they print on either output. A block behind a comment
  * that names a file holds that file's text. KORV_UPDATE_DOCUMENTS=1 writes today's texts into the documents instead.
  *
- * The host guide lists every text that the library logs for a failure. */
+ * The host guide lists every text that the library logs for a failure; what documents name exists. */
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -33,7 +33,7 @@ std::string ReadFile(const fs::path &path)
 
 std::vector<fs::path> Documents()
 {
-    std::vector<fs::path> documents = {SOURCE / "README.md"};
+    std::vector<fs::path> documents = {SOURCE / "README.md", SOURCE / "CONTRIBUTING.md"};
     for (const auto &entry : fs::directory_iterator(SOURCE / "docs")) {
         if (entry.path().extension() == ".md")
             documents.push_back(entry.path());
@@ -131,6 +131,24 @@ TEST(Documents, ListEveryTextThatTheLibraryLogsForAFailure)
     ASSERT_NE(tables, std::string::npos);
     const auto listed = FindAll(guide.substr(tables), R"(\n\| `([^`]*)` \|)");
     EXPECT_EQ(std::set<std::string>(listed.begin(), listed.end()), std::set<std::string>(logged.begin(), logged.end()));
+}
+
+TEST(Documents, NameFilesAndCommandsThatExist)
+{
+    const auto commands = FindAll(ReadFile(SOURCE / "dev"), R"(\n([a-z]+)\))");
+    size_t named = 0;
+    for (const fs::path &path : Documents()) {
+        const std::string document = ReadFile(path);
+        for (const std::string &command : FindAll(document, R"(\./dev ([a-z]+))"))
+            EXPECT_EQ(commands.count(command), 1u) << path << ": ./dev " << command;
+        for (const std::string &file : FindAll(document, "`([a-z_]+/[^`* ]*)`")) {
+            if (!fs::exists(SOURCE / file.substr(0, file.find('/'))) || file.rfind("build/", 0) == 0)
+                continue; /* no path of this project */
+            EXPECT_TRUE(fs::exists(SOURCE / file)) << path << ": " << file;
+            ++named;
+        }
+    }
+    EXPECT_GE(named, 20u);
 }
 
 } // namespace
