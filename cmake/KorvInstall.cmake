@@ -37,7 +37,7 @@ foreach(unit telem_yang_lib telem_yang korv_lib_yang)
 endforeach()
 
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development PATTERN *.in EXCLUDE)
 install(DIRECTORY examples/host_c examples/yin DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
 
 if(KORV_BUILD_INSPECT)
