@@ -43,7 +43,8 @@ struct Meaning {
     int node; /* which "*" is the node's name, 0: an outer message says it */
 };
 
-constexpr std::array<Meaning, 17> MEANINGS = {{
+constexpr std::array<Meaning, 20> MEANINGS = {{
+    {"malloc fail!", "there is not enough memory", 0},
     {"Fill Leaf Info By ExtType error, leaf name(*) ext(*) value(*)!",
      "leaf '$1' of class '$N': '$3' is no number that $2 can have", 1},
     {"class-type do not support *", "class '$N': class-type '$1' is neither 'leafref' nor 'leafref-target'", 0},
@@ -55,7 +56,10 @@ constexpr std::array<Meaning, 17> MEANINGS = {{
      "leaf '$1' of '$2', a class of class-type 'leafref', must not have extension statements", 1},
     {"error,not find key field ID!nodename(*)node key size(*)",
      "class '$1': a key is no leaf of the list itself, or its name has more than 64 characters", 1},
+    {"Parse Node (*) Auto-Key return *",
+     "class '$1' has several leaves and a name2id-key-fid of its own: that belongs on a leaf", 1},
     {"no word error in node(*)!", "class '$1': ancestor-key-fid is empty", 1},
+    {"pstYinInst->pstKeyRefArray XUR_Malloc error!", "class '$N': ancestor-key-fid is empty", 0},
     {"Parse MimExt Into Array return *, uiTmpNum(*) name(*)!", "class '$3': ancestor-key-fid is no list of numbers", 3},
     {"Iterate key-ref, Append one ancestor for * failed, pos is *, except *.",
      "class '$1' has $3 ancestor-key-fid, too few for the keys of the classes above it", 1},

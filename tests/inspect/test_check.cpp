@@ -242,6 +242,12 @@ TEST_F(InspectCheck, ExplainsWhatTheLibraryRefuses)
          Container("c", List("outer", "a b",
                              ClassId("1") + Leaf("a", "string", Id("1")) + Leaf("b", "string", Id("2")) + few)),
          "inner", "class 'inner' has 1 ancestor-key-fid, too few for the keys of the classes above it"},
+        {"empty", Container("c", Container("bare", ClassId("1") + Ext("ancestor-key-fid", ""))), "bare",
+         "class 'bare': ancestor-key-fid is empty"},
+        {"auto",
+         Container(
+             "c", ClassId("1") + Ext("name2id-key-fid", "2") + Leaf("x", "int8", Id("1")) + Leaf("y", "int8", Id("2"))),
+         "c", "class 'c' has several leaves and a name2id-key-fid of its own: that belongs on a leaf"},
         {"augmented", Container("c", "") + augments, "augmented", "the module has more than 20 augments"},
         {"task", Ext("aaa-task-id", "-1"), "task", "aaa-task-id is no number"},
     };
