@@ -95,11 +95,6 @@ std::string IdText(uint32_t id, bool hex)
     return hex ? Hex(id) : std::to_string(id);
 }
 
-std::string RangeText(const DiffLeaf &leaf)
-{
-    return std::to_string(leaf.min) + ".." + std::to_string(leaf.max);
-}
-
 std::string LastStep(const std::string &key)
 {
     return key.substr(key.rfind('/'));
@@ -200,17 +195,11 @@ class Comparison {
         AddIfChanged(breaking, "reference-key", path, IdText(before.referenceKey, false),
                      IdText(after->referenceKey, false));
         if (before.type == after->type) {
-            CompareRanges(before, *after);
+            if (before.range != after->range)
+                Add(breaking && !after->range.Covers(before.range), "range", path, before.range.Text(),
+                    after->range.Text());
             CompareEnums(before, *after);
         }
-    }
-
-    void CompareRanges(const DiffLeaf &before, const DiffLeaf &after)
-    {
-        if (!before.hasRange || !after.hasRange)
-            return;
-        const bool narrower = after.min > before.min || after.max < before.max;
-        AddIfChanged(narrower && before.Addressable(), "range", before.path, RangeText(before), RangeText(after));
     }
 
     void CompareEnums(const DiffLeaf &before, const DiffLeaf &after)

@@ -43,9 +43,7 @@ DiffLeaf ToLeaf(const Place &place)
     diff.referenceKey = leaf.uiRefIdKeyFid;
     diff.isList = QY_NODE_GetNodeType(leaf.pYinNode) == QY_NODE_TYPE_LEAF_LIST;
     diff.type = type != nullptr ? type : "";
-    diff.hasRange = HasRange(leaf);
-    diff.min = static_cast<uint64_t>(leaf.llRangeMin);
-    diff.max = static_cast<uint64_t>(leaf.llRangeMax);
+    diff.range = IntegerRange::Of(leaf.pYinNode); /* the library's record has the last part of some types only */
     diff.enums = EnumValues(leaf);
     return diff;
 }

@@ -8,6 +8,7 @@
 
 #include "enum_values.h"
 #include "instance.h"
+#include "integer_range.h"
 
 namespace inspect {
 
@@ -32,9 +33,7 @@ struct DiffLeaf {
     uint32_t referenceKey;
     bool isList; /* a leaf-list */
     std::string type;
-    bool hasRange;
-    uint64_t min;
-    uint64_t max;
+    IntegerRange range; /* empty unless the type is one of integers */
     std::vector<EnumValue> enums;
 
     bool Addressable() const { return classId != 0 && fieldId != 0; }

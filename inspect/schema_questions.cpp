@@ -104,20 +104,6 @@ uint32_t OnType(void *, void *, QY_TYPE *type, void *cookie)
     return 0;
 }
 
-uint32_t FinalType(QY_NODE *leaf)
-{
-    for (int hop = 0; leaf != nullptr && hop < MAX_LEAFREF_HOPS; ++hop) {
-        QY_TYPE *type = nullptr;
-        if (QY_NODE_ScanDerivedType(leaf, OnType, &type) != 0 || type == nullptr)
-            return 0;
-        const uint32_t base = QY_TYPE_GetBuiltInBaseType(type);
-        if (base != QY_TYPE_LEAFREF)
-            return base;
-        leaf = QY_NODE_GetLeafrefTargetNode(leaf, 1);
-    }
-    return 0;
-}
-
 bool HasAttributeId(QY_NODE *leaf)
 {
     return !ExtensionArguments(leaf, "field-id").empty() || !ExtensionArguments(leaf, "ref-id-key-fid").empty();
@@ -130,6 +116,19 @@ std::string NameOf(QY_NODE *node)
 }
 
 } // namespace
+
+QY_TYPE *FinalType(QY_NODE *leaf)
+{
+    for (int hop = 0; leaf != nullptr && hop < MAX_LEAFREF_HOPS; ++hop) {
+        QY_TYPE *type = nullptr;
+        if (QY_NODE_ScanDerivedType(leaf, OnType, &type) != 0 || type == nullptr)
+            return nullptr;
+        if (QY_TYPE_GetBuiltInBaseType(type) != QY_TYPE_LEAFREF)
+            return type;
+        leaf = QY_NODE_GetLeafrefTargetNode(leaf, 1);
+    }
+    return nullptr;
+}
 
 std::vector<std::string> ExtensionArguments(QY_NODE *node, const std::string &keyword)
 {
@@ -144,8 +143,11 @@ std::vector<std::string> LeavesWithoutDatatype(QY_MOD *module, const std::string
 {
     std::vector<std::string> leaves;
     const NodeVisitor visitLeaf = [&](QY_NODE *leaf) {
-        if (QY_NODE_GetNodeType(leaf) == QY_NODE_TYPE_LEAF && HasAttributeId(leaf) &&
-            ExtensionArguments(leaf, "datatype-id").empty() && FinalType(leaf) == type)
+        if (QY_NODE_GetNodeType(leaf) != QY_NODE_TYPE_LEAF || !HasAttributeId(leaf) ||
+            !ExtensionArguments(leaf, "datatype-id").empty())
+            return;
+        QY_TYPE *final = FinalType(leaf);
+        if (final != nullptr && QY_TYPE_GetBuiltInBaseType(final) == type)
             leaves.push_back(NameOf(leaf));
     };
     ForEachRoot(module, [&](QY_NODE *root) {

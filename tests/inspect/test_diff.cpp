@@ -88,6 +88,24 @@ TEST(InspectDiff, LeavesComeGoAndChange)
         {Leaf("x", Ranged("uint64", "1..9"), Id("2")),
          Leaf("x", "uint64", Id("2")),
          {"-range /c/l/x 1..9>0..18446744073709551615"}},
+        {Leaf("x", Ranged("int32", "-100..100"), Id("2")),
+         Leaf("x", Ranged("int32", "0..10"), Id("2")),
+         {"+range /c/l/x -100..100>0..10"}},
+        {Leaf("x", Ranged("uint8", "0..10"), Id("2")), Leaf("x", "uint8", Id("2")), {"-range /c/l/x 0..10>0..255"}},
+        /* Every part counts, and adjacent ones are one. */
+        {Leaf("x", Ranged("uint32", "1..1024 | 4096"), Id("2")),
+         Leaf("x", Ranged("uint32", "1..512 | 4096"), Id("2")),
+         {"+range /c/l/x 1..1024 | 4096>1..512 | 4096"}},
+        {Leaf("x", Ranged("uint32", "1..1024"), Id("2")),
+         Leaf("x", Ranged("uint32", "1..1024 | 4096"), Id("2")),
+         {"-range /c/l/x 1..1024>1..1024 | 4096"}},
+        {Leaf("x", Ranged("int8", "-5..-1 | 0..5"), Id("2")), Leaf("x", Ranged("int8", "-5..5"), Id("2")), {}},
+        /* Through a leafref. */
+        {Leaf("y", Ranged("int16", "1..9")) +
+             Leaf("x", "<type name=\"leafref\"><path value=\"../y\"/></type>", Id("2")),
+         Leaf("y", Ranged("int16", "1..8")) +
+             Leaf("x", "<type name=\"leafref\"><path value=\"../y\"/></type>", Id("2")),
+         {"-range /c/l/y 1..9>1..8", "+range /c/l/x 1..9>1..8"}},
         {Leaf("x", Enum("<enum name=\"a\"/><enum name=\"b\"/>"), Id("2")),
          Leaf("x", Enum("<enum name=\"b\"/><enum name=\"z\"/>"), Id("2")),
          {"+enum /c/l/x a 0>", "+enum /c/l/x b 1>b 0", "-enum /c/l/x >z 1"}},
