@@ -1,14 +1,60 @@
 #include "yin_file.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
-#include <fstream>
-#include <sstream>
+#include <optional>
 
 namespace inspect {
 namespace {
 
 constexpr std::string_view YIN_NAMESPACE = "urn:ietf:params:xml:ns:yang:yin:1";
 constexpr std::string_view BLANKS = " \t\r\n";
+
+/* The schema library refuses more of either. */
+constexpr off_t MAX_FILE_BYTES = off_t{256} << 20;
+constexpr size_t MAX_DEPTH = 512;
+
+struct Descriptor {
+    /* Without waiting for the other end of a pipe. */
+    explicit Descriptor(const std::string &path)
+        : number(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY))
+    {
+    }
+    ~Descriptor()
+    {
+        if (number >= 0)
+            close(number);
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    const int number;
+};
+
+/* None for what is no regular file, too large or unreadable. */
+std::optional<std::string> TextOf(const std::string &path)
+{
+    const Descriptor file(path);
+    struct stat status = {};
+    if (file.number < 0 || fstat(file.number, &status) != 0 || !S_ISREG(status.st_mode) ||
+        status.st_size > MAX_FILE_BYTES)
+        return std::nullopt;
+    std::string text(static_cast<size_t>(status.st_size), '\0');
+    size_t size = 0;
+    while (size < text.size()) {
+        const ssize_t count = read(file.number, text.data() + size, text.size() - size);
+        if (count < 0)
+            return std::nullopt;
+        if (count == 0)
+            break;
+        size += static_cast<size_t>(count);
+    }
+    text.resize(size);
+    return text;
+}
 
 std::string_view PrefixOf(std::string_view name)
 {
@@ -143,6 +189,8 @@ class YinReader {
                 argument = attribute->value;
         }
         const bool root = open_.empty();
+        if (open_.size() == MAX_DEPTH)
+            return false;
         if (root) {
             const std::string_view keyword = LocalName(name);
             if (!file_->statements_.empty() || boundTo != YIN_NAMESPACE ||
@@ -173,13 +221,12 @@ class YinReader {
 
 std::unique_ptr<YinFile> YinFile::Read(const std::string &path)
 {
-    std::ifstream stream(path, std::ios::binary);
-    std::ostringstream text;
-    if (!stream || !(text << stream.rdbuf()))
+    std::optional<std::string> text = TextOf(path);
+    if (!text)
         return nullptr;
     auto file = std::make_unique<YinFile>();
     file->path_ = path;
-    file->text_ = std::move(text).str();
+    file->text_ = std::move(*text);
     return YinReader(file.get()).Read() ? std::move(file) : nullptr;
 }
 

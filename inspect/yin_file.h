@@ -23,8 +23,8 @@ struct YinStatement {
 
 class YinFile {
   public:
-    /* Null when the file cannot be read, or is not well-formed XML in an encoding that extends ASCII, or no module or
-     * submodule in the YIN namespace. */
+    /* Null when the file cannot be read, is no regular one or beyond the schema library's limits, or is not well-formed
+     * XML in an encoding that extends ASCII, or no module or submodule in the YIN namespace. */
     static std::unique_ptr<YinFile> Read(const std::string &path);
 
     const std::string &Path() const { return path_; }

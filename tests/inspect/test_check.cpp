@@ -215,6 +215,17 @@ TEST_F(InspectCheck, LoadFailuresAreErrorsWithTheirPlace)
     EXPECT_TRUE(result.out.ends_with("5 modules checked: 5 errors, no warnings\n")) << result.out;
 }
 
+TEST_F(InspectCheck, ReadsNothingThatIsNoFileOfReasonableSize)
+{
+    dir.Add("m", Container("c", ""));
+    RunShell("cd " + dir.Path() + " && mkfifo pipe.yin && mkdir folder.yin && truncate -s 1G large.yin");
+    const Result result = Run({"--all"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(LineWith(result.out, "/pipe.yin' is not a regular file"), "") << result.out;
+    EXPECT_NE(LineWith(result.out, "/large.yin' is larger than 256 MiB"), "") << result.out;
+    EXPECT_TRUE(result.out.ends_with("5 modules checked: 3 errors, no warnings\n")) << result.out;
+}
+
 TEST_F(InspectCheck, ExplainsWhatTheLibraryRefuses)
 {
     const std::string decimal = "<type name=\"decimal64\"><fraction-digits value=\"2\"/></type>";
