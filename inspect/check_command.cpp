@@ -10,7 +10,7 @@
 #include "commands.h"
 #include "failure.h"
 #include "message_text.h"
-#include "schema_questions.h"
+#include "schema_scan.h"
 
 namespace inspect {
 namespace {
@@ -45,6 +45,21 @@ bool Has(const std::vector<Finding> &findings, const char *name)
 bool StandsBefore(const Finding &left, const Finding &right)
 {
     return std::tie(left.cause.file, left.cause.line) < std::tie(right.cause.file, right.cause.line);
+}
+
+/* Names of the module's top nodes that are no containers but hold or are classes: the library gives them no tree. */
+std::vector<std::string> ClassesWithoutTree(QY_MOD *module)
+{
+    std::vector<std::string> names;
+    ForEachTop(module, [&](QY_NODE *top) {
+        if (QY_NODE_GetNodeType(top) == QY_NODE_TYPE_CONTAINER)
+            return;
+        bool holdsClass = false;
+        ForEachBelow(top, [&](QY_NODE *below) { holdsClass |= !ExtensionArguments(below, "class-id").empty(); });
+        if (holdsClass)
+            names.push_back(NameOf(top));
+    });
+    return names;
 }
 
 class Checker {

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "model.h"
-#include "schema_questions.h"
+#include "schema_scan.h"
 #include "text.h"
 
 namespace inspect {

@@ -31,7 +31,6 @@ DiffNode ToNode(const Place &place)
 DiffLeaf ToLeaf(const Place &place)
 {
     const KorvTreeLeaf &leaf = *place.leaf;
-    const char *type = TypeName(leaf.ucBaseType);
     DiffLeaf diff = {};
     diff.key = QualifiedPath(place);
     diff.above = QualifiedPath({place.augment, place.node, nullptr});
@@ -42,7 +41,7 @@ DiffLeaf ToLeaf(const Place &place)
     diff.indexMap = leaf.uiName2IdKeyFid;
     diff.referenceKey = leaf.uiRefIdKeyFid;
     diff.isList = QY_NODE_GetNodeType(leaf.pYinNode) == QY_NODE_TYPE_LEAF_LIST;
-    diff.type = type != nullptr ? type : "";
+    diff.type = TypeName(leaf);
     diff.range = IntegerRange::Of(leaf.pYinNode); /* the library's record has the last part of some types only */
     diff.enums = EnumValues(leaf);
     return diff;

@@ -8,6 +8,7 @@
 #include "json_out.h"
 #include "load_causes.h"
 #include "path_finder.h"
+#include "schema_places.h"
 #include "text.h"
 
 namespace inspect {
@@ -48,9 +49,11 @@ int RunEnums(const Arguments &args)
     const Place place = PathFinder(Loaded(instance, args.modules.front()), &files).Require(args.path);
     if (place.leaf == nullptr)
         throw Failure(PlainPath(place) + " is no leaf");
-    const char *type = TypeName(place.leaf->ucBaseType);
+    const std::string broken = BrokenLeafrefText(place.leaf->pYinNode, &files);
+    if (!broken.empty())
+        throw Failure(PlainPath(place) + " " + broken);
     if (YANGLIB_IsEnumLeaf(place.leaf) != 1)
-        throw Failure(PlainPath(place) + " is no enumeration" + (type != nullptr ? std::string(", but ") + type : ""));
+        throw Failure(PlainPath(place) + " is no enumeration" + ", but " + TypeName(*place.leaf));
     const std::vector<EnumValue> values = EnumValues(*place.leaf);
     if (args.format == Format::JSON)
         PrintJson(values);

@@ -44,16 +44,16 @@ void Ask(const Instance &instance, Answer *answer)
                        (place.leaf == nullptr || Holds(*node, *place.leaf));
 }
 
-Answer AskFor(const Instance &instance, const ModuleFile &file, const Place &place, YinFiles *files)
+Answer AskFor(const Instance &instance, const Place &place, YinFiles *files)
 {
-    Answer answer = {place, MakeRequest(file, place, files), false, false, false};
+    Answer answer = {place, MakeRequest(instance, place, files), false, false, false};
     if (!answer.request)
         return answer;
     Ask(instance, &answer);
     if (!answer.asked || answer.answered || place.leaf == nullptr)
         return answer;
     answer.toHolder = true;
-    answer.request = MakeHolderRequest(file, place, files);
+    answer.request = MakeHolderRequest(instance, place, files);
     Ask(instance, &answer);
     return answer;
 }
@@ -181,7 +181,7 @@ int RunFind(const Arguments &args)
     LoadRequested(&instance, args);
     const ModuleFile &file = Loaded(instance, args.modules.front());
     YinFiles files(args.dirs);
-    const Answer answer = AskFor(instance, file, PathFinder(file, &files).Require(args.path), &files);
+    const Answer answer = AskFor(instance, PathFinder(file, &files).Require(args.path), &files);
     if (args.format == Format::JSON)
         PrintJson(file, answer);
     else

@@ -4,7 +4,7 @@
 #include <new>
 #include <utility>
 
-#include "schema_questions.h"
+#include "schema_scan.h"
 
 namespace inspect {
 namespace {

@@ -3,9 +3,11 @@
 #include <cstdio>
 
 #include "failure.h"
+#include "load_faults.h"
 #include "message_text.h"
-#include "schema_questions.h"
-#include "statement_finder.h"
+#include "model.h"
+#include "schema_places.h"
+#include "schema_scan.h"
 #include "text.h"
 
 namespace inspect {
@@ -38,23 +40,40 @@ void Place(const std::optional<Position> &position, Cause *cause)
     cause->line = position->line;
 }
 
+Cause CauseAt(QY_NODE *node, const std::string &text, YinFiles *files)
+{
+    Cause cause = {"", 0, 0, text};
+    Place(FindStatement(node, files), &cause);
+    return cause;
+}
+
+std::string DatatypeText(QY_NODE *leaf, const std::string &within, uint32_t type, YinFiles *files)
+{
+    const std::string what = TypeIsMissing(type)
+                                 ? BrokenLeafrefText(leaf, files)
+                                 : std::string("is of type ") + TypeName(type) + ", which has no default datatype";
+    return "leaf '" + NameOf(leaf) + "' of class '" + within + "' " + what + ": it needs a datatype-id";
+}
+
 /* What the schema can tell beyond the messages: the very leaves or lists. */
 std::vector<Cause> SchemaCauses(QY_MOD *module, const std::vector<std::string> &errors, const Explanation &why,
-                                const StatementFinder &finder)
+                                YinFiles *files)
 {
     std::vector<Cause> causes;
-    const auto add = [&](const std::string &name, const std::string &text) {
-        causes.push_back({"", 0, 0, text});
-        Place(finder.FindOnly(name), &causes.back());
-    };
-    const std::optional<uint32_t> type = TypeWithoutDefault(errors);
-    if (type && TypeName(*type) != nullptr) {
-        for (const std::string &leaf : LeavesWithoutDatatype(module, why.within, *type))
-            add(leaf, "leaf '" + leaf + "' of class '" + why.within + "' is of type " + TypeName(*type) +
-                          ", which has no default datatype: it needs a datatype-id");
+    if (const std::optional<uint32_t> type = TypeWithoutDefault(errors)) {
+        for (QY_NODE *leaf : LeavesWithoutDatatype(module, why.within, *type))
+            causes.push_back(CauseAt(leaf, DatatypeText(leaf, why.within, *type, files), files));
     } else if (why.node.empty()) {
-        for (const std::string &list : ListsWithTooManyKeys(module))
-            add(list, "class '" + list + "' has more than " + std::to_string(NODE_KEY_LIST_NUM) + " keys");
+        for (QY_NODE *list : ListsWithTooManyKeys(module))
+            causes.push_back(CauseAt(
+                list, "class '" + NameOf(list) + "' has more than " + std::to_string(NODE_KEY_LIST_NUM) + " keys",
+                files));
+    }
+    if (!causes.empty())
+        return causes;
+    for (QY_NODE *node : NodesMeant(module, why)) {
+        const std::string leafref = BrokenLeafrefText(node, files);
+        causes.push_back(CauseAt(node, leafref.empty() ? why.text : "leaf '" + why.node + "' " + leafref, files));
     }
     return causes;
 }
@@ -63,19 +82,15 @@ std::vector<Cause> FromMessages(const Instance &instance, const ModuleKey &key, 
                                 YinFiles *files)
 {
     const Explanation why = Explain(report.errors);
-    const StatementFinder finder(key.name, instance.Revision(key.name), files);
     QY_MOD *module = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str());
-    if (module != nullptr) {
-        std::vector<Cause> causes = SchemaCauses(module, report.errors, why, finder);
-        if (!causes.empty())
-            return causes;
+    std::vector<Cause> causes;
+    if (module != nullptr)
+        causes = SchemaCauses(module, report.errors, why, files);
+    if (causes.empty()) {
+        causes.push_back({"", 0, 0, why.text});
+        Place(StatementFinder(key.name, instance.Revision(key.name), files).Module(), &causes.back());
     }
-    std::optional<Position> position = finder.FindOnly(why.node);
-    if (!position)
-        position = finder.FindOnly(why.within);
-    Cause cause = {"", 0, 0, why.text};
-    Place(position ? position : finder.Module(), &cause);
-    return {cause};
+    return causes;
 }
 
 void PrintCauses(const std::vector<Cause> &causes, const std::string &module)

@@ -40,14 +40,16 @@ std::optional<std::vector<std::string>> Match(std::string_view pattern, std::str
 struct Meaning {
     std::string_view message;
     std::string_view text;
-    int node; /* which "*" is the node's name, 0: an outer message says it */
+    int node;                      /* which "*" is the node's name, 0: an outer message says it */
+    const char *keyword = nullptr; /* of the statement that the last "*" is the argument of; "": the "*" before it */
 };
 
 constexpr std::array<Meaning, 20> MEANINGS = {{
     {"malloc fail!", "there is not enough memory", 0},
     {"Fill Leaf Info By ExtType error, leaf name(*) ext(*) value(*)!",
-     "leaf '$1' of class '$N': '$3' is no number that $2 can have", 1},
-    {"class-type do not support *", "class '$N': class-type '$1' is neither 'leafref' nor 'leafref-target'", 0},
+     "leaf '$1' of class '$N': '$3' is no number that $2 can have", 1, ""},
+    {"class-type do not support *", "class '$N': class-type '$1' is neither 'leafref' nor 'leafref-target'", 0,
+     "class-type"},
     {"The leafref source class * can only have mimext:class-type, need remove other mimext",
      "class '$1' of class-type 'leafref' must not have other extension statements", 1},
     {"Leafref source class * must have a child class", "class '$1' of class-type 'leafref' must have a child class", 1},
@@ -107,6 +109,11 @@ std::string Filled(std::string_view text, const std::vector<std::string> &parts,
 
 } // namespace
 
+bool TypeIsMissing(uint32_t type)
+{
+    return TypeName(type) == nullptr || type == QY_TYPE_LEAFREF;
+}
+
 std::optional<uint32_t> TypeWithoutDefault(const std::vector<std::string> &errors)
 {
     for (const std::string &error : errors) {
@@ -120,18 +127,23 @@ Explanation Explain(const std::vector<std::string> &errors)
 {
     const std::string node = NodeOf(errors);
     if (const std::optional<uint32_t> type = TypeWithoutDefault(errors)) {
-        const char *name = TypeName(*type);
-        return {"a leaf of class '" + node + "' is of type " + (name != nullptr ? name : "?") +
-                    ", which has no default datatype: it needs a datatype-id",
-                node, node};
+        const std::string what = TypeIsMissing(*type)
+                                     ? "is a leafref whose target is not found"
+                                     : std::string("is of type ") + TypeName(*type) + ", which has no default datatype";
+        return {"a leaf of class '" + node + "' " + what + ": it needs a datatype-id", node, node};
     }
     for (const std::string &error : errors) {
         for (const Meaning &meaning : MEANINGS) {
             const auto parts = Match(meaning.message, error);
             if (!parts)
                 continue;
-            return {Filled(meaning.text, *parts, node),
-                    meaning.node == 0 ? node : (*parts)[static_cast<size_t>(meaning.node) - 1], node};
+            Explanation why = {Filled(meaning.text, *parts, node),
+                               meaning.node == 0 ? node : (*parts)[static_cast<size_t>(meaning.node) - 1], node};
+            if (meaning.keyword != nullptr) {
+                why.keyword = *meaning.keyword != '\0' ? meaning.keyword : (*parts)[parts->size() - 2];
+                why.argument = parts->back();
+            }
+            return why;
         }
     }
     return {errors.empty() ? "the library does not say why" : errors.front(), node, node};

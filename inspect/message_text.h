@@ -10,13 +10,18 @@ namespace inspect {
 
 struct Explanation {
     std::string text;
-    std::string node;   /* name of the node or leaf whose statement is at fault; "" when the messages name none */
-    std::string within; /* name of the node with which the library was busy, or "" */
+    std::string node;         /* name of the node or leaf whose statement is at fault; "" when the messages name none */
+    std::string within;       /* name of the node with which the library was busy, or "" */
+    std::string keyword = {}; /* of the extension statement that the messages quote, or "" */
+    std::string argument = {};
 };
 
 /* The explanation of a chain of messages, innermost first. A chain that is not known explains itself: its first message
  * is the text. */
 Explanation Explain(const std::vector<std::string> &errors);
+
+/* A built-in type number that stands for a leafref that leads nowhere. */
+bool TypeIsMissing(uint32_t type);
 
 /* Built-in type number of "Get Default Type By YangType", when that is what the chain begins with. */
 std::optional<uint32_t> TypeWithoutDefault(const std::vector<std::string> &errors);

@@ -45,6 +45,12 @@ const char *TypeName(uint32_t baseType)
     return baseType < TYPE_NAMES.size() ? TYPE_NAMES[baseType] : nullptr;
 }
 
+const char *TypeName(const KorvTreeLeaf &leaf)
+{
+    const char *name = TypeName(leaf.ucBaseType);
+    return name != nullptr ? name : TypeName(QY_TYPE_LEAFREF); /* all other types are their own end */
+}
+
 const char *KindName(const KorvTreeNode &node)
 {
     switch (node.ucNodeType) {

@@ -94,8 +94,11 @@ inline bool HasRange(const KorvTreeLeaf &leaf)
 /* A key array without the zeros at its end. */
 std::vector<uint32_t> KeyIds(const uint8_t (&keys)[NODE_KEY_LIST_NUM]);
 
-/* "uint32"; null for a leaf without type. */
+/* "uint32"; null for no type. */
 const char *TypeName(uint32_t baseType);
+
+/* The type that the leaf has in the end; "leafref" for one that leads nowhere. */
+const char *TypeName(const KorvTreeLeaf &leaf);
 
 const char *KindName(const KorvTreeNode &node);
 

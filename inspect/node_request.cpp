@@ -1,10 +1,11 @@
 #include "node_request.h"
 
+#include <cstring>
+
 namespace inspect {
 namespace {
 
-/* The form for a node in a module's own tree. The library takes a second prefix for an augment's, so a node that another
- * module has added goes by the first prefix as well. */
+/* The form for a node that the tree's own module defines. */
 std::string OwnForm(const std::vector<WayStep> &way, const std::string &prefix)
 {
     std::string form;
@@ -15,48 +16,82 @@ std::string OwnForm(const std::vector<WayStep> &way, const std::string &prefix)
     return form;
 }
 
-/* The augment's target path as its statement has it, the first node that the module adds with its prefix, and those below
- * it without. */
-std::string AugmentForm(const ModuleFile &file, const std::vector<WayStep> &way, const Addition &addition,
-                        const std::string &prefix)
+/* The key under which a module is loaded, or under which it would be. */
+ModuleKey KeyOf(const Instance &instance, const std::string &module)
 {
-    const char *target = file.astAugment[addition.augment].acAugNodeName;
-    std::string form = target + (*target == '/' ? 1 : 0);
-    bool first = true;
-    for (size_t step = addition.step; step < way.size(); ++step) {
+    for (const ModuleFile *file : instance.Registered()) {
+        if (module == file->pcModuleName)
+            return {module, file->pcRevision != nullptr ? file->pcRevision : ""};
+    }
+    return {module, ""};
+}
+
+/* The target path of the module's augment of that node, as the statement has it; "" when the module's file does not tell. */
+std::string TargetOf(const Instance &instance, const ModuleKey &module, const std::string &names, YinFiles *files)
+{
+    if (const ModuleFile *file = instance.Find(module)) {
+        for (uint32_t i = 0; i < file->ucAugmentNum; ++i) {
+            if (BareNames(file->astAugment[i].acAugNodeName) == names)
+                return file->astAugment[i].acAugNodeName;
+        }
+    }
+    if (const YinFile *file = files->Find(module.name)) {
+        for (const YinStatement *child : file->Module().children) {
+            if (child->Is("augment") && BareNames(child->argument) == names)
+                return std::string(child->argument);
+        }
+    }
+    return "";
+}
+
+/* The augment's target path as its statement has it, the first node that the module adds with its prefix, and those below
+ * it without. "" when there is no such augment. */
+std::string AugmentForm(const Instance &instance, const std::vector<WayStep> &way, const ModuleKey &module,
+                        YinFiles *files)
+{
+    size_t step = 0;
+    std::string names;
+    for (; module.name != way[step].module; ++step)
+        names += std::string("/") + way[step].name;
+    std::string form = TargetOf(instance, module, names, files);
+    if (form.empty())
+        return form;
+    form.erase(0, form.front() == '/' ? 1 : 0);
+    std::string prefix = files->PrefixOf(module.name) + ":";
+    for (; step < way.size(); ++step) {
         if (!way[step].named)
             continue;
-        form += "/" + (first ? prefix + ":" : "") + way[step].name;
-        first = false;
+        form += "/" + prefix + way[step].name;
+        prefix.clear();
     }
     return form;
 }
 
 } // namespace
 
-std::optional<NodeRequest> MakeRequest(const ModuleFile &file, const Place &place, YinFiles *files)
+std::optional<NodeRequest> MakeRequest(const Instance &instance, const Place &place, YinFiles *files)
 {
     const std::vector<WayStep> way = WayTo(place);
     if (!way.back().named)
         return std::nullopt;
-    const ModuleKey own = {file.pcModuleName, file.pcRevision != nullptr ? file.pcRevision : ""};
-    if (const std::optional<Addition> addition = AdditionOf(file, place))
-        return NodeRequest{own, PlainPath(place), AugmentForm(file, way, *addition, files->PrefixOf(own.name))};
-    const char *top = way.front().module;
-    return NodeRequest{place.augment && own.name != top ? ModuleKey{top, ""} : own, PlainPath(place),
-                       OwnForm(way, files->PrefixOf(top))};
+    const ModuleKey top = KeyOf(instance, way.front().module);
+    const ModuleKey module = KeyOf(instance, way.back().module);
+    const std::string form = module.name != top.name ? AugmentForm(instance, way, module, files) : "";
+    if (!form.empty())
+        return NodeRequest{module, PlainPath(place), form};
+    return NodeRequest{top, PlainPath(place), OwnForm(way, files->PrefixOf(top.name))};
 }
 
-NodeRequest MakeHolderRequest(const ModuleFile &file, const Place &leaf, YinFiles *files)
+NodeRequest MakeHolderRequest(const Instance &instance, const Place &leaf, YinFiles *files)
 {
     const Place holder = {leaf.augment, leaf.node, nullptr};
-    if (!AdditionOf(file, holder) && AdditionOf(file, leaf)) {
-        /* The holder is another module's, but only this module's copy of it has the leaf. */
-        NodeRequest request = *MakeRequest(file, leaf, files);
+    if (std::strcmp(leaf.leaf->pcModuleName, leaf.node->pcModuleName) != 0) {
+        /* The holder is another module's, but only this module's copy of it is sure to have the leaf. */
+        NodeRequest request = *MakeRequest(instance, leaf, files);
         request.path = PlainPath(holder);
         return request;
     }
-    return *MakeRequest(file, holder, files);
+    return *MakeRequest(instance, holder, files);
 }
 
 const KorvTreeNode *Ask(const Instance &instance, const NodeRequest &request)

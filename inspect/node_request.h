@@ -10,7 +10,7 @@
 namespace inspect {
 
 struct NodeRequest {
-    ModuleKey module; /* the one to ask; for the nodes of an augment's target, the module that defines them */
+    ModuleKey module; /* the one to ask: the module that defines the node, be it by an augment */
     std::string path;
     std::string xpathMain;
 
@@ -21,11 +21,11 @@ struct NodeRequest {
 };
 
 /* None for a choice or case, which no path names. */
-std::optional<NodeRequest> MakeRequest(const ModuleFile &file, const Place &place, YinFiles *files);
+std::optional<NodeRequest> MakeRequest(const Instance &instance, const Place &place, YinFiles *files);
 
 /* The request for a leaf's holder, where the leaf itself is out of the library's reach: the paths find a leaf of a case,
  * or one that an augment adds to a node with children, by way of its holder only. */
-NodeRequest MakeHolderRequest(const ModuleFile &file, const Place &leaf, YinFiles *files);
+NodeRequest MakeHolderRequest(const Instance &instance, const Place &leaf, YinFiles *files);
 
 /* The library's answer to a request: the node, or the holder of the leaf that it names; null when it finds none, or the
  * module to ask is not loaded. */

@@ -59,15 +59,6 @@ void OfferNames(NearestName *nearest, Chain chain)
     }
 }
 
-/* Names of a target path without prefixes. */
-std::string BareNames(std::string_view target)
-{
-    std::string names;
-    for (const PathStep &step : ParsePath(target))
-        names += "/" + step.name;
-    return names;
-}
-
 bool StandsWhereAdded(const ModuleFile &file, const Place &place)
 {
     const std::optional<Addition> addition = AdditionOf(file, place);
@@ -103,6 +94,14 @@ std::vector<PathStep> ParsePath(std::string_view path)
         begin = end + 1;
     }
     return steps;
+}
+
+std::string BareNames(std::string_view target)
+{
+    std::string names;
+    for (const PathStep &step : ParsePath(target))
+        names += "/" + step.name;
+    return names;
 }
 
 struct PathFinder::Search {

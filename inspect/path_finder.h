@@ -25,6 +25,9 @@ struct PathStep {
  * with an empty step. */
 std::vector<PathStep> ParsePath(std::string_view path);
 
+/* "/sys/ports" of an augment's target path "/m:sys/m:ports". */
+std::string BareNames(std::string_view target);
+
 /* A node or leaf and where it stands: of the target trees that hold it, the one of the augment that adds it. */
 struct Place {
     std::optional<uint32_t> augment; /* in this augment's target tree; none: in the module's own tree */

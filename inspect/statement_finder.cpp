@@ -24,20 +24,6 @@ std::string_view LatestRevision(const YinFile &file)
     return latest;
 }
 
-/* "/sys/ports" of "/m:sys/m:ports". */
-std::string BareTarget(std::string_view target)
-{
-    std::string bare;
-    while (!target.empty()) {
-        if (target.front() == '/')
-            target.remove_prefix(1);
-        const std::string_view step = target.substr(0, target.find('/'));
-        bare.append("/").append(step.substr(step.find(':') + 1));
-        target.remove_prefix(step.size());
-    }
-    return bare;
-}
-
 /* Imports of this module name a revision, so that its file may be another one than that found by name alone. */
 bool ImportsRevision(const YinFile &file, std::string_view module)
 {
@@ -46,15 +32,6 @@ bool ImportsRevision(const YinFile &file, std::string_view module)
             return !ChildArgument(*child, "revision-date").empty();
     }
     return false;
-}
-
-void CollectNamed(const YinStatement &statement, std::string_view name, std::vector<const YinStatement *> *found)
-{
-    for (const YinStatement *child : statement.children) {
-        if (IsNode(*child) && child->argument == name)
-            found->push_back(child);
-        CollectNamed(*child, name, found);
-    }
 }
 
 } // namespace
@@ -147,7 +124,7 @@ void StatementFinder::AddAugments(const std::string &target, const WayStep &step
 {
     for (const Spot &root : Roots()) {
         for (const YinStatement *child : root.statement->children) {
-            if (child->Is("augment") && BareTarget(child->argument) == target)
+            if (child->Is("augment") && BareNames(child->argument) == target)
                 AddBelow({root.file, child, false}, step, spots);
         }
     }
@@ -170,44 +147,15 @@ std::optional<Position> StatementFinder::Find(const std::vector<WayStep> &way) c
     }
     if (spots.size() != 1)
         return std::nullopt;
-    return Position{spots.front().file->Path(), spots.front().statement->line};
-}
-
-std::vector<const YinFile *> StatementFinder::FilesOfAll() const
-{
-    std::vector<const YinFile *> all = own_;
-    for (size_t i = 0; i < all.size(); ++i) {
-        for (const YinStatement *child : all[i]->Module().children) {
-            if (!child->Is("import"))
-                continue;
-            for (const YinFile *file : FilesOf(child->argument)) {
-                if (std::find(all.begin(), all.end(), file) == all.end())
-                    all.push_back(file);
-            }
-        }
-    }
-    return all;
-}
-
-std::optional<Position> StatementFinder::FindOnly(std::string_view name) const
-{
-    std::optional<Position> only;
-    for (const YinFile *file : FilesOfAll()) {
-        std::vector<const YinStatement *> found;
-        CollectNamed(file->Module(), name, &found);
-        if (found.size() > 1 || (only && !found.empty()))
-            return std::nullopt;
-        if (!found.empty())
-            only = Position{file->Path(), found.front()->line};
-    }
-    return only;
+    const YinStatement *statement = spots.front().statement;
+    return Position{spots.front().file->Path(), statement->line, statement};
 }
 
 std::optional<Position> StatementFinder::Module() const
 {
     if (own_.empty())
         return std::nullopt;
-    return Position{own_.front()->Path(), own_.front()->Module().line};
+    return Position{own_.front()->Path(), own_.front()->Module().line, &own_.front()->Module()};
 }
 
 } // namespace inspect

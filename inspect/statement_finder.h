@@ -15,6 +15,7 @@ namespace inspect {
 struct Position {
     std::string file;
     uint32_t line;
+    const YinStatement *statement; /* lives as long as the files */
 };
 
 /* Finds the statements of one loaded module, also where its groupings or submodules hold them. */
@@ -25,9 +26,6 @@ class StatementFinder {
 
     /* The statement at the end of the way, which must be the module's. */
     std::optional<Position> Find(const std::vector<WayStep> &way) const;
-
-    /* The only statement of a node or leaf that has this name, in the files of the module and of all that it imports. */
-    std::optional<Position> FindOnly(std::string_view name) const;
 
     /* The module statement. */
     std::optional<Position> Module() const;
@@ -43,7 +41,6 @@ class StatementFinder {
     using Spots = std::vector<Spot>;
 
     std::vector<const YinFile *> FilesOf(std::string_view module) const;
-    std::vector<const YinFile *> FilesOfAll() const;
     Spots Roots() const;
     void AddBelow(const Spot &spot, const WayStep &step, Spots *spots) const;
     void AddAugments(const std::string &target, const WayStep &step, Spots *spots) const;

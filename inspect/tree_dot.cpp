@@ -97,12 +97,11 @@ class DotOut {
     /* Left-justified, in the language of labels. */
     static std::string LeafLine(const KorvTreeLeaf &leaf)
     {
-        const char *type = TypeName(leaf.ucBaseType);
         std::string line = leaf.ucIsKey != 0 ? "* " : "- ";
         line += leaf.pcName;
         if (Has(leaf, KORV_MASK_FIELD_ID))
             line += "  " + std::to_string(leaf.uiFieldId);
-        return line + "  " + (type != nullptr ? type : "?") + "\\l";
+        return line + "  " + TypeName(leaf) + "\\l";
     }
 
     const TreeView &view_;

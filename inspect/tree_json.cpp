@@ -35,7 +35,7 @@ void WriteLeafJson(JsonOut *out, const KorvTreeLeaf &leaf)
     out->Member("name", leaf.pcName);
     out->Member("module", leaf.pcModuleName);
     out->Member("key", leaf.ucIsKey != 0);
-    out->Member("base_type", TypeName(leaf.ucBaseType));
+    out->Member("base_type", TypeName(leaf));
     out->Member("mask", leaf.ucMask);
     out->Member("class_id", leaf.uiClassId);
     out->Member("field_id", leaf.uiFieldId);

@@ -104,9 +104,8 @@ void TreeRows::AddLeaf(const KorvTreeLeaf &leaf, uint32_t indent)
 {
     std::string id = Has(leaf, KORV_MASK_FIELD_ID) ? std::to_string(leaf.uiFieldId) : "-";
     id.insert(0, ID_WIDTH - std::min(ID_WIDTH, id.size()), ' ');
-    const char *type = TypeName(leaf.ucBaseType);
-    rows_.push_back({Indented((leaf.ucIsKey != 0 ? "* " : "- ") + std::string(leaf.pcName), indent), id,
-                     type != nullptr ? type : "?", LeafSummary(leaf)});
+    rows_.push_back({Indented((leaf.ucIsKey != 0 ? "* " : "- ") + std::string(leaf.pcName), indent), id, TypeName(leaf),
+                     LeafSummary(leaf)});
 }
 
 void TreeRows::AddText(const std::string &text, uint32_t indent)

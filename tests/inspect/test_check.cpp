@@ -271,15 +271,47 @@ TEST_F(InspectCheck, ExplainsWhatTheLibraryRefuses)
     }
 }
 
-TEST_F(InspectCheck, NamesNoLineWhereSeveralStatementsMayBeMeant)
+TEST_F(InspectCheck, FindsTheRefusedStatementAmongOthersOfItsName)
 {
     const std::string refused = Ext("class-type", "odd");
-    dir.Add("base", Container("sys", Container("port", "")));
-    dir.Add("m", "<augment target-node=\"/base:sys\">\n" + Container("extra", refused) + "</augment>\n", "base");
-    dir.Add("n", "<augment target-node=\"/base:sys/base:port\">\n" + Container("port", refused) + "</augment>\n",
+    dir.Add("base", Container("sys", Container("port", "") + Container("b", Leaf("x", "empty"))));
+    dir.Add("m", "<augment target-node=\"/base:sys/base:port\">\n" + Container("port", refused) + "</augment>\n",
             "base");
-    EXPECT_EQ(Findings({"m"}), (Texts{"load-failed at extra"}));
-    EXPECT_EQ(Findings({"n"}), (Texts{"load-failed at n"})) << "the module, since two nodes are called 'port'";
+    dir.Add("n",
+            Container("c", Container("a", ClassId("1") + Leaf("x", "string", Id("1"))) +
+                               Container("b", ClassId("2") + Leaf("x", "empty", Id("1"))) +
+                               Container("e", Container("b", Leaf("x", "empty")))),
+            "base");
+    EXPECT_EQ(Findings({"m"}), (Texts{"load-failed at port"}));
+    EXPECT_EQ(LineWith(Run({"n"}).out, "leaf 'x' of class 'b' is of type empty").find(dir.Path() + "/n.yin:13: "), 0U)
+        << Run({"n"}).out;
+}
+
+TEST_F(InspectCheck, LeafrefsThatLeadNowhere)
+{
+    const auto ref = [](const std::string &path) {
+        return "<type name=\"leafref\"><path value=\"" + path + "\"/></type>";
+    };
+    dir.Add("quelvo-bras-pppox-access",
+            Container("c", ClassId("1") + Leaf("gone", "string") + Leaf("x", ref("../gone"), Id("1")) +
+                               Leaf("y", ref("../x"), Id("2")) + Leaf("z", ref("deref(../x)/../gone"), Id("3"))));
+    dir.Add("quelvo-bras-pppox-access-deviations-x",
+            "<deviation target-node=\"/quelvo-bras-pppox-access:c/quelvo-bras-pppox-access:gone\">"
+            "<deviate value=\"not-supported\"/></deviation>",
+            "quelvo-bras-pppox-access");
+    EXPECT_EQ(Findings({"quelvo-bras-pppox-access"}),
+              (Texts{"load-failed at x", "load-failed at y", "load-failed at z"}));
+    const std::string text = Run({"quelvo-bras-pppox-access"}).out;
+    const std::string missing = "whose target '../gone' is not found (a deviation may have removed it): it needs a";
+    EXPECT_NE(LineWith(text, "leaf 'x' of class 'c' is a leafref " + missing), "") << text;
+    EXPECT_NE(LineWith(text, "leaf 'y' of class 'c' leads to the leafref /c/x, " + missing), "");
+    EXPECT_NE(LineWith(text, "whose path 'deref(../x)/../gone' cannot be followed: it needs a datatype-id"), "");
+
+    dir.Add("m", Container("c", Leaf("x", ref("deref(../r)/../k")) + Leaf("r", ref("../l/k")) +
+                                    List("l", "k", Leaf("k", "string"))));
+    EXPECT_NE(LineWith(Inspect({"tree", "m", "-d", dir.Path()}).out, "- x      -  leafref"), "");
+    const Result enums = Inspect({"enums", "m", "/c/x", "-d", dir.Path()});
+    EXPECT_EQ(enums.err, "korv-inspect: /c/x is a leafref whose path 'deref(../r)/../k' cannot be followed\n");
 }
 
 TEST_F(InspectCheck, DeviationsThatDoNotApplyAreAWarning)

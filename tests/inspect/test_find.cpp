@@ -59,9 +59,26 @@ TEST(InspectFind, FindsWhatAugmentsAdd)
     EXPECT_EQ(Find("example-interface-shaping", "interfaces/interface/traffic/shaper"),
               "example-interface-shaping|/interfaces/interface/traffic/shaper|"
               "if:interfaces/if:interface/ifq:traffic/ifs:shaper|target 0");
-    /* In a module's own tree, what another module added before goes by one prefix. */
+    /* The module that holds the augment is the one to ask, whichever module's tree shows the node. */
     EXPECT_EQ(Find("example-interfaces", "interfaces/interface/traffic", {"--load", qos}),
-              "example-interfaces|/interfaces/interface/traffic|if:interfaces/if:interface/if:traffic|own");
+              qos + "|/interfaces/interface/traffic|if:interfaces/if:interface/ifq:traffic|own");
+    const std::string asked = qos + "|/interfaces/interface/traffic|if:interfaces/if:interface/ifq:traffic|target 0";
+    EXPECT_EQ(Find("example-interface-shaping", "/interfaces/interface/traffic"), asked + " unanswered");
+    EXPECT_EQ(Find("example-interface-shaping", "/interfaces/interface/traffic", {"--load", qos}), asked);
+    EXPECT_EQ(Find("example-interface-shaping", "/interfaces/interface/shaping-rate", {"--load", qos}),
+              qos + "|/interfaces/interface|if:interfaces/if:interface/if:mode/ifq:shaping-rate|target 0 holder");
+}
+
+TEST(InspectFind, TellsLeavesOfOneNameApart)
+{
+    ModelDir dir;
+    dir.Add("x1", Container("top", Container("d", Leaf("deep", "string"))));
+    dir.Add("x3", "<augment target-node=\"/x1:top/x1:d\">" + Leaf("deep", "string") + "</augment>", "x1");
+    const auto find = [&](const char *path) {
+        return Asked(Inspect({"find", "x1", path, "--load", "x3", "-d", dir.Path(), "--format", "json"}));
+    };
+    EXPECT_EQ(find("/top/d/x1:deep"), "x1|/top/d/deep|p:top/p:d/p:deep|own");
+    EXPECT_EQ(find("/top/d/x3:deep"), "x3|/top/d/deep|x1:top/x1:d/p:deep|own");
 }
 
 TEST(InspectFind, AsksForTheHolderOfALeafThatTheLibraryDoesNotFindByItself)
