@@ -388,9 +388,9 @@ KORV_LIB_API TELMYANG_YANG_FILE_INFO_S *TELMYANG_GetIfYangModuleExist(TELMYANG_L
 
 /** Releases the trees of a registered module, unloads it from the schema context and takes it out of the registry.
  * pcRevision: null or empty for none. 0 = unloaded; what cannot be released of a tree for want of memory is given up
- * and logged. 1 when the instance or the name is null or no such module is registered (nothing changes), or when the schema
- * library refuses: the trees are gone then, the module stays registered without any, later queries find nothing in it,
- * and a load of it builds none. */
+ * and logged. 1 when the instance or the name is null or no such module is registered (nothing changes), or when the
+ * schema library refuses: the trees are gone then, the module stays registered without any, later queries find nothing
+ * in it, and a load of it builds none. */
 KORV_LIB_API uint32_t YANGLIB_UnloadYangModule(TELMYANG_LOCAL_DATA_S *pYangModule, const char *pcModuleName,
                                                const char *pcRevision);
 
