@@ -247,20 +247,16 @@ void RuleChecker::CheckClassIds()
 void RuleChecker::CheckClassId(const ModelNode &node)
 {
     const KorvTreeNode &treeNode = *node.place.node;
-    std::vector<ClassUse> &uses = (*uses_)[treeNode.uiClassId];
     const std::string key = QualifiedPathOf(treeNode);
     const std::optional<Position> position = node.own ? Find(node, nullptr) : std::nullopt;
-    const auto known = std::find_if(uses.begin(), uses.end(), [&](const ClassUse &use) { return use.key == key; });
-    if (node.own && known != uses.begin()) {
-        const ClassUse &first = uses.front();
+    const ClassUse use = {key, DataPath(treeNode), treeNode.pcModuleName, position};
+    const ClassUse &first = uses_->try_emplace(treeNode.uiClassId, use).first->second;
+    if (node.own && first.key != key)
         Report("duplicate-class-id",
                ClassText(treeNode) + " has the class id of " + first.path +
                    (first.module == file_.pcModuleName ? "" : " of module '" + first.module + "'") +
                    SeeText(first.position, position),
                node);
-    }
-    if (known == uses.end())
-        uses.push_back({key, DataPath(treeNode), treeNode.pcModuleName, position});
 }
 
 std::vector<Finding> RuleChecker::Check()

@@ -12,14 +12,14 @@
 
 namespace inspect {
 
-/* Who uses a class id, over all modules that are checked. */
+/* Who uses a class id first, over all modules that are checked. */
 struct ClassUse {
     std::string key; /* qualified path */
     std::string path;
     std::string module;
     std::optional<Position> position;
 };
-using ClassUses = std::map<uint32_t, std::vector<ClassUse>>;
+using ClassUses = std::map<uint32_t, ClassUse>;
 
 /* Checks what the module itself defines; nodes of other modules in its trees only take part in comparisons. */
 class RuleChecker {

@@ -42,6 +42,12 @@ StatementFinder::StatementFinder(const std::string &module, const char *revision
     const YinFile *file = files->Find(module);
     if (file != nullptr && LatestRevision(*file) == std::string_view(revision != nullptr ? revision : ""))
         own_ = FilesOf(module);
+    for (const YinFile *part : own_) {
+        for (const YinStatement *child : part->Module().children) {
+            if (child->Is("augment"))
+                augments_[BareNames(child->argument)].push_back({part, child, false});
+        }
+    }
 }
 
 std::vector<const YinFile *> StatementFinder::FilesOf(std::string_view module) const
@@ -72,13 +78,6 @@ StatementFinder::Spot StatementFinder::GroupingOf(const YinFile &file, const Yin
     const size_t colon = uses.argument.find(':');
     const std::string_view name = uses.argument.substr(colon + 1);
     const std::string_view prefix = colon == std::string_view::npos ? "" : uses.argument.substr(0, colon);
-    const auto groupingIn = [name](const YinStatement &scope) -> const YinStatement * {
-        for (const YinStatement *child : scope.children) {
-            if (child->Is("grouping") && child->argument == name)
-                return child;
-        }
-        return nullptr;
-    };
     std::string_view module = file.ModuleOfPrefix(file.Prefix());
     if (!prefix.empty() && prefix != file.Prefix()) {
         module = file.ModuleOfPrefix(prefix);
@@ -86,15 +85,57 @@ StatementFinder::Spot StatementFinder::GroupingOf(const YinFile &file, const Yin
             return {};
     } else {
         for (const YinStatement *scope = uses.parent; scope != nullptr; scope = scope->parent) {
-            if (const YinStatement *grouping = groupingIn(*scope))
+            if (const YinStatement *grouping = GroupingIn(*scope, name))
                 return {&file, grouping, false};
         }
     }
     for (const YinFile *part : FilesOf(module)) {
-        if (const YinStatement *grouping = groupingIn(part->Module()))
+        if (const YinStatement *grouping = GroupingIn(part->Module(), name))
             return {part, grouping, false};
     }
     return {};
+}
+
+/* Its groupings and its own nodes; those of the groupings that it uses come with NodesBelow. */
+StatementFinder::Below &StatementFinder::BelowOf(const YinStatement &statement) const
+{
+    const auto [entry, isNew] = below_.try_emplace(&statement);
+    if (isNew) {
+        for (const YinStatement *child : statement.children) {
+            if (child->Is("grouping"))
+                entry->second.groupings.emplace(child->argument, child);
+        }
+    }
+    return entry->second;
+}
+
+const YinStatement *StatementFinder::GroupingIn(const YinStatement &scope, std::string_view name) const
+{
+    const auto &groupings = BelowOf(scope).groupings;
+    const auto found = groupings.find(name);
+    return found != groupings.end() ? found->second : nullptr;
+}
+
+const StatementFinder::Named &StatementFinder::NodesBelow(const YinFile &file, const YinStatement &statement) const
+{
+    Below &below = BelowOf(statement); /* stays where it is while others are added */
+    if (below.known)
+        return below.nodes;
+    below.known = true;
+    for (const YinStatement *child : statement.children) {
+        if (child->Is("uses")) {
+            const Spot grouping = GroupingOf(file, *child);
+            if (grouping.statement == nullptr || grouping.statement == &statement)
+                continue;
+            for (const auto &[name, spots] : NodesBelow(*grouping.file, *grouping.statement))
+                below.nodes[name].insert(below.nodes[name].end(), spots.begin(), spots.end());
+        } else if (IsNode(*child)) {
+            below.nodes[child->argument].push_back({&file, child, false});
+        } else if (child->argument.empty() && !child->keyword.empty()) { /* input, output */
+            below.nodes[child->keyword].push_back({&file, child, false});
+        }
+    }
+    return below.nodes;
 }
 
 void StatementFinder::AddBelow(const Spot &spot, const WayStep &step, Spots *spots) const
@@ -104,30 +145,23 @@ void StatementFinder::AddBelow(const Spot &spot, const WayStep &step, Spots *spo
             spots->push_back({spot.file, spot.statement, false});
         return;
     }
-    for (const YinStatement *child : spot.statement->children) {
-        if (child->Is("uses")) {
-            const Spot grouping = GroupingOf(*spot.file, *child);
-            if (grouping.statement != nullptr && grouping.statement != spot.statement)
-                AddBelow(grouping, step, spots);
-            continue;
-        }
-        const bool found = IsNode(*child) ? child->argument == step.name
-                                          : child->argument.empty() && child->keyword == step.name; /* input, output */
-        if (!found)
-            continue;
-        const bool choiceOrCase = child->Is("choice") || child->Is("case");
-        spots->push_back({spot.file, child, !step.named && !choiceOrCase});
+    const Named &nodes = NodesBelow(*spot.file, *spot.statement);
+    const auto found = nodes.find(step.name);
+    if (found == nodes.end())
+        return;
+    for (const Spot &below : found->second) {
+        const bool choiceOrCase = below.statement->Is("choice") || below.statement->Is("case");
+        spots->push_back({below.file, below.statement, !step.named && !choiceOrCase});
     }
 }
 
 void StatementFinder::AddAugments(const std::string &target, const WayStep &step, Spots *spots) const
 {
-    for (const Spot &root : Roots()) {
-        for (const YinStatement *child : root.statement->children) {
-            if (child->Is("augment") && BareNames(child->argument) == target)
-                AddBelow({root.file, child, false}, step, spots);
-        }
-    }
+    const auto found = augments_.find(target);
+    if (found == augments_.end())
+        return;
+    for (const Spot &augment : found->second)
+        AddBelow(augment, step, spots);
 }
 
 std::optional<Position> StatementFinder::Find(const std::vector<WayStep> &way) const

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "path_finder.h"
@@ -39,16 +40,29 @@ class StatementFinder {
         bool operator==(const Spot &) const = default;
     };
     using Spots = std::vector<Spot>;
+    using Named = std::unordered_map<std::string_view, Spots>;
+
+    /* What stands below a statement: built at the first question, since models have thousands of siblings. */
+    struct Below {
+        Named nodes;        /* those of the groupings that it uses included */
+        bool known = false; /* the nodes */
+        std::unordered_map<std::string_view, const YinStatement *> groupings;
+    };
 
     std::vector<const YinFile *> FilesOf(std::string_view module) const;
     Spots Roots() const;
     void AddBelow(const Spot &spot, const WayStep &step, Spots *spots) const;
     void AddAugments(const std::string &target, const WayStep &step, Spots *spots) const;
+    Below &BelowOf(const YinStatement &statement) const;
+    const Named &NodesBelow(const YinFile &file, const YinStatement &statement) const;
+    const YinStatement *GroupingIn(const YinStatement &scope, std::string_view name) const;
     Spot GroupingOf(const YinFile &file, const YinStatement &uses) const;
 
     std::string module_;
     YinFiles *files_;
-    std::vector<const YinFile *> own_; /* of the module; none when its file is not the loaded one */
+    std::vector<const YinFile *> own_;                /* of the module; none when its file is not the loaded one */
+    std::unordered_map<std::string, Spots> augments_; /* by target without prefixes */
+    mutable std::unordered_map<const YinStatement *, Below> below_;
 };
 
 } // namespace inspect
