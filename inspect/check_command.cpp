@@ -103,20 +103,23 @@ class Checker {
     std::vector<Finding> LoadFindings(const Instance &instance, const ModuleKey &key, const LoadReport &report)
     {
         std::vector<Finding> findings;
-        std::string seen;
-        for (const Cause &cause : CausesOf(instance, args_.dirs, key, report, &files_)) {
-            const std::string place = PlaceText(cause, key.name);
-            if (!cause.file.empty() && !reported_.insert(place + cause.text).second) {
-                seen = place;
-                continue;
-            }
-            findings.push_back({report.loaded ? "deviation-failed" : "load-failed", !report.loaded, key.name, cause});
+        const Cause *seen = nullptr;
+        const std::vector<Cause> causes = CausesOf(instance, args_.dirs, key, report, &files_);
+        for (const Cause &cause : causes) {
+            if (!cause.file.empty() && !reported_.insert(PlaceText(cause, key.name) + cause.text).second)
+                seen = &cause;
+            else
+                findings.push_back({report.loaded ? "deviation-failed" : "load-failed", true, key.name, cause});
         }
-        if (!report.loaded && findings.empty())
-            findings.push_back({"load-failed",
+        if (!report.loaded && findings.empty() && seen != nullptr) {
+            findings.push_back({"load-failed", true, key.name, *seen});
+            findings.back().cause.text = "module '" + key.name + "' is not loaded for the same reason";
+        }
+        if (report.loaded && !causes.empty())
+            findings.push_back({"deviation-failed",
                                 true,
                                 key.name,
-                                {"", 0, 0, "not loaded for the reason at " + seen.substr(0, seen.size() - 2)}});
+                                {"", 0, 0, "the module is loaded without its deviations: it is not what was meant"}});
         return findings;
     }
 

@@ -11,7 +11,7 @@ namespace inspect {
 
 struct Finding {
     std::string name; /* short and stable: "duplicate-field-id" */
-    bool isError;     /* the module cannot be loaded */
+    bool isError;     /* the module, or what deviates from it, cannot be loaded */
     std::string module;
     Cause cause;
 };
