@@ -59,6 +59,28 @@ std::string VersionText()
     return "korv-inspect " KORV_LIB_YANG_VERSION " with libkorv_libyang " + LibraryVersion();
 }
 
+/* Names in the usage line what a command cannot do without. */
+class HelpFormatter : public CLI::Formatter {
+  public:
+    std::string make_usage(const CLI::App *app, std::string name) const override
+    {
+        std::string usage = "Usage: " + name;
+        for (const CLI::Option *option : app->get_options())
+            usage += option->get_positional() ? " " + make_option_usage(option) : "";
+        for (const CLI::Option *option : app->get_options()) {
+            if (option->get_required() && !option->get_positional())
+                usage += " " + ShortName(*option) + " " + option->get_option_text();
+        }
+        return usage + (app->get_require_subcommand_min() != 0 ? " COMMAND ..." : " [OPTIONS]") + "\n";
+    }
+
+  private:
+    static std::string ShortName(const CLI::Option &option)
+    {
+        return option.get_snames().empty() ? "--" + option.get_lnames().front() : "-" + option.get_snames().front();
+    }
+};
+
 /* Builds the commands' options into one record; a command's own additions stand in its function. */
 class CommandLine {
   public:
@@ -67,6 +89,7 @@ class CommandLine {
         app_.name("korv-inspect");
         app_.description("Shows what a device makes of YANG modules: classes, attributes and keys.");
         app_.footer(HELP_PROGRAM);
+        app_.formatter(std::make_shared<HelpFormatter>());
         app_.set_version_flag("--version", VersionText());
         app_.require_subcommand(1);
         AddTree();
@@ -95,7 +118,8 @@ class CommandLine {
             app_.exit(error);
             return EXIT_OK;
         }
-        std::fprintf(stderr, "korv-inspect: %s\n", error.what());
+        const std::string unknown = UnknownOption();
+        std::fprintf(stderr, "korv-inspect: %s\n", unknown.empty() ? error.what() : unknown.c_str());
         const std::vector<CLI::App *> chosen = app_.get_subcommands();
         std::fprintf(stderr, "'korv-inspect %s--help' says more.\n",
                      chosen.empty() ? "" : (chosen.front()->get_name() + " ").c_str());
@@ -103,6 +127,25 @@ class CommandLine {
     }
 
   private:
+    /* About the first option that there is not, whatever else is wrong; "" when all are known. */
+    std::string UnknownOption()
+    {
+        for (const std::string &text : app_.remaining(true)) {
+            if (text.size() < 2 || text[0] != '-')
+                continue;
+            const std::string name = text.substr(0, text.find('='));
+            NearestName nearest(name);
+            for (CLI::App *command : app_.get_subcommands()) {
+                for (const CLI::Option *option : command->get_options()) {
+                    for (const std::string &known : option->get_lnames())
+                        nearest.Offer("--" + known);
+                }
+            }
+            return "there is no option '" + name + "'" + nearest.Hint();
+        }
+        return "";
+    }
+
     void CheckCommand(const std::string &name)
     {
         NearestName nearest(name);
@@ -117,7 +160,7 @@ class CommandLine {
     CLI::App *AddCommand(const char *name, const char *description, const char *footer, Command command)
     {
         CLI::App *app = app_.add_subcommand(name, description);
-        app->footer(footer);
+        app->group("Commands")->footer(footer);
         app->callback([this, command] { args_->command = command; });
         app->add_flag("-v,--verbose", args_->verbose, "Show the library's messages as they come");
         app->add_option("--load", raw_.loads, "Load this module first; may be repeated")
@@ -205,13 +248,11 @@ class CommandLine {
         CLI::App *app = AddCommand("dump", "Show a tree as the flat records of a dump", HELP_DUMP, RunDump);
         AddModule(app);
         AddModelDirs(app);
-        CLI::Option *augment = app->add_option("--augment", raw_.augment, "Dump this augment's tree, the first is 0")
-                                   ->option_text("N")
-                                   ->check(CLI::Range(int64_t{0}, int64_t{KORV_AUGMENT_NUM} - 1));
-        CLI::Option *self = app->add_flag("--self", args_->self, "The augment's self tree")->needs(augment);
-        app->add_flag("--target", raw_.target, "The augment's target tree (this is the default)")
-            ->needs(augment)
-            ->excludes(self);
+        app->add_option("--augment", raw_.augment, "Dump this augment's target tree, the first is 0")
+            ->option_text("N")
+            ->check(CLI::Range(int64_t{0}, int64_t{KORV_AUGMENT_NUM} - 1));
+        app->add_flag("--self", args_->self, "With --augment: the augment's self tree");
+        app->add_flag("--target", raw_.target, "With --augment: its target tree, as without this");
         AddFormats(app, {"text", "json", "csv"});
     }
 
@@ -266,6 +307,10 @@ class CommandLine {
                 throw CLI::ValidationError(
                     "the library has two base directories: give further ones with --install-path");
         }
+        if ((args_->self || raw_.target) && raw_.augment < 0)
+            throw CLI::ValidationError("--self and --target say which tree of an augment: give --augment N, too");
+        if (args_->self && raw_.target)
+            throw CLI::ValidationError("give --self or --target, not both");
         if (args_->command == RunCheck && args_->all != args_->modules.empty())
             throw CLI::ValidationError("name the modules to check, or give --all");
         if (args_->command == RunModules && args_->modules.empty() && args_->loads.empty())

@@ -3,10 +3,13 @@
 namespace inspect {
 
 const char *const HELP_PROGRAM = R"(Examples:
-  korv-inspect tree example-interfaces -d models
-  korv-inspect find example-interfaces /interfaces/interface/mtu -d models
-  korv-inspect check --all -d models
-  korv-inspect diff example-interfaces --old released --new models
+  korv-inspect tree example-interfaces -d examples/yin
+  korv-inspect find example-interfaces /interfaces/interface/mtu -d examples/yin
+  korv-inspect check --all -d examples/yin
+  korv-inspect diff example-interfaces --old examples/yin --new examples/yin
+
+The examples run where examples/yin is: in the project's directory, or in that of the
+installed documents.
 
 'korv-inspect COMMAND --help' says more about a command.
 Exit status: 0 success; 1 a module cannot be loaded, a node is not found, check found
@@ -19,11 +22,11 @@ augment the text shows the way to its target and what the module adds there; --f
 shows the whole tree that a device keeps for it.
 
 Examples:
-  korv-inspect tree example-interfaces -d models
-  korv-inspect tree example-interfaces -d models --depth 2
-  korv-inspect tree example-interfaces -d models --path /interfaces/interface/address
-  korv-inspect tree example-interface-qos -d models --load example-interfaces --format json
-  korv-inspect tree example-interfaces -d models --format dot | dot -Tsvg -o tree.svg)";
+  korv-inspect tree example-interfaces -d examples/yin
+  korv-inspect tree example-interfaces -d examples/yin --depth 2
+  korv-inspect tree example-interfaces -d examples/yin --path /interfaces/interface/address
+  korv-inspect tree example-interface-qos -d examples/yin --load example-interfaces --format json
+  korv-inspect tree example-interfaces -d examples/yin --format dot | dot -Tsvg -o tree.svg)";
 
 const char *const HELP_FIND = R"(The path may be plain (/interfaces/interface/mtu) or qualified with prefixes or module
 names (/if:interfaces/if:interface); choices and cases have no component. It is looked
@@ -31,40 +34,41 @@ for in the module's own tree and in the target trees of its augments. 'pcPath' a
 'pcXpathMain' are the two forms with which a host asks the library for the node.
 
 Examples:
-  korv-inspect find example-interfaces /interfaces/interface -d models
-  korv-inspect find example-interfaces interfaces/interface/mtu -d models
-  korv-inspect find example-interface-qos /if:interfaces/if:interface/ifq:traffic -d models)";
+  korv-inspect find example-interfaces /interfaces/interface -d examples/yin
+  korv-inspect find example-interfaces interfaces/interface/mtu -d examples/yin
+  korv-inspect find example-interface-qos /if:interfaces/if:interface/ifq:traffic -d examples/yin)";
 
 const char *const HELP_WALK = R"(Lists the library's callbacks in the order in which they come: the ancestors, nearest
 first, then the node and everything below it, parents first. A leaf stands for the node
 that holds it.
 
 Example:
-  korv-inspect walk example-interfaces /interfaces/interface -d models)";
+  korv-inspect walk example-interfaces /interfaces/interface -d examples/yin)";
 
 const char *const HELP_DUMP = R"(Nodes come level by level, choices and cases included. Augments are counted from 0, as
 'tree' and 'modules' show them. CSV has a heading and one row a leaf.
 
 Examples:
-  korv-inspect dump example-interfaces -d models
-  korv-inspect dump example-interfaces -d models --format csv > attributes.csv
-  korv-inspect dump example-interface-qos -d models --augment 0 --self)";
+  korv-inspect dump example-interfaces -d examples/yin
+  korv-inspect dump example-interfaces -d examples/yin --format csv > attributes.csv
+  korv-inspect dump example-interface-qos -d examples/yin --augment 0 --self)";
 
 const char *const HELP_ENUMS = R"(Values follow typedefs and leafrefs.
 
 Example:
-  korv-inspect enums example-interfaces /interfaces/interface/status -d models)";
+  korv-inspect enums example-interfaces /interfaces/interface/status -d examples/yin)";
 
 const char *const HELP_MODULES = R"(Example:
-  korv-inspect modules example-interfaces example-interface-qos -d models)";
+  korv-inspect modules example-interfaces example-interface-qos -d examples/yin)";
 
 const char *const HELP_CHECK =
     R"(Each module is loaded by itself, after those of --load. Findings name the file and line
 where these can be told, and end in a short name that stays the same from release to
-release. A warning does not keep the module from being loaded.
+release. Errors give exit status 1; a warning keeps nothing from being loaded.
 
   load-failed              error: the module, or something that it needs, is not right
-  deviation-failed         the module's deviation module cannot be loaded: it does not apply
+  deviation-failed         error: the module's deviation module cannot be loaded, so that
+                           the module is loaded without it
   missing-field-id         a leaf of a class has no attribute id
   duplicate-field-id       two leaves of a class have the same attribute id
   field-id-range           an attribute id beyond 255: only its low 8 bits count
@@ -80,8 +84,8 @@ release. A warning does not keep the module from being loaded.
   library-message          the library says something else while it loads the module
 
 Examples:
-  korv-inspect check example-interfaces -d models
-  korv-inspect check --all -d models --format json)";
+  korv-inspect check example-interfaces -d examples/yin
+  korv-inspect check --all -d examples/yin --format json)";
 
 const char *const HELP_DIFF = R"(Compares what a device makes of the two versions, deviations and augments applied. A
 change is breaking when a host that addresses data by ids has to follow it:
@@ -92,8 +96,9 @@ change is breaking when a host that addresses data by ids has to follow it:
   compatible  added; moved or renamed under the same ids; an id where there was none;
               range widened; enumeration value added; task id changed
 
-Examples:
-  korv-inspect diff example-interfaces --old released --new models
-  korv-inspect diff example-interfaces --old v1 --old common --new v2 --new common)";
+Either version may have two directories: one for what has changed, say, and the common one.
+
+Example:
+  korv-inspect diff example-interfaces --old examples/yin --new examples/yin)";
 
 } // namespace inspect
