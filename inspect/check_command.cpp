@@ -11,6 +11,7 @@
 #include "failure.h"
 #include "message_text.h"
 #include "schema_scan.h"
+#include "statement_rules.h"
 
 namespace inspect {
 namespace {
@@ -92,6 +93,10 @@ class Checker {
         const StatementFinder finder(key.name, instance.Revision(key.name), &files_);
         const std::vector<Finding> rules = RuleChecker(Loaded(instance, key), finder, &uses_).Check();
         findings.insert(findings.end(), rules.begin(), rules.end());
+        if (QY_MOD *schema = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str())) {
+            const std::vector<Finding> statements = StatementRules(schema, finder).Check();
+            findings.insert(findings.end(), statements.begin(), statements.end());
+        }
         AddClassesWithoutTree(instance, key, finder, &findings);
         if (report.problems.empty())
             AddMessages(key, report, &findings);

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "model.h"
+#include "numbers.h"
 #include "schema_scan.h"
 #include "text.h"
 
@@ -188,7 +189,9 @@ void RuleChecker::CheckAttribute(const ModelNode &node, const KorvTreeLeaf &leaf
             return;
         }
     }
-    if (Has(leaf, KORV_MASK_FIELD_ID))
+    const std::vector<std::string> ids = ExtensionArguments(leaf.pYinNode, "field-id");
+    const bool isBad = !ids.empty() && !ReadNumber(ids.front()).wellFormed; /* StatementRules say so */
+    if (Has(leaf, KORV_MASK_FIELD_ID) || isBad)
         return;
     if (IsListKey(leaf))
         Report("key-without-field-id", "key " + of + " has no attribute id", node, &leaf);

@@ -72,11 +72,17 @@ release. Errors give exit status 1; a warning keeps nothing from being loaded.
   missing-field-id         a leaf of a class has no attribute id
   duplicate-field-id       two leaves of a class have the same attribute id
   field-id-range           an attribute id beyond 255: only its low 8 bits count
+  bad-number               an argument that is no number of 32 bits, and what it counts as
+  repeated-statement       a statement that may stand once stands again
+  no-effect                a statement where nothing reads it
   key-without-field-id     a key leaf has no attribute id
   duplicate-class-id       two unrelated classes have the same class id
   class-without-tree       a class outside the containers at the module's top
   many-keys                more than 8 own or ancestor keys; more than 16 cannot be loaded
   unmapped-ancestor-key    a key of the classes above has no attribute id in this class
+  extra-ancestor-key       more ancestor keys than the lists above have keys
+  dropped-key              keys of a list below one of the same class: they do not count
+  missing-key              a key of a class whose leaf a deviation has taken away
   ancestor-key-collision   an ancestor key takes the attribute id of a leaf
   long-path                a path of more than 256 characters: cut in dumps, no lookup
   long-name                a name of more than 64 characters: no lookup

@@ -7,19 +7,6 @@
 namespace inspect {
 namespace {
 
-std::vector<WayStep> WayTo(QY_NODE *node)
-{
-    std::vector<WayStep> way;
-    for (; node != nullptr; node = QY_NODE_GetParentNode(node)) {
-        const uint32_t type = QY_NODE_GetNodeType(node);
-        const char *name = QY_NODE_GetNodeName(node);
-        way.push_back({name != nullptr ? name : "", ModuleNameOf(node),
-                       type != QY_NODE_TYPE_CHOICE && type != QY_NODE_TYPE_CASE});
-    }
-    std::reverse(way.begin(), way.end());
-    return way;
-}
-
 /* The path of the leaf's own type; "" when a typedef has it. */
 std::string LeafrefPath(QY_NODE *leaf, YinFiles *files)
 {
@@ -34,6 +21,19 @@ std::string LeafrefPath(QY_NODE *leaf, YinFiles *files)
 }
 
 } // namespace
+
+std::vector<WayStep> WayTo(QY_NODE *node)
+{
+    std::vector<WayStep> way;
+    for (; node != nullptr; node = QY_NODE_GetParentNode(node)) {
+        const uint32_t type = QY_NODE_GetNodeType(node);
+        const char *name = QY_NODE_GetNodeName(node);
+        way.push_back({name != nullptr ? name : "", ModuleNameOf(node),
+                       type != QY_NODE_TYPE_CHOICE && type != QY_NODE_TYPE_CASE});
+    }
+    std::reverse(way.begin(), way.end());
+    return way;
+}
 
 std::optional<Position> FindStatement(QY_NODE *node, YinFiles *files)
 {

@@ -10,6 +10,9 @@
 
 namespace inspect {
 
+/* The way from its module's top, choices and cases included. */
+std::vector<WayStep> WayTo(QY_NODE *node);
+
 /* Where the node's statement stands, in whichever module. */
 std::optional<Position> FindStatement(QY_NODE *node, YinFiles *files);
 

@@ -148,6 +148,46 @@ TEST_F(InspectCheck, ClassIdsWithinAModuleAndAcrossModules)
         << text;
 }
 
+TEST_F(InspectCheck, StatementsThatDoNotSayWhatTheySeemToSay)
+{
+    const std::string ref = "<type name=\"leafref\"><path value=\"../s/k\"/></type>";
+    const std::string inner = List("inner", "n", ClassId("4") + Leaf("n", "string", Id("5"))) +
+                              List("fine", "k", ClassId("4") + Leaf("k", "string", Id("1")));
+    dir.Add("quelvo-bras-user-manage",
+            Ext("aaa-task-id", "zz") +
+                Container(
+                    "top",
+                    "\n" + ClassId("zz") + Ext("field-id", "3") +
+                        Container("large",
+                                  ClassId("0x1FFFFFFFF") + ClassId("4") + Leaf("twice", "string", Id("1") + Id("2")) +
+                                      Leaf("word", "string", Id("abc")) + Leaf("none", "string", Id("")) +
+                                      Leaf("far", "string", Id("9") + Ext("name2id-key-fid", "300")) +
+                                      "<leaf-list name=\"tags\"><type name=\"string\"/>" + Id("3") + "</leaf-list>\n") +
+                        Container("alone", ClassId("6") + Ext("ancestor-key-fid", "10")) +
+                        List("list", "k gone",
+                             "\n" + ClassId("4") + Leaf("k", "string", Id("1")) + Leaf("gone", "string", Id("2")) +
+                                 inner + Container("more", ClassId("7") + Ext("ancestor-key-fid", "10 11"))) +
+                        List("shapeless", "k",
+                             Ext("class-type", "leafref") + Leaf("k", ref) + Container("plain", "") +
+                                 Container("s", ClassId("8") + Leaf("k", "string", Id("1"))))));
+    const std::string gone = "/d:top/d:list/d:gone";
+    dir.Add("quelvo-bras-user-manage-deviations-x",
+            "<deviation target-node=\"" + gone + "\"><deviate value=\"not-supported\"/></deviation>",
+            "quelvo-bras-user-manage");
+    RunShell("sed -i 's/d:/quelvo-bras-user-manage:/g' " + dir.Path() + "/quelvo-bras-user-manage-deviations-x.yin");
+    std::vector<std::string> findings = Findings({"quelvo-bras-user-manage"});
+    std::erase_if(findings, [](const std::string &text) { return text.starts_with("duplicate-"); });
+    EXPECT_EQ(findings, (Texts{"bad-number at quelvo-bras-user-manage", "bad-number at top", "no-effect at top",
+                               "bad-number at large", "repeated-statement at large", "repeated-statement at twice",
+                               "bad-number at word", "bad-number at none", "field-id-range at far", "no-effect at tags",
+                               "extra-ancestor-key at alone", "missing-key at list", "dropped-key at inner",
+                               "extra-ancestor-key at more", "no-effect at shapeless"}));
+    const std::string text = Run({"quelvo-bras-user-manage"}).out;
+    EXPECT_NE(LineWith(text, "class-id '0x1FFFFFFFF' has more than 32 bits: it counts as 0xffffffff"), "") << text;
+    EXPECT_NE(LineWith(text, "leaf 'word': field-id 'abc' is no number: it counts as 0"), "");
+    EXPECT_NE(LineWith(text, "container 'more': it has 2 ancestor keys, but the lists above it have 1 key"), "");
+}
+
 TEST_F(InspectCheck, LengthsThatDumpsAndLookupsCut)
 {
     const std::string name(65, 'n');
