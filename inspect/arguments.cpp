@@ -119,7 +119,7 @@ class CommandLine {
             return EXIT_OK;
         }
         const std::string unknown = UnknownOption();
-        std::fprintf(stderr, "korv-inspect: %s\n", unknown.empty() ? error.what() : unknown.c_str());
+        std::fprintf(stderr, "korv-inspect: %s\n", Printable(unknown.empty() ? error.what() : unknown).c_str());
         const std::vector<CLI::App *> chosen = app_.get_subcommands();
         std::fprintf(stderr, "'korv-inspect %s--help' says more.\n",
                      chosen.empty() ? "" : (chosen.front()->get_name() + " ").c_str());

@@ -63,7 +63,7 @@ void PrintText(const std::string &module, const DiffModel &oldModel, const DiffM
         PadTo(&line, MARK_WIDTH);
         std::string path = change.path.empty() ? module : change.path;
         PadTo(&path, width);
-        std::printf("%s%s  %s\n", line.c_str(), path.c_str(), ChangeText(change).c_str());
+        std::printf("%s%s  %s\n", line.c_str(), path.c_str(), Printable(ChangeText(change)).c_str());
     }
     if (changes.empty()) {
         std::printf("no difference\n");

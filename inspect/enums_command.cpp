@@ -18,9 +18,9 @@ void PrintText(const std::vector<EnumValue> &values)
 {
     size_t width = 0;
     for (const EnumValue &value : values)
-        width = std::max(width, value.name.size());
+        width = std::max(width, Printable(value.name).size());
     for (const EnumValue &value : values) {
-        std::string name = value.name;
+        std::string name = Printable(value.name);
         PadTo(&name, width);
         std::printf("%s  %d\n", name.c_str(), value.value);
     }

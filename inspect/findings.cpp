@@ -27,8 +27,8 @@ void WriteNumberOrNull(JsonOut *out, const char *name, uint32_t number)
 
 std::string FindingText(const Finding &finding)
 {
-    return PlaceText(finding.cause, finding.module) + (finding.isError ? "error: " : "warning: ") + finding.cause.text +
-           " [" + finding.name + "]";
+    return Printable(PlaceText(finding.cause, finding.module) + (finding.isError ? "error: " : "warning: ") +
+                     finding.cause.text + " [" + finding.name + "]");
 }
 
 void WriteFindingsJson(const std::vector<std::string> &modules, const std::vector<Finding> &findings)

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "failure.h"
+#include "text.h"
 
 namespace inspect {
 namespace {
@@ -93,7 +94,7 @@ try {
     if (line.ends_with("\n"))
         line.pop_back();
     if (self->verbose_)
-        std::fprintf(stderr, "%s %s\n", level == ERROR_LEVEL ? "error" : "info ", line.c_str());
+        std::fprintf(stderr, "%s %s\n", level == ERROR_LEVEL ? "error" : "info ", Printable(line).c_str());
     if (level == ERROR_LEVEL && self->errors_.size() < MAX_ERRORS)
         self->errors_.push_back(line);
 } catch (const std::bad_alloc &) {

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "text.h"
+
 namespace inspect {
 
 JsonOut::JsonOut() : stream_(stdout, buffer_, sizeof(buffer_)), writer_(stream_)
@@ -18,7 +20,7 @@ JsonOut::~JsonOut()
 void JsonOut::Text(const char *text)
 {
     if (text != nullptr)
-        writer_.String(text);
+        writer_.String(ValidUtf8(text).c_str());
     else
         writer_.Null();
 }

@@ -4,11 +4,19 @@
 # Names of the modules, "NAME" of NAME.yin and NAME@REVISION.yin, in the directories of the line.
 _korv_inspect_modules() {
     local -a dirs=()
-    local i file name
+    local i dir file name
     for ((i = 1; i + 1 < ${#COMP_WORDS[@]}; i++)); do
         case ${COMP_WORDS[i]} in
-        -d | --dir | --install-path | --old | --new) dirs+=("${COMP_WORDS[i + 1]/#\~/$HOME}") ;;
+        -d | --dir | --install-path | --old | --new) ;;
+        *) continue ;;
         esac
+        dir=${COMP_WORDS[i + 1]}
+        [[ $dir == = ]] && dir=${COMP_WORDS[i + 2]} # bash makes three words of --dir=DIR
+        case $dir in
+        [\"\']*) dir=${dir//[\"\']/} ;;
+        *) dir=${dir//\\/} ;;
+        esac
+        dirs+=("${dir/#\~/$HOME}")
     done
     ((${#dirs[@]})) || dirs=(.)
     for i in "${dirs[@]}"; do
@@ -26,6 +34,11 @@ _korv_inspect() {
     local commands="tree find walk dump enums modules check diff"
     local options="--verbose --load --install-path --format --help" formats="text json"
     COMPREPLY=()
+    if [[ $cur == = ]]; then
+        cur=""
+    elif [[ $prev == = ]]; then
+        prev=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
     if ((COMP_CWORD == 1)); then
         mapfile -t COMPREPLY < <(compgen -W "$commands --help --version" -- "$cur")
         return

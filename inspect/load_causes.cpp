@@ -96,7 +96,7 @@ std::vector<Cause> FromMessages(const Instance &instance, const ModuleKey &key, 
 void PrintCauses(const std::vector<Cause> &causes, const std::string &module)
 {
     for (const Cause &cause : causes)
-        std::fprintf(stderr, "%s%s\n", PlaceText(cause, module).c_str(), cause.text.c_str());
+        std::fprintf(stderr, "%s\n", Printable(PlaceText(cause, module) + cause.text).c_str());
 }
 
 } // namespace

@@ -5,13 +5,14 @@
 
 #include "arguments.h"
 #include "failure.h"
+#include "text.h"
 
 namespace {
 
 int Report(const char *text, int exitCode)
 {
     if (*text != '\0')
-        std::fprintf(stderr, "korv-inspect: %s\n", text);
+        std::fprintf(stderr, "korv-inspect: %s\n", inspect::Printable(text).c_str());
     return exitCode;
 }
 

@@ -214,7 +214,7 @@ Place PathFinder::Require(const std::string &path) const
     if (places.empty())
         throw Failure(WhyNot(steps));
     for (size_t i = 1; i < places.size(); ++i)
-        std::fprintf(stderr, "korv-inspect: '%s' may mean %s as well\n", path.c_str(),
+        std::fprintf(stderr, "korv-inspect: '%s' may mean %s as well\n", Printable(path).c_str(),
                      QualifiedPath(places[i]).c_str());
     return places.front();
 }

@@ -14,6 +14,13 @@ std::string Hex(uint32_t value);
 std::string Join(const std::vector<std::string> &words, std::string_view separator);
 std::string JoinNumbers(const std::vector<uint32_t> &numbers, std::string_view separator);
 
+/* A text of others' making on one line and in the order in which it is written: control and direction characters are
+ * escaped, and bytes that are no UTF-8. */
+std::string Printable(std::string_view text);
+
+/* The text with a replacement character for each byte that is no UTF-8. */
+std::string ValidUtf8(std::string_view text);
+
 /* Fills up with blanks to a width, counted in characters of UTF-8; a longer text gets `gap` blanks. */
 void PadTo(std::string *text, size_t width, size_t gap = 0);
 

@@ -101,6 +101,26 @@ TEST(InspectUsage, DirectoriesAreSearchedInTheirOrderAndInstallPathsLast)
     EXPECT_NE(LineWith(Inspect({"tree", "n", "-d", first.Path(), "--install-path", second.Path()}).out, "three"), "");
 }
 
+TEST(InspectUsage, TextsOfOthersStayOnTheirLineAndJsonIsUtf8)
+{
+    ModelDir dir;
+    const std::string odd = dir.Path() +
+                            "/b\xFF"
+                            "d\n\xE2\x80\xAE"
+                            "dir";
+    RunShell("mkdir '" + odd + "' && mv " + dir.Path() + "/*.yin '" + odd + "'");
+    dir.AddFile("m.yin", Module("m", Container("c", Leaf("x", "strng"))));
+    RunShell("mv " + dir.Path() + "/m.yin '" + odd + "'");
+    const Result text = Inspect({"check", "m", "-d", odd});
+    EXPECT_EQ(text.out.find(dir.Path() + "/b\\xffd\\n\\u202edir/m.yin:5:16: error: unknown type"), 0U) << text.out;
+    const rapidjson::Document json = Json(Inspect({"check", "m", "-d", odd, "--format", "json"}));
+    EXPECT_EQ(json["findings"][0]["file"].GetString(), dir.Path() +
+                                                           "/b\xEF\xBF\xBD"
+                                                           "d\n\xE2\x80\xAE"
+                                                           "dir/m.yin");
+    EXPECT_EQ(Inspect({"tr\nee"}).err.find("korv-inspect: there is no command 'tr\\nee'"), 0U);
+}
+
 TEST(InspectUsage, AResultThatCannotBeWrittenIsNoSuccess)
 {
     const Result result = RunShell("korv-inspect tree example-qos -d examples/yin >/dev/full");
@@ -179,6 +199,11 @@ TEST(InspectUsage, CompletesCommandsOptionsFormatsAndModules)
     EXPECT_EQ(Completed("korv-inspect tree -d examples/yin example-interface-"),
               "example-interface-qos example-interface-shaping\n");
     EXPECT_EQ(Completed("korv-inspect tree m -d examples/y"), "examples/yin\n");
+    EXPECT_EQ(Completed("korv-inspect tree m --dir = examples/y"), "examples/yin\n");
+    EXPECT_EQ(Completed("korv-inspect tree --dir = examples/yin example-q"), "example-qos\n");
+    ModelDir dir;
+    RunShell("mkdir '" + dir.Path() + "/a b' && touch '" + dir.Path() + "/a b/some.yin'");
+    EXPECT_EQ(Completed("korv-inspect tree -d \"" + dir.Path() + "/a\\ b\" s"), "some\n");
     /* Every option that completion offers is one, and every command is offered. */
     for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff"}) {
         const std::string help = Inspect({command, "--help"}).out;
