@@ -1,4 +1,6 @@
 /* dump: a tree as flat records. */
+#include <cstdio>
+
 #include "commands.h"
 #include "dump_records.h"
 #include "failure.h"
@@ -39,6 +41,15 @@ KorvTreeNode *AugmentTree(const ModuleFile &file, const Arguments &args)
     return args.self ? augment.pstSelfTree : augment.pstTargetTree;
 }
 
+/* Why there is nothing to dump. */
+std::string NothingText(const ModuleFile &file, const Arguments &args)
+{
+    if (args.augment)
+        return "augment " + std::to_string(*args.augment) + " has no " + (args.self ? "self" : "target") + " tree";
+    return std::string("module '") + file.pcModuleName + "' has no tree of its own" +
+           (file.ucAugmentNum != 0 ? ": --augment N dumps the tree of an augment" : "");
+}
+
 } // namespace
 
 int RunDump(const Arguments &args)
@@ -53,6 +64,8 @@ int RunDump(const Arguments &args)
         request.bIsAugment = 1;
     }
     const Dump dump(request);
+    if (dump.Records().empty())
+        std::fprintf(stderr, "korv-inspect: %s\n", NothingText(file, args).c_str());
     if (args.format == Format::JSON)
         WriteDumpJson(dump.Records());
     else if (args.format == Format::CSV)

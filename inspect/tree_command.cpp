@@ -3,6 +3,7 @@
 #include "instance.h"
 #include "load_causes.h"
 #include "path_finder.h"
+#include "schema_scan.h"
 #include "tree_view.h"
 
 namespace inspect {
@@ -28,6 +29,7 @@ TreeView WholeView(const Instance &instance, const ModuleFile &file, const Argum
     for (uint32_t i = 0; i < file.ucAugmentNum; ++i) {
         const TELMYANG_AUGMENT_INFO_S &augment = file.astAugment[i];
         view.augments.push_back({i, augment.acAugNodeName, {augment.pstSelfTree, true}, {augment.pstTargetTree, true}});
+        ForEachChild(augment.pAugNode, [&view](QY_NODE *added) { view.augments.back().added.insert(NameOf(added)); });
     }
     return view;
 }

@@ -36,21 +36,23 @@ class DotOut {
     /* As in the text: the way to the target and what the module has added there, or the whole target tree. */
     void Augment(const AugmentView &augment)
     {
-        const std::vector<const KorvTreeNode *> way =
-            view_.whole && !view_.full ? WayToTarget(augment) : std::vector<const KorvTreeNode *>();
-        if (way.empty()) {
+        const TargetWay way = view_.whole && !view_.full ? WayToTarget(augment) : TargetWay();
+        if (way.nodes.empty()) {
             Part(augment.targetTree.first != nullptr ? augment.targetTree : augment.self);
             return;
         }
         uint32_t above = 0;
-        for (const KorvTreeNode *step : way) {
-            const uint32_t number = Box(*step, step == way.back() ? AddedLeaves(*step) : "");
-            if (step != way.front())
+        const KorvTreeNode *target = way.missing.empty() ? way.nodes.back() : nullptr;
+        for (const KorvTreeNode *step : way.nodes) {
+            const uint32_t number = Box(*step, step == target ? AddedLeaves(augment, *step) : "");
+            if (step != way.nodes.front())
                 Edge(above, number);
             above = number;
         }
-        for (const KorvTreeNode &child : Children(*way.back())) {
-            if (view_.module == child.pcModuleName)
+        if (target == nullptr)
+            return;
+        for (const KorvTreeNode &child : Children(*target)) {
+            if (IsAdded(view_, augment, child.pcName, child.pcModuleName))
                 Edge(above, Tree(child, view_.depth));
         }
     }
@@ -84,11 +86,11 @@ class DotOut {
 
     static void Edge(uint32_t from, uint32_t to) { std::printf("  n%u -> n%u;\n", from, to); }
 
-    std::string AddedLeaves(const KorvTreeNode &node) const
+    std::string AddedLeaves(const AugmentView &augment, const KorvTreeNode &node) const
     {
         std::string text;
         for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList)) {
-            if (view_.module == leaf.pcModuleName)
+            if (IsAdded(view_, augment, leaf.pcName, leaf.pcModuleName))
                 text += LeafLine(leaf);
         }
         return text;

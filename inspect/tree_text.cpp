@@ -23,18 +23,22 @@ void AddPart(TreeRows *rows, const TreePart &part, uint32_t indent, uint32_t dep
 /* The way to the target and what the module has added there. */
 bool AddAdditions(TreeRows *rows, const TreeView &view, const AugmentView &augment)
 {
-    const std::vector<const KorvTreeNode *> way = WayToTarget(augment);
-    if (way.empty())
+    const TargetWay way = WayToTarget(augment);
+    if (way.nodes.empty())
         return false;
     uint32_t indent = 1;
-    for (const KorvTreeNode *step : way)
+    for (const KorvTreeNode *step : way.nodes)
         rows->AddNode(*step, indent++);
-    for (const KorvTreeLeaf &leaf : Leaves(way.back()->pstLeafList)) {
-        if (view.module == leaf.pcModuleName)
+    if (!way.missing.empty()) {
+        rows->AddText("... what it adds is in no tree: none holds '" + way.missing + "'", indent);
+        return true;
+    }
+    for (const KorvTreeLeaf &leaf : Leaves(way.nodes.back()->pstLeafList)) {
+        if (IsAdded(view, augment, leaf.pcName, leaf.pcModuleName))
             rows->AddLeaf(leaf, indent);
     }
-    for (const KorvTreeNode &child : Children(*way.back())) {
-        if (view.module == child.pcModuleName)
+    for (const KorvTreeNode &child : Children(*way.nodes.back())) {
+        if (IsAdded(view, augment, child.pcName, child.pcModuleName))
             rows->AddTree(child, indent, view.depth);
     }
     return true;

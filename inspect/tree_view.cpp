@@ -21,20 +21,27 @@ std::vector<std::string_view> NamesOf(std::string_view target)
 
 } // namespace
 
-std::vector<const KorvTreeNode *> WayToTarget(const AugmentView &augment)
+TargetWay WayToTarget(const AugmentView &augment)
 {
-    std::vector<const KorvTreeNode *> way;
+    TargetWay way;
     const KorvTreeNode *first = augment.targetTree.first;
     for (const std::string_view name : NamesOf(augment.target)) {
         const KorvTreeNode *found = first;
         while (found != nullptr && name != found->pcName)
             found = found->pstNextSibling;
-        if (found == nullptr)
-            return {};
-        way.push_back(found);
+        if (found == nullptr) {
+            way.missing = name;
+            break;
+        }
+        way.nodes.push_back(found);
         first = found->pstFirstChild;
     }
     return way;
+}
+
+bool IsAdded(const TreeView &view, const AugmentView &augment, const char *name, const char *module)
+{
+    return view.module == module && augment.added.contains(name);
 }
 
 } // namespace inspect

@@ -3,6 +3,7 @@
 #define KORV_INSPECT_TREE_VIEW_H
 
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ struct AugmentView {
     const char *target; /* path as the statement has it */
     TreePart self;
     TreePart targetTree;
+    std::set<std::string> added = {}; /* names of the nodes and leaves that it puts below its target */
 };
 
 struct TreeView {
@@ -36,8 +38,15 @@ struct TreeView {
     bool full;      /* text and dot: target trees with everything that the module does not touch */
 };
 
-/* The nodes from the top of an augment's target tree down to the augment's target; empty when it is not in the tree. */
-std::vector<const KorvTreeNode *> WayToTarget(const AugmentView &augment);
+/* The nodes from the top of an augment's target tree down to the augment's target. */
+struct TargetWay {
+    std::vector<const KorvTreeNode *> nodes;
+    std::string missing; /* name of the first that the tree does not have; "" for none */
+};
+TargetWay WayToTarget(const AugmentView &augment);
+
+/* The augment of the view's module adds this below its target. */
+bool IsAdded(const TreeView &view, const AugmentView &augment, const char *name, const char *module);
 
 void WriteTreeText(const TreeView &view);
 void WriteTreeJson(const TreeView &view);

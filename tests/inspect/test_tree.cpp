@@ -166,6 +166,29 @@ TEST(InspectTree, SaysSoWhereThereIsNoTree)
     EXPECT_EQ(result.exitCode, 0) << result.err;
     EXPECT_NE(LineWith(result.out, "no tree of its own"), "");
     EXPECT_NE(LineWith(result.out, "  no tree: what it adds stands in no container"), "") << result.out;
+    const Result dump = Inspect({"dump", "more", "-d", dir.Path()});
+    EXPECT_EQ(dump.exitCode, 0);
+    EXPECT_EQ(dump.err,
+              "korv-inspect: module 'more' has no tree of its own: --augment N dumps the tree of an augment\n");
+}
+
+TEST(InspectTree, ShowsOfAnAugmentItsOwnAdditionsOnly)
+{
+    ModelDir dir;
+    const std::string note = "<notification name=\"note\">" + Leaf("far", "string") + "</notification>";
+    dir.Add("base", Container("top", Container("a", Leaf("own", "string") + note + Container("near", ""))) +
+                        "<augment target-node=\"/p:top/p:a\">" + Leaf("added", "string") + Container("new", "") +
+                        "</augment>");
+    dir.Add("more", "<augment target-node=\"/base:top/base:a/base:note\">" + Leaf("when", "string") + "</augment>",
+            "base");
+    const auto augment = [&](const char *module) {
+        const std::string text = Inspect({"tree", module, "-d", dir.Path()}).out;
+        return text.substr(text.find("augment 0"));
+    };
+    EXPECT_EQ(augment("base"), "augment 0 of /p:top/p:a\n  top\n    a\n      - added    -  string\n      new\n");
+    EXPECT_EQ(augment("more"),
+              "augment 0 of /base:top/base:a/base:note\n  top  (base)\n    a\n"
+              "      ... what it adds is in no tree: none holds 'note'\n");
 }
 
 } // namespace
