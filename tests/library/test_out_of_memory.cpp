@@ -1,8 +1,11 @@
 /* Every allocation of every operation fails once: that one alone, and that one with all that follow. Each time the
- * operation fails cleanly, and the same call succeeds right afterwards. */
+ * operation fails cleanly, with messages that out_of_memory_messages.txt lists, and the same call succeeds right
+ * afterwards. UPDATE_MESSAGES=1 in the environment appends what an operation says to that file. */
 #include <algorithm>
-#include <filesystem>
+#include <cstdlib>
+#include <fstream>
 #include <functional>
+#include <regex>
 
 #include "support/host.h"
 
@@ -11,6 +14,7 @@ namespace {
 
 const char *const BASES[] = {"example-interfaces", "example-qos"};
 const char MODULE[] = "example-interface-qos";
+const char MESSAGES[] = KORV_SOURCE_DIR "/tests/library/out_of_memory_messages.txt";
 
 uint32_t CountPrivate(QY_NODE *node, uint32_t, void *cookie)
 {
@@ -61,6 +65,7 @@ class OutOfMemory : public HostTest, public ::testing::WithParamInterface<bool> 
             Services().FailAllocation(NEVER, false);
             if (!done) {
                 EXPECT_FALSE(log.Errors().empty());
+                chains.insert(Chain());
                 /* A tree that cannot be queued for its release is given up. */
                 if (TreeFailed())
                     ExpectTreesOnly(Services().ReleaseAllBut(before));
@@ -73,6 +78,39 @@ class OutOfMemory : public HostTest, public ::testing::WithParamInterface<bool> 
                 return;
         }
     }
+
+    /* The error lines of one failure, indented, with "*" for what names a node or a module. */
+    std::string Chain() const
+    {
+        static const std::regex inBrackets("\\([^()]*\\)");
+        static const std::regex named("(ode|odule) [-a-z]+ ");
+        std::string chain;
+        for (const std::string &error : log.Errors()) {
+            const std::string text = std::regex_replace(std::regex_replace(error, inBrackets, "(*)"), named, "$1 * ");
+            chain += "  " + text + (text.back() == '\n' ? "" : "\n");
+        }
+        return chain;
+    }
+
+    /* Every way in which the operation failed is listed under its name, and nothing else is. */
+    void ExpectMessages(const std::string &operation)
+    {
+        if (GetParam())
+            return; /* the same, with lines between about trees that cannot be queued for their release */
+        std::string said = operation + "\n";
+        for (const std::string &chain : chains)
+            said += chain + "\n";
+        if (std::getenv("UPDATE_MESSAGES") != nullptr)
+            std::ofstream(MESSAGES, std::ios::app) << said;
+        std::ifstream file(MESSAGES);
+        const std::string listed(std::istreambuf_iterator<char>(file), {});
+        const size_t start = listed.find(operation + "\n");
+        ASSERT_NE(start, std::string::npos);
+        EXPECT_EQ(listed.substr(start, said.size()), said);
+        EXPECT_NE(listed[start + said.size()], ' ') << "listed, but not said";
+    }
+
+    std::set<std::string> chains;
 
     bool TreeFailed() const
     {
@@ -111,6 +149,7 @@ TEST_P(OutOfMemory, Load)
               EXPECT_EQ(File(MODULE), nullptr);
           },
           [&] { ASSERT_EQ(Unload(MODULE), 0u); });
+    ExpectMessages("load of augments");
 }
 
 TEST_P(OutOfMemory, LoadOfEveryKindOfClass)
@@ -120,6 +159,7 @@ TEST_P(OutOfMemory, LoadOfEveryKindOfClass)
         Sweep([&] { return Load(name) == 0; }, [&] { EXPECT_EQ(Local()->uiModuleNum, 0u); },
               [&] { ASSERT_EQ(Unload(name), 0u); });
     }
+    ExpectMessages("load of classes");
 }
 
 TEST_P(OutOfMemory, Lookup)
@@ -129,6 +169,7 @@ TEST_P(OutOfMemory, Lookup)
     const YangXpathLookup lookup = {
         Local(), MODULE, nullptr, "/interfaces/interface/traffic", "if:interfaces/if:interface/ifq:traffic", 0, 0};
     Sweep([&] { return TELMYANG_KorvFindTreeNodeByXpath(&lookup) != nullptr; }, [] {}, [] {});
+    ExpectMessages("lookup");
 }
 
 TEST_P(OutOfMemory, Dump)
@@ -148,6 +189,7 @@ TEST_P(OutOfMemory, Dump)
             ZOR_Free_F(records, __FILE__, __LINE__);
             records = nullptr;
         });
+    ExpectMessages("dump");
 }
 
 TEST_P(OutOfMemory, Print)

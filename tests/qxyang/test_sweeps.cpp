@@ -2,6 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <new>
 
 #include "schema.h"
@@ -60,7 +63,7 @@ namespace {
 
 using test::Schema;
 
-/* How many failures the latest load recorded, and whether each of them has a place in m.yin or is about memory. */
+/* How many failures the latest load recorded, and how many of them name no place in a file. */
 struct FailureCount {
     int all = 0;
     int unplaced = 0;
@@ -250,17 +253,17 @@ TEST(Rounds, LeaveNothingBehind)
 }
 
 /* A load or a located failure, and a context that goes on working. */
-void ExpectLoadOrFailure(Schema &schema, const std::string &text, size_t at)
+void ExpectLoadOrFailure(Schema &schema, const std::string &name, const std::string &text, size_t at)
 {
-    schema.File("m.yin", text);
-    if (QY_CTX_LoadModule(schema.Context(), "m", nullptr) == 0) {
-        ASSERT_EQ(QY_CTX_UnloadModule(schema.Context(), "m"), 0u);
+    schema.File(name + ".yin", text);
+    if (QY_CTX_LoadModule(schema.Context(), name.c_str(), nullptr) == 0) {
+        ASSERT_EQ(QY_CTX_UnloadModule(schema.Context(), name.c_str()), 0u);
         return;
     }
     FailureCount failures = CountFailures(schema);
-    ASSERT_GT(failures.all, 0) << "byte " << at;
-    ASSERT_EQ(failures.unplaced, 0) << "byte " << at;
-    ASSERT_EQ(schema.Loaded({"m"}), "");
+    ASSERT_GT(failures.all, 0) << name << " byte " << at;
+    ASSERT_EQ(failures.unplaced, 0) << name << " byte " << at;
+    ASSERT_EQ(schema.Loaded({name}), "");
 }
 
 std::string SweptText(Schema &schema)
@@ -283,8 +286,23 @@ TEST(FileSweep, CutAtEveryByte)
     const std::string text = SweptText(schema);
     const std::string before = State(schema);
     for (size_t size = 0; size <= text.size(); ++size)
-        ExpectLoadOrFailure(schema, text.substr(0, size), size);
+        ExpectLoadOrFailure(schema, "m", text.substr(0, size), size);
     EXPECT_EQ(State(schema), before);
+}
+
+TEST(FileSweep, ExamplesCutAtEveryByte)
+{
+    Schema schema;
+    for (const auto &entry : std::filesystem::directory_iterator(KORV_SOURCE_DIR "/examples/yin"))
+        std::filesystem::copy(entry.path(), schema.Dir());
+    for (const auto &entry : std::filesystem::directory_iterator(KORV_SOURCE_DIR "/examples/yin")) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::string text(std::istreambuf_iterator<char>(file), {});
+        ASSERT_FALSE(text.empty());
+        for (size_t size = 0; size <= text.size() && !HasFatalFailure(); ++size)
+            ExpectLoadOrFailure(schema, entry.path().stem(), text.substr(0, size), size);
+        schema.Load(entry.path().stem());
+    }
 }
 
 TEST(FileSweep, ChangedAtEveryByte)
@@ -296,7 +314,7 @@ TEST(FileSweep, ChangedAtEveryByte)
         for (char change : {'\0', ' ', '<', '"', '/', 'x', '\x80'}) {
             std::string changed = text;
             changed[at] = change;
-            ExpectLoadOrFailure(schema, changed, at);
+            ExpectLoadOrFailure(schema, "m", changed, at);
         }
     }
     EXPECT_EQ(State(schema), before);
