@@ -58,7 +58,7 @@ class JsonOut {
     }
 
   private:
-    char buffer_[65536];
+    char buffer_[65536] = {};
     rapidjson::FileWriteStream stream_;
     rapidjson::PrettyWriter<rapidjson::FileWriteStream> writer_;
 };
