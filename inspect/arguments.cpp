@@ -28,7 +28,7 @@ struct RawArguments {
 ModuleKey ToModuleKey(const std::string &text)
 {
     const size_t at = text.find('@');
-    const ModuleKey key = {text.substr(0, at), at == std::string::npos ? "" : text.substr(at + 1)};
+    ModuleKey key = {text.substr(0, at), at == std::string::npos ? "" : text.substr(at + 1)};
     if (key.name.empty() || (at != std::string::npos && key.revision.empty()))
         throw CLI::ValidationError("'" + text + "' is not MODULE or MODULE@REVISION");
     if (key.name.find('/') != std::string::npos || text.ends_with(".yin"))

@@ -21,13 +21,13 @@ class Progress {
   public:
     explicit Progress(size_t total) : total_(isatty(STDERR_FILENO) == 1 ? total : 0) {}
 
-    void Show(size_t number, const std::string &module)
+    void Show(size_t number, const std::string &module) const
     {
         if (total_ > 1)
             std::fprintf(stderr, "\r\033[K[%zu/%zu] %s", number, total_, module.c_str());
     }
 
-    void Clear()
+    void Clear() const
     {
         if (total_ > 1)
             std::fputs("\r\033[K", stderr);
