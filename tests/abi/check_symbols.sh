@@ -8,7 +8,7 @@ library=$1 list=$2 header=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-nm -D --defined-only "$library" | awk '{print $3}' | grep -v "^__odr_asan" | LC_ALL=C sort >"$work/exported"
+nm -D --defined-only "$library" | awk '{print $3}' | grep -vE "^(__odr_asan|__gcov_|mangle_path$)" | LC_ALL=C sort >"$work/exported"
 if [ -n "${UPDATE_SYMBOLS:-}" ]; then
     cp "$work/exported" "$list"
 fi
