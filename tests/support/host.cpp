@@ -97,7 +97,17 @@ void HostTest::Stop()
 
 uint32_t HostTest::Load(const std::string &name, const char *revision)
 {
-    return YANGLIB_LoadYangModule(Local(), name.c_str(), revision);
+    const uint32_t result = YANGLIB_LoadYangModule(Local(), name.c_str(), revision);
+    if (result == 0 || Faults().Any() || Services().AnyFault())
+        return result;
+    /* What fails, fails in the same way when nobody listens. */
+    LogSink heard;
+    std::swap(heard, log);
+    log.open = {};
+    EXPECT_EQ(YANGLIB_LoadYangModule(Local(), name.c_str(), revision), result);
+    EXPECT_TRUE(log.lines.empty());
+    std::swap(heard, log);
+    return result;
 }
 
 uint32_t HostTest::Unload(const std::string &name, const char *revision)

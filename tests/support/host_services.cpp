@@ -2,6 +2,8 @@
 
 #include <dlfcn.h>
 
+#include <cerrno>
+#include <cstdarg>
 #include <cstdlib>
 #include <sstream>
 #include <unordered_map>
@@ -21,6 +23,20 @@ template <typename F>
 F *Real(const char *name)
 {
     return reinterpret_cast<F *>(dlsym(RTLD_NEXT, name));
+}
+
+bool BoundedFails()
+{
+    return Services().boundedCalls++ == Services().failBounded;
+}
+
+/* Result of a bounded text function, and its empty text where it fails. */
+int TextResult(int result, int failure, char *dest)
+{
+    if (!BoundedFails())
+        return result;
+    *dest = '\0';
+    return failure;
 }
 
 } // namespace
@@ -83,9 +99,11 @@ std::string HostServices::Leaks() const
 } // namespace test
 
 /* Part of this program, so the libraries find these functions before those of the host services library. */
+using test::BoundedFails;
 using test::Live;
 using test::Real;
 using test::Services;
+using test::TextResult;
 
 void *ZOR_Malloc_F(uint64_t ulModuleId, uint8_t ucPartition, uint64_t ulSize, const char *pcFile, uint32_t uiLine)
 {
@@ -124,4 +142,65 @@ uint32_t VEC_VectorSet(VEC_VECTOR_S *pstVector, void *pvItem)
     if (Services().vectorSets++ == Services().failVectorSet)
         return 0xFFFFFFFF;
     return Real<decltype(VEC_VectorSet)>("VEC_VectorSet")(pstVector, pvItem);
+}
+
+#define REAL_ONCE(function) static auto *const real = Real<decltype(function)>(#function)
+
+int memset_s(void *pvDest, size_t ulDestMax, int iValue, size_t ulCount)
+{
+    REAL_ONCE(memset_s);
+    const int result = real(pvDest, ulDestMax, iValue, ulCount);
+    return BoundedFails() ? EINVAL : result;
+}
+
+int memcpy_s(void *pvDest, size_t ulDestMax, const void *pvSrc, size_t ulCount)
+{
+    REAL_ONCE(memcpy_s);
+    const int result = real(pvDest, ulDestMax, pvSrc, ulCount);
+    return BoundedFails() ? EINVAL : result;
+}
+
+int strcpy_s(char *pcDest, size_t ulDestMax, const char *pcSrc)
+{
+    REAL_ONCE(strcpy_s);
+    return TextResult(real(pcDest, ulDestMax, pcSrc), ERANGE, pcDest);
+}
+
+int strncpy_s(char *pcDest, size_t ulDestMax, const char *pcSrc, size_t ulCount)
+{
+    REAL_ONCE(strncpy_s);
+    return TextResult(real(pcDest, ulDestMax, pcSrc, ulCount), ERANGE, pcDest);
+}
+
+int strcat_s(char *pcDest, size_t ulDestMax, const char *pcSrc)
+{
+    REAL_ONCE(strcat_s);
+    return TextResult(real(pcDest, ulDestMax, pcSrc), ERANGE, pcDest);
+}
+
+int vsnprintf_s(char *pcDest, size_t ulDestMax, const char *pcFormat, va_list vaArgs)
+{
+    REAL_ONCE(vsnprintf_s);
+    return TextResult(real(pcDest, ulDestMax, pcFormat, vaArgs), -1, pcDest);
+}
+
+int snprintf_s(char *pcDest, size_t ulDestMax, const char *pcFormat, ...)
+{
+    va_list args;
+    va_start(args, pcFormat);
+    const int result = vsnprintf_s(pcDest, ulDestMax, pcFormat, args);
+    va_end(args);
+    return result;
+}
+
+int sprintf_s(char *pcDest, size_t ulDestMax, const char *pcFormat, ...)
+{
+    va_list args;
+    va_start(args, pcFormat);
+    const int length = std::vsnprintf(pcDest, ulDestMax, pcFormat, args);
+    va_end(args);
+    const bool violation = length < 0 || static_cast<size_t>(length) >= ulDestMax;
+    if (violation)
+        *pcDest = '\0';
+    return TextResult(violation ? -1 : length, -1, pcDest);
 }

@@ -2,6 +2,7 @@
 #ifndef KORV_TEST_HOST_SERVICES_H
 #define KORV_TEST_HOST_SERVICES_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -30,8 +31,24 @@ class HostServices {
 
     /* Lets allocation number n (from 0, counted since Reset) fail, and all after it when forGood is set. */
     void FailAllocation(uint64_t n, bool forGood);
-    void FailVectorInit(uint64_t n) { failVectorInit = n; }
-    void FailVectorSet(uint64_t n) { failVectorSet = n; }
+    void FailVectorInit(uint64_t n)
+    {
+        failVectorInit = n;
+        vectorInits = 0;
+    }
+    void FailVectorSet(uint64_t n)
+    {
+        failVectorSet = n;
+        vectorSets = 0;
+    }
+    /* Lets call number n (from 0, counted from here on) of a bounded memory or text function report a violation. */
+    void FailBounded(uint64_t n)
+    {
+        failBounded = n;
+        boundedCalls = 0;
+    }
+
+    bool AnyFault() const { return std::min({failAllocation, failVectorInit, failVectorSet, failBounded}) != NEVER; }
 
     std::vector<Block> LiveBlocks() const;
     std::set<void *> LiveAddresses() const;
@@ -44,12 +61,14 @@ class HostServices {
     uint64_t frees = 0;
     uint64_t vectorInits = 0;
     uint64_t vectorSets = 0;
+    uint64_t boundedCalls = 0;
     std::vector<std::string> assertions; /* file:line */
 
     uint64_t failAllocation = NEVER;
     bool failForGood = false;
     uint64_t failVectorInit = NEVER;
     uint64_t failVectorSet = NEVER;
+    uint64_t failBounded = NEVER;
 };
 
 HostServices &Services();
