@@ -99,7 +99,7 @@ TEST_F(DeadEnds, AreSaidOrNotButAnswerTheSame)
         {"no node", [&] { return LookUp("example-interfaces", "/interfaces/x", "if:interfaces/if:x"); }, 0,
          "find node (/interfaces/x/) failed!"},
         {"no holder", [&] { return LookUpLeaf("/nobody/x", "if:nobody/if:x"); }, 0,
-         "Find Tree Node By Xpath failed, name(example-interfaces) pcPath(/nobody)pcXpathMain(if:nobody)!"},
+         "Find Tree Node By Xpath failed, name(example-interfaces) pcPath(/nobody/x)pcXpathMain(if:nobody/if:x)!"},
         {"numbers", [&] { return TELMYANG_BSC_ParseMimExtIntoArray(Local(), "1", nullptr, 1, nullptr); }, 1,
          "puiValArray or puiFillNum null error!"},
         {"travel", [&] { return Travel("example-interfaces", "/nowhere", Refuse); }, 3,

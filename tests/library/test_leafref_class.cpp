@@ -11,7 +11,14 @@ const std::string CONFIG =
                             Leaf("name", "string", Ext("field-id", "1")) +
                             Leaf("rate", "uint64", Ext("field-id", "2") + Ext("datatype-id", "77")));
 
-class LeafrefClass : public RecordTest {};
+class LeafrefClass : public RecordTest {
+  protected:
+    void SetUp() override
+    {
+        RecordTest::SetUp();
+        readsOnce = true;
+    }
+};
 
 TEST_F(LeafrefClass, TakesItsStatementsFromChildAndTargets)
 {

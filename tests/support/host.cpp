@@ -95,28 +95,34 @@ void HostTest::Stop()
     local = nullptr;
 }
 
-/* Every load runs twice, the first time with all levels closed: what happens is the same when nobody listens. */
+uint32_t HostTest::Unheard(const std::function<uint32_t()> &operation)
+{
+    LogSink heard;
+    std::swap(heard, log);
+    log.open = {};
+    const uint32_t result = operation();
+    EXPECT_TRUE(log.lines.empty());
+    std::swap(heard, log);
+    return result;
+}
+
+bool HostTest::MayRunTwice() const
+{
+    return !Faults().Any() && !Services().AnyFault() && log.open[0] && local->pfnDatatypeAdapt == nullptr;
+}
+
 uint32_t HostTest::Load(const std::string &name, const char *revision)
 {
     const uint32_t before = Local()->uiModuleNum;
-    uint32_t unheard = 0;
-    const bool twice = !Faults().Any() && !Services().AnyFault() && log.open[0] &&
-                       local->pfnDatatypeAdapt == nullptr;
-    if (twice) {
-        LogSink heard;
-        std::swap(heard, log);
-        log.open = {};
-        unheard = YANGLIB_LoadYangModule(local, name.c_str(), revision);
-        EXPECT_TRUE(log.lines.empty());
-        if (local->uiModuleNum != before) {
-            EXPECT_EQ(YANGLIB_UnloadYangModule(local, name.c_str(), revision), 0u);
-        }
-        std::swap(heard, log);
+    const auto load = [&] { return YANGLIB_LoadYangModule(local, name.c_str(), revision); };
+    if (!MayRunTwice())
+        return load();
+    const uint32_t unheard = Unheard(load);
+    if (local->uiModuleNum != before) {
+        EXPECT_EQ(Unheard([&] { return YANGLIB_UnloadYangModule(local, name.c_str(), revision); }), 0u);
     }
-    const uint32_t result = YANGLIB_LoadYangModule(local, name.c_str(), revision);
-    if (twice) {
-        EXPECT_EQ(unheard, result);
-    }
+    const uint32_t result = load();
+    EXPECT_EQ(unheard, result);
     return result;
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,12 @@ class HostTest : public ::testing::Test {
     TELMYANG_LOCAL_DATA_S *Local();
     void Stop();
 
+    /* The operation's result while all levels are closed and nothing may be said. */
+    uint32_t Unheard(const std::function<uint32_t()> &operation);
+    /* False while a fault is asked for: what is counted must be done once. */
+    bool MayRunTwice() const;
+
+    /* Every load runs twice, the first time unheard, and both come out the same. */
     uint32_t Load(const std::string &name, const char *revision = nullptr);
     uint32_t Unload(const std::string &name, const char *revision = nullptr);
     TELMYANG_YANG_FILE_INFO_S *File(const std::string &name, const char *revision = nullptr);

@@ -20,8 +20,13 @@ class RecordTest : public HostTest {
     {
         dir.Add("m", body, imports);
         EXPECT_EQ(TELMYANG_LoadYangModule(Local(), Local()->pstYangCtx, "m"), 0u) << "schema";
+        const auto read = [&] { return TELEMYANG_ReadAllYinExtensionData(Local(), "m", &file, SchemaModule("m")); };
+        if (!readsOnce && MayRunTwice()) {
+            (void)Unheard(read);
+            Release();
+        }
         log.Clear();
-        return TELEMYANG_ReadAllYinExtensionData(Local(), "m", &file, SchemaModule("m"));
+        return read();
     }
 
     void Release()
@@ -45,6 +50,7 @@ class RecordTest : public HostTest {
     }
 
     TELMYANG_YANG_FILE_INFO_S file = {};
+    bool readsOnce = false; /* reading changes the schema: a second time finds something else */
 };
 
 /* "20 21" of a key byte array. */
