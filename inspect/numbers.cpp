@@ -11,7 +11,8 @@ Number ReadNumber(const std::string &text)
     char *end = nullptr;
     const unsigned long long value = std::strtoull(text.c_str(), &end, 0);
     const bool negative = text.find('-') != std::string::npos;
-    const bool rest = end == text.c_str() || text.find_first_not_of(" \t\r\n", end - text.c_str()) != std::string::npos;
+    const auto read = static_cast<size_t>(end - text.c_str());
+    const bool rest = read == 0 || text.find_first_not_of(" \t\r\n", read) != std::string::npos;
     return {!rest && !negative, value <= std::numeric_limits<uint32_t>::max(), static_cast<uint32_t>(value)};
 }
 
