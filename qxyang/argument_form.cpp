@@ -98,6 +98,8 @@ bool HasForm(ArgumentForm form, std::string_view argument)
             return !argument.empty() && Trim(argument).size() == argument.size();
         case ArgumentForm::NonEmpty:
             return !Trim(argument).empty();
+        case ArgumentForm::Condition:
+            return !Trim(argument).empty() && HasCounterparts(argument);
     }
     return false;
 }
@@ -138,6 +140,8 @@ const char *ExpectedOf(ArgumentForm form)
             return "a text without white space around it";
         case ArgumentForm::NonEmpty:
             return "a text that is not empty";
+        case ArgumentForm::Condition:
+            return "an XPath expression whose quotes and brackets match";
     }
     return "";
 }

@@ -167,7 +167,9 @@ T *FindDefinition(Build &build, Scope *scope, const Statement *statement, NameTa
         for (Scope *around = innermost; around != nullptr; around = around->outer)
             ForEachNameIn(around->*nested, offer);
         ForEachNameIn(module->*top, offer);
-        for (uint8_t type = 1; std::is_same_v<T, Typedef> && type <= QY_TYPE_UNION; ++type)
+        if (!std::is_same_v<T, Typedef> || !reference.prefix.empty())
+            return;
+        for (uint8_t type = 1; type <= QY_TYPE_UNION; ++type)
             offer(BuiltinTypeName(type));
     });
     return nullptr;

@@ -101,6 +101,7 @@ enum class ArgumentForm : uint8_t {
     FractionDigits,
     EnumName,
     NonEmpty,
+    Condition,
 };
 
 /* What is done with a statement. */
@@ -139,7 +140,7 @@ inline constexpr Keyword KEYWORDS[KEYWORD_COUNT] = {
     {"config", "value", ArgumentForm::Boolean},
     {"contact", "text", ArgumentForm::None, IN_ELEMENT},
     {"container", "name", ArgumentForm::Identifier, NODE},
-    {"default", "value", ArgumentForm::Text},
+    {"default", "value", ArgumentForm::Text, RECORDED},
     {"description", "text", ArgumentForm::None, IN_ELEMENT},
     {"deviate", "value", ArgumentForm::DeviateKind, RECORDED | KEPT},
     {"deviation", "target-node", ArgumentForm::NonEmpty, RECORDED},
@@ -161,11 +162,11 @@ inline constexpr Keyword KEYWORDS[KEYWORD_COUNT] = {
     {"length", "value", ArgumentForm::NonEmpty, RECORDED},
     {"list", "name", ArgumentForm::Identifier, NODE},
     {"mandatory", "value", ArgumentForm::Boolean},
-    {"max-elements", "value", ArgumentForm::Maximum},
-    {"min-elements", "value", ArgumentForm::Count},
+    {"max-elements", "value", ArgumentForm::Maximum, RECORDED},
+    {"min-elements", "value", ArgumentForm::Count, RECORDED},
     {"modifier", "value", ArgumentForm::Modifier},
     {"module", "name", ArgumentForm::Identifier, RECORDED | KEPT},
-    {"must", "condition", ArgumentForm::Text},
+    {"must", "condition", ArgumentForm::Condition},
     {"namespace", "uri", ArgumentForm::NonEmpty, RECORDED},
     {"notification", "name", ArgumentForm::Identifier, NODE},
     {"ordered-by", "value", ArgumentForm::OrderedBy},
@@ -191,7 +192,7 @@ inline constexpr Keyword KEYWORDS[KEYWORD_COUNT] = {
     {"units", "name", ArgumentForm::Text},
     {"uses", "name", ArgumentForm::Reference, RECORDED},
     {"value", "value", ArgumentForm::Integer, RECORDED},
-    {"when", "condition", ArgumentForm::Text},
+    {"when", "condition", ArgumentForm::Condition},
     {"yang-version", "value", ArgumentForm::YangVersion},
     {"yin-element", "value", ArgumentForm::Boolean, RECORDED},
 };

@@ -116,9 +116,14 @@ bool PathParser::ParseStep()
 /* Predicates choose among instances: the schema node is the same. */
 bool PathParser::SkipPredicate()
 {
-    for (SkipSpace(); rest_.starts_with('['); SkipSpace())
+    for (SkipSpace(); rest_.starts_with('['); SkipSpace()) {
+        std::string_view predicate = rest_;
         if (!SkipBalanced('[', ']'))
             return Reject("a ']' is missing");
+        predicate.remove_suffix(rest_.size() + 1);
+        if (Trim(predicate.substr(1)).empty())
+            return Reject("a predicate is empty");
+    }
     return true;
 }
 

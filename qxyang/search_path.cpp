@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
 
 #include "text.h"
 
@@ -91,23 +92,47 @@ const std::vector<std::string> &FileFinder::Listing(const std::string &directory
     return entry->second;
 }
 
-std::string FileFinder::NewestRevision(std::string_view name)
+template <class Visit>
+void FileFinder::ForEachRevision(std::string_view name, Visit &&visit)
 {
-    std::string newest;
-    std::string path;
     for (const std::string &directory : path_.Directories()) {
-        for (std::string_view file : Listing(directory)) {
+        for (const std::string &file : Listing(directory)) {
             if (!file.starts_with(name) || file.size() <= name.size() + 1 || file[name.size()] != '@')
                 continue;
-            std::string_view revision = file.substr(name.size() + 1);
+            std::string_view revision = std::string_view(file).substr(name.size() + 1);
             revision.remove_suffix(SUFFIX.size());
-            if (!IsDate(revision) || revision <= newest)
-                continue;
-            newest = revision;
-            path = FileIn(directory, file);
+            if (IsDate(revision))
+                visit(directory, file, revision);
         }
     }
+}
+
+std::string FileFinder::NewestRevision(std::string_view name)
+{
+    std::string_view newest;
+    std::string path;
+    ForEachRevision(name, [&](const std::string &directory, const std::string &file, std::string_view revision) {
+        if (revision <= newest)
+            return;
+        newest = revision;
+        path = FileIn(directory, file);
+    });
     return path;
+}
+
+std::string FileFinder::OtherRevisions(std::string_view name, std::string_view wanted)
+{
+    if (wanted.empty())
+        return {};
+    std::set<std::string_view> files; // the revisions of one name in the order of their dates
+    ForEachRevision(name, [&](const std::string &, const std::string &file, std::string_view revision) {
+        if (revision != wanted)
+            files.insert(file);
+    });
+    std::string text;
+    for (std::string_view file : files)
+        text.append(text.empty() ? "; there is " : ", ").append(Quoted(file));
+    return text;
 }
 
 std::vector<std::string> FileFinder::Candidates(std::string_view name, std::string_view revision)
@@ -141,6 +166,8 @@ std::string FileFinder::Missing(std::string_view name, std::string_view revision
         text.append(separator).append(Quoted(directory));
         separator = ", ";
     }
+    if (std::string others = OtherRevisions(name, revision); !others.empty())
+        return text + others;
     NearestName nearest(name);
     ForEachName([&nearest](std::string_view candidate) { nearest.Offer(candidate); });
     return text + nearest.Hint();

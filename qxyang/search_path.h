@@ -40,12 +40,20 @@ class FileFinder {
                 offer(std::string_view(file).substr(0, file.find_first_of("@.")));
     }
 
-    /* "no file 'x.yin' or 'x@REVISION.yin' in '/a', '/b'" */
+    /* "no file 'x.yin' or 'x@REVISION.yin' in '/a', '/b'", and what there is instead. */
     std::string Missing(std::string_view name, std::string_view revision);
+
+    /* "; there is 'x@2020-01-01.yin'": the files of that name with other revisions than the one that is wanted, or
+     * nothing. */
+    std::string OtherRevisions(std::string_view name, std::string_view wanted);
 
   private:
     const std::vector<std::string> &Listing(const std::string &directory);
     std::string NewestRevision(std::string_view name);
+
+    /* Visits the files NAME@REVISION.yin with their revisions: visit(directory, file, revision). */
+    template <class Visit>
+    void ForEachRevision(std::string_view name, Visit &&visit);
 
     const SearchPath &path_;
     std::unordered_map<std::string, std::vector<std::string>> listings_; /* names that end in ".yin" */

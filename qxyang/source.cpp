@@ -114,6 +114,37 @@ uint32_t Source::UnitAt(uint32_t offset) const
     }
 }
 
+bool Source::IsAt(uint32_t offset, uint32_t end, std::string_view ascii) const
+{
+    for (char c : ascii) {
+        if (offset >= end || UnitAt(offset) != static_cast<unsigned char>(c))
+            return false;
+        offset += UnitSize();
+    }
+    return true;
+}
+
+uint32_t Source::FindText(uint32_t begin, uint32_t end) const
+{
+    constexpr std::string_view MARKUP[][2] = {{"<!--", "-->"}, {"<?", "?>"}};
+    while (begin < end) {
+        std::string_view close;
+        for (const auto &markup : MARKUP)
+            if (IsAt(begin, end, markup[0]))
+                close = markup[1];
+        if (!close.empty()) {
+            while (begin < end && !IsAt(begin, end, close))
+                begin += UnitSize();
+            begin += static_cast<uint32_t>(close.size()) * UnitSize();
+            continue;
+        }
+        if (UnitAt(begin) > ' ')
+            return begin;
+        begin += UnitSize();
+    }
+    return end;
+}
+
 bool Source::StartsCharacter(uint32_t unit) const
 {
     return encoding_ != Encoding::Utf8 || (unit & 0xC0) != 0x80;
@@ -125,8 +156,7 @@ Position Source::Locate(uint32_t offset)
         at_ = start_;
         position_ = {1, 1};
     }
-    bool wide = encoding_ == Encoding::Utf16Little || encoding_ == Encoding::Utf16Big;
-    uint32_t step = wide ? 2 : 1;
+    uint32_t step = UnitSize();
     for (; at_ < offset && at_ < size_; at_ += step) {
         uint32_t unit = UnitAt(at_);
         if (unit == '\n') {

@@ -4,6 +4,7 @@
 #include <expat.h>
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -40,6 +41,30 @@ class Source {
     /* The file says of itself that each byte is one character. */
     void SetSingleByte() { encoding_ = Encoding::SingleByte; }
 
+    /* Whether white space is all that stands there: no other character below it is allowed in XML. Looks at eight bytes
+     * at a time: indentation is most of what stands between tags. False for encodings that need a closer look. */
+    bool IsBlank(uint32_t begin, uint32_t end) const
+    {
+        constexpr uint32_t WORD = sizeof(uint64_t);
+        if (begin >= end)
+            return true;
+        if (UnitSize() != 1)
+            return false;
+        if (end - begin >= WORD) {
+            for (; end - begin > WORD; begin += WORD)
+                if (!IsBlankWord(begin))
+                    return false;
+            return IsBlankWord(end - WORD);
+        }
+        while (begin < end && static_cast<unsigned char>(text_[begin]) <= ' ')
+            ++begin;
+        return begin == end;
+    }
+
+    /* Where the first text begins between two tags that is neither white space nor a comment or processing instruction;
+     * `end` when there is none. */
+    uint32_t FindText(uint32_t begin, uint32_t end) const;
+
     /* Counts lines from the place that was asked for before when that lies ahead, so failures in file order cost one
      * pass. */
     Position Locate(uint32_t offset);
@@ -54,6 +79,16 @@ class Source {
 
     std::string ReadOpen(int file);
     void DetectEncoding();
+    bool IsBlankWord(uint32_t at) const
+    {
+        constexpr uint64_t EACH = 0x0101010101010101u;
+        uint64_t bytes;
+        std::memcpy(&bytes, text_ + at, sizeof bytes);
+        return ((bytes | (bytes + EACH * (0x7F - ' '))) & EACH * 0x80) == 0;
+    }
+
+    bool IsAt(uint32_t offset, uint32_t end, std::string_view ascii) const;
+    uint32_t UnitSize() const { return encoding_ == Encoding::Utf16Little || encoding_ == Encoding::Utf16Big ? 2 : 1; }
     uint32_t UnitAt(uint32_t offset) const;
     bool StartsCharacter(uint32_t unit) const;
 

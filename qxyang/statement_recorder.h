@@ -34,6 +34,9 @@ class StatementRecorder {
     /* Whether the text of the element that is open innermost matters. */
     bool WantsText() const { return textWanted_; }
 
+    /* Whether the element that is open innermost is a YANG statement. */
+    bool IsInStatement() const { return skipped_ == 0 && !frames_.empty() && frames_.back().keyword != Kw::Instance; }
+
     size_t Depth() const { return skipped_ + frames_.size(); }
 
     /* "container 'x'": the element that is open innermost; empty when there is none that counts. */

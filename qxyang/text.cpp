@@ -59,6 +59,18 @@ size_t EditDistance(std::string_view left, std::string_view right, size_t limit)
     return previous[right.size()];
 }
 
+/* Control characters are spelt out, so that a text stays on its line. */
+void AppendPrintable(std::string &text, char c)
+{
+    auto code = static_cast<unsigned char>(c);
+    if (c == '\n')
+        text += "\\n";
+    else if (code < 0x20 || code == 0x7F)
+        text.append("\\x").append(1, "0123456789ABCDEF"[code >> 4]).append(1, "0123456789ABCDEF"[code & 15]);
+    else
+        text += c;
+}
+
 } // namespace
 
 Reference SplitReference(std::string_view text)
@@ -94,9 +106,12 @@ bool IsDate(std::string_view text)
     for (size_t i = 0; i < FORM.size(); ++i)
         if (FORM[i] == 'd' ? !IsDigit(text[i]) : text[i] != '-')
             return false;
-    int month = (text[5] - '0') * 10 + (text[6] - '0');
-    int day = (text[8] - '0') * 10 + (text[9] - '0');
-    return month >= 1 && month <= 12 && day >= 1 && day <= 31;
+    auto number = [text](size_t at) { return (text[at] - '0') * 10 + (text[at + 1] - '0'); };
+    int month = number(5);
+    int day = number(8);
+    bool isLeap = number(2) % 4 == 0 && (number(2) != 0 || number(0) % 4 == 0);
+    constexpr int DAYS[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    return month >= 1 && month <= 12 && day >= 1 && day <= DAYS[month - 1] + (month == 2 && isLeap ? 1 : 0);
 }
 
 std::string_view TakeWord(std::string_view &text)
@@ -121,27 +136,50 @@ std::string_view Trim(std::string_view text)
     return text;
 }
 
-std::string Quoted(std::string_view text)
+bool HasCounterparts(std::string_view text)
 {
-    if (text.size() <= limits::QUOTED_LENGTH)
-        return std::string("'").append(text).append("'");
-    size_t end = limits::QUOTED_LENGTH;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) // within a character
-        --end;
-    return std::string("'").append(text.substr(0, end)).append("...'");
+    std::string open; // brackets that wait for their counterparts
+    char quote = '\0';
+    for (char c : text) {
+        if (quote != '\0') {
+            quote = c == quote ? '\0' : quote;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == '(' || c == '[') {
+            open += c;
+        } else if (c == ')' || c == ']') {
+            if (open.empty() || open.back() != (c == ')' ? '(' : '['))
+                return false;
+            open.pop_back();
+        }
+    }
+    return open.empty() && quote == '\0';
 }
 
-NearestName::NearestName(std::string_view wanted)
-    : wanted_(wanted.substr(0, limits::QUOTED_LENGTH)),
-      distance_(std::min<size_t>(wanted.size() < 4 ? 1 : wanted.size() / 3, 4))
+std::string Quoted(std::string_view text)
 {
+    size_t end = std::min(text.size(), limits::QUOTED_LENGTH);
+    while (end > 0 && end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) // within a character
+        --end;
+    std::string quoted = "'";
+    for (char c : text.substr(0, end))
+        AppendPrintable(quoted, c);
+    return quoted.append(end < text.size() ? "...'" : "'");
+}
+
+/* Names of one or two letters are all alike: none of them is nearer than another. */
+NearestName::NearestName(std::string_view wanted, std::string_view prefix)
+    : wanted_(wanted.substr(0, limits::QUOTED_LENGTH)), prefix_(prefix), distance_(0)
+{
+    if (wanted.size() >= 3)
+        distance_ = std::clamp<size_t>(wanted.size() / 3, 1, 4);
 }
 
 void NearestName::Offer(std::string_view candidate)
 {
     size_t difference =
         wanted_.size() > candidate.size() ? wanted_.size() - candidate.size() : candidate.size() - wanted_.size();
-    if (difference > distance_ || candidate.empty() || candidate == wanted_)
+    if (distance_ == 0 || difference > distance_ || candidate.empty() || candidate == wanted_)
         return;
     size_t distance = EditDistance(wanted_, candidate, distance_);
     // Among equals the alphabet decides, so that the hint does not depend on the order offered.
@@ -154,7 +192,9 @@ void NearestName::Offer(std::string_view candidate)
 
 std::string NearestName::Hint() const
 {
-    return best_.empty() ? std::string() : "; did you mean " + Quoted(best_) + "?";
+    if (best_.empty())
+        return {};
+    return "; did you mean " + Quoted(prefix_.empty() ? best_ : prefix_ + ":" + best_) + "?";
 }
 
 } // namespace qxyang

@@ -20,13 +20,16 @@ bool IsIdentifier(std::string_view text);
 /* An identifier, with or without an identifier and a colon before it. */
 bool IsReference(std::string_view text);
 
-/* A date as revisions have it: four, two and two digits that can be a day. */
+/* A date as revisions have it: four, two and two digits that are a day. */
 bool IsDate(std::string_view text);
 
 /* The next word of a text whose words are separated by white space, taken off it; empty at its end. */
 std::string_view TakeWord(std::string_view &text);
 
 std::string_view Trim(std::string_view text);
+
+/* Whether every quote and bracket of an expression has its counterpart. */
+bool HasCounterparts(std::string_view text);
 
 inline std::string_view OrEmpty(const char *text)
 {
@@ -42,7 +45,7 @@ inline bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-/* The text between single quotes, shortened when it is long. */
+/* The text between single quotes, on one line and shortened when it is long. */
 std::string Quoted(std::string_view text);
 
 /* "a -> b -> a": the names from the first one equal to the last on. */
@@ -61,7 +64,8 @@ std::string ChainText(const Names &names, std::string_view closing, GetName &&na
 /* Finds the name that somebody who wrote a wrong one probably meant. */
 class NearestName {
   public:
-    explicit NearestName(std::string_view wanted);
+    /* The hint has the prefix, if any, in front of the name. */
+    explicit NearestName(std::string_view wanted, std::string_view prefix = {});
 
     void Offer(std::string_view candidate);
 
@@ -70,8 +74,9 @@ class NearestName {
 
   private:
     std::string wanted_;
+    std::string prefix_;
     std::string best_;
-    size_t distance_; /* of the best; as long as there is none, the largest that counts as near */
+    size_t distance_; /* of the best; as long as there is none, the largest that counts as near, or 0: none does */
 };
 
 } // namespace qxyang

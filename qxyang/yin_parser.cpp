@@ -35,8 +35,10 @@ class YinParser {
     template <class Handle>
     static void Guard(void *self, Handle &&handle);
 
-    void Start(const char *name, const char **attributes);
+    void Start(std::string_view name, const char **attributes);
     void StartForeign(std::string_view name, const char **attributes);
+    void CheckText(uint32_t at);
+    void FindText(uint32_t end);
     void FollowText();
     void Stop();
     void Stop(std::string_view sentence);
@@ -50,6 +52,7 @@ class YinParser {
     StatementRecorder recorder_;
     XML_Parser parser_;                 /* the source's */
     std::vector<std::string> prefixes_; /* that xmlns attributes bind, for hints */
+    uint32_t tagEnd_ = 0;               /* behind the latest tag */
     bool hasTextHandler_ = false;
     bool stopped_ = false;
     std::exception_ptr thrown_;
@@ -91,6 +94,22 @@ void YinParser::Guard(void *self, Handle &&handle)
     }
 }
 
+/* Nothing but other statements may stand in a statement: looks at what stands between the latest tag and this one. */
+inline void YinParser::CheckText(uint32_t at)
+{
+    if (!unit_.source.IsBlank(tagEnd_, at))
+        FindText(at);
+    tagEnd_ = at + static_cast<uint32_t>(XML_GetCurrentByteCount(parser_));
+}
+
+void YinParser::FindText(uint32_t end)
+{
+    if (!recorder_.IsInStatement())
+        return;
+    if (uint32_t at = unit_.source.FindText(tagEnd_, end); at < end)
+        recorder_.Fail(at, "text is not allowed in " + recorder_.DescribeOpen());
+}
+
 void YinParser::OnStart(void *self, const XML_Char *name, const XML_Char **attributes)
 {
     Guard(self, [=](YinParser &parser) { parser.Start(name, attributes); });
@@ -99,6 +118,7 @@ void YinParser::OnStart(void *self, const XML_Char *name, const XML_Char **attri
 void YinParser::OnEnd(void *self, const XML_Char *)
 {
     Guard(self, [](YinParser &parser) {
+        parser.CheckText(parser.Offset());
         parser.recorder_.End();
         parser.FollowText();
     });
@@ -129,15 +149,19 @@ void YinParser::OnDeclaration(void *self, const XML_Char *, const XML_Char *enco
         static_cast<YinParser *>(self)->unit_.source.SetSingleByte();
 }
 
-void YinParser::Start(const char *name, const char **attributes)
+void YinParser::Start(std::string_view name, const char **attributes)
 {
     if (recorder_.Depth() >= limits::XML_DEPTH)
         return Stop("elements are nested deeper than " + std::to_string(limits::XML_DEPTH) + " levels");
-    if (XML_GetSpecifiedAttributeCount(parser_) > static_cast<int>(2 * limits::ATTRIBUTES))
+    bool hasSeveral = attributes[0] != nullptr && attributes[2] != nullptr;
+    if (hasSeveral && XML_GetSpecifiedAttributeCount(parser_) > static_cast<int>(2 * limits::ATTRIBUTES))
         return Stop("an element has more than " + std::to_string(limits::ATTRIBUTES) + " attributes");
-    size_t space = YIN_SPACE.size();
-    if (std::strncmp(name, YIN_SPACE.data(), space) == 0 && name[space] == NAMESPACE_SEPARATOR)
-        return recorder_.StartStatement(name + space + 1, attributes, Offset());
+    uint32_t at = Offset();
+    CheckText(at);
+    constexpr size_t SPACE = YIN_SPACE.size();
+    if (name.size() > SPACE && name[SPACE] == NAMESPACE_SEPARATOR &&
+        std::memcmp(name.data(), YIN_SPACE.data(), SPACE) == 0)
+        return recorder_.StartStatement(name.substr(SPACE + 1), attributes, at);
     StartForeign(name, attributes);
     FollowText();
 }
