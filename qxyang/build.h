@@ -4,6 +4,7 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "child_finder.h"
@@ -30,6 +31,13 @@ struct PendingLeafref {
     uint32_t offset;
 };
 
+/* A deviation of the load that leaves a node out. */
+struct Removal {
+    Unit *unit;
+    uint32_t offset;
+    std::string deviation; /* its argument */
+};
+
 /* One load call. */
 struct LoadState {
     explicit LoadState(QY_CTX &owner) : context(owner), failures(owner.failures), files(owner.path) {}
@@ -39,6 +47,7 @@ struct LoadState {
     FileFinder files;
     ChildFinder finder;
     std::vector<PendingLeafref> leafrefs;
+    std::unordered_map<const QY_NODE *, Removal> removals;
     size_t nodes = 0; /* made so far, those of groupings included */
 };
 
@@ -70,8 +79,10 @@ class Build {
     void FailUnknown(Unit &unit, const Statement *statement, std::string_view what, std::string_view text,
                      ForEachName &&forEachName)
     {
-        NearestName nearest(SplitReference(text).name);
-        forEachName([&nearest](std::string_view name) { nearest.Offer(name); });
+        Reference reference = SplitReference(text);
+        NearestName nearest(reference.name, reference.prefix);
+        if (!load.failures.Full()) // nobody sees the hint otherwise, and finding it takes time
+            forEachName([&nearest](std::string_view name) { nearest.Offer(name); });
         Fail(unit, statement, "unknown " + std::string(what) + " " + Quoted(text) + nearest.Hint());
     }
 

@@ -45,7 +45,7 @@ bool TakesAway(const Deviation &change, const QY_EXT &instance)
 
 bool DeviationLog::ChangesExtensions(const Deviation &change)
 {
-    return change.kind != Deviation::Kind::Remove && change.kind != Deviation::Kind::Type;
+    return change.kind >= Deviation::Kind::AddExtensions;
 }
 
 /* The set after the change: instances taken away leave their place to nobody, added ones follow at the end. */
@@ -80,10 +80,25 @@ const Deviation *DeviationLog::Deviated::TypeChange() const
     return nullptr;
 }
 
-bool DeviationLog::Deviated::IsRemoved() const
+uint16_t DeviationLog::Deviated::Properties() const
 {
-    return std::any_of(changes.begin(), changes.end(),
-                       [](const Deviation &change) { return change.kind == Deviation::Kind::Remove; });
+    uint16_t flags = properties;
+    for (const Deviation &change : changes)
+        flags = static_cast<uint16_t>((flags & ~change.cleared) | change.set);
+    return flags;
+}
+
+const QY_MOD *DeviationLog::Deviated::Remover() const
+{
+    auto removal = std::find_if(changes.begin(), changes.end(),
+                                [](const Deviation &change) { return change.kind == Deviation::Kind::Remove; });
+    return removal != changes.end() ? removal->by : nullptr;
+}
+
+const QY_MOD *DeviationLog::RemoverOf(QY_NODE *node) const
+{
+    auto entry = nodes_.find(node);
+    return entry != nodes_.end() ? entry->second.Remover() : nullptr;
 }
 
 void DeviationLog::Apply(QY_NODE *node, Deviation change)
@@ -111,6 +126,7 @@ DeviationLog::Deviated &DeviationLog::DeviatedNode(QY_NODE *node)
         deviated.extensions = OwnExtensions(node);
         deviated.type = IsLeaf(node) ? node->type : nullptr;
         deviated.target = IsLeaf(node) ? node->target : nullptr;
+        deviated.properties = node->flags & NODE_PROPERTIES;
     }
     return deviated;
 }
@@ -138,25 +154,13 @@ void DeviationLog::SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target
 void DeviationLog::Show(QY_NODE *node, const Deviated &deviated)
 {
     OwnExtensions(node) = deviated.EffectiveExtensions();
-    SetRemoved(node, deviated.IsRemoved());
+    node->flags = static_cast<uint16_t>((node->flags & ~(NODE_PROPERTIES | NODE_REMOVED)) | deviated.Properties() |
+                                        (deviated.Remover() != nullptr ? NODE_REMOVED : 0));
     if (!IsLeaf(node))
         return;
     const Deviation *change = deviated.TypeChange();
     node->type = change != nullptr ? change->type : deviated.type;
     node->target = change != nullptr ? change->target : deviated.target;
-}
-
-void DeviationLog::SetRemoved(QY_NODE *node, bool removed)
-{
-    if (((node->flags & NODE_REMOVED) != 0) == removed)
-        return;
-    node->flags ^= NODE_REMOVED;
-    if ((node->flags & NODE_IS_KEY) == 0)
-        return;
-    if (removed)
-        --node->parent->keyCount;
-    else
-        ++node->parent->keyCount;
 }
 
 DeviationLog::Removal DeviationLog::PrepareRemoval(const std::vector<std::unique_ptr<QY_MOD>> &modules)

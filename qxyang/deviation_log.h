@@ -14,6 +14,7 @@ struct Deviation {
     enum class Kind : uint8_t {
         Remove,
         Type,
+        Properties,
         AddExtensions,
         ReplaceExtensions,
         DeleteExtensions
@@ -24,6 +25,8 @@ struct Deviation {
     const QY_TYPE *type = nullptr;         /* Type */
     const ExtensionSet *operand = nullptr; /* the extension statements in the deviate */
     QY_NODE *target = nullptr;             /* Type: what the new type refers to */
+    uint16_t set = 0;                      /* Properties: flags of the node */
+    uint16_t cleared = 0;                  /* likewise */
     OwnedSet result = nullptr;             /* extension instances after the change */
 };
 
@@ -37,6 +40,9 @@ class DeviationLog {
 
     /* What a type that the leaf has or had refers to becomes known. */
     void SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target);
+
+    /* The first of the modules that leave the node out, or null. */
+    const QY_MOD *RemoverOf(QY_NODE *node) const;
 
     /* Takes back what modules that are dying changed. The first step may run out of memory, with nothing changed; it
      * needs none when the dying modules are those that deviated last. The second one cannot fail. */
@@ -52,18 +58,19 @@ class DeviationLog {
         const ExtensionSet *extensions; /* those below are the node's own, without deviations */
         const QY_TYPE *type;
         QY_NODE *target;
+        uint16_t properties; /* flags */
         std::vector<Deviation> changes;
 
         const ExtensionSet *EffectiveExtensions() const;
         const Deviation *TypeChange() const;
-        bool IsRemoved() const;
+        uint16_t Properties() const;
+        const QY_MOD *Remover() const;
     };
 
     Deviated &DeviatedNode(QY_NODE *node);
     static bool ChangesExtensions(const Deviation &change);
     static OwnedSet Changed(const ExtensionSet *set, const Deviation &change);
     static void Show(QY_NODE *node, const Deviated &deviated);
-    static void SetRemoved(QY_NODE *node, bool removed);
 
     std::unordered_map<QY_NODE *, Deviated> nodes_;
 };

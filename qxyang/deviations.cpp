@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "extensions.h"
+#include "grammar.h"
 #include "schema_path.h"
 
 namespace qxyang {
@@ -37,6 +38,9 @@ uint16_t DeviableOn(uint8_t kind)
     }
 }
 
+/* Every node has config, and every leaf a type, whether they are written or not. */
+constexpr uint16_t ALWAYS_THERE = SETS_CONFIG | SETS_TYPE;
+
 Deviation::Kind ExtensionChange(DeviateKind kind)
 {
     if (kind == DeviateKind::Add)
@@ -68,6 +72,7 @@ class Deviator {
                 return Fail(child, "'not-supported' is the only deviate that may stand in it");
             Deviate(child, node);
         }
+        builder_.Constraints().CheckMandatory(deviation, node, *scope_->unit);
     }
 
   private:
@@ -81,14 +86,73 @@ class Deviator {
         if (IsRemoval(deviate)) {
             if (node->kind == QY_NODE_TYPE_INPUT || node->kind == QY_NODE_TYPE_OUTPUT)
                 return Fail(deviate, DescribeNode(node) + " cannot be left out");
-            return log_.Apply(node, {&build_.module, Deviation::Kind::Remove});
+            if ((node->flags & NODE_IS_KEY) != 0)
+                return Fail(deviate, DescribeNode(node) + " is a key and cannot be left out");
+            log_.Apply(node, {&build_.module, Deviation::Kind::Remove});
+            Removal removal{scope_->unit, deviate->offset, deviation_->argument};
+            build_.load.removals.emplace(node, std::move(removal));
+            return;
         }
-        if ((deviate->properties & ~DeviableOn(node->kind)) != 0)
-            Fail(deviate, DescribeNode(node) + " has nothing of that kind to " + deviate->argument);
+        if (!CheckOperands(deviate, node))
+            return;
         if (const Statement *type = FindChild(deviate, Kw::Type); type != nullptr && IsLeaf(node))
             ReplaceType(type, node);
+        ChangeProperties(deviate, node);
         if (const ExtensionSet *operand = ExtensionsOf(build_, *scope_->unit, deviate))
             ChangeExtensions(deviate, operand, node);
+    }
+
+    /* Whether the node can have what is added, and has what is replaced or deleted. Only that it has it is known: the
+     * texts of default, must, units and unique are not compared. */
+    bool CheckOperands(const Statement *deviate, const QY_NODE *node)
+    {
+        auto kind = static_cast<DeviateKind>(deviate->detail);
+        const uint16_t deviable = DeviableOn(node->kind);
+        bool good = true;
+        for (const Statement *child = deviate->first; child != nullptr; child = child->next) {
+            uint16_t property = PropertyOf(child->keyword);
+            std::string what = Quoted(child->keyword != Kw::Instance ? KeywordOf(child->keyword).name : "");
+            bool has = (node->flags & FlagsOf(property)) != 0;
+            std::string why;
+            if ((property & ~deviable) != 0)
+                why = " can have no " + what;
+            else if (kind == DeviateKind::Add && has && !IsRepeatable(property, node))
+                why = " has " + what + " already, which only 'replace' changes";
+            else if (kind != DeviateKind::Add && !has && (property & ~ALWAYS_THERE) != 0)
+                why = " has no " + what + " to " + deviate->argument;
+            if (why.empty())
+                continue;
+            Fail(child, DescribeNode(node) + why);
+            good = false;
+        }
+        return good;
+    }
+
+    static bool IsRepeatable(uint16_t property, const QY_NODE *node)
+    {
+        bool isLeafList = node->kind == QY_NODE_TYPE_LEAF_LIST;
+        return property == SETS_MUST || property == SETS_UNIQUE || (property == SETS_DEFAULT && isLeafList);
+    }
+
+    /* What may stand several times may be there still when one is deleted. */
+    void ChangeProperties(const Statement *deviate, QY_NODE *node)
+    {
+        uint16_t before = node->flags & NODE_PROPERTIES;
+        uint16_t after = ChangedFlags(before, deviate->properties);
+        if (static_cast<DeviateKind>(deviate->detail) == DeviateKind::Delete) {
+            after = before;
+            for (uint16_t property : {SETS_DEFAULT, SETS_UNITS})
+                if ((deviate->properties & property) != 0 && !IsRepeatable(property, node))
+                    after &= static_cast<uint16_t>(~FlagsOf(property));
+        }
+        if (after != before) {
+            Deviation change{&build_.module, Deviation::Kind::Properties};
+            change.set = after & ~before;
+            change.cleared = before & ~after;
+            log_.Apply(node, std::move(change));
+        }
+        if (static_cast<DeviateKind>(deviate->detail) != DeviateKind::Delete)
+            builder_.Constraints().CheckChange(deviate, node, *scope_->unit);
     }
 
     void ReplaceType(const Statement *statement, QY_NODE *node)

@@ -1,6 +1,7 @@
 /* Which statement may stand within which, how often, and in which version of YANG. */
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -48,6 +49,34 @@ struct Placement {
 };
 
 Placement PlacementOf(Kw parent, Kw child);
+
+/* Extension statements, which have no keyword, say nothing. */
+constexpr std::array<uint16_t, KEYWORD_COUNT + 1> MakeProperties()
+{
+    std::array<uint16_t, KEYWORD_COUNT + 1> properties{};
+    auto set = [&properties](Kw keyword, uint16_t property) { properties[static_cast<size_t>(keyword)] = property; };
+    set(Kw::Config, SETS_CONFIG);
+    set(Kw::Default, SETS_DEFAULT);
+    set(Kw::Mandatory, SETS_MANDATORY);
+    set(Kw::MaxElements, SETS_MAX_ELEMENTS);
+    set(Kw::MinElements, SETS_MIN_ELEMENTS);
+    set(Kw::Must, SETS_MUST);
+    set(Kw::Presence, SETS_PRESENCE);
+    set(Kw::Units, SETS_UNITS);
+    set(Kw::Type, SETS_TYPE);
+    set(Kw::Unique, SETS_UNIQUE);
+    set(Kw::Typedef, HAS_DEFINITIONS);
+    set(Kw::Grouping, HAS_DEFINITIONS);
+    return properties;
+}
+
+inline constexpr std::array<uint16_t, KEYWORD_COUNT + 1> PROPERTIES = MakeProperties();
+
+/* What a statement says of the one around it: a Property, or 0. */
+inline uint16_t PropertyOf(Kw keyword)
+{
+    return PROPERTIES[static_cast<size_t>(keyword)];
+}
 
 /* Whether a statement may stand in a deviate of that kind. */
 bool IsDeviateProperty(DeviateKind kind, Kw child);

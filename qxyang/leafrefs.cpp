@@ -20,12 +20,12 @@ bool IsInData(const QY_NODE *node)
  * through the one that the way up came through. */
 class PathWalk {
   public:
-    PathWalk(LoadState &load, const PendingLeafref &pending)
-        : load_(load), pending_(pending), path_(*pending.type->path)
+    PathWalk(ChildFinder &finder, QY_NODE *leaf, const LeafrefPath &path)
+        : finder_(finder), leaf_(leaf), path_(path), at_(leaf)
     {
     }
 
-    /* The leaf, or null: the failure is recorded. */
+    /* The leaf, or null: Why() says why there is none. */
     QY_NODE *Run()
     {
         if (path_.absolute)
@@ -37,15 +37,18 @@ class PathWalk {
                 return nullptr;
         if (IsLeaf(at_))
             return at_;
-        return Fail(Quoted(at_->name) + " is no leaf or leaf-list");
+        why_ = Quoted(at_->name) + " is no leaf or leaf-list";
+        return nullptr;
     }
+
+    const std::string &Why() const { return why_; }
 
   private:
     bool Climb()
     {
         for (uint32_t i = 0; i < path_.up; ++i) {
             if (at_ == nullptr || at_->kind == ROOT_KIND) {
-                Fail("it leads above the top of the schema");
+                why_ = "it leads above the top of the schema";
                 return false;
             }
             for (at_ = at_->parent; !IsInData(at_); at_ = at_->parent)
@@ -61,8 +64,8 @@ class PathWalk {
     {
         QY_NODE *child = step.module != nullptr ? ChildOf(step.module, step.name) : nullptr;
         if (step.module == nullptr) {
-            child = ChildOf(pending_.leaf->module, step.name);
-            if (child == nullptr && path_.home != pending_.leaf->module)
+            child = ChildOf(leaf_->module, step.name);
+            if (child == nullptr && path_.home != leaf_->module)
                 child = ChildOf(path_.home, step.name);
         }
         if (child == nullptr)
@@ -74,13 +77,13 @@ class PathWalk {
     QY_NODE *ChildOf(const QY_MOD *module, std::string_view name)
     {
         if (at_ == nullptr)
-            return load_.finder.DataChild(&module->root, module, name);
+            return finder_.DataChild(&module->root, module, name);
         if (at_->kind != QY_NODE_TYPE_RPC)
-            return load_.finder.DataChild(at_, module, name);
+            return finder_.DataChild(at_, module, name);
         if (branch_ != nullptr && branch_->parent == at_)
-            return load_.finder.DataChild(branch_, module, name);
+            return finder_.DataChild(branch_, module, name);
         for (QY_NODE *branch = at_->first; branch != nullptr; branch = branch->next)
-            if (QY_NODE *child = load_.finder.DataChild(branch, module, name))
+            if (QY_NODE *child = finder_.DataChild(branch, module, name))
                 return child;
         return nullptr;
     }
@@ -88,10 +91,10 @@ class PathWalk {
     bool FailStep(const PathStep &step)
     {
         NearestName nearest(step.name);
-        const QY_MOD *module = step.module != nullptr ? step.module : pending_.leaf->module;
+        const QY_MOD *module = step.module != nullptr ? step.module : leaf_->module;
         OfferChildren(at_ == nullptr ? &module->root : at_, module, nearest);
         std::string where = at_ == nullptr ? "module " + Quoted(module->name) : Quoted(at_->name);
-        Fail(where + " has no " + Quoted(step.name) + nearest.Hint());
+        why_ = where + " has no " + Quoted(step.name) + nearest.Hint();
         return false;
     }
 
@@ -100,24 +103,103 @@ class PathWalk {
         for (const QY_NODE *child = FirstChild(parent); child != nullptr; child = child->next) {
             if (!IsInData(child))
                 OfferChildren(child, module, nearest);
-            else if (child->module == module && child != pending_.leaf)
+            else if (child->module == module && child != leaf_)
                 nearest.Offer(child->name);
         }
     }
 
-    QY_NODE *Fail(std::string_view what)
+    ChildFinder &finder_;
+    QY_NODE *leaf_;
+    const LeafrefPath &path_;
+    QY_NODE *at_; /* null: above all modules' top-level nodes */
+    const QY_NODE *branch_ = nullptr;
+    std::string why_;
+};
+
+std::string LeafrefTitle(const QY_NODE *leaf, const LeafrefPath &path)
+{
+    return "leafref " + Quoted(leaf->name) + " with path " + Quoted(path.text);
+}
+
+/* The node or the nearest one above it that a deviation leaves out, or null. */
+QY_NODE *RemovedFrom(QY_NODE *node)
+{
+    while (node != nullptr && (node->flags & NODE_REMOVED) == 0)
+        node = node->parent;
+    return node;
+}
+
+/* Every leafref of the schema needs a target. Looks at what deviations leave out: those of this load are reported
+ * themselves, and of earlier ones the leafref is. */
+class RemovalCheck {
+  public:
+    explicit RemovalCheck(LoadState &load) : load_(load) {}
+
+    /* A leafref of this load. */
+    void Check(const PendingLeafref &pending, QY_NODE *target)
     {
-        load_.failures.Add(
-            pending_.unit->source, pending_.offset,
-            "leafref " + Quoted(pending_.leaf->name) + " with path " + Quoted(path_.text) + ": " + std::string(what));
+        QY_NODE *removed = RemovedFrom(target);
+        if (removed == nullptr || FindRemoval(target) != nullptr || !IsEffective(*pending.leaf->type, pending.type) ||
+            IsRemoved(pending.leaf))
+            return;
+        load_.failures.Add(pending.unit->source, pending.offset,
+                           LeafrefTitle(pending.leaf, *pending.type->path) + ": module " +
+                               Quoted(load_.context.deviations.RemoverOf(removed)->name) + " deviates " +
+                               Quoted(removed->name) + " as not supported");
+    }
+
+    /* All leafrefs. */
+    void CheckAll()
+    {
+        if (load_.removals.empty())
+            return;
+        for (const auto &module : load_.context.modules)
+            module->nodes.ForEach([this](QY_NODE *node) {
+                if (IsLeaf(node) && node->type->refers && !IsRemoved(node))
+                    CheckLeaf(node);
+            });
+    }
+
+  private:
+    static bool IsEffective(const QY_TYPE &type, const QY_TYPE *pending)
+    {
+        if (type.builtin != QY_TYPE_UNION)
+            return &type == pending;
+        return std::find(type.members->types, type.members->types + type.members->count, pending) !=
+               type.members->types + type.members->count;
+    }
+
+    const Removal *FindRemoval(const QY_NODE *node) const
+    {
+        for (; node != nullptr; node = node->parent) {
+            auto removal = load_.removals.find(node);
+            if (removal != load_.removals.end())
+                return &removal->second;
+        }
         return nullptr;
     }
 
+    void CheckLeaf(QY_NODE *leaf)
+    {
+        if (leaf->type->builtin == QY_TYPE_LEAFREF)
+            return CheckTarget(leaf, *leaf->type->path, leaf->target);
+        for (uint32_t i = 0; i < leaf->type->members->count; ++i) {
+            const QY_TYPE &member = *leaf->type->members->types[i];
+            if (member.builtin == QY_TYPE_LEAFREF && !member.path->dereferences)
+                CheckTarget(leaf, *member.path, PathWalk(load_.finder, leaf, *member.path).Run());
+        }
+    }
+
+    void CheckTarget(const QY_NODE *leaf, const LeafrefPath &path, const QY_NODE *target)
+    {
+        if (const Removal *removal = FindRemoval(target))
+            load_.failures.Add(removal->unit->source, removal->offset,
+                               "deviation " + Quoted(removal->deviation) + ": it leaves out what " +
+                                   LeafrefTitle(leaf, path) + " of module " + Quoted(leaf->module->name) +
+                                   " refers to");
+    }
+
     LoadState &load_;
-    const PendingLeafref &pending_;
-    const LeafrefPath &path_;
-    QY_NODE *at_ = pending_.leaf; /* null: above all modules' top-level nodes */
-    const QY_NODE *branch_ = nullptr;
 };
 
 /* Follows chains of leafrefs. Each leaf is passed once: what is known to end is marked for the time of the check. */
@@ -173,10 +255,16 @@ bool IsRemoved(const QY_NODE *node)
 void ResolveLeafrefs(LoadState &load)
 {
     Failures::Mark before = load.failures.Now();
+    RemovalCheck removals(load);
     for (const PendingLeafref &pending : load.leafrefs) {
         if (pending.type->path == nullptr || pending.type->path->dereferences)
             continue;
-        QY_NODE *target = PathWalk(load, pending).Run();
+        PathWalk walk(load.finder, pending.leaf, *pending.type->path);
+        QY_NODE *target = walk.Run();
+        if (target == nullptr)
+            load.failures.Add(pending.unit->source, pending.offset,
+                              LeafrefTitle(pending.leaf, *pending.type->path) + ": " + walk.Why());
+        removals.Check(pending, target);
         if (pending.leaf->type == pending.type) // neither a member of a union nor replaced by a deviation
             pending.leaf->target = target;
         load.context.deviations.SetTarget(pending.leaf, pending.type, target);
@@ -186,6 +274,7 @@ void ResolveLeafrefs(LoadState &load)
     CycleCheck cycles(load);
     for (const PendingLeafref &pending : load.leafrefs)
         cycles.Check(pending);
+    removals.CheckAll();
 }
 
 } // namespace qxyang

@@ -20,6 +20,11 @@ std::string WrongRevision(const Unit &unit, std::string_view wanted)
     return text + (unit.revision == nullptr ? " has none" : " has revision " + Quoted(unit.revision));
 }
 
+const char *VersionOf(const Unit &unit)
+{
+    return unit.isVersion11 ? "1.1" : "1";
+}
+
 std::string_view WordFor(Kw keyword)
 {
     return keyword == Kw::Module ? "module" : "submodule";
@@ -118,7 +123,7 @@ Loader::Outcome Loader::Read(std::string_view name, std::string_view revision)
         return Complete(*context_.modules.back(), own);
     }
     if (!other.empty())
-        return {nullptr, other};
+        return {nullptr, other + state_.files.OtherRevisions(name, revision)};
     return {nullptr, state_.files.Missing(name, revision)};
 }
 
@@ -270,6 +275,9 @@ void Loader::Include(Running &running, Unit &unit, const Statement *statement)
     Unit *submodule = ReadSubmodule(*running.module, name, ArgumentOf(statement, Kw::RevisionDate), why);
     if (submodule == nullptr)
         return fail(why);
+    if (submodule->isVersion11 != unit.isVersion11)
+        return fail(std::string("it is of YANG version ") + VersionOf(*submodule) + ", what includes it of " +
+                    VersionOf(unit));
     including.push_back(submodule->Name());
     Link(running, *submodule);
     including.pop_back();
@@ -296,8 +304,7 @@ Unit *Loader::ReadSubmodule(QY_MOD &module, std::string_view name, std::string_v
             return &submodule;
         why = WrongRevision(submodule, revision);
     }
-    if (why.empty())
-        why = state_.files.Missing(name, revision);
+    why = why.empty() ? state_.files.Missing(name, revision) : why + state_.files.OtherRevisions(name, revision);
     return nullptr;
 }
 

@@ -207,6 +207,15 @@ enum NodeFlag : uint16_t {
     NODE_VISITING = 1 << 5, /* while leafrefs are being resolved: on the chain being followed */
     NODE_ACYCLIC = 1 << 6,  /* while leafrefs are being resolved: its chain ends */
     NODE_OWN_SET = 1 << 7,  /* its extension instances were replaced on request and are the module's to release */
+    NODE_HAS_CONFIG = 1 << 8,
+    NODE_IS_STATE = 1 << 9,       /* its config statement says false */
+    NODE_HAS_DEFAULT = 1 << 10,   /* of a list: unique */
+    NODE_HAS_MANDATORY = 1 << 11, /* of a list or leaf-list: min-elements */
+    NODE_IS_MANDATORY = 1 << 12,  /* of a list or leaf-list: max-elements */
+    NODE_HAS_UNITS = 1 << 13,
+    NODE_HAS_MUST = 1 << 14,
+    NODE_PROPERTIES = NODE_HAS_CONFIG | NODE_IS_STATE | NODE_HAS_DEFAULT | NODE_HAS_MANDATORY | NODE_IS_MANDATORY |
+                      NODE_HAS_UNITS | NODE_HAS_MUST, /* what deviations compare and change */
 };
 
 inline bool IsLeaf(const QY_NODE *node)

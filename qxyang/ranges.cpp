@@ -1,5 +1,6 @@
 #include "ranges.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <vector>
@@ -31,17 +32,6 @@ std::string TextOf(int64_t number, NumberForm form)
         digits.insert(0, form.fractionDigits + 1u - digits.size(), '0');
     digits.insert(digits.size() - form.fractionDigits, ".");
     return negative ? "-" + digits : digits;
-}
-
-std::string TextOf(const RangeSet &set, NumberForm form)
-{
-    std::string text;
-    for (uint32_t i = 0; i < set.count && text.size() < 100; ++i) {
-        text.append(i == 0 ? "" : "|").append(TextOf(set.parts[i].start, form));
-        if (set.parts[i].start != set.parts[i].end)
-            text.append("..").append(TextOf(set.parts[i].end, form));
-    }
-    return text;
 }
 
 /* Digits, as many as the form has behind a point, as one number. False: it is none, or too large. */
@@ -92,7 +82,7 @@ class RangeParser {
                 return Reject("its parts do not ascend: " + TextOf(part.start, form_) + " follows " +
                               TextOf(parts.back().end, form_));
             if (!IsCovered(part))
-                return Reject("it leaves what it restricts, " + TextOf(base_, form_));
+                return Reject("it leaves what it restricts, " + RangeText(base_, form_));
             parts.push_back(part);
             if (end == text.size())
                 return true;
@@ -163,6 +153,41 @@ NumberForm NumberForm::Of(const QY_TYPE &type)
     bool isSigned =
         (type.builtin >= QY_TYPE_INT8 && type.builtin <= QY_TYPE_INT64) || type.builtin == QY_TYPE_DECIMAL64;
     return {isSigned, type.fractionDigits};
+}
+
+std::string RangeText(const RangeSet &set, NumberForm form)
+{
+    std::string text;
+    for (uint32_t i = 0; i < set.count && text.size() < 100; ++i) {
+        text.append(i == 0 ? "" : "|").append(TextOf(set.parts[i].start, form));
+        if (set.parts[i].start != set.parts[i].end)
+            text.append("..").append(TextOf(set.parts[i].end, form));
+    }
+    return text;
+}
+
+bool Contains(const RangeSet &set, int64_t number, NumberForm form)
+{
+    const RangePart *end = set.parts + set.count;
+    const RangePart *part = std::partition_point(set.parts, end, [number, form](const RangePart &candidate) {
+        return OrderOf(candidate.end, form) < OrderOf(number, form);
+    });
+    return part != end && OrderOf(part->start, form) <= OrderOf(number, form);
+}
+
+bool ParseValue(std::string_view text, NumberForm form, int64_t &number)
+{
+    bool isNegative = text.starts_with('-');
+    std::string_view digits = text.substr(isNegative || text.starts_with('+') ? 1 : 0);
+    if (form.fractionDigits > 0 || digits.size() < 2 || digits[0] != '0')
+        return ParseNumber(isNegative ? text : digits, form, number);
+    bool isHexadecimal = digits[1] == 'x' || digits[1] == 'X';
+    digits.remove_prefix(isHexadecimal ? 2 : 1);
+    uint64_t magnitude = 0;
+    auto [at, error] = std::from_chars(digits.data(), digits.data() + digits.size(), magnitude, isHexadecimal ? 16 : 8);
+    if (error != std::errc() || at != digits.data() + digits.size())
+        return false;
+    return ParseNumber((isNegative ? "-" : "") + std::to_string(magnitude), form, number);
 }
 
 const RangeSet *ParseRange(std::string_view text, NumberForm form, const RangeSet &base, Arena &arena, std::string &why)

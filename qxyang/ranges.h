@@ -51,6 +51,15 @@ constexpr const RangeSet *BuiltinRange(uint8_t builtin)
     }
 }
 
+/* "1..5|7" */
+std::string RangeText(const RangeSet &set, NumberForm form);
+
+/* Whether the number is in one of the set's parts. */
+bool Contains(const RangeSet &set, int64_t number, NumberForm form);
+
+/* Parses a value as a default has it: signs, hexadecimal and octal numbers included. False: it is none, or too large. */
+bool ParseValue(std::string_view text, NumberForm form, int64_t &number);
+
 /* Parses the parts of a range that restricts another. The set, or null: then `why` says what is wrong. */
 const RangeSet *ParseRange(std::string_view text, NumberForm form, const RangeSet &base, Arena &arena,
                            std::string &why);

@@ -1,4 +1,4 @@
-/* Statements of a file as later stages read them: what nobody asks for (descriptions, must, default, ...) is checked
+/* Statements of a file as later stages read them: what nobody asks for (descriptions, must, units, ...) is checked
  * while the file is parsed and gets no record. */
 #pragma once
 
@@ -30,6 +30,8 @@ enum Property : uint16_t {
     SETS_UNIQUE = 1 << 9,
     HAS_DEFINITIONS = 1 << 10, /* typedefs or groupings of its own */
     HAS_TEXT = 1 << 11,        /* an extension statement: the argument is its text, not an attribute */
+    IS_STATE = 1 << 12,        /* config is false */
+    IS_MANDATORY = 1 << 13,    /* mandatory is true */
 };
 
 enum class DeviateKind : uint8_t {

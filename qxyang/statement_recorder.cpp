@@ -1,6 +1,5 @@
 #include "statement_recorder.h"
 
-#include <array>
 #include <cstring>
 
 #include "argument_form.h"
@@ -10,27 +9,22 @@ namespace qxyang {
 
 namespace {
 
-constexpr std::array<uint16_t, KEYWORD_COUNT> MakeProperties()
+uint16_t PropertiesOf(Kw keyword, std::string_view argument)
 {
-    std::array<uint16_t, KEYWORD_COUNT> properties{};
-    auto set = [&properties](Kw keyword, uint16_t property) { properties[static_cast<size_t>(keyword)] = property; };
-    set(Kw::Config, SETS_CONFIG);
-    set(Kw::Default, SETS_DEFAULT);
-    set(Kw::Mandatory, SETS_MANDATORY);
-    set(Kw::MaxElements, SETS_MAX_ELEMENTS);
-    set(Kw::MinElements, SETS_MIN_ELEMENTS);
-    set(Kw::Must, SETS_MUST);
-    set(Kw::Presence, SETS_PRESENCE);
-    set(Kw::Units, SETS_UNITS);
-    set(Kw::Type, SETS_TYPE);
-    set(Kw::Unique, SETS_UNIQUE);
-    set(Kw::Typedef, HAS_DEFINITIONS);
-    set(Kw::Grouping, HAS_DEFINITIONS);
-    return properties;
+    uint16_t property = PropertyOf(keyword);
+    if (keyword == Kw::Config && argument == "false")
+        property |= IS_STATE;
+    else if (keyword == Kw::Mandatory && argument == "true")
+        property |= IS_MANDATORY;
+    return property;
 }
 
-/* What a statement says of the one around it. */
-constexpr std::array<uint16_t, KEYWORD_COUNT> PROPERTIES = MakeProperties();
+/* What a refine or deviate changes is compared with the node. */
+bool IsOperand(const auto *parent, Kw keyword)
+{
+    return parent != nullptr && (parent->keyword == Kw::Refine || parent->keyword == Kw::Deviate) &&
+           PropertyOf(keyword) != 0;
+}
 
 DeviateKind DeviateKindNamed(std::string_view argument)
 {
@@ -75,8 +69,8 @@ void StatementRecorder::StartStatement(std::string_view name, const char **attri
     Argument argument = ArgumentOf(info, attributes, offset);
     bool isRecorded = parent == nullptr || parent->statement != nullptr;
     if (isRecorded && parent != nullptr)
-        parent->statement->properties |= PROPERTIES[static_cast<size_t>(keyword)];
-    if (isRecorded && info.IsRecorded())
+        parent->statement->properties |= PropertiesOf(keyword, argument);
+    if (isRecorded && (info.IsRecorded() || IsOperand(parent, keyword)))
         Record(frame, argument);
     if (keyword == Kw::YangVersion)
         unit_.isVersion11 = argument == "1.1";

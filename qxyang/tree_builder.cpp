@@ -134,12 +134,14 @@ void TreeBuilder::AddNode(const Statement *statement, QY_NODE *parent, Scope *sc
     statement_ = statement;
     QY_NODE *node = Append(parent, KindOf(statement->keyword), NameOf(statement));
     node->extensions = ExtensionsOf(build_, *scope->unit, statement);
+    node->flags |= FlagsOf(statement->properties);
     SetCondition(node, ConditionsOf(build_, *scope->unit, statement));
     if (IsLeaf(node))
         return FillLeaf(statement, node, scope);
     Depth depth(depth_);
     CheckDepth();
     FillParent(statement, node, scope);
+    constraints_.CheckNode(statement, node, *scope->unit);
 }
 
 void TreeBuilder::FillLeaf(const Statement *statement, QY_NODE *leaf, Scope *scope)
@@ -148,6 +150,7 @@ void TreeBuilder::FillLeaf(const Statement *statement, QY_NODE *leaf, Scope *sco
     leaf->type = types_.Compile(type, scope);
     if (leaf->type->refers)
         AwaitTargets(leaf, scope->unit, type);
+    constraints_.CheckNode(statement, leaf, *scope->unit);
 }
 
 void TreeBuilder::AwaitTargets(QY_NODE *leaf, Unit *unit, const Statement *statement)
@@ -220,7 +223,7 @@ void TreeBuilder::SetKey(const Statement *key, std::string_view text, QY_NODE *l
         build_.Fail(unit, key, "key " + Quoted(text) + " of list " + Quoted(list->name) + std::string(what));
     };
     if (leaf == nullptr) {
-        NearestName nearest(reference.name);
+        NearestName nearest(reference.name, reference.prefix);
         for (QY_NODE *child = list->first; child != nullptr; child = child->next)
             if (child->kind == QY_NODE_TYPE_LEAF)
                 nearest.Offer(child->name);
@@ -228,6 +231,8 @@ void TreeBuilder::SetKey(const Statement *key, std::string_view text, QY_NODE *l
     }
     if (leaf->kind != QY_NODE_TYPE_LEAF)
         return fail(" is " + DescribeNode(leaf) + ", not a leaf");
+    if (leaf->condition != 0 && unit.isVersion11)
+        return fail(" has an 'if-feature', which no key may have");
     if ((leaf->flags & NODE_IS_KEY) != 0)
         return fail(" is named twice");
     if (list->keyCount == limits::LIST_KEYS)

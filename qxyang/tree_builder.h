@@ -2,6 +2,7 @@
 #pragma once
 
 #include "build.h"
+#include "constraints.h"
 #include "sibling_names.h"
 #include "types.h"
 
@@ -11,7 +12,7 @@ class SchemaPath;
 
 class TreeBuilder {
   public:
-    explicit TreeBuilder(Build &build) : build_(build), types_(build) {}
+    explicit TreeBuilder(Build &build) : build_(build), constraints_(build), types_(build, constraints_) {}
 
     /* The module's typedefs, groupings and data tree. */
     void BuildModule();
@@ -23,6 +24,7 @@ class TreeBuilder {
     void MarkGated();
 
     TypeCompiler &Types() { return types_; }
+    ConstraintChecker &Constraints() { return constraints_; }
 
     /* Remembers what the leaf's type refers to until the load is otherwise complete. */
     void AwaitTargets(QY_NODE *leaf, Unit *unit, const Statement *statement);
@@ -69,6 +71,7 @@ class TreeBuilder {
                         std::vector<const Statement *> &found);
 
     Build &build_;
+    ConstraintChecker constraints_;
     TypeCompiler types_;
     SiblingNames names_;
     std::vector<Grouping *> chain_; /* groupings being compiled, each using the next */

@@ -133,6 +133,8 @@ void TypeCompiler::Compile(Typedef &definition)
         type = build_.module.records.Make<QY_TYPE>(*named);
         const_cast<QY_TYPE *>(type)->base = named;
     }
+    if ((definition.statement->properties & SETS_DEFAULT) != 0)
+        constraints_.CheckDefaults(definition.statement, *type, unit);
     chain_.pop_back();
     definition.type = type;
     if (definition.progress == Progress::Running)

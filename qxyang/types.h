@@ -2,6 +2,7 @@
 #pragma once
 
 #include "build.h"
+#include "constraints.h"
 
 namespace qxyang {
 
@@ -10,7 +11,7 @@ const QY_TYPE *BuiltinType(uint8_t number);
 
 class TypeCompiler {
   public:
-    explicit TypeCompiler(Build &build) : build_(build) {}
+    TypeCompiler(Build &build, ConstraintChecker &constraints) : build_(build), constraints_(constraints) {}
 
     /* The type of a type statement. When something is wrong with it, that is recorded and another type stands in, so
      * that the rest of the file can be looked at. */
@@ -35,6 +36,7 @@ class TypeCompiler {
     bool CheckBases(const Statement *statement, Unit &unit);
 
     Build &build_;
+    ConstraintChecker &constraints_;
     std::vector<Typedef *> chain_; /* typedefs being compiled, each referring to the next */
     size_t depth_ = 0;             /* of type statements being compiled within one another */
 };

@@ -1,6 +1,7 @@
 /* Groupings and what uses make of them. */
 #include "definitions.h"
 #include "extensions.h"
+#include "grammar.h"
 #include "if_feature.h"
 #include "schema_path.h"
 #include "tree_builder.h"
@@ -73,6 +74,7 @@ void TreeBuilder::CopyNode(const QY_NODE *from, QY_NODE *parent)
         node->condition = from->condition;
     else
         SetCondition(node, ConditionOf(from));
+    constraints_.CheckConfig(statement_, node, *unit_);
     if (!IsLeaf(from)) {
         for (const QY_NODE *child = from->first; child != nullptr; child = child->next)
             CopyNode(child, node);
@@ -147,10 +149,15 @@ uint16_t RefinableOn(uint8_t kind)
 
 void TreeBuilder::Refine(const Statement *statement, QY_NODE *node, Unit &unit)
 {
-    if ((statement->properties & ~RefinableOn(node->kind)) != 0)
-        build_.Fail(
-            unit, statement,
-            "refine " + Quoted(statement->argument) + " sets what no " + std::string(KindName(node->kind)) + " has");
+    const uint16_t refinable = RefinableOn(node->kind);
+    for (const Statement *child = statement->first; child != nullptr; child = child->next)
+        if ((PropertyOf(child->keyword) & ~refinable) != 0)
+            return build_.Fail(unit, child,
+                               "refine " + Quoted(statement->argument) + ": " + DescribeNode(node) + " can have no " +
+                                   Quoted(KeywordOf(child->keyword).name));
+    node->flags = ChangedFlags(node->flags, statement->properties);
+    constraints_.CheckChange(statement, node, unit);
+    constraints_.CheckMandatory(statement, node, unit);
     node->extensions = JoinedSets(build_.module.records, node->extensions, ExtensionsOf(build_, unit, statement));
     if (const Condition *conditions = ConditionsOf(build_, unit, statement))
         AddConditions(node, conditions);

@@ -70,7 +70,7 @@ std::string Spelled(std::string text)
         std::string statements;
     } groups[] = {
         {"$nodes", R"(<container name="c"><presence value="p"/><config value="true"/>$x</container>
-            <leaf name="l"><type name="string"/></leaf>
+            <leaf name="l"><type name="string"/><units name="s"/><default value="0"/>$must</leaf>
             <leaf-list name="ll"><type name="string"/><default value="1"/><default value="2"/>$counts</leaf-list>
             <list name="li">$counts $must $x</list>
             <choice name="ch"><default value="k"/><case name="k">$when $documented</case></choice>
@@ -110,16 +110,17 @@ TEST(Expansion, EveryStatementIsAccepted)
           <refine target-node="l"><default value="1"/><mandatory value="false"/></refine>
           <refine target-node="ll"><default value="1"/><default value="2"/><min-elements value="0"/></refine>
           <refine target-node="li"><max-elements value="2"/></refine>
-          <refine target-node="ch"><mandatory value="true"/></refine>
+          <refine target-node="ch"><mandatory value="false"/></refine>
           <refine target-node="ax"><mandatory value="true"/></refine><refine target-node="ch/k">$text</refine>
           <augment target-node="c">$when $documented</augment></uses></container>
         <augment target-node="/base:c">$when $documented</augment>
         <deviation target-node="/base:c">$text<deviate value="add">$must</deviate></deviation>
         <deviation target-node="/base:l"><deviate value="replace"><config value="false"/><units name="u"/></deviate>
           <deviate value="delete"><default value="1"/>$must</deviate></deviation>
-        <deviation target-node="/base:ll"><deviate value="add"><default value="3"/><min-elements value="2"/></deviate></deviation>
+        <deviation target-node="/base:ll"><deviate value="add"><default value="3"/></deviate>
+          <deviate value="replace"><min-elements value="2"/></deviate></deviation>
         <deviation target-node="/base:li"><deviate value="add"><unique tag="x"/></deviate></deviation>
-        <deviation target-node="/base:ch"><deviate value="replace"><mandatory value="true"/></deviate></deviation>
+        <deviation target-node="/base:ch"><deviate value="add"><mandatory value="false"/></deviate></deviation>
         <deviation target-node="/base:ax"><deviate value="add"><mandatory value="true"/></deviate></deviation>
         <deviation target-node="/base:op/base:input"><deviate value="add">$must</deviate></deviation>
         <deviation target-node="/base:op"><deviate value="not-supported"/></deviation>)"),

@@ -55,8 +55,8 @@ TEST(FailureTexts, OfFilesThatAreNoModels)
              "\"><belongs-to module=\"n\"><prefix value=\"n\"/></belongs-to>"
              "</submodule>",
          "m.yin:1:1: the file holds submodule 'm', not module 'm'\n"},
-        {"<a:module xmlns:b=\"urn:b\"/>",
-         "m.yin:1:1: unknown prefix 'a': no xmlns attribute binds it; did you mean 'b'?\n"},
+        {"<yinn:module xmlns:yin=\"urn:b\"/>",
+         "m.yin:1:1: unknown prefix 'yinn': no xmlns attribute binds it; did you mean 'yin'?\n"},
         {"<b:module xmlns:b=\"urn:b\" a:x=\"\"/>",
          "m.yin:1:1: an attribute of 'b:module' has a prefix that no xmlns attribute binds\n"},
         {"<?xml version=\"1.0\" encoding=\"none\"?><m/>", "m.yin:1:31: not well-formed XML: unknown encoding\n"},
@@ -107,7 +107,18 @@ TEST(FailureTexts, OfStatementsAndArguments)
          "@1: attribute 'date' of 'revision' is '2020-13-01'; expected a date of the form YYYY-MM-DD\n"},
         {"<leaf-list name=\"l\"><type name=\"string\"/><max-elements value=\"0\"/></leaf-list>",
          "@42: attribute 'value' of 'max-elements' is '0'; expected a number from 1 to 4294967295, or 'unbounded'\n"},
+        {"<revision date=\"2020-02-29\"/><revision date=\"2021-02-29\"/>",
+         "@30: attribute 'date' of 'revision' is '2021-02-29'; expected a date of the form YYYY-MM-DD\n"},
+        {"<container name=\"c\"><when condition=\"a[b='(' and (c]\"/><must condition=\" \"/></container>",
+         "@21: attribute 'condition' of 'when' is 'a[b='(' and (c]'; expected an XPath expression whose quotes and "
+         "brackets match\n@56: attribute 'condition' of 'must' is ' '; expected an XPath expression whose quotes and "
+         "brackets match\n"},
+        {"<container name=\"&#10;a&#127;\"/>",
+         "@1: attribute 'name' of 'container' is '\\na\\x7F'; expected an identifier\n"},
         {"<description/>", "@1: 'description' has no element 'text'\n"},
+        {"<container name=\"c\"> <!-- a --> hi <leaf name=\"l\"><type "
+         "name=\"string\"/><![CDATA[x]]></leaf></container>",
+         "@33: text is not allowed in container 'c'\n@72: text is not allowed in leaf 'l'\n"},
         {"<contact><text>a</text><text>b</text></contact>",
          "@24: second element 'text' in contact; only one is allowed\n"},
         {"<container name=\"c\"></list>", "@23: not well-formed XML: the end tag does not belong to container 'c'\n"},
@@ -166,8 +177,9 @@ TEST(FailureTexts, OfDefinitions)
         {"<identity name=\"a\"><base name=\"b\"/></identity><identity name=\"b\"><base name=\"a\"/></identity>",
          "@1: identity cycle: a -> b -> a\n"},
         {"<uses name=\"other:grup\"/><leaf name=\"l\"><type name=\"other:knwon\"/></leaf>",
-         "@1: unknown grouping 'other:grup'; did you mean 'group'?\n@41: unknown type 'other:knwon'; did you mean "
-         "'known'?\n"},
+         "@1: unknown grouping 'other:grup'; did you mean 'other:group'?\n@41: unknown type 'other:knwon'; did you "
+         "mean "
+         "'other:known'?\n"},
         {"<container name=\"c\"><typedef name=\"unused\"><type name=\"none\"/></typedef></container>",
          "@44: unknown type 'none'\n"},
     });
@@ -188,19 +200,19 @@ TEST(FailureTexts, OfNamesAndTargets)
         {"<choice name=\"ch\"><case name=\"a\"/>\n<case name=\"a\"/></choice>",
          "m.yin:3:1: second node 'a' in choice 'ch'\n"},
         {"<list name=\"l\"><key value=\"k kk\"/><leaf name=\"k\"><type name=\"string\"/></leaf></list>",
-         "@16: key 'kk' of list 'l' is no leaf of it; did you mean 'k'?\n"},
+         "@16: key 'kk' of list 'l' is no leaf of it\n"},
         {"<list name=\"l\"><key value=\"c\"/><container name=\"c\"/></list>",
          "@16: key 'c' of list 'l' is container 'c', not a leaf\n"},
         {"<list name=\"l\"><key value=\"k k\"/><leaf name=\"k\"><type name=\"string\"/></leaf></list>",
          "@16: key 'k' of list 'l' is named twice\n"},
         {"<list name=\"l\"><unique tag=\"u\"/></list>", "@16: unique 'u' is no leaf below list 'l'\n"},
         {group + "<container name=\"c\"><uses name=\"g\">\n<refine target-node=\"y\"/></uses></container>",
-         "m.yin:3:1: refine 'y': grouping 'g' has no node 'y'; did you mean 'x'?\n"},
+         "m.yin:3:1: refine 'y': grouping 'g' has no node 'y'\n"},
         {group + "<container name=\"c\"><uses name=\"g\">\n<refine target-node=\"x\"><presence "
                  "value=\"p\"/></refine></uses></container>",
-         "m.yin:3:1: refine 'x' sets what no leaf has\n"},
+         "m.yin:3:25: refine 'x': leaf 'x' can have no 'presence'\n"},
         {"<container name=\"c\"/><augment target-node=\"/m:d\"/>",
-         "@22: augment '/m:d': module 'm' has no node 'd' of module 'm'; did you mean 'c'?\n"},
+         "@22: augment '/m:d': module 'm' has no node 'd' of module 'm'\n"},
         {"<container name=\"c\"/><augment target-node=\"m:c\"/>", "@22: augment 'm:c': the path must begin with '/'\n"},
         {"<container name=\"c\"/><augment target-node=\"/m:c/\"/>", "@22: augment '/m:c/': '' is no name of a node\n"},
         {"<leaf name=\"l\"><type name=\"string\"/></leaf><augment target-node=\"/l\"/>",
@@ -211,6 +223,51 @@ TEST(FailureTexts, OfNamesAndTargets)
          "name=\"y\"/></augment>\n"
          "<augment target-node=\"/c\"><container name=\"y\"/></augment>",
          "m.yin:3:27: second node 'y' in container 'c'\n"},
+    });
+}
+
+TEST(FailureTexts, OfConstraints)
+{
+    const auto leaf = [](const std::string &type, const std::string &value) {
+        return "<leaf name=\"l\">" + type + "<default value=\"" + value + "\"/></leaf>";
+    };
+    const std::string string = "<type name=\"string\"/>";
+    const std::string colour = "<type name=\"enumeration\"><enum name=\"red\"/></type>";
+    const std::string choice = "<choice name=\"ch\"><default value=\"two\"/><case name=\"too\"/></choice>";
+    const std::string state = "<container name=\"c\"><config value=\"false\"/>";
+    const std::string group =
+        "<grouping name=\"g\"><leaf name=\"x\"><config value=\"true\"/>" + string + "</leaf></grouping>";
+    ExpectFailures({
+        {choice, "@19: default 'two' is no case of choice 'ch'; did you mean 'too'?\n"},
+        {leaf("<type name=\"uint8\"/>", "300"), "@36: default '300': expected 0..255\n"},
+        {leaf("<type name=\"int8\"/>", "-0x80") +
+             "<leaf name=\"n\"><type name=\"int8\"/><default value=\"0200\"/></leaf>",
+         "@100: default '0200': expected -128..127\n"},
+        {leaf("<type name=\"uint8\"/>", ""), "@36: default '': it is no number of the type\n"},
+        {leaf("<type name=\"decimal64\"><fraction-digits value=\"1\"/><range value=\"1..2|4\"/></type>", "3.5"),
+         "@97: default '3.5': expected 1.0..2.0|4.0\n"},
+        {leaf(colour, "rad"), "@66: default 'rad': the type has no enum 'rad'; did you mean 'red'?\n"},
+        {leaf("<type name=\"bits\"><bit name=\"up\"/></type>", "up at"),
+         "@57: default 'up at': the type has no bit 'at'\n"},
+        {leaf("<type name=\"boolean\"/>", "1"), "@38: default '1': expected 'true' or 'false'\n"},
+        {leaf("<type name=\"empty\"/>", ""), "@36: default '': type 'empty' has no default\n"},
+        {leaf("<type name=\"union\"><type name=\"int8\"/>" + colour + "</type>", "x"),
+         "@111: default 'x': no type of the union has this value\n"},
+        {"<typedef name=\"t\"><type name=\"string\"><length value=\"2..4\"/></type><default "
+         "value=\"\xC3\xA4\"/></typedef>",
+         "@68: default '\xC3\xA4': its length is 1; expected 2..4\n"},
+        {"<leaf name=\"l\">" + string + "<default value=\"a\"/><mandatory value=\"true\"/></leaf>",
+         "@1: leaf 'l' is mandatory and has a default\n"},
+        {"<leaf-list name=\"l\">" + string + "<min-elements value=\"3\"/><max-elements value=\"2\"/></leaf-list>",
+         "@67: max-elements 2 is less than min-elements 3\n"},
+        {"<feature name=\"f\"/><list name=\"l\"><key value=\"k\"/><leaf name=\"k\">" + string +
+             "<if-feature name=\"f\"/></leaf></list>",
+         "@35: key 'k' of list 'l' has an 'if-feature', which no key may have\n"},
+        {group + state + "\n<uses name=\"g\"/></container>",
+         "m.yin:3:1: leaf 'x' has config 'true' below container 'c', which has config 'false'\n"},
+        {"<rpc name=\"r\"><input>" + state + "<leaf name=\"l\"><config value=\"true\"/>" + string +
+             "</leaf></container></input></rpc><leaf name=\"x\"><type name=\"none\"/></leaf>",
+         "@171: unknown type 'none'\n"},
     });
 }
 
@@ -237,17 +294,21 @@ TEST(FailureTexts, OfImportsAndIncludes)
     EXPECT_EQ(failures("twice"), "twice.yin:2:22: prefix 'twice' stands for module 'twice' already\n");
 
     auto submodule = [&](const std::string &name, const std::string &owner, const std::string &body) {
+        std::string version = name == "s5" ? "" : "<yang-version value=\"1.1\"/>";
         schema.File(name + ".yin", "<submodule name=\"" + name + "\" xmlns=\"" + YIN + "\"><belongs-to module=\"" +
-                                       owner + "\"><prefix value=\"p\"/></belongs-to>\n" + body + "</submodule>");
+                                       owner + "\"><prefix value=\"p\"/></belongs-to>" + version + "\n" + body +
+                                       "</submodule>");
     };
     submodule("s1", "m", "<include module=\"s2\"/>");
     submodule("s2", "m", "<include module=\"s1\"/>");
     submodule("s3", "other", "");
     submodule("s4", "m", "<leaf name=\"l\"><type name=\"none\"/></leaf>");
+    submodule("s5", "m", "");
     const struct {
         const char *name;
         const char *failures;
     } cases[] = {
+        {"s5", "m.yin:2:1: cannot include submodule 's5': it is of YANG version 1, what includes it of 1.1\n"},
         {"s1",
          "s2.yin:2:1: cannot include submodule 's1': include cycle: s1 -> s2 -> s1\n"
          "s1.yin:2:1: cannot include submodule 's2': s2.yin:2:1: cannot include submodule 's1': include cycle: s1 -> "

@@ -63,8 +63,8 @@ TEST(Features, MistakesInExpressionsAreReported)
         {"a)", "if-feature 'a)': a '(' is missing"},
         {"()", "if-feature '()': a feature is missing before ')'"},
         {"a or 7", "if-feature 'a or 7': '7' is no feature name"},
-        {"aa", "unknown feature 'aa'; did you mean 'a'?"},
-        {"x:a", "unknown prefix 'x' in 'x:a'; did you mean 'm'?"},
+        {"aa", "unknown feature 'aa'"},
+        {"x:a", "unknown prefix 'x' in 'x:a'"},
     };
     for (const auto &test : cases) {
         Schema schema;

@@ -74,9 +74,13 @@ TEST(ModuleFiles, AreFoundByNameAndRevision)
     schema.File("named.yin", ModuleText("other", ""));
     EXPECT_EQ(failure("fur", nullptr), "cannot load module 'fur': no file 'fur.yin' or 'fur@REVISION.yin' in '" +
                                            schema.Dir() + "', 'second'; did you mean 'far'?");
-    EXPECT_EQ(
-        failure("both", "2003-03-03"),
-        "cannot load module 'both': revision '2003-03-03' is wanted; 'second/both.yin' has revision '2002-02-02'");
+    EXPECT_EQ(failure("both", "2003-03-03"),
+              "cannot load module 'both': revision '2003-03-03' is wanted; 'second/both.yin' has revision "
+              "'2002-02-02'; there "
+              "is 'both@2019-01-01.yin'");
+    EXPECT_EQ(failure("dated", "2003-03-03"),
+              "cannot load module 'dated': no file 'dated.yin' or 'dated@2003-03-03.yin' in '" + schema.Dir() +
+                  "', 'second'; there is 'dated@2019-01-01.yin', 'dated@2020-02-02.yin', 'dated@2021-01-01.yin'");
     EXPECT_EQ(failure("far", "2003-03-03"),
               "cannot load module 'far': revision '2003-03-03' is wanted; 'second/far.yin' has none");
     EXPECT_EQ(failure("named", nullptr), "named.yin:1:1: the file holds module 'other', not module 'named'");
@@ -145,7 +149,7 @@ TEST(Modules, RevisionsStandSideBySide)
     schema.Module("none", "", "lib@2015-05-05");
     EXPECT_EQ(schema.Failures("none"),
               "none.yin:1:181: cannot import module 'lib': revision '2015-05-05' is wanted; "
-              "'lib.yin' has revision '2020-01-01'\n");
+              "'lib.yin' has revision '2020-01-01'; there is 'lib@2010-01-01.yin'\n");
 }
 
 /* Every order in which three modules that build on one another can go. */

@@ -96,7 +96,7 @@ void WriteModels(Schema &schema)
         <grouping name="gr"><leaf name="a"><type name="string"/></leaf><container name="in"/></grouping>)",
                   "ext");
     schema.File("sub.yin", R"(<submodule name="sub" xmlns="urn:ietf:params:xml:ns:yang:yin:1"><belongs-to module="m">
-        <prefix value="m"/></belongs-to><leaf name="s"><type name="string"/></leaf></submodule>)");
+        <prefix value="m"/></belongs-to><yang-version value="1.1"/><leaf name="s"><type name="string"/></leaf></submodule>)");
     schema.Module("m", R"(<include module="sub"/><ext:note><ext:text>words</ext:text></ext:note>
         <typedef name="t"><type name="enumeration"><enum name="x"/><enum name="y"/></type></typedef>
         <typedef name="n"><type name="int32"><range value="1..5|7"/></type></typedef>
@@ -110,7 +110,8 @@ void WriteModels(Schema &schema)
         </augment>
         <augment target-node="/base:top/base:ch"><leaf name="short"><type name="string"/></leaf></augment>
         <deviation target-node="/base:top/base:l"><deviate value="replace"><type name="leafref">
-          <path value="/base:top/added"/></type><ext:id value="4"/></deviate></deviation>
+          <path value="/base:top/added"/></type><ext:id value="4"/></deviate>
+          <deviate value="add"><units name="u"/></deviate></deviation>
         <deviation target-node="/base:top/base:far"><deviate value="not-supported"/></deviation>)",
                   "base ext");
 }

@@ -1,0 +1,248 @@
+#include "constraints.h"
+
+#include <charconv>
+
+#include "grammar.h"
+#include "ranges.h"
+#include "schema_path.h"
+
+namespace qxyang {
+
+namespace {
+
+/* Properties that no node has both share a flag. */
+struct FlagRule {
+    uint16_t properties;
+    uint16_t flag;
+};
+
+constexpr FlagRule FLAG_RULES[] = {
+    {SETS_CONFIG, NODE_HAS_CONFIG},
+    {IS_STATE, NODE_IS_STATE},
+    {SETS_DEFAULT | SETS_UNIQUE, NODE_HAS_DEFAULT},
+    {SETS_MANDATORY | SETS_MIN_ELEMENTS, NODE_HAS_MANDATORY},
+    {IS_MANDATORY | SETS_MAX_ELEMENTS, NODE_IS_MANDATORY},
+    {SETS_UNITS, NODE_HAS_UNITS},
+    {SETS_MUST, NODE_HAS_MUST},
+};
+
+/* Members of unions that are tried for one default: a few statements can name more of them than there is time for. */
+constexpr size_t MEMBERS = 4096;
+
+/* Values of a type up to this number are walked. */
+constexpr uint32_t FEW = 16;
+
+bool IsInOperation(const QY_NODE *node)
+{
+    for (; node != nullptr; node = node->parent)
+        if (node->kind == QY_NODE_TYPE_RPC || node->kind == QY_NODE_TYPE_NOTIFICATION)
+            return true;
+    return false;
+}
+
+/* The node above with a config statement when that says false, or null. Operations have no configuration. */
+const QY_NODE *StateAbove(const QY_NODE *node)
+{
+    const QY_NODE *above = node->parent;
+    while (above != nullptr && (above->flags & NODE_HAS_CONFIG) == 0)
+        above = above->parent;
+    bool isState = above != nullptr && (above->flags & NODE_IS_STATE) != 0;
+    return isState && !IsInOperation(above) ? above : nullptr;
+}
+
+uint32_t NumberOf(const Statement *statement)
+{
+    std::string_view text = statement->argument;
+    uint32_t number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+int64_t CharacterCount(std::string_view text)
+{
+    int64_t count = 0;
+    for (char c : text)
+        count += (static_cast<unsigned char>(c) & 0xC0) != 0x80 ? 1 : 0;
+    return count;
+}
+
+} // namespace
+
+uint16_t FlagsOfAny(uint16_t properties)
+{
+    uint16_t flags = 0;
+    for (const FlagRule &rule : FLAG_RULES)
+        if ((properties & rule.properties) != 0)
+            flags |= rule.flag;
+    return flags;
+}
+
+uint16_t ChangedFlags(uint16_t flags, uint16_t properties)
+{
+    if ((properties & SETS_CONFIG) != 0)
+        flags &= static_cast<uint16_t>(~NODE_IS_STATE);
+    if ((properties & SETS_MANDATORY) != 0)
+        flags &= static_cast<uint16_t>(~NODE_IS_MANDATORY);
+    return flags | FlagsOf(properties);
+}
+
+void ConstraintChecker::CheckProperties(const Statement *statement, const QY_NODE *node, Unit &unit)
+{
+    uint16_t properties = statement->properties;
+    if ((properties & SETS_CONFIG) != 0)
+        CheckConfig(statement, node, unit);
+    if ((properties & SETS_DEFAULT) != 0)
+        CheckMandatory(statement, node, unit);
+    if ((properties & SETS_DEFAULT) != 0 && node->kind == QY_NODE_TYPE_CHOICE)
+        CheckDefaultCase(FindChild(statement, Kw::Default), node, unit);
+    if ((properties & SETS_MAX_ELEMENTS) != 0)
+        CheckCounts(statement, unit);
+    if ((properties & SETS_DEFAULT) != 0 && IsLeaf(node))
+        CheckDefaults(statement, *node->type, unit);
+}
+
+void ConstraintChecker::CheckChange(const Statement *change, const QY_NODE *node, Unit &unit)
+{
+    if (const Statement *config = FindChild(change, Kw::Config))
+        CheckConfig(config, node, unit);
+    if (const Statement *value = FindChild(change, Kw::Default); value != nullptr && node->kind == QY_NODE_TYPE_CHOICE)
+        CheckDefaultCase(value, node, unit);
+    if (IsLeaf(node))
+        CheckDefaults(change, *node->type, unit);
+    CheckCounts(change, unit);
+}
+
+void ConstraintChecker::CheckConfig(const Statement *where, const QY_NODE *node, Unit &unit)
+{
+    if ((node->flags & (NODE_HAS_CONFIG | NODE_IS_STATE)) != NODE_HAS_CONFIG)
+        return;
+    if (const QY_NODE *state = StateAbove(node))
+        build_.Fail(
+            unit, where,
+            DescribeNode(node) + " has config 'true' below " + DescribeNode(state) + ", which has config 'false'");
+}
+
+void ConstraintChecker::CheckMandatory(const Statement *where, const QY_NODE *node, Unit &unit)
+{
+    constexpr uint16_t BOTH = NODE_HAS_DEFAULT | NODE_IS_MANDATORY;
+    bool canBe = node->kind == QY_NODE_TYPE_LEAF || node->kind == QY_NODE_TYPE_CHOICE;
+    if (canBe && (node->flags & BOTH) == BOTH)
+        build_.Fail(unit, where, DescribeNode(node) + " is mandatory and has a default");
+}
+
+void ConstraintChecker::CheckCounts(const Statement *statement, Unit &unit)
+{
+    const Statement *least = FindChild(statement, Kw::MinElements);
+    const Statement *most = FindChild(statement, Kw::MaxElements);
+    if (least == nullptr || most == nullptr || std::string_view(most->argument) == "unbounded")
+        return;
+    if (NumberOf(least) > NumberOf(most))
+        build_.Fail(unit, most,
+                    std::string("max-elements ") + most->argument + " is less than min-elements " + least->argument);
+}
+
+void ConstraintChecker::CheckDefaultCase(const Statement *value, const QY_NODE *choice, Unit &unit)
+{
+    Reference reference = SplitReference(value->argument);
+    QY_MOD *module = reference.prefix.empty() ? choice->module : build_.ModuleOf(unit, value, reference);
+    if (module == nullptr || build_.load.finder.SchemaChild(choice, module, reference.name) != nullptr)
+        return;
+    NearestName nearest(reference.name, reference.prefix);
+    for (const QY_NODE *child = choice->first; child != nullptr; child = child->next)
+        if (child->module == module)
+            nearest.Offer(child->name);
+    build_.Fail(unit, value,
+                "default " + Quoted(value->argument) + " is no case of " + DescribeNode(choice) + nearest.Hint());
+}
+
+/* ---- values ---------------------------------------------------------------------------------------------------- */
+
+void ConstraintChecker::CheckDefaults(const Statement *statement, const QY_TYPE &type, Unit &unit)
+{
+    for (const Statement *value = statement->first; value != nullptr; value = value->next) {
+        if (value->keyword != Kw::Default)
+            continue;
+        size_t members = 0;
+        if (std::string why = WhyNot(value->argument, type, members); !why.empty())
+            build_.Fail(unit, value, "default " + Quoted(value->argument) + ": " + why);
+    }
+}
+
+/* Why the text is no value of the type, or nothing. Patterns are not looked at, nor what depends on other nodes. */
+std::string ConstraintChecker::WhyNot(std::string_view text, const QY_TYPE &type, size_t &members)
+{
+    switch (type.builtin) {
+        case QY_TYPE_BOOLEAN:
+            return text == "true" || text == "false" ? "" : "expected 'true' or 'false'";
+        case QY_TYPE_EMPTY:
+            return "type 'empty' has no default";
+        case QY_TYPE_STRING:
+            if (int64_t count = CharacterCount(text); !Contains(*type.range, count, NumberForm::Of(type)))
+                return "its length is " + std::to_string(count) + "; expected " +
+                       RangeText(*type.range, NumberForm::Of(type));
+            return {};
+        case QY_TYPE_ENUMERATION:
+            return WhyNotNamed(text, type);
+        case QY_TYPE_BITS:
+            for (std::string_view name = TakeWord(text); !name.empty(); name = TakeWord(text))
+                if (std::string why = WhyNotNamed(name, type); !why.empty())
+                    return why;
+            return {};
+        case QY_TYPE_UNION:
+            return WhyNotOfUnion(text, type, members);
+        case QY_TYPE_BINARY:
+        case QY_TYPE_IDENTITYREF:
+        case QY_TYPE_INSTANCE_IDENTIFIER:
+        case QY_TYPE_LEAFREF:
+            return {};
+        default:
+            return WhyNotNumber(text, type);
+    }
+}
+
+std::string ConstraintChecker::WhyNotNumber(std::string_view text, const QY_TYPE &type)
+{
+    NumberForm form = NumberForm::Of(type);
+    int64_t number = 0;
+    if (!ParseValue(text, form, number))
+        return "it is no number of the type";
+    return Contains(*type.range, number, form) ? "" : "expected " + RangeText(*type.range, form);
+}
+
+std::string ConstraintChecker::WhyNotNamed(std::string_view name, const QY_TYPE &type)
+{
+    if (type.values == nullptr || FindValue(name, *type.values) != nullptr)
+        return {};
+    NearestName nearest(name);
+    bool isTold = !build_.load.failures.Full(); // many wrong ones would take the square of the time
+    for (uint32_t i = 0; isTold && i < type.values->count; ++i)
+        nearest.Offer(type.values->values[i].name);
+    return "the type has no " + std::string(type.builtin == QY_TYPE_BITS ? "bit " : "enum ") + Quoted(name) +
+           nearest.Hint();
+}
+
+std::string ConstraintChecker::WhyNotOfUnion(std::string_view text, const QY_TYPE &type, size_t &members)
+{
+    if (type.members == nullptr)
+        return {};
+    for (uint32_t i = 0; i < type.members->count; ++i)
+        if (++members > MEMBERS || WhyNot(text, *type.members->types[i], members).empty())
+            return {};
+    return "no type of the union has this value";
+}
+
+const EnumValue *ConstraintChecker::FindValue(std::string_view name, const EnumSet &set)
+{
+    if (set.count > FEW) {
+        auto [names, isNew] = names_.try_emplace(&set);
+        for (uint32_t i = 0; isNew && i < set.count; ++i)
+            names->second.Insert(const_cast<EnumValue *>(&set.values[i]));
+        return names->second.Find(name);
+    }
+    for (uint32_t i = 0; i < set.count; ++i)
+        if (name == set.values[i].name)
+            return &set.values[i];
+    return nullptr;
+}
+
+} // namespace qxyang
