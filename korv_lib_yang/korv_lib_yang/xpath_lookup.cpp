@@ -1,4 +1,6 @@
 /* Finding the tree node that a host names by module and path. */
+#include <cstring>
+
 #include "korv_lib_yang/korv_lib_yang.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
@@ -11,13 +13,23 @@ enum class PathKind {
     TooLong, /* a prefix does not fit: nothing is found */
 };
 
-/* Copies one prefix of a path; false when it does not fit. */
-bool CopyPrefix(char (&acPrefix)[KORV_XPATH_PREFIX_SIZE], const char *pcBegin, const char *pcEnd)
+/* A prefix where it stands in its path. */
+struct Prefix {
+    const char *pcBegin;
+    size_t ulLen;
+};
+
+bool Fits(const Prefix &stPrefix)
 {
-    if (strncpy_s(acPrefix, sizeof(acPrefix), pcBegin, static_cast<size_t>(pcEnd - pcBegin)) == 0)
+    if (stPrefix.ulLen < KORV_XPATH_PREFIX_SIZE)
         return true;
     ZOR_Assert(__FILE__, __LINE__, 0);
     return false;
+}
+
+bool Differ(const Prefix &stLeft, const Prefix &stRight)
+{
+    return stLeft.ulLen != stRight.ulLen || std::memcmp(stLeft.pcBegin, stRight.pcBegin, stLeft.ulLen) != 0;
 }
 
 PathKind KindOf(const char *pcXpathMain)
@@ -29,11 +41,11 @@ PathKind KindOf(const char *pcXpathMain)
     const char *pcLastPrefix = pcLastColon;
     while (pcLastPrefix > pcXpathMain && pcLastPrefix[-1] != '/')
         --pcLastPrefix;
-    char acFirst[KORV_XPATH_PREFIX_SIZE] = {};
-    char acLast[KORV_XPATH_PREFIX_SIZE] = {};
-    if (!CopyPrefix(acFirst, pcXpathMain, pcFirstColon) || !CopyPrefix(acLast, pcLastPrefix, pcLastColon))
+    const Prefix stFirst = {pcXpathMain, static_cast<size_t>(pcFirstColon - pcXpathMain)};
+    const Prefix stLast = {pcLastPrefix, static_cast<size_t>(pcLastColon - pcLastPrefix)};
+    if (!Fits(stFirst) || !Fits(stLast))
         return PathKind::TooLong;
-    return XUR_StrCmp(acFirst, acLast) != 0 ? PathKind::Augment : PathKind::Plain;
+    return Differ(stFirst, stLast) ? PathKind::Augment : PathKind::Plain;
 }
 
 /* The caller's paths with "/" appended. */
@@ -42,15 +54,37 @@ struct PathCopies {
     korv::HostPtr<char> pcPath;
 };
 
+/* The text with "/" appended in a block of uiSize bytes. */
+uint32_t CopyWithSlash(TELMYANG_LOCAL_DATA_S *pstLocal, char **ppcOut, const char *pcSrc, uint32_t uiSrcLen,
+                       uint32_t uiSize)
+{
+    *ppcOut = korv::NewZeroed<char>(pstLocal, uiSize).release();
+    if (*ppcOut == nullptr) {
+        KORV_LOG_ERROR(pstLocal, "DuplicateXpath malloc failed uiLen=%u !", uiSize);
+        return KORV_FAIL;
+    }
+    /* A text that fits needs no formatter, and one that does not is the formatter's to report. */
+    if (uint64_t{uiSrcLen} + 2 <= uiSize && memcpy_s(*ppcOut, uiSize, pcSrc, uiSrcLen) == 0) {
+        (*ppcOut)[uiSrcLen] = '/';
+        return KORV_OK;
+    }
+    const int iRet = sprintf_s(*ppcOut, uiSize, "%s/", pcSrc);
+    if (iRet < 0) {
+        KORV_LOG_ERROR(pstLocal, "sprintf_s return 0x%x!", static_cast<uint32_t>(iRet));
+        return KORV_FAIL;
+    }
+    return KORV_OK;
+}
+
 bool CopyPaths(const YangXpathLookup *pstLookup, PathCopies *pstCopies)
 {
     char *pcXpathMain = nullptr;
     char *pcPath = nullptr;
     TELMYANG_LOCAL_DATA_S *pstLocal = pstLookup->pstLocal;
-    const uint32_t uiRet =
-        TELMYANG_DuplicateXpath(pstLocal, &pcXpathMain, pstLookup->pcXpathMain, XUR_StrLen(pstLookup->pcXpathMain) + 2);
-    const uint32_t uiRetValue =
-        TELMYANG_DuplicateXpath(pstLocal, &pcPath, pstLookup->pcPath, XUR_StrLen(pstLookup->pcPath) + 2);
+    const uint32_t uiXpathLen = XUR_StrLen(pstLookup->pcXpathMain);
+    const uint32_t uiPathLen = XUR_StrLen(pstLookup->pcPath);
+    const uint32_t uiRet = CopyWithSlash(pstLocal, &pcXpathMain, pstLookup->pcXpathMain, uiXpathLen, uiXpathLen + 2);
+    const uint32_t uiRetValue = CopyWithSlash(pstLocal, &pcPath, pstLookup->pcPath, uiPathLen, uiPathLen + 2);
     pstCopies->pcXpathMain.reset(pcXpathMain);
     pstCopies->pcPath.reset(pcPath);
     if (uiRet == KORV_OK && uiRetValue == KORV_OK)
@@ -108,17 +142,7 @@ uint32_t TELMYANG_JudgeXpathNodeType(TELMYANG_LOCAL_DATA_S *, const char *pcXpat
 
 uint32_t TELMYANG_DuplicateXpath(TELMYANG_LOCAL_DATA_S *pstLocal, char **ppcOut, const char *pcSrc, uint32_t uiLen)
 {
-    *ppcOut = korv::NewZeroed<char>(pstLocal, uiLen).release();
-    if (*ppcOut == nullptr) {
-        KORV_LOG_ERROR(pstLocal, "DuplicateXpath malloc failed uiLen=%u !", uiLen);
-        return KORV_FAIL;
-    }
-    const int iRet = sprintf_s(*ppcOut, uiLen, "%s/", pcSrc);
-    if (iRet < 0) {
-        KORV_LOG_ERROR(pstLocal, "sprintf_s return 0x%x!", static_cast<uint32_t>(iRet));
-        return KORV_FAIL;
-    }
-    return KORV_OK;
+    return CopyWithSlash(pstLocal, ppcOut, pcSrc, XUR_StrLen(pcSrc), uiLen);
 }
 
 KorvTreeNode *TELMYANG_KorvFindTreeNodeByXpath(const YangXpathLookup *pstLookup)
