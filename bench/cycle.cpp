@@ -1,7 +1,5 @@
 #include "cycle.h"
 
-#include <malloc.h>
-
 #include "host.h"
 #include "queries.h"
 #include "runner.h"
@@ -25,7 +23,6 @@ void TimePart(benchmark::State &state, const char *part, Call call)
 void TimeCycles(benchmark::State &state, const std::string &dir, const std::string &name)
 {
     for (auto _ : state) {
-        malloc_trim(0); /* each cycle gets its memory from the system: small ones would find their own again */
         const Instance instance(dir);
         TimePart(state, "load", [&] { instance.Load(name); });
         TimePart(state, "dump", [&] { Dump(instance.Local(), name).Free(); });

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <regex>
 
+#include "allocator.h"
 #include "command_line.h"
 #include "instruction_count.h"
 #include "rows.h"
@@ -62,6 +63,7 @@ int main(int argc, char **argv)
         return 2;
     if (!line.operation.empty())
         return bench::Perform(line.operation, line.dir, line.module) ? 0 : 1;
+    bench::UseFreshMemory();
     InitializeBenchmarks(argv[0]);
     const bench::Rows rows = Measure(std::regex(line.groups));
     bench::PrintTable(rows);
