@@ -1,6 +1,7 @@
 /* Filling a leaf descriptor from its schema leaf: names, type, and what the extension statements say. */
 #include "telem_yang/telem_yang.h"
 #include "telem_yang_lib/host_memory.h"
+#include "telem_yang_lib/leaf_statements.h"
 #include "telem_yang_lib/log.h"
 
 namespace {
@@ -10,20 +11,11 @@ struct RangePair {
     int64_t llMax;
 };
 
-uint32_t ExtensionNum(QY_NODE *pNode)
-{
-    uint32_t uiCount = 0;
-    (void)QY_NODE_ScanAllExtInsts(pNode, TELMYANG_CountExtInstNum, &uiCount);
-    return uiCount;
-}
-
 /* The number of a leaf's statement, 0 when it has none that counts. */
-uint32_t ReadStatement(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, MimExtType uiId)
+uint32_t ReadStatement(TELMYANG_LOCAL_DATA_S *pstLocal, const korv::LeafStatements &statements, MimExtType uiId)
 {
-    if (QY_NODE_GetNodeType(pLeaf) != QY_NODE_TYPE_LEAF || ExtensionNum(pLeaf) == 0)
-        return 0;
     uint32_t uiValue = 0;
-    if (TELMYANG_BSC_GetNodeSpecMimExtValue(pstLocal, pLeaf, uiId, &uiValue) != KORV_OK || uiValue == KORV_NO_ID)
+    if (statements.Value(pstLocal, uiId, &uiValue) != KORV_OK || uiValue == KORV_NO_ID)
         return 0;
     return uiValue;
 }
@@ -31,6 +23,36 @@ uint32_t ReadStatement(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, MimExtTy
 void AddMask(KorvTreeLeaf *pstLeaf, uint32_t uiBit)
 {
     pstLeaf->ucMask = static_cast<uint8_t>(pstLeaf->ucMask | uiBit);
+}
+
+void ReadDataType(TELMYANG_LOCAL_DATA_S *pstLocal, const korv::LeafStatements &statements, KorvTreeLeaf *pstLeaf)
+{
+    const uint32_t uiValue = ReadStatement(pstLocal, statements, MIM_EXT_DATATYPE_ID);
+    if (uiValue == 0)
+        return;
+    pstLeaf->uiDataType = uiValue;
+    AddMask(pstLeaf, KORV_MASK_DATA_TYPE);
+    KORV_LOG_INFO(pstLocal, "Read datatype = 0x%x", uiValue);
+}
+
+void ReadNameKey(TELMYANG_LOCAL_DATA_S *pstLocal, const korv::LeafStatements &statements, KorvTreeLeaf *pstLeaf)
+{
+    const uint32_t uiValue = ReadStatement(pstLocal, statements, MIM_EXT_NAME2ID_KEY_FID);
+    if (uiValue == 0)
+        return;
+    pstLeaf->uiName2IdKeyFid = uiValue;
+    AddMask(pstLeaf, KORV_MASK_NAME2ID_KEY);
+    KORV_LOG_INFO(pstLocal, "Read name2id-key-fid = %u", uiValue);
+}
+
+void ReadRefKey(TELMYANG_LOCAL_DATA_S *pstLocal, const korv::LeafStatements &statements, KorvTreeLeaf *pstLeaf)
+{
+    const uint32_t uiValue = ReadStatement(pstLocal, statements, MIM_EXT_REF_ID_KEY_FID);
+    if (uiValue == 0)
+        return;
+    pstLeaf->uiRefIdKeyFid = uiValue;
+    AddMask(pstLeaf, KORV_MASK_REF_ID_KEY);
+    KORV_LOG_INFO(pstLocal, "Read ref-id-key-fid = %u", uiValue);
 }
 
 void ReadFieldId(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf *pstLeaf)
@@ -41,6 +63,14 @@ void ReadFieldId(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf *
     pstLeaf->uiFieldId = uiFieldId;
     AddMask(pstLeaf, KORV_MASK_FIELD_ID);
     KORV_LOG_INFO(pstLocal, "Read field-id = %u", uiFieldId);
+}
+
+/* One of the readers above on a leaf of its own; other nodes have no such statements. */
+template <typename Reader>
+void ReadFromLeaf(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf *pstLeaf, Reader pfnRead)
+{
+    if (QY_NODE_GetNodeType(pLeaf) == QY_NODE_TYPE_LEAF)
+        pfnRead(pstLocal, korv::LeafStatements(pLeaf), pstLeaf);
 }
 
 bool IsClassBearing(uint32_t uiNodeType)
@@ -68,32 +98,17 @@ bool HasRange(uint8_t ucBaseType)
 
 void TELMYANG_GetLeafNodeDataType(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf *pstLeaf)
 {
-    const uint32_t uiValue = ReadStatement(pstLocal, pLeaf, MIM_EXT_DATATYPE_ID);
-    if (uiValue == 0)
-        return;
-    pstLeaf->uiDataType = uiValue;
-    AddMask(pstLeaf, KORV_MASK_DATA_TYPE);
-    KORV_LOG_INFO(pstLocal, "Read datatype = 0x%x", uiValue);
+    ReadFromLeaf(pstLocal, pLeaf, pstLeaf, ReadDataType);
 }
 
 void TELMYANG_GetLeafNodeNameKey(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf *pstLeaf)
 {
-    const uint32_t uiValue = ReadStatement(pstLocal, pLeaf, MIM_EXT_NAME2ID_KEY_FID);
-    if (uiValue == 0)
-        return;
-    pstLeaf->uiName2IdKeyFid = uiValue;
-    AddMask(pstLeaf, KORV_MASK_NAME2ID_KEY);
-    KORV_LOG_INFO(pstLocal, "Read name2id-key-fid = %u", uiValue);
+    ReadFromLeaf(pstLocal, pLeaf, pstLeaf, ReadNameKey);
 }
 
 void TELMYANG_GetLeafNodeDataRefKey(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf *pstLeaf)
 {
-    const uint32_t uiValue = ReadStatement(pstLocal, pLeaf, MIM_EXT_REF_ID_KEY_FID);
-    if (uiValue == 0)
-        return;
-    pstLeaf->uiRefIdKeyFid = uiValue;
-    AddMask(pstLeaf, KORV_MASK_REF_ID_KEY);
-    KORV_LOG_INFO(pstLocal, "Read ref-id-key-fid = %u", uiValue);
+    ReadFromLeaf(pstLocal, pLeaf, pstLeaf, ReadRefKey);
 }
 
 uint32_t TELMYANG_GetNodePrivateValue(TELMYANG_LOCAL_DATA_S *, QY_NODE *pNode)
@@ -158,10 +173,11 @@ uint32_t TELMYANG_FillLeafData(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModul
     }
     KORV_LOG_INFO(pstLocal, "Read leaf node (%s) mimext info.", pstLeaf->pcName);
     pstLeaf->ucBaseType = static_cast<uint8_t>(TELMYANG_UTL_GetFinalLeafType(pLeaf));
-    TELMYANG_GetLeafNodeDataType(pstLocal, pLeaf, pstLeaf.get());
-    TELMYANG_GetLeafNodeNameKey(pstLocal, pLeaf, pstLeaf.get());
-    TELMYANG_GetLeafNodeDataRefKey(pstLocal, pLeaf, pstLeaf.get());
     if (QY_NODE_GetNodeType(pLeaf) == QY_NODE_TYPE_LEAF) {
+        const korv::LeafStatements statements(pLeaf);
+        ReadDataType(pstLocal, statements, pstLeaf.get());
+        ReadNameKey(pstLocal, statements, pstLeaf.get());
+        ReadRefKey(pstLocal, statements, pstLeaf.get());
         ReadFieldId(pstLocal, pLeaf, pstLeaf.get());
         (void)TELMYANG_GetLeafNodeTypeRange(pstLocal, pstLeaf.get(), pLeaf);
     }

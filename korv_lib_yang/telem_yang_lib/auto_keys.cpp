@@ -1,5 +1,5 @@
-/* Automatic keys. The statements are searched on the class node itself, once for each of its leaves, so that every leaf
- * gets the same answer: models that load on a device rely on that. */
+/* Automatic keys. The statements are searched on the class node itself, so that every leaf of it gets the same answer:
+ * models that load on a device rely on that. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 
@@ -8,48 +8,80 @@ namespace {
 constexpr uint32_t GO_ON = 0;
 constexpr uint32_t STOP = 1;
 
+/* What the class node answers, which is looked up once for all leaves below it. */
+struct ClassKeys {
+    QY_NODE *pClassNode;
+    QY_EXT *pNameExt;
+    QY_EXT *pRefExt;
+};
+
+struct AutoKeyPass {
+    AutoKeyScanCtx stScan;
+    ClassKeys stKeys;
+};
+
+ClassKeys KeysOf(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pClassNode)
+{
+    ClassKeys stKeys = {pClassNode, nullptr, nullptr};
+    MimExtFindCtx stFind = {};
+    stFind.pYinNode = pClassNode;
+    stKeys.pNameExt = TELMYANG_BSC_GetNodeSpecMimExt(pstLocal, pClassNode, MIM_EXT_NAME2ID_KEY_FID, &stFind);
+    if (stKeys.pNameExt == nullptr)
+        stKeys.pRefExt = TELMYANG_BSC_GetNodeSpecMimExt(pstLocal, pClassNode, MIM_EXT_REF_ID_KEY_FID, &stFind);
+    return stKeys;
+}
+
 void RecordPair(AutoKeyScanCtx *pstCtx, QY_NODE *pNode, QY_EXT *pExt)
 {
     pstCtx->pstPairs[pstCtx->ucPairNum++] = {pNode, pExt};
 }
 
-} // namespace
-
-uint32_t TELMYANG_BSC_ImplParseAutoKeyForEachCb_(QY_NODE *pNode, void *, void *pstScan)
+/* Counts one leaf; pstKeys is what was looked up last. */
+uint32_t CountLeaf(AutoKeyScanCtx *pstCtx, ClassKeys *pstKeys, QY_NODE *pNode)
 {
-    auto *pstCtx = static_cast<AutoKeyScanCtx *>(pstScan);
     YinInst *pstInst = pstCtx->pstInst;
-    if (QY_NODE_GetNodeType(pNode) != QY_NODE_TYPE_LEAF)
-        return GO_ON;
     if (pstCtx->ucPairNum == pstInst->ucNumOfAttr) {
         KORV_LOG_ERROR(pstCtx->pstLocal, "autoKey(%d)ucNumOfAttr(%d)name(%s) error!", pstCtx->ucPairNum,
                        pstInst->ucNumOfAttr, korv::Shown(QY_NODE_GetNodeName(pNode)));
         return STOP;
     }
     QY_NODE *pClassNode = QY_NODE_GetParentNode(pNode);
-    MimExtFindCtx stFind = {};
-    stFind.pYinNode = pClassNode;
-    QY_EXT *pExt = TELMYANG_BSC_GetNodeSpecMimExt(pstCtx->pstLocal, pClassNode, MIM_EXT_NAME2ID_KEY_FID, &stFind);
-    if (pExt != nullptr) {
-        RecordPair(pstCtx, pNode, pExt);
+    if (pstKeys->pClassNode != pClassNode)
+        *pstKeys = KeysOf(pstCtx->pstLocal, pClassNode);
+    if (pstKeys->pNameExt != nullptr) {
+        RecordPair(pstCtx, pNode, pstKeys->pNameExt);
         if (pstCtx->pstNameKey->pNode != nullptr)
             return STOP;
-        *pstCtx->pstNameKey = {pClassNode, pExt};
-        pstInst->ucAutoKeyNum = pstCtx->ucPairNum;
-        return GO_ON;
+        *pstCtx->pstNameKey = {pClassNode, pstKeys->pNameExt};
+    } else if (pstKeys->pRefExt != nullptr) {
+        RecordPair(pstCtx, pNode, pstKeys->pRefExt);
     }
-    pExt = TELMYANG_BSC_GetNodeSpecMimExt(pstCtx->pstLocal, pClassNode, MIM_EXT_REF_ID_KEY_FID, &stFind);
-    if (pExt != nullptr)
-        RecordPair(pstCtx, pNode, pExt);
     pstInst->ucAutoKeyNum = pstCtx->ucPairNum;
     return GO_ON;
+}
+
+uint32_t CountLeafCb(QY_NODE *pNode, void *, void *pvPass)
+{
+    auto *pstPass = static_cast<AutoKeyPass *>(pvPass);
+    return QY_NODE_GetNodeType(pNode) == QY_NODE_TYPE_LEAF ? CountLeaf(&pstPass->stScan, &pstPass->stKeys, pNode)
+                                                           : GO_ON;
+}
+
+} // namespace
+
+uint32_t TELMYANG_BSC_ImplParseAutoKeyForEachCb_(QY_NODE *pNode, void *, void *pstScan)
+{
+    ClassKeys stKeys = {};
+    return QY_NODE_GetNodeType(pNode) == QY_NODE_TYPE_LEAF
+               ? CountLeaf(static_cast<AutoKeyScanCtx *>(pstScan), &stKeys, pNode)
+               : GO_ON;
 }
 
 uint32_t TELMYANG_BSC_ParseNodeAutoKeyLeafInfoForEach_(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                        YinInst *pstInst, AutoKeyPair *pstPairs, AutoKeyPair *pstNameKey)
 {
-    AutoKeyScanCtx stScan = {pstLocal, pstInst, pstPairs, pstNameKey, 0};
-    return QY_NODE_IterScanChildrenNode(pNode, TELMYANG_BSC_ImplParseAutoKeyForEachCb_, &stScan);
+    AutoKeyPass stPass = {{pstLocal, pstInst, pstPairs, pstNameKey, 0}, {}};
+    return QY_NODE_IterScanChildrenNode(pNode, CountLeafCb, &stPass);
 }
 
 uint32_t TELMYANG_BSC_FillAutoKeyRefInfo(TELMYANG_LOCAL_DATA_S *, QY_NODE *pNameKeyNode, YinInst *pstInst)

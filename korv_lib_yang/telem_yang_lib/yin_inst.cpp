@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "telem_yang_lib/host_memory.h"
+#include "telem_yang_lib/leaf_statements.h"
 #include "telem_yang_lib/log.h"
 
 namespace {
@@ -32,14 +33,6 @@ uint32_t ReadSampleId(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode)
     KORV_LOG_INFO(pstLocal, "Get tlmt-sample-id (0x%x) from node (%s)", uiSampleId,
                   korv::Shown(QY_NODE_GetNodeName(pNode)));
     return uiSampleId;
-}
-
-/* The number of a leaf's statement, 0 when it has none. */
-uint32_t ReadLeafNumber(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, MimExtType uiId, uint32_t *puiRet)
-{
-    uint32_t uiValue = 0;
-    *puiRet = TELMYANG_BSC_GetNodeSpecMimExtValue(pstLocal, pNode, uiId, &uiValue);
-    return *puiRet == KORV_OK ? uiValue : 0;
 }
 
 } // namespace
@@ -112,15 +105,16 @@ uint32_t TELMYANG_BSC_ParseYinInstFromNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_N
 
 uint32_t TELMYANG_BSC_ParseYinLeafFromNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinLeaf *pstLeaf)
 {
-    uint32_t uiRet = KORV_OK;
+    const korv::LeafStatements statements(pNode);
     pstLeaf->ucAttrID = 0;
-    const uint32_t uiFieldId = ReadLeafNumber(pstLocal, pNode, MIM_EXT_FIELD_ID, &uiRet);
-    if (uiRet != KORV_OK || uiFieldId == 0)
+    uint32_t uiFieldId = 0;
+    if (statements.Value(pstLocal, MIM_EXT_FIELD_ID, &uiFieldId) != KORV_OK || uiFieldId == 0)
         return KORV_OK;
     /* A leaf with only another module's statement answers "none" here, and may still have a reference key. */
     pstLeaf->ucAttrID = uiFieldId == KORV_NO_ID ? 0 : static_cast<uint8_t>(uiFieldId);
-    const uint32_t uiRefIdKey = ReadLeafNumber(pstLocal, pNode, MIM_EXT_REF_ID_KEY_FID, &uiRet);
-    if (uiRefIdKey != 0 && uiRefIdKey != KORV_NO_ID)
+    uint32_t uiRefIdKey = 0;
+    if (statements.Value(pstLocal, MIM_EXT_REF_ID_KEY_FID, &uiRefIdKey) == KORV_OK && uiRefIdKey != 0 &&
+        uiRefIdKey != KORV_NO_ID)
         pstLeaf->ucAttrID = static_cast<uint8_t>(uiRefIdKey);
     return KORV_OK;
 }
