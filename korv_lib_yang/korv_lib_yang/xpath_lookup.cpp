@@ -54,6 +54,18 @@ struct PathCopies {
     korv::HostPtr<char> pcPath;
 };
 
+/* Text and "/" into a zero-filled block. A text that fits needs no formatter, and one that does not is the formatter's to
+ * report. */
+int AppendSlash(char *pcOut, uint32_t uiSize, const char *pcSrc, uint32_t uiSrcLen)
+{
+    if (uint64_t{uiSrcLen} + 2 > uiSize)
+        return sprintf_s(pcOut, uiSize, "%s/", pcSrc);
+    const int iRet = memcpy_s(pcOut, uiSize, pcSrc, uiSrcLen);
+    if (iRet == 0)
+        pcOut[uiSrcLen] = '/';
+    return iRet;
+}
+
 /* The text with "/" appended in a block of uiSize bytes. */
 uint32_t CopyWithSlash(TELMYANG_LOCAL_DATA_S *pstLocal, char **ppcOut, const char *pcSrc, uint32_t uiSrcLen,
                        uint32_t uiSize)
@@ -63,13 +75,8 @@ uint32_t CopyWithSlash(TELMYANG_LOCAL_DATA_S *pstLocal, char **ppcOut, const cha
         KORV_LOG_ERROR(pstLocal, "DuplicateXpath malloc failed uiLen=%u !", uiSize);
         return KORV_FAIL;
     }
-    /* A text that fits needs no formatter, and one that does not is the formatter's to report. */
-    if (uint64_t{uiSrcLen} + 2 <= uiSize && memcpy_s(*ppcOut, uiSize, pcSrc, uiSrcLen) == 0) {
-        (*ppcOut)[uiSrcLen] = '/';
-        return KORV_OK;
-    }
-    const int iRet = sprintf_s(*ppcOut, uiSize, "%s/", pcSrc);
-    if (iRet < 0) {
+    const int iRet = AppendSlash(*ppcOut, uiSize, pcSrc, uiSrcLen);
+    if (iRet != 0) {
         KORV_LOG_ERROR(pstLocal, "sprintf_s return 0x%x!", static_cast<uint32_t>(iRet));
         return KORV_FAIL;
     }

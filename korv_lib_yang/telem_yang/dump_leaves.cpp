@@ -20,6 +20,15 @@ char *AllocText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, uint32_t u
     return pcText;
 }
 
+/* "path/name" into a block of exactly that size, which a formatter would take far longer for. */
+bool JoinPath(char *pcOut, const char *pcXpath, uint32_t uiXpathLen, const char *pcName, uint32_t uiNameLen)
+{
+    if (memcpy_s(pcOut, uiXpathLen + 1, pcXpath, uiXpathLen) != 0)
+        return false;
+    pcOut[uiXpathLen] = '/';
+    return memcpy_s(pcOut + uiXpathLen + 1, uiNameLen + 1, pcName, uiNameLen + 1) == 0;
+}
+
 /* Name and path of an entry; what was made stays in the entry on failure. */
 uint32_t FillTexts(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpLeafData *pstEntry, const KorvTreeLeaf *pstLeaf,
                    const char *pcXpath, uint64_t ulModuleId)
@@ -30,11 +39,11 @@ uint32_t FillTexts(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpLeafData *pstEntry, 
         return KORV_FAIL;
     if (strncpy_s(pstEntry->pcName, uiNameLen + 1, pstLeaf->pcName, uiNameLen) != 0)
         ZOR_Assert(__FILE__, __LINE__, 0);
-    const uint32_t uiPathSize = uiNameLen + XUR_StrLen(pcXpath) + 2;
-    pstEntry->pcPath = AllocText(pstLocal, ulModuleId, uiPathSize);
+    const uint32_t uiXpathLen = XUR_StrLen(pcXpath);
+    pstEntry->pcPath = AllocText(pstLocal, ulModuleId, uiNameLen + uiXpathLen + 2);
     if (pstEntry->pcPath == nullptr)
         return KORV_FAIL;
-    if (sprintf_s(pstEntry->pcPath, uiPathSize, "%s/%s", pcXpath, pstLeaf->pcName) < 0) {
+    if (!JoinPath(pstEntry->pcPath, pcXpath, uiXpathLen, pstLeaf->pcName, uiNameLen)) {
         KORV_LOG_ERROR(pstLocal, "path too long! (%s)", pstEntry->pcPath);
         return KORV_FAIL;
     }
