@@ -8,6 +8,8 @@ if(KORV_SANITIZE)
   target_compile_options(korv_instrument INTERFACE -fsanitize=${KORV_SANITIZE} -fno-sanitize-recover=all
                                                    -fno-omit-frame-pointer)
   target_link_options(korv_instrument INTERFACE -fsanitize=${KORV_SANITIZE})
+  # In instrumented code gcc believes that the standard library reads what it has not set.
+  target_compile_options(korv_warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 if(KORV_COVERAGE)
   target_compile_options(korv_instrument INTERFACE --coverage)
