@@ -20,13 +20,16 @@ char *AllocText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, uint32_t u
     return pcText;
 }
 
-/* "path/name" into a block of exactly that size, which a formatter would take far longer for. */
+/* "path/name" into a block of exactly that size, which a formatter would take far longer for. Empty on failure. */
 bool JoinPath(char *pcOut, const char *pcXpath, uint32_t uiXpathLen, const char *pcName, uint32_t uiNameLen)
 {
-    if (memcpy_s(pcOut, uiXpathLen + 1, pcXpath, uiXpathLen) != 0)
-        return false;
-    pcOut[uiXpathLen] = '/';
-    return memcpy_s(pcOut + uiXpathLen + 1, uiNameLen + 1, pcName, uiNameLen + 1) == 0;
+    if (memcpy_s(pcOut, uiXpathLen + 1, pcXpath, uiXpathLen) == 0) {
+        pcOut[uiXpathLen] = '/';
+        if (memcpy_s(pcOut + uiXpathLen + 1, uiNameLen + 1, pcName, uiNameLen + 1) == 0)
+            return true;
+    }
+    *pcOut = '\0';
+    return false;
 }
 
 /* Name and path of an entry; what was made stays in the entry on failure. */

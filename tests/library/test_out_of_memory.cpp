@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <ostream>
 
 #include "support/host.h"
 
@@ -32,6 +33,11 @@ struct Mode {
     bool forGood;
     bool silent; /* with every level closed */
 };
+
+std::ostream &operator<<(std::ostream &out, const Mode &mode)
+{
+    return out << mode.name;
+}
 
 class OutOfMemory : public HostTest, public ::testing::WithParamInterface<Mode> {
   protected:
