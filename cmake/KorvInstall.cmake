@@ -36,7 +36,7 @@ foreach(unit telem_yang_lib telem_yang korv_lib_yang)
           COMPONENT development)
 endforeach()
 
-install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development PATTERN *.in EXCLUDE)
 install(DIRECTORY examples/host_c examples/yin DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
 

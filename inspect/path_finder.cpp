@@ -18,7 +18,7 @@ size_t StepEnd(std::string_view path, size_t begin)
     for (size_t at = begin; at < path.size(); ++at) {
         const char c = path[at];
         if (quote != 0)
-            quote = c == quote ? 0 : quote;
+            quote = c == quote ? '\0' : quote;
         else if (brackets > 0 && (c == '"' || c == '\''))
             quote = c;
         else if (c == '[')
@@ -227,6 +227,7 @@ std::vector<WayStep> WayTo(const Place &place)
         nodes.insert(nodes.end(), cases.begin(), cases.end());
     }
     std::vector<WayStep> way;
+    way.reserve(nodes.size() + 1);
     for (const KorvTreeNode *node : nodes)
         way.push_back({node->pcName, node->pcModuleName, IsOrdinary(*node)});
     if (place.leaf != nullptr)

@@ -41,7 +41,7 @@ class Arena {
     T *MakeArray(size_t count)
     {
         static_assert(std::is_trivially_destructible_v<T>);
-        return new (Allocate(sizeof(T) * count, alignof(T))) T[count]{};
+        return new (Allocate(sizeof(T) * count, alignof(T))) T[count]{}; // NOLINT(bugprone-sizeof-expression)
     }
 
     /* A zero-terminated copy. */

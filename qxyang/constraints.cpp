@@ -40,14 +40,24 @@ bool IsInOperation(const QY_NODE *node)
     return false;
 }
 
-/* The node above with a config statement when that says false, or null. Operations have no configuration. */
+/* The node above with a config statement when that says false, or null. In operations config has no meaning. */
 const QY_NODE *StateAbove(const QY_NODE *node)
 {
+    if (IsInOperation(node))
+        return nullptr;
     const QY_NODE *above = node->parent;
     while (above != nullptr && (above->flags & NODE_HAS_CONFIG) == 0)
         above = above->parent;
-    bool isState = above != nullptr && (above->flags & NODE_IS_STATE) != 0;
-    return isState && !IsInOperation(above) ? above : nullptr;
+    return above != nullptr && (above->flags & NODE_IS_STATE) != 0 ? above : nullptr;
+}
+
+/* Whether a deviation leaves the node out, or, without it, one above. */
+bool IsRemoved(const QY_NODE *node, bool isAbove)
+{
+    for (node = isAbove ? node->parent : node; node != nullptr; node = node->parent)
+        if ((node->flags & NODE_REMOVED) != 0)
+            return true;
+    return false;
 }
 
 uint32_t NumberOf(const Statement *statement)
@@ -86,48 +96,122 @@ uint16_t ChangedFlags(uint16_t flags, uint16_t properties)
     return flags | FlagsOf(properties);
 }
 
-void ConstraintChecker::CheckProperties(const Statement *statement, const QY_NODE *node, Unit &unit)
+void ConstraintChecker::CheckProperties(const Statement *statement, const QY_NODE *node, Unit &unit, bool isOfGrouping)
 {
     uint16_t properties = statement->properties;
     if ((properties & SETS_CONFIG) != 0)
         CheckConfig(statement, node, unit);
     if ((properties & SETS_DEFAULT) != 0)
         CheckMandatory(statement, node, unit);
-    if ((properties & SETS_DEFAULT) != 0 && node->kind == QY_NODE_TYPE_CHOICE)
-        CheckDefaultCase(FindChild(statement, Kw::Default), node, unit);
+    if ((properties & SETS_DEFAULT) != 0 && node->kind == QY_NODE_TYPE_CHOICE && !isOfGrouping)
+        Await({Rule::DefaultCase, FindChild(statement, Kw::Default), node, &unit, {}});
     if ((properties & SETS_MAX_ELEMENTS) != 0)
         CheckCounts(statement, unit);
     if ((properties & SETS_DEFAULT) != 0 && IsLeaf(node))
         CheckDefaults(statement, *node->type, unit);
 }
 
-void ConstraintChecker::CheckChange(const Statement *change, const QY_NODE *node, Unit &unit)
+void ConstraintChecker::CheckRefine(const Statement *refine, const QY_NODE *node, Unit &unit)
+{
+    CheckSetting(refine, node, unit);
+    CheckMandatory(refine, node, unit);
+    if (IsLeaf(node))
+        CheckDefaults(refine, *node->type, unit);
+}
+
+void ConstraintChecker::CheckDeviate(const Statement *deviate, const QY_NODE *node, Unit &unit)
+{
+    CheckSetting(deviate, node, unit);
+    Await({Rule::Mandatory, deviate, node, &unit, {}});
+    if (!IsLeaf(node) || FindChild(deviate, Kw::Default) == nullptr)
+        return;
+    lastDeviate_[node] = deviate;
+    pending_.push_back({Rule::Value, deviate, node, &unit, {}});
+}
+
+void ConstraintChecker::CheckSetting(const Statement *change, const QY_NODE *node, Unit &unit)
 {
     if (const Statement *config = FindChild(change, Kw::Config))
         CheckConfig(config, node, unit);
     if (const Statement *value = FindChild(change, Kw::Default); value != nullptr && node->kind == QY_NODE_TYPE_CHOICE)
-        CheckDefaultCase(value, node, unit);
-    if (IsLeaf(node))
-        CheckDefaults(change, *node->type, unit);
+        Await({Rule::DefaultCase, value, node, &unit, {}});
     CheckCounts(change, unit);
 }
 
 void ConstraintChecker::CheckConfig(const Statement *where, const QY_NODE *node, Unit &unit)
 {
-    if ((node->flags & (NODE_HAS_CONFIG | NODE_IS_STATE)) != NODE_HAS_CONFIG)
-        return;
-    if (const QY_NODE *state = StateAbove(node))
-        build_.Fail(
-            unit, where,
-            DescribeNode(node) + " has config 'true' below " + DescribeNode(state) + ", which has config 'false'");
+    Await({Rule::Config, where, node, &unit, {}});
 }
 
 void ConstraintChecker::CheckMandatory(const Statement *where, const QY_NODE *node, Unit &unit)
 {
+    Pending pending{Rule::Mandatory, where, node, &unit, {}};
+    if (IsBroken(pending))
+        build_.Fail(unit, where, WhyBroken(pending));
+}
+
+/* ---- what may still be mended ---------------------------------------------------------------------------------- */
+
+void ConstraintChecker::AwaitListOf(const Statement *deviate, const QY_NODE *key, Unit &unit, std::string failure)
+{
+    pending_.push_back({Rule::Key, deviate, key, &unit, std::move(failure)});
+}
+
+void ConstraintChecker::Await(Pending pending)
+{
+    if (IsBroken(pending))
+        pending_.push_back(std::move(pending));
+}
+
+void ConstraintChecker::Finish()
+{
+    for (const Pending &pending : pending_) {
+        if (!IsBroken(pending) || IsRemoved(pending.node, pending.rule == Rule::Key))
+            continue;
+        if (pending.rule == Rule::Value)
+            CheckDefaults(pending.where, *pending.node->type, *pending.unit);
+        else
+            build_.Fail(*pending.unit, pending.where, WhyBroken(pending));
+    }
+}
+
+bool ConstraintChecker::IsBroken(const Pending &pending)
+{
     constexpr uint16_t BOTH = NODE_HAS_DEFAULT | NODE_IS_MANDATORY;
-    bool canBe = node->kind == QY_NODE_TYPE_LEAF || node->kind == QY_NODE_TYPE_CHOICE;
-    if (canBe && (node->flags & BOTH) == BOTH)
-        build_.Fail(unit, where, DescribeNode(node) + " is mandatory and has a default");
+    const QY_NODE *node = pending.node;
+    switch (pending.rule) {
+        case Rule::Config:
+            return (node->flags & (NODE_HAS_CONFIG | NODE_IS_STATE)) == NODE_HAS_CONFIG && StateAbove(node) != nullptr;
+        case Rule::DefaultCase:
+            return !HasDefaultCase(pending.where, node, *pending.unit);
+        case Rule::Mandatory:
+            return (node->kind == QY_NODE_TYPE_LEAF || node->kind == QY_NODE_TYPE_CHOICE) &&
+                   (node->flags & BOTH) == BOTH;
+        case Rule::Key:
+            return true;
+        case Rule::Value:
+            return lastDeviate_.at(node) == pending.where;
+    }
+    return false;
+}
+
+std::string ConstraintChecker::WhyBroken(const Pending &pending)
+{
+    const QY_NODE *node = pending.node;
+    switch (pending.rule) {
+        case Rule::Config:
+            return DescribeNode(node) + " has config 'true' below " + DescribeNode(StateAbove(node)) +
+                   ", which has config 'false'";
+        case Rule::DefaultCase:
+            return NoDefaultCase(pending.where, node, *pending.unit);
+        case Rule::Mandatory:
+            return DescribeNode(node) + " is mandatory and has a default";
+        case Rule::Key:
+            return pending.failure;
+        case Rule::Value:
+            break;
+    }
+    return {};
 }
 
 void ConstraintChecker::CheckCounts(const Statement *statement, Unit &unit)
@@ -141,18 +225,23 @@ void ConstraintChecker::CheckCounts(const Statement *statement, Unit &unit)
                     std::string("max-elements ") + most->argument + " is less than min-elements " + least->argument);
 }
 
-void ConstraintChecker::CheckDefaultCase(const Statement *value, const QY_NODE *choice, Unit &unit)
+/* True as well when the default's prefix stands for no module, which is recorded. */
+bool ConstraintChecker::HasDefaultCase(const Statement *value, const QY_NODE *choice, Unit &unit)
 {
     Reference reference = SplitReference(value->argument);
     QY_MOD *module = reference.prefix.empty() ? choice->module : build_.ModuleOf(unit, value, reference);
-    if (module == nullptr || build_.load.finder.SchemaChild(choice, module, reference.name) != nullptr)
-        return;
+    return module == nullptr || build_.load.finder.SchemaChild(choice, module, reference.name) != nullptr;
+}
+
+std::string ConstraintChecker::NoDefaultCase(const Statement *value, const QY_NODE *choice, Unit &unit)
+{
+    Reference reference = SplitReference(value->argument);
+    const QY_MOD *module = reference.prefix.empty() ? choice->module : build_.ModuleOf(unit, value, reference);
     NearestName nearest(reference.name, reference.prefix);
     for (const QY_NODE *child = choice->first; child != nullptr; child = child->next)
         if (child->module == module)
             nearest.Offer(child->name);
-    build_.Fail(unit, value,
-                "default " + Quoted(value->argument) + " is no case of " + DescribeNode(choice) + nearest.Hint());
+    return "default " + Quoted(value->argument) + " is no case of " + DescribeNode(choice) + nearest.Hint();
 }
 
 /* ---- values ---------------------------------------------------------------------------------------------------- */

@@ -72,7 +72,6 @@ class Deviator {
                 return Fail(child, "'not-supported' is the only deviate that may stand in it");
             Deviate(child, node);
         }
-        builder_.Constraints().CheckMandatory(deviation, node, *scope_->unit);
     }
 
   private:
@@ -87,7 +86,8 @@ class Deviator {
             if (node->kind == QY_NODE_TYPE_INPUT || node->kind == QY_NODE_TYPE_OUTPUT)
                 return Fail(deviate, DescribeNode(node) + " cannot be left out");
             if ((node->flags & NODE_IS_KEY) != 0)
-                return Fail(deviate, DescribeNode(node) + " is a key and cannot be left out");
+                builder_.Constraints().AwaitListOf(deviate, node, *scope_->unit,
+                                                   Sentence(DescribeNode(node) + " is a key and cannot be left out"));
             log_.Apply(node, {&build_.module, Deviation::Kind::Remove});
             Removal removal{scope_->unit, deviate->offset, deviation_->argument};
             build_.load.removals.emplace(node, std::move(removal));
@@ -152,7 +152,7 @@ class Deviator {
             log_.Apply(node, std::move(change));
         }
         if (static_cast<DeviateKind>(deviate->detail) != DeviateKind::Delete)
-            builder_.Constraints().CheckChange(deviate, node, *scope_->unit);
+            builder_.Constraints().CheckDeviate(deviate, node, *scope_->unit);
     }
 
     void ReplaceType(const Statement *statement, QY_NODE *node)
@@ -176,9 +176,14 @@ class Deviator {
         log_.Apply(node, std::move(change));
     }
 
+    std::string Sentence(std::string_view what) const
+    {
+        return "deviation " + Quoted(deviation_->argument) + ": " + std::string(what);
+    }
+
     void Fail(const Statement *statement, std::string_view what)
     {
-        build_.Fail(*scope_->unit, statement, "deviation " + Quoted(deviation_->argument) + ": " + std::string(what));
+        build_.Fail(*scope_->unit, statement, Sentence(what));
     }
 
     Build &build_;

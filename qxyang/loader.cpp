@@ -210,6 +210,8 @@ Loader::Outcome Loader::Complete(QY_MOD &module, Unit &unit)
             ApplyDeviations(build, builder);
         }
         if (!build.Failed())
+            builder.Constraints().Finish();
+        if (!build.Failed())
             builder.MarkGated();
     }
     if (build.Failed())

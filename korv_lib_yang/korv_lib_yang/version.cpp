@@ -4,6 +4,7 @@
 
 /* The header is installed as it stands, so its version is written there; the build's own is the one that file names,
  * packages and consumers' version checks have. */
+// NOLINTNEXTLINE(misc-redundant-expression)
 static_assert(KORV_LIB_YANG_VERSION == std::string_view(KORV_PROJECT_VERSION) &&
                   KORV_LIB_YANG_VERSION_MAJOR == KORV_PROJECT_VERSION_MAJOR &&
                   KORV_LIB_YANG_VERSION_MINOR == KORV_PROJECT_VERSION_MINOR &&

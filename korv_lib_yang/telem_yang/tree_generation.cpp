@@ -54,6 +54,7 @@ uint32_t DupNode(QY_NODE *pNode, uint32_t uiTravType, KorvTreeGenCtx *pstGen, Ko
         *ppstTail = nullptr;
     if (ppstTail != nullptr && uiTravType == QY_TRAV_RETURN)
         *ppstTail = pstGen->pstCurParent;
+    // Both callers hand in a context of theirs. NOLINTNEXTLINE(clang-analyzer-core.NullDereference)
     pstGen->pstCurParent =
         TELMYANG_UpdateLinkParentKorvNodeByTravType(pstGen->pstCurParent, pstGen->pstLastNode, uiTravType);
     if (uiTravType == QY_TRAV_RETURN)

@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -33,16 +34,17 @@ std::string ReadFile(const std::string &path)
 
 Result RunShell(const std::string &command)
 {
-    char out[] = "/tmp/korv-inspect-out-XXXXXX";
-    char err[] = "/tmp/korv-inspect-err-XXXXXX";
-    close(mkstemp(out));
-    close(mkstemp(err));
+    const std::string temporary = std::filesystem::temp_directory_path().string();
+    std::string out = temporary + "/korv-inspect-out-XXXXXX";
+    std::string err = temporary + "/korv-inspect-err-XXXXXX";
+    close(mkstemp(out.data()));
+    close(mkstemp(err.data()));
     const std::string whole = "cd " + Quoted(KORV_SOURCE_DIR) + " && PATH=" + Quoted(KORV_BINARY_DIR "/bin") +
                               ":$PATH && { " + command + "\n} >" + out + " 2>" + err + " </dev/null";
     const int status = std::system(whole.c_str());
     Result result = {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
-    std::remove(out);
-    std::remove(err);
+    std::remove(out.c_str());
+    std::remove(err.c_str());
     return result;
 }
 

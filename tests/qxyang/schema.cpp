@@ -147,8 +147,8 @@ std::string ModuleText(const std::string &name, const std::string &body, const s
 
 Schema::Schema() : context_(QY_CTX_Create(QY_CTX_OPTION_KORV))
 {
-    char path[] = "/tmp/qxyang-test-XXXXXX";
-    dir_ = ::mkdtemp(path);
+    dir_ = (std::filesystem::temp_directory_path() / "qxyang-test-XXXXXX").string();
+    ::mkdtemp(dir_.data());
     QY_CTX_SetSearchDir(context_, dir_.c_str());
 }
 
