@@ -54,7 +54,13 @@ class ConstraintChecker {
     void CheckMandatory(const Statement *where, const QY_NODE *node, Unit &unit);
 
   private:
-    enum class Rule : uint8_t { Config, DefaultCase, Mandatory, Key, Value };
+    enum class Rule : uint8_t {
+        Config,
+        DefaultCase,
+        Mandatory,
+        Key,
+        Value
+    };
 
     /* A rule that a node breaks so far, or, of a value, may break. */
     struct Pending {
@@ -82,7 +88,7 @@ class ConstraintChecker {
     Build &build_;
     std::vector<Pending> pending_;
     std::unordered_map<const QY_NODE *, const Statement *> lastDeviate_; /* with a default, of a leaf */
-    std::unordered_map<const EnumSet *, NameTable<EnumValue>> names_; /* of types with many values */
+    std::unordered_map<const EnumSet *, NameTable<EnumValue>> names_;    /* of types with many values */
 };
 
 } // namespace qxyang

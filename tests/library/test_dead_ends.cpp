@@ -104,8 +104,8 @@ TEST_F(DeadEnds, AreSaidOrNotButAnswerTheSame)
          "puiValArray or puiFillNum null error!"},
         {"travel", [&] { return Travel("example-interfaces", "/nowhere", Refuse); }, 3,
          "Find Tree Node By Xpath failed, name(example-interfaces) pcPath(/nowhere)pcXpathMain(/nowhere)!"},
-        {"travel stops at an ancestor", [&] { return Travel("example-interfaces", "/interfaces/interface", Refuse); }, 9,
-         "Parent node error, return(9) name(interfaces)!"},
+        {"travel stops at an ancestor", [&] { return Travel("example-interfaces", "/interfaces/interface", Refuse); },
+         9, "Parent node error, return(9) name(interfaces)!"},
         {"travel stops at the node",
          [&] { return Travel("example-interfaces", "/interfaces/interface", RefuseBelowTop); }, 9,
          "Self node error, return(9) name(interface)!"},
@@ -146,8 +146,8 @@ TEST_F(DeadEnds, AbsentArgumentsAnswerNothing)
     TELMYANG_LOCAL_DATA_S empty = {};
     EXPECT_EQ(YANGLIB_GetYangRevision(&empty, "m"), nullptr);
     KorvTreeNode untouched = {};
-    EXPECT_EQ(TELMYANG_FillSelfAndAncestorKeyList(
-                  Local(), SchemaNode(SchemaModule("example-interfaces"), "interfaces"), &untouched),
+    EXPECT_EQ(TELMYANG_FillSelfAndAncestorKeyList(Local(), SchemaNode(SchemaModule("example-interfaces"), "interfaces"),
+                                                  &untouched),
               0u);
     EXPECT_EQ(untouched.uiClassId, 0u);
     YANGLIB_Uninitial(nullptr);
@@ -172,8 +172,8 @@ TEST_F(DeadEnds, LeafrefChainsEndAfter64Hops)
 {
     std::string leaves = Leaf("l0", "uint32", Ext("field-id", "1"));
     for (int i = 1; i <= 66; ++i)
-        leaves += Leaf("l" + std::to_string(i), "<type name=\"leafref\"><path value=\"../l" + std::to_string(i - 1) +
-                                                    "\"/></type>");
+        leaves += Leaf("l" + std::to_string(i),
+                       "<type name=\"leafref\"><path value=\"../l" + std::to_string(i - 1) + "\"/></type>");
     dir.Add("m", Container("c", leaves));
     ASSERT_EQ(Load("m"), 0u);
     QY_MOD *mod = SchemaModule("m");

@@ -70,10 +70,10 @@ TEST_F(LongLife, MemoryStaysFlat)
         for (const std::string &module : modules)
             failures += Load(module) ? 0 : 1;
         failures += Finds("example-interfaces", "/interfaces/interface", "if:interfaces/if:interface") ? 0 : 1;
-        failures += Finds("example-interface-qos", "/interfaces/interface/traffic",
-                          "if:interfaces/if:interface/ifq:traffic")
-                        ? 0
-                        : 1;
+        failures +=
+            Finds("example-interface-qos", "/interfaces/interface/traffic", "if:interfaces/if:interface/ifq:traffic")
+                ? 0
+                : 1;
         failures += Finds("example-interfaces", "/interfaces/nowhere", "if:interfaces/if:nowhere") ? 1 : 0;
         failures += DumpedNodes("example-interfaces") != 0 ? 0 : 1;
         failures += Load("nowhere") ? 1 : 0;
@@ -95,9 +95,9 @@ TEST_F(LongLife, MemoryStaysFlat)
         resident = ResidentKilobytes();
     }
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    std::printf("%d rounds of %zu modules in %.1f s: %zu bytes and %zu kB resident after round %d, %zu and %zu at the end\n",
-                rounds, modules.size(), seconds.count(), bytes, resident, settled, mallinfo2().uordblks,
-                ResidentKilobytes());
+    std::printf(
+        "%d rounds of %zu modules in %.1f s: %zu bytes and %zu kB resident after round %d, %zu and %zu at the end\n",
+        rounds, modules.size(), seconds.count(), bytes, resident, settled, mallinfo2().uordblks, ResidentKilobytes());
     EXPECT_EQ(failures, 0);
     EXPECT_LE(mallinfo2().uordblks, bytes + 16384) << "the order of loads decides how far a table has grown";
     EXPECT_EQ(local->uiModuleNum, 0u);
@@ -108,8 +108,9 @@ TEST_F(LongLife, AThousandModulesAtOnce)
     constexpr int COUNT = 1000;
     const auto name = [](int i) { return "m" + std::to_string(i); };
     for (int i = 0; i < COUNT; ++i)
-        dir.Add(name(i), Container("c", List("l", "k", Ext("class-id", std::to_string(i + 1)) +
-                                                           Leaf("k", "string", Ext("field-id", "1")))));
+        dir.Add(name(i), Container("c", List("l", "k",
+                                             Ext("class-id", std::to_string(i + 1)) +
+                                                 Leaf("k", "string", Ext("field-id", "1")))));
     const size_t before = mallinfo2().uordblks;
     for (int i = 0; i < COUNT; ++i)
         ASSERT_TRUE(Load(name(i)));

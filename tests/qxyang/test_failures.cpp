@@ -232,8 +232,8 @@ TEST(Constraints, HoldForWhatTheModuleMakesOfItInTheEnd)
     const std::string number = R"(<type name="int8"/>)";
     const std::string leaf = R"(<leaf name="x"><config value="true"/>)" + number + "</leaf>";
     const std::string bodies[] = {
-        state + R"(<list name="l"><key value="k"/><leaf name="k">)" + number +
-            R"(</leaf><action name="a"><input>)" + leaf + "</input></action></list></container>",
+        state + R"(<list name="l"><key value="k"/><leaf name="k">)" + number + R"(</leaf><action name="a"><input>)" +
+            leaf + "</input></action></list></container>",
         state + R"(<notification name="n">)" + leaf + "</notification></container>",
         R"(<grouping name="g">)" + leaf + "</grouping>" + state +
             R"(<uses name="g"><refine target-node="x"><config value="false"/></refine></uses></container>)",
@@ -251,7 +251,8 @@ TEST(Constraints, HoldForWhatTheModuleMakesOfItInTheEnd)
     Schema schema;
     schema.LoadText("base", R"(<container name="c"><leaf name="x"><type name="int8"/><default value="3"/></leaf>
         <list name="l"><key value="k"/><leaf name="k"><type name="int8"/></leaf></list></container>)" +
-                                state + R"(<leaf name="y"><config value="false"/><type name="int8"/></leaf></container>)");
+                                state +
+                                R"(<leaf name="y"><config value="false"/><type name="int8"/></leaf></container>)");
     schema.LoadText("dev", R"(<deviation target-node="/base:c/base:x"><deviate value="add"><mandatory value="true"/>
         </deviate></deviation><deviation target-node="/base:c/base:x"><deviate value="delete"><default value="3"/></deviate>
         </deviation><deviation target-node="/base:c/base:l"><deviate value="not-supported"/></deviation>
@@ -259,7 +260,8 @@ TEST(Constraints, HoldForWhatTheModuleMakesOfItInTheEnd)
         <deviation target-node="/base:s/base:y"><deviate value="replace"><config value="true"/></deviate></deviation>
         <deviation target-node="/base:s"><deviate value="replace"><config value="true"/></deviate></deviation>)",
                     "base");
-    schema.LoadText("dev2", R"(<deviation target-node="/base:s/base:y"><deviate value="add"><default value="none"/></deviate>
+    schema.LoadText("dev2",
+                    R"(<deviation target-node="/base:s/base:y"><deviate value="add"><default value="none"/></deviate>
         <deviate value="replace"><type name="enumeration"><enum name="none"/></type></deviate></deviation>)",
                     "base");
     EXPECT_EQ(schema.Tree("base"), "container c\n  leaf x int8\ncontainer s\n  leaf y enumeration\n");
