@@ -54,9 +54,9 @@ uint32_t DupNode(QY_NODE *pNode, uint32_t uiTravType, KorvTreeGenCtx *pstGen, Ko
         *ppstTail = nullptr;
     if (ppstTail != nullptr && uiTravType == QY_TRAV_RETURN)
         *ppstTail = pstGen->pstCurParent;
-    // Both callers hand in a context of theirs. NOLINTNEXTLINE(clang-analyzer-core.NullDereference)
     pstGen->pstCurParent =
-        TELMYANG_UpdateLinkParentKorvNodeByTravType(pstGen->pstCurParent, pstGen->pstLastNode, uiTravType);
+        TELMYANG_UpdateLinkParentKorvNodeByTravType(pstGen->pstCurParent, // NOLINT(clang-analyzer-core.NullDereference)
+                                                    pstGen->pstLastNode, uiTravType);
     if (uiTravType == QY_TRAV_RETURN)
         return KORV_OK;
     KorvTreeNode *pstNode = nullptr;
