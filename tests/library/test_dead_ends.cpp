@@ -164,8 +164,44 @@ TEST_F(DeadEnds, ValuesOfExtensionRecordsWhileTheyExist)
     EXPECT_EQ(TELMYANG_GetNodePrivateValue(Local(), list), node->uiClassId);
     EXPECT_EQ(TELMYANG_GetNodePrivateValue(Local(), leaf), LeafOf(node, "mtu")->uiFieldId);
     EXPECT_EQ(TELMYANG_GetNodePrivateValue(Local(), SchemaNode(mod, "interfaces/interface/mode")), 0u);
+    EXPECT_EQ(TELMYANG_GetNodePrivateValue(Local(), SchemaNode(mod, "interfaces/interface/mode/fixed")), 0u);
     TELEMYANG_FreeAllYinExtensionInMouleEx(Local(), "example-interfaces", nullptr, File("example-interfaces"));
     EXPECT_EQ(QY_NODE_GetPrivate(list), nullptr);
+}
+
+/* What a load and a lookup do in larger steps can be asked for one by one as well. */
+TEST_F(DeadEnds, SingleStepsAnswerAsTheWholeDoes)
+{
+    QY_MOD *mod = SchemaModule("example-interfaces");
+    for (uint32_t i = 0; i < VEC_VectorCount(node->pstLeafList); ++i) {
+        const auto *leaf = static_cast<const KorvTreeLeaf *>(node->pstLeafList->ppvItem[i]);
+        QY_NODE *schemaLeaf = SchemaNode(mod, std::string("interfaces/interface/") + leaf->pcName);
+        KorvTreeLeaf steps = {};
+        TELMYANG_GetLeafNodeDataType(Local(), schemaLeaf, &steps);
+        TELMYANG_GetLeafNodeNameKey(Local(), schemaLeaf, &steps);
+        TELMYANG_GetLeafNodeDataRefKey(Local(), schemaLeaf, &steps);
+        EXPECT_EQ(steps.uiDataType, leaf->uiDataType) << leaf->pcName;
+        EXPECT_EQ(steps.uiName2IdKeyFid, leaf->uiName2IdKeyFid) << leaf->pcName;
+        EXPECT_EQ(steps.uiRefIdKeyFid, leaf->uiRefIdKeyFid) << leaf->pcName;
+        EXPECT_EQ(steps.ucMask, leaf->ucMask & ~KORV_MASK_FIELD_ID) << leaf->pcName;
+    }
+    KorvTreeNode *top = File("example-interfaces")->pstOriginTree;
+    EXPECT_EQ(TELMYANG_KorvFindNodeWithChoiceCase(top->pstFirstChild, "interface"), node);
+    EXPECT_EQ(TELMYANG_KorvFindNodeWithChoiceCase(top->pstFirstChild, "interfac"), nullptr);
+    EXPECT_EQ(TELMYANG_KorvFindNodeWithChoiceCase(top->pstFirstChild, ""), nullptr);
+    char name[10] = "untouched";
+    uint32_t length = 0;
+    EXPECT_EQ(TELMYANG_GetNextNodeName("interface/name", name, 9, &length), 1u);
+    EXPECT_STREQ(name, "untouched");
+    EXPECT_EQ(TELMYANG_GetNextNodeName("interface/name", name, 10, &length), 0u);
+    EXPECT_STREQ(name, "interface");
+    EXPECT_EQ(length, 9u);
+    char *copy = nullptr;
+    EXPECT_EQ(TELMYANG_DuplicateXpath(Local(), &copy, "/a", 4), 0u);
+    EXPECT_STREQ(copy, "/a/");
+    ZOR_Free_F(copy, __FILE__, __LINE__);
+    EXPECT_EQ(TELMYANG_DuplicateXpath(Local(), &copy, "/a", 3), 1u) << "no room for the slash";
+    ZOR_Free_F(copy, __FILE__, __LINE__);
 }
 
 TEST_F(DeadEnds, LeafrefChainsEndAfter64Hops)

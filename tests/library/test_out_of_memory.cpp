@@ -173,7 +173,13 @@ TEST_P(OutOfMemory, Load)
 TEST_P(OutOfMemory, LoadOfEveryKindOfClass)
 {
     ASSERT_NE(Local(), nullptr);
-    for (const char *name : BASES) {
+    const std::string leaf = Leaf("k", "int8", Ext("field-id", "1"));
+    dir.Add("same-class", Container("c", List("l", "k",
+                                              Ext("class-id", "1") + leaf +
+                                                  List("m", "k",
+                                                       Ext("class-id", "2") + Ext("ancestor-key-fid", "2") + leaf +
+                                                           Container("same", Ext("class-id", "2") + leaf)))));
+    for (const char *name : {BASES[0], BASES[1], "same-class"}) {
         Sweep([&] { return Load(name) == 0; }, [&] { EXPECT_EQ(Local()->uiModuleNum, 0u); },
               [&] { ASSERT_EQ(Unload(name), 0u); });
     }
