@@ -169,6 +169,39 @@ TEST_F(DeadEnds, ValuesOfExtensionRecordsWhileTheyExist)
     EXPECT_EQ(QY_NODE_GetPrivate(list), nullptr);
 }
 
+/* A schema library may have no name for an extension's module, or for the extension. */
+TEST_F(DeadEnds, StatementsWithoutNames)
+{
+    uint32_t taskId = 0;
+    ModuleExtCtx module = {Local(), &taskId};
+    uint32_t classId = 7;
+    YinAttr attr = {};
+    AttrFillCtx fill = {Local(), &attr};
+    const char *const names[][2] = {{nullptr, nullptr}, {"quelvo-mim-extensions", nullptr}, {nullptr, "class-id"}};
+    for (const auto &[extModule, keyword] : names) {
+        EXPECT_EQ(TELMYANG_BSC_GetNodeMimExtType(extModule, keyword), MIM_EXT_NONE);
+        EXPECT_EQ(TELMYANG_BSC_ImplParseModuleExtInstCb(nullptr, extModule, keyword, "1", &module), 1u);
+        EXPECT_EQ(TELMYANG_BSC_ImplGetClassIdFromYinNodeExtCb_(nullptr, extModule, keyword, "1", &classId), 0u);
+        EXPECT_EQ(TELMYANG_BSC_ImplFillLeafIntoYinAttrCb(nullptr, extModule, keyword, "1", &fill), 0u);
+    }
+    EXPECT_EQ(TELMYANG_BSC_ImplParseModuleExtInstCb(nullptr, "quelvo-mim-extensions", "class-id", "1", &module), 0u);
+    EXPECT_EQ(
+        TELMYANG_BSC_ImplGetClassIdFromYinNodeExtCb_(nullptr, "quelvo-mim-extensions", "class-id", nullptr, &classId),
+        1u);
+    EXPECT_EQ(classId, 7u);
+    EXPECT_EQ(taskId, 0u);
+    AutoKeyPair pairs[1] = {};
+    AutoKeyPair nameKey = {};
+    YinInst inst = {};
+    AutoKeyScanCtx scan = {Local(), &inst, pairs, &nameKey, 0};
+    QY_MOD *mod = SchemaModule("example-interfaces");
+    EXPECT_EQ(TELMYANG_BSC_ImplParseAutoKeyForEachCb_(SchemaNode(mod, "interfaces/interface"), nullptr, &scan), 0u);
+    log.Clear();
+    EXPECT_EQ(TELMYANG_BSC_ImplParseAutoKeyForEachCb_(SchemaNode(mod, "interfaces/number"), nullptr, &scan), 1u);
+    EXPECT_EQ(log.Errors(), std::vector<std::string>{"autoKey(0)ucNumOfAttr(0)name(number) error!"});
+    EXPECT_EQ(TELMYANG_BSC_FindListNodeKey(Local(), "k", &inst, nullptr, 0), 1u);
+}
+
 /* What a load and a lookup do in larger steps can be asked for one by one as well. */
 TEST_F(DeadEnds, SingleStepsAnswerAsTheWholeDoes)
 {
