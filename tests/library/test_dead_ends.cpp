@@ -33,6 +33,21 @@ class DeadEnds : public HostTest {
         return TELMYANG_KorvFindTreeNodeByLeafXpath(Local(), "example-interfaces", nullptr, path, xpath) != nullptr;
     }
 
+    uint32_t Start(const std::string &directory)
+    {
+        TELMYANG_LOCAL_DATA_S *other =
+            YANGLIB_Initial(MODULE_ID, log.Component(), log.Hooks().data(), directory.c_str(), nullptr);
+        YANGLIB_Uninitial(other);
+        return other != nullptr;
+    }
+
+    uint32_t Numbers(const char *text, uint32_t room)
+    {
+        uint32_t values[2] = {};
+        uint32_t number = 0;
+        return TELMYANG_BSC_ParseMimExtIntoArray(Local(), text, values, room, &number);
+    }
+
     uint32_t Travel(const char *module, const char *path, YANGLIB_TRAVEL_PF callback)
     {
         const YangPathRequest request = {module, nullptr, path, path};
@@ -100,6 +115,49 @@ TEST_F(DeadEnds, AreSaidOrNotButAnswerTheSame)
          "find node (/interfaces/x/) failed!"},
         {"no holder", [&] { return LookUpLeaf("/nobody/x", "if:nobody/if:x"); }, 0,
          "Find Tree Node By Xpath failed, name(example-interfaces) pcPath(/nobody/x)pcXpathMain(if:nobody/if:x)!"},
+        {"start",
+         [&] {
+             Faults().noContext = true;
+             const bool started = Start("x");
+             Faults().noContext = false;
+             return started;
+         },
+         0, "Create yang context return 0x1"},
+        {"start elsewhere", [&] { return Start(std::string(256, 'd')); }, 0, "Set yang search direction return 0x1"},
+        {"refused unload",
+         [&] {
+             Faults().unloadResult = 0x16;
+             const uint32_t result = Unload("example-interfaces");
+             Faults().unloadResult = 0;
+             EXPECT_EQ(YANGLIB_UnloadYangModuleAll(Local()), 0u);
+             EXPECT_EQ(YANGLIB_LoadYangModule(Local(), "example-interfaces", nullptr), 0u);
+             return result;
+         },
+         1, "QY_CTX_UnloadModule example-interfaces fail return 0x16!"},
+        {"no statement",
+         [&] { return TELMYANG_BSC_GetNodeSpecMimExt(Local(), nullptr, MIM_EXT_NONE, nullptr) != nullptr; }, 0,
+         "Get ExtName error in node!"},
+        {"attribute ids",
+         [&] {
+             YinAttr attrs[2] = {};
+             attrs[0].ucAttrID = 1;
+             attrs[1].ucAttrID = 1;
+             YinInst inst = {};
+             inst.pstYinAttr = attrs;
+             inst.ucNumOfAttr = 2;
+             return TELMYANG_BSC_CheckAllYinInstAttrValid(Local(), &inst);
+         },
+         1, "Duplicated attr id 1 defined for class 0"},
+        {"empty step",
+         [&] { return LookUp("example-interfaces", "/interfaces//interface", "if:interfaces//if:interface"); }, 0,
+         "Get next node name return 0x1!"},
+        {"below the last node",
+         [&] {
+             return LookUp("example-interfaces", "/interfaces/interface/statistics/x/y", "if:interfaces/if:interface");
+         },
+         0, nullptr},
+        {"no room for numbers", [&] { return Numbers("1", 0); }, 1, "uiTotalNum(0) error!"},
+        {"too many numbers", [&] { return Numbers("1 2", 1); }, 1, "uiTotalNum(1)i(1) error!"},
         {"numbers", [&] { return TELMYANG_BSC_ParseMimExtIntoArray(Local(), "1", nullptr, 1, nullptr); }, 1,
          "puiValArray or puiFillNum null error!"},
         {"travel", [&] { return Travel("example-interfaces", "/nowhere", Refuse); }, 3,

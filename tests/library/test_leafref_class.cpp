@@ -11,17 +11,11 @@ const std::string CONFIG =
                             Leaf("name", "string", Ext("field-id", "1")) +
                             Leaf("rate", "uint64", Ext("field-id", "2") + Ext("datatype-id", "77")));
 
-class LeafrefClass : public RecordTest {
-  protected:
-    void SetUp() override
-    {
-        RecordTest::SetUp();
-        readsOnce = true;
-    }
-};
+class LeafrefClass : public RecordTest {};
 
 TEST_F(LeafrefClass, TakesItsStatementsFromChildAndTargets)
 {
+    readsOnce = true;
     const std::string body = Container(
         "top", List("policy", "name",
                     Ext("class-type", "leafref") + Leaf("name", TYPE_NAME) + CONFIG + Leaf("rate", TYPE_RATE)));
