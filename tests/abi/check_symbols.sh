@@ -19,9 +19,10 @@ diff -u "$list" "$work/exported" || {
 
 # Names in front of an opening bracket, and the one variable.
 grep -oE '[A-Za-z_0-9]+\(|g_aucZorMemPt' "$header" | tr -d '(' | LC_ALL=C sort -u >"$work/contract"
-# Symbols with a version come from the runtimes; the weak ones below belong to the linker and to instrumentation.
+# Symbols with a version come from the runtimes; the others below belong to the linker and to instrumentation, which has
+# functions of the C library for its own.
 nm -D --undefined-only "$library" | awk '{print $NF}' | grep -v '@' |
-    grep -vE '^(_ITM_|__gmon_start__|__cxa_|__asan_|__ubsan_|__tsan_|__sanitizer_|__gcov_|__llvm_)' |
+    grep -vE '^((mem|str)[a-z]+$|_ITM_|__gmon_start__|__cxa_|__asan_|__ubsan_|__tsan_|__sanitizer_|__gcov_|__llvm_)' |
     LC_ALL=C sort -u >"$work/needed"
 LC_ALL=C comm -23 "$work/needed" "$work/contract" >"$work/foreign"
 if [ -s "$work/foreign" ]; then
