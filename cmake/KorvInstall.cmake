@@ -43,8 +43,8 @@ install(DIRECTORY examples/host_c examples/yin DESTINATION ${CMAKE_INSTALL_DOCDI
 if(KORV_BUILD_INSPECT)
   set_target_properties(korv-inspect PROPERTIES INSTALL_RPATH "$ORIGIN/${KORV_LIBDIR_FROM_BINDIR}")
   install(TARGETS korv-inspect RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
-  install(FILES inspect/korv-inspect.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+  install(FILES inspect/line/korv-inspect.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
           RENAME korv-inspect COMPONENT tools)
-  configure_file(inspect/korv-inspect.1.in korv-inspect.1 @ONLY)
+  configure_file(inspect/line/korv-inspect.1.in korv-inspect.1 @ONLY)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korv-inspect.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
 endif()

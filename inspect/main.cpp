@@ -3,9 +3,10 @@
 #include <exception>
 #include <new>
 
-#include "arguments.h"
-#include "failure.h"
-#include "text.h"
+#include "base/failure.h"
+#include "base/text.h"
+#include "commands/commands.h"
+#include "line/command_line.h"
 
 namespace {
 
@@ -27,10 +28,7 @@ int FlushOutput(int exitCode)
 
 int main(int argc, char **argv)
 try {
-    inspect::Arguments args;
-    if (const std::optional<int> over = inspect::ParseArguments(argc, argv, &args))
-        return *over;
-    return FlushOutput(args.command(args));
+    return FlushOutput(inspect::RunCommandLine(argc, argv, inspect::COMMANDS));
 } catch (const inspect::Failure &failure) {
     std::fflush(stdout);
     return Report(failure.what(), failure.exitCode);

@@ -184,7 +184,7 @@ TEST(InspectDiff, AVersionThatCannotBeLoadedEndsTheRun)
     good.Add("m", Base(""));
     bad.Add("m", Base(Leaf("x", "strng")));
     const Result result = Inspect({"diff", "m", "--old", good.Path(), "--new", bad.Path()});
-    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.exitCode, 3);
     EXPECT_EQ(result.out, "");
     EXPECT_NE(LineWith(result.err, bad.Path() + "/m.yin:"), "");
 }

@@ -52,7 +52,7 @@ TEST(InspectUsage, AFailedLoadSaysFirstWhereAndWhy)
     ModelDir dir;
     dir.Add("m", Container("c", Leaf("x", "strng")));
     const Result result = Inspect({"tree", "m", "-d", dir.Path()});
-    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.exitCode, 3);
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(result.err, dir.Path() + "/m.yin:5:16: unknown type 'strng'; did you mean 'string'?\n" +
                               "korv-inspect: module 'm' cannot be loaded (-v shows all that the library says)\n");
@@ -62,10 +62,10 @@ TEST(InspectUsage, AFailedLoadSaysFirstWhereAndWhy)
     EXPECT_NE(LineWith(verbose.err, "error Load Module (m) fail!"), "");
 
     const Result missing = Inspect({"tree", "nowhere", "-d", dir.Path()});
-    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_EQ(missing.exitCode, 3);
     EXPECT_NE(LineWith(missing.err, "no file 'nowhere.yin'"), "");
     const Result first = Inspect({"tree", "quelvo-mim-extensions", "-d", dir.Path(), "--load", "m"});
-    EXPECT_EQ(first.exitCode, 1) << "a module of --load that fails ends the run";
+    EXPECT_EQ(first.exitCode, 3) << "a module of --load that fails ends the run";
     EXPECT_NE(LineWith(first.err, "module 'm' cannot be loaded"), "");
 }
 
@@ -165,7 +165,7 @@ std::set<std::string> OptionsIn(const std::string &text)
 
 TEST(InspectUsage, TheManualPageHasEveryCommandAndOptionOfTheHelp)
 {
-    const std::string page = RunShell("sed 's/\\\\-/-/g' inspect/korv-inspect.1.in").out;
+    const std::string page = RunShell("sed 's/\\\\-/-/g' inspect/line/korv-inspect.1.in").out;
     std::string help = Inspect({"--help"}).out;
     std::istringstream commands(help.substr(help.find("Commands:\n") + 10));
     std::string line;
@@ -185,7 +185,7 @@ TEST(InspectUsage, TheManualPageHasEveryCommandAndOptionOfTheHelp)
 /* What completion offers at the end of a line. */
 std::string Completed(const std::string &words)
 {
-    return RunShell("exec bash -c 'source inspect/korv-inspect.bash; COMP_WORDS=(" + words +
+    return RunShell("exec bash -c 'source inspect/line/korv-inspect.bash; COMP_WORDS=(" + words +
                     "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _korv_inspect; echo ${COMPREPLY[@]}'")
         .out;
 }

@@ -1,0 +1,75 @@
+#include "check/findings.h"
+
+#include <algorithm>
+
+#include "base/json_out.h"
+#include "base/text.h"
+
+namespace inspect {
+namespace {
+
+size_t CountErrors(const std::vector<Finding> &findings)
+{
+    return static_cast<size_t>(
+        std::count_if(findings.begin(), findings.end(), [](const Finding &finding) { return finding.isError; }));
+}
+
+void WriteNumberOrNull(JsonOut *out, const char *name, uint32_t number)
+{
+    out->Key(name);
+    if (number != 0)
+        out->Value(number);
+    else
+        out->Null();
+}
+
+} // namespace
+
+std::string FindingText(const Finding &finding)
+{
+    return Printable(PlaceText(finding.cause, finding.module) + (finding.isError ? "error: " : "warning: ") +
+                     finding.cause.text + " [" + finding.name + "]");
+}
+
+void WriteFindingsJson(const std::vector<std::string> &modules, const std::vector<Finding> &findings)
+{
+    JsonOut out;
+    out.Object();
+    out.Key("modules");
+    out.Array();
+    for (const std::string &module : modules)
+        out.Text(module);
+    out.EndArray();
+    out.Member("errors", CountErrors(findings));
+    out.Member("warnings", findings.size() - CountErrors(findings));
+    out.Key("findings");
+    out.Array();
+    for (const Finding &finding : findings) {
+        out.Object();
+        out.Member("name", finding.name);
+        out.Member("severity", finding.isError ? "error" : "warning");
+        out.Member("module", finding.module);
+        out.Member("file", finding.cause.file.empty() ? nullptr : finding.cause.file.c_str());
+        WriteNumberOrNull(&out, "line", finding.cause.line);
+        WriteNumberOrNull(&out, "column", finding.cause.column);
+        out.Member("text", finding.cause.text);
+        out.EndObject();
+    }
+    out.EndArray();
+    out.EndObject();
+}
+
+std::string SummaryText(size_t modules, const std::vector<Finding> &findings)
+{
+    const size_t errors = CountErrors(findings);
+    const size_t warnings = findings.size() - errors;
+    return Count(modules, "module") + " checked: " + (errors != 0 ? Count(errors, "error") : "no errors") + ", " +
+           (warnings != 0 ? Count(warnings, "warning") : "no warnings");
+}
+
+bool HasErrors(const std::vector<Finding> &findings)
+{
+    return CountErrors(findings) != 0;
+}
+
+} // namespace inspect

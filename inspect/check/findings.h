@@ -1,0 +1,32 @@
+/* What `check` has to say. */
+#ifndef KORV_INSPECT_FINDINGS_H
+#define KORV_INSPECT_FINDINGS_H
+
+#include <string>
+#include <vector>
+
+#include "model/load_causes.h"
+
+namespace inspect {
+
+struct Finding {
+    std::string name; /* short and stable: "duplicate-field-id" */
+    bool isError;     /* the module, or what deviates from it, cannot be loaded */
+    std::string module;
+    Cause cause;
+};
+
+/* "models/m.yin:12: warning: leaf 'x' ... [missing-field-id]" */
+std::string FindingText(const Finding &finding);
+
+/* All findings with their counts as one object. */
+void WriteFindingsJson(const std::vector<std::string> &modules, const std::vector<Finding> &findings);
+
+/* "2 modules checked: 1 error, 3 warnings" */
+std::string SummaryText(size_t modules, const std::vector<Finding> &findings);
+
+bool HasErrors(const std::vector<Finding> &findings);
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_FINDINGS_H

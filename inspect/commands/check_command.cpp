@@ -1,0 +1,261 @@
+/* check: what a device would trip over. */
+#include <unistd.h>
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <set>
+#include <tuple>
+
+#include "base/failure.h"
+#include "check/check_rules.h"
+#include "check/statement_rules.h"
+#include "commands/commands.h"
+#include "line/model_options.h"
+#include "model/message_text.h"
+#include "model/schema_scan.h"
+
+namespace inspect {
+namespace {
+
+constexpr const char *HELP = R"(Each module is loaded by itself, after those of --load. Findings name the file and line
+where these can be told, and end in a short name that stays the same from release to
+release. Errors give exit status 1; a warning keeps nothing from being loaded.
+
+  load-failed              error: the module, or something that it needs, is not right
+  deviation-failed         error: the module's deviation module cannot be loaded, so that
+                           the module is loaded without it
+  missing-field-id         a leaf of a class has no attribute id
+  duplicate-field-id       two leaves of a class have the same attribute id
+  field-id-range           an attribute id beyond 255: only its low 8 bits count
+  bad-number               an argument that is no number of 32 bits, and what it counts as
+  repeated-statement       a statement that may stand once stands again
+  no-effect                a statement where nothing reads it
+  key-without-field-id     a key leaf has no attribute id
+  duplicate-class-id       two unrelated classes have the same class id
+  class-without-tree       a class outside the containers at the module's top
+  many-keys                more than 8 own or ancestor keys; more than 16 cannot be loaded
+  unmapped-ancestor-key    a key of the classes above has no attribute id in this class
+  extra-ancestor-key       more ancestor keys than the lists above have keys
+  dropped-key              keys of a list below one of the same class: they do not count
+  missing-key              a key of a class whose leaf a deviation has taken away
+  ancestor-key-collision   an ancestor key takes the attribute id of a leaf
+  long-path                a path of more than 256 characters: cut in dumps, no lookup
+  long-name                a name of more than 64 characters: no lookup
+  many-augments            18 augments or more; more than 20 cannot be loaded
+  library-message          the library says something else while it loads the module
+
+Examples:
+  korv-inspect check example-interfaces -d examples/yin
+  korv-inspect check --all -d examples/yin --format json)";
+
+/* A line on standard error that each module overwrites; nothing unless that is a terminal. */
+class Progress {
+  public:
+    explicit Progress(size_t total) : total_(isatty(STDERR_FILENO) == 1 ? total : 0) {}
+
+    void Show(size_t number, const std::string &module) const
+    {
+        if (total_ > 1)
+            std::fprintf(stderr, "\r\033[K[%zu/%zu] %s", number, total_, module.c_str());
+    }
+
+    void Clear() const
+    {
+        if (total_ > 1)
+            std::fputs("\r\033[K", stderr);
+    }
+
+  private:
+    size_t total_;
+};
+
+bool Has(const std::vector<Finding> &findings, const char *name)
+{
+    return std::any_of(findings.begin(), findings.end(),
+                       [name](const Finding &finding) { return finding.name == name; });
+}
+
+bool StandsBefore(const Finding &left, const Finding &right)
+{
+    return std::tie(left.cause.file, left.cause.line) < std::tie(right.cause.file, right.cause.line);
+}
+
+/* Names of the module's top nodes that are no containers but hold or are classes: the library gives them no tree. */
+std::vector<std::string> ClassesWithoutTree(QY_MOD *module)
+{
+    std::vector<std::string> names;
+    ForEachTop(module, [&](QY_NODE *top) {
+        if (QY_NODE_GetNodeType(top) == QY_NODE_TYPE_CONTAINER)
+            return;
+        bool holdsClass = false;
+        ForEachBelow(top, [&](QY_NODE *below) { holdsClass |= !ExtensionArguments(below, "class-id").empty(); });
+        if (holdsClass)
+            names.push_back(NameOf(top));
+    });
+    return names;
+}
+
+class Checker {
+  public:
+    Checker(const ModelRequest &request, bool all) : request_(request), all_(all), files_(request.dirs) {}
+
+    std::vector<ModuleKey> Modules()
+    {
+        if (!all_)
+            return request_.modules;
+        std::vector<ModuleKey> modules;
+        for (const std::string &name : files_.Names()) {
+            const YinFile *file = files_.Find(name);
+            if (file == nullptr || !file->IsSubmodule())
+                modules.push_back({name, ""});
+        }
+        return modules;
+    }
+
+    /* Each module gets an instance of its own: it is judged by what it needs, not by what was checked before it. */
+    std::vector<Finding> Check(const ModuleKey &key)
+    {
+        Instance instance(request_.dirs, request_.verbose);
+        for (const ModuleKey &load : request_.loads)
+            LoadOrFail(&instance, request_, load);
+        const LoadReport report = instance.Load(key);
+        std::vector<Finding> findings = LoadFindings(instance, key, report);
+        if (!report.loaded)
+            return findings;
+        const StatementFinder finder(key.name, instance.Revision(key.name), &files_);
+        const std::vector<Finding> rules = RuleChecker(Loaded(instance, key), finder, &uses_).Check();
+        findings.insert(findings.end(), rules.begin(), rules.end());
+        if (QY_MOD *schema = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str())) {
+            const std::vector<Finding> statements = StatementRules(schema, finder).Check();
+            findings.insert(findings.end(), statements.begin(), statements.end());
+        }
+        AddClassesWithoutTree(instance, key, finder, &findings);
+        if (report.problems.empty())
+            AddMessages(key, report, &findings);
+        std::stable_sort(findings.begin(), findings.end(), StandsBefore);
+        return findings;
+    }
+
+  private:
+    std::vector<Finding> LoadFindings(const Instance &instance, const ModuleKey &key, const LoadReport &report)
+    {
+        std::vector<Finding> findings;
+        const Cause *seen = nullptr;
+        const std::vector<Cause> causes = CausesOf(instance, request_.dirs, key, report, &files_);
+        for (const Cause &cause : causes) {
+            if (!cause.file.empty() && !reported_.insert(PlaceText(cause, key.name) + cause.text).second)
+                seen = &cause;
+            else
+                findings.push_back({report.loaded ? "deviation-failed" : "load-failed", true, key.name, cause});
+        }
+        if (!report.loaded && findings.empty() && seen != nullptr) {
+            findings.push_back({"load-failed", true, key.name, *seen});
+            findings.back().cause.text = "module '" + key.name + "' is not loaded for the same reason";
+        }
+        if (report.loaded && !causes.empty())
+            findings.push_back({"deviation-failed",
+                                true,
+                                key.name,
+                                {"", 0, 0, "the module is loaded without its deviations: it is not what was meant"}});
+        return findings;
+    }
+
+    void AddClassesWithoutTree(const Instance &instance, const ModuleKey &key, const StatementFinder &finder,
+                               std::vector<Finding> *findings)
+    {
+        QY_MOD *module = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str());
+        if (module == nullptr)
+            return;
+        for (const std::string &name : ClassesWithoutTree(module)) {
+            Finding finding = {"class-without-tree", false, key.name, {}};
+            finding.cause.text = "'" + name + "' is no container at the module's top: its classes are in no tree";
+            if (const auto position = finder.Find({{name.c_str(), key.name.c_str(), true}})) {
+                finding.cause.file = position->file;
+                finding.cause.line = position->line;
+            }
+            findings->push_back(finding);
+        }
+    }
+
+    /* What the library has said beyond what the rules find by themselves, each once. */
+    static void AddMessages(const ModuleKey &key, const LoadReport &report, std::vector<Finding> *findings)
+    {
+        const bool keysExplained = Has(*findings, "unmapped-ancestor-key");
+        const bool idsExplained = Has(*findings, "missing-field-id") || Has(*findings, "key-without-field-id");
+        std::set<std::string> said;
+        for (const std::string &error : report.errors) {
+            const Remark remark = RemarkOf(error);
+            const bool explained =
+                (remark == Remark::ANCESTOR_KEY && keysExplained) || (remark == Remark::FIELD_ID && idsExplained);
+            if (!explained && said.insert(error).second)
+                findings->push_back({"library-message", false, key.name, {"", 0, 0, error}});
+        }
+    }
+
+    const ModelRequest &request_;
+    bool all_; /* every module of the directories */
+    YinFiles files_;
+    ClassUses uses_;
+    std::set<std::string> reported_; /* causes of failed loads: a file that many modules import is at fault once */
+};
+
+class CheckCommand final : public Command {
+  public:
+    void AddTo(CLI::App *app) override
+    {
+        options_.AddCommon(app);
+        options_.AddModules(app, "Modules to check");
+        app->add_flag("--all", all_, "Check every module of the directories");
+        options_.AddDirs(app);
+        options_.AddFormats(app, {"text", "json"});
+    }
+
+    void Understand() override
+    {
+        options_.Understand();
+        if (all_ != options_.Request().modules.empty())
+            throw CLI::ValidationError("name the modules to check, or give --all");
+    }
+
+    int Run() override;
+
+  private:
+    ModelOptions options_;
+    bool all_ = false;
+};
+
+int CheckCommand::Run()
+{
+    Checker checker(options_.Request(), all_);
+    const std::vector<ModuleKey> modules = checker.Modules();
+    if (modules.empty())
+        throw Failure("no module in the directories");
+    std::vector<Finding> all;
+    std::vector<std::string> names;
+    Progress progress(modules.size());
+    for (const ModuleKey &module : modules) {
+        progress.Show(names.size() + 1, module.name);
+        const std::vector<Finding> findings = checker.Check(module);
+        names.push_back(module.name);
+        all.insert(all.end(), findings.begin(), findings.end());
+        if (options_.OutputFormat() == Format::JSON || findings.empty())
+            continue;
+        progress.Clear();
+        for (const Finding &finding : findings)
+            std::printf("%s\n", FindingText(finding).c_str());
+        std::fflush(stdout);
+    }
+    progress.Clear();
+    if (options_.OutputFormat() == Format::JSON)
+        WriteFindingsJson(names, all);
+    else
+        std::printf("%s\n", SummaryText(names.size(), all).c_str());
+    return HasErrors(all) ? EXIT_NEGATIVE : EXIT_OK;
+}
+
+} // namespace
+
+const CommandEntry CHECK_COMMAND = {"check", "Report what a device would trip over", HELP, Make<CheckCommand>};
+
+} // namespace inspect

@@ -1,0 +1,25 @@
+/* The commands, in the order in which help lists them. Each entry stands in the command's own file. */
+#ifndef KORV_INSPECT_COMMANDS_H
+#define KORV_INSPECT_COMMANDS_H
+
+#include <array>
+
+#include "line/command.h"
+
+namespace inspect {
+
+extern const CommandEntry TREE_COMMAND;
+extern const CommandEntry FIND_COMMAND;
+extern const CommandEntry WALK_COMMAND;
+extern const CommandEntry DUMP_COMMAND;
+extern const CommandEntry ENUMS_COMMAND;
+extern const CommandEntry MODULES_COMMAND;
+extern const CommandEntry CHECK_COMMAND;
+extern const CommandEntry DIFF_COMMAND;
+
+inline constexpr std::array COMMANDS = {&TREE_COMMAND,  &FIND_COMMAND,    &WALK_COMMAND,  &DUMP_COMMAND,
+                                        &ENUMS_COMMAND, &MODULES_COMMAND, &CHECK_COMMAND, &DIFF_COMMAND};
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_COMMANDS_H

@@ -1,0 +1,92 @@
+/* enums: names and values of an enumeration leaf. */
+#include <algorithm>
+#include <cstdio>
+
+#include "base/failure.h"
+#include "base/json_out.h"
+#include "base/text.h"
+#include "commands/commands.h"
+#include "line/model_options.h"
+#include "model/enum_values.h"
+#include "model/load_causes.h"
+#include "model/path_finder.h"
+#include "model/schema_places.h"
+
+namespace inspect {
+namespace {
+
+constexpr const char *HELP = R"(Values follow typedefs and leafrefs.
+
+Example:
+  korv-inspect enums example-interfaces /interfaces/interface/status -d examples/yin)";
+
+void PrintText(const std::vector<EnumValue> &values)
+{
+    size_t width = 0;
+    for (const EnumValue &value : values)
+        width = std::max(width, Printable(value.name).size());
+    for (const EnumValue &value : values) {
+        std::string name = Printable(value.name);
+        PadTo(&name, width);
+        std::printf("%s  %d\n", name.c_str(), value.value);
+    }
+}
+
+void PrintJson(const std::vector<EnumValue> &values)
+{
+    JsonOut out;
+    out.Array();
+    for (const EnumValue &value : values) {
+        out.Object();
+        out.Member("name", value.name);
+        out.Member("value", value.value);
+        out.EndObject();
+    }
+    out.EndArray();
+}
+
+class EnumsCommand final : public Command {
+  public:
+    void AddTo(CLI::App *app) override
+    {
+        options_.AddCommon(app);
+        options_.AddModule(app);
+        options_.AddPath(app);
+        options_.AddDirs(app);
+        options_.AddFormats(app, {"text", "json"});
+    }
+
+    void Understand() override { options_.Understand(); }
+
+    int Run() override;
+
+  private:
+    ModelOptions options_;
+};
+
+int EnumsCommand::Run()
+{
+    Instance instance(options_.Request().dirs, options_.Request().verbose);
+    LoadRequested(&instance, options_.Request());
+    YinFiles files(options_.Request().dirs);
+    const Place place = PathFinder(Loaded(instance, options_.Module()), &files).Require(options_.Path());
+    if (place.leaf == nullptr)
+        throw Failure(PlainPath(place) + " is no leaf");
+    const std::string broken = BrokenLeafrefText(place.leaf->pYinNode, &files);
+    if (!broken.empty())
+        throw Failure(PlainPath(place) + " " + broken);
+    if (YANGLIB_IsEnumLeaf(place.leaf) != 1)
+        throw Failure(PlainPath(place) + " is no enumeration" + ", but " + TypeName(*place.leaf));
+    const std::vector<EnumValue> values = EnumValues(*place.leaf);
+    if (options_.OutputFormat() == Format::JSON)
+        PrintJson(values);
+    else
+        PrintText(values);
+    return 0;
+}
+
+} // namespace
+
+const CommandEntry ENUMS_COMMAND = {"enums", "List names and values of an enumeration leaf", HELP, Make<EnumsCommand>};
+
+} // namespace inspect

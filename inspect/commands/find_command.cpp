@@ -1,0 +1,224 @@
+/* find: one node or leaf, and how a host asks for it. */
+#include <cstdio>
+
+#include "base/json_out.h"
+#include "base/text.h"
+#include "commands/commands.h"
+#include "line/model_options.h"
+#include "model/load_causes.h"
+#include "model/node_request.h"
+#include "tree/tree_rows.h"
+#include "tree/tree_view.h"
+
+namespace inspect {
+namespace {
+
+constexpr const char *HELP = R"(The path may be plain (/interfaces/interface/mtu) or qualified with prefixes or module
+names (/if:interfaces/if:interface); choices and cases have no component. It is looked
+for in the module's own tree and in the target trees of its augments. 'pcPath' and
+'pcXpathMain' are the two forms with which a host asks the library for the node.
+
+Examples:
+  korv-inspect find example-interfaces /interfaces/interface -d examples/yin
+  korv-inspect find example-interfaces interfaces/interface/mtu -d examples/yin
+  korv-inspect find example-interface-qos /if:interfaces/if:interface/ifq:traffic -d examples/yin)";
+
+constexpr size_t LABEL_WIDTH = 15;
+
+struct Answer {
+    Place place;
+    std::optional<NodeRequest> request;
+    bool toHolder; /* the library finds the leaf by no path of its own: the request is its holder's */
+    bool asked;    /* the module to ask is loaded */
+    bool answered; /* and the library finds the node */
+};
+
+bool Holds(const KorvTreeNode &node, const KorvTreeLeaf &wanted)
+{
+    for (const VEC_VECTOR_S *list : {node.pstLeafList, node.pstCaseLeafList}) {
+        for (const KorvTreeLeaf &leaf : Leaves(list)) {
+            if (leaf.pYinNode == wanted.pYinNode)
+                return true;
+        }
+    }
+    return false;
+}
+
+/* Asks what the answer's request says. */
+void Ask(const Instance &instance, Answer *answer)
+{
+    const Place &place = answer->place;
+    answer->asked = instance.Find(answer->request->module) != nullptr;
+    const KorvTreeNode *node = Ask(instance, *answer->request);
+    answer->answered = node != nullptr &&
+                       QualifiedPath({{}, node, nullptr}) == QualifiedPath({{}, place.node, nullptr}) &&
+                       (place.leaf == nullptr || Holds(*node, *place.leaf));
+}
+
+Answer AskFor(const Instance &instance, const Place &place, YinFiles *files)
+{
+    Answer answer = {place, MakeRequest(instance, place, files), false, false, false};
+    if (!answer.request)
+        return answer;
+    Ask(instance, &answer);
+    if (!answer.asked || answer.answered || place.leaf == nullptr)
+        return answer;
+    answer.toHolder = true;
+    answer.request = MakeHolderRequest(instance, place, files);
+    Ask(instance, &answer);
+    return answer;
+}
+
+void PrintLine(const char *label, const std::string &value)
+{
+    std::string line = label;
+    PadTo(&line, LABEL_WIDTH, 1);
+    std::printf("%s%s\n", line.c_str(), value.c_str());
+}
+
+std::string TreeText(const ModuleFile &file, const Place &place)
+{
+    if (!place.augment)
+        return std::string("own tree of ") + file.pcModuleName;
+    return "target tree of augment " + std::to_string(*place.augment) + " of " + file.pcModuleName + ", " +
+           file.astAugment[*place.augment].acAugNodeName;
+}
+
+/* The node with its leaves, those of its cases included, and the names below it. */
+void AddFound(TreeRows *rows, const KorvTreeNode &node, uint32_t indent)
+{
+    rows->AddNode(node, indent);
+    for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList))
+        rows->AddLeaf(leaf, indent + 1);
+    for (const KorvTreeNode &child : Children(node)) {
+        if (IsOrdinary(child))
+            rows->AddNode(child, indent + 1);
+        else
+            AddFound(rows, child, indent + 1);
+    }
+}
+
+/* The leaf below its holder, with the choices and cases between them. */
+void AddLeafBelow(TreeRows *rows, const KorvTreeNode &holder, const KorvTreeLeaf &leaf)
+{
+    uint32_t indent = 0;
+    rows->AddNode(holder, indent++);
+    for (const KorvTreeNode *step : CasesAbove(holder, leaf))
+        rows->AddNode(*step, indent++);
+    rows->AddLeaf(leaf, indent);
+}
+
+void PrintRequest(const Answer &answer)
+{
+    if (!answer.request) {
+        PrintLine("pcPath", "none: no host's path names a choice or case");
+        return;
+    }
+    PrintLine("pcModuleName", answer.request->module.name);
+    if (!answer.request->module.revision.empty())
+        PrintLine("pcRevision", answer.request->module.revision);
+    PrintLine("pcPath", answer.request->path);
+    PrintLine("pcXpathMain", answer.request->xpathMain);
+    if (answer.toHolder)
+        PrintLine("", "(this asks for the leaf's holder: the library does not find the leaf itself)");
+    if (!answer.asked)
+        PrintLine("", "(once " + answer.request->module.name + " is loaded: see --load)");
+    else if (!answer.answered)
+        PrintLine("", "(the library does not find it: see -v)");
+}
+
+void PrintText(const ModuleFile &file, const Answer &answer)
+{
+    const Place &place = answer.place;
+    const bool isLeaf = place.leaf != nullptr;
+    PrintLine(isLeaf ? "leaf" : KindName(*place.node), PlainPath(place));
+    PrintLine("module", isLeaf ? place.leaf->pcModuleName : place.node->pcModuleName);
+    PrintLine("tree", TreeText(file, place));
+    PrintRequest(answer);
+    std::printf("\n");
+    TreeRows rows(place.node->pcModuleName);
+    if (isLeaf)
+        AddLeafBelow(&rows, *place.node, *place.leaf);
+    else
+        AddFound(&rows, *place.node, 0);
+    rows.Print();
+}
+
+void PrintJson(const ModuleFile &file, const Answer &answer)
+{
+    const Place &place = answer.place;
+    JsonOut out;
+    out.Object();
+    out.Member("path", PlainPath(place));
+    out.Member("module", place.leaf != nullptr ? place.leaf->pcModuleName : place.node->pcModuleName);
+    out.Key("tree");
+    out.Object();
+    out.Member("kind", place.augment ? "target" : "own");
+    out.Member("module", file.pcModuleName);
+    if (place.augment) {
+        out.Member("augment", *place.augment);
+        out.Member("target", file.astAugment[*place.augment].acAugNodeName);
+    }
+    out.EndObject();
+    out.Key("request");
+    if (answer.request) {
+        out.Object();
+        out.Member("module", answer.request->module.name);
+        out.Member("revision",
+                   answer.request->module.revision.empty() ? nullptr : answer.request->module.revision.c_str());
+        out.Member("path", answer.request->path);
+        out.Member("xpath_main", answer.request->xpathMain);
+        out.Member("for_holder", answer.toHolder);
+        out.Member("answered", answer.answered);
+        out.EndObject();
+    } else {
+        out.Null();
+    }
+    out.Key("node");
+    WriteNodeJson(&out, *place.node, 1);
+    out.Key("leaf");
+    if (place.leaf != nullptr)
+        WriteLeafJson(&out, *place.leaf);
+    else
+        out.Null();
+    out.EndObject();
+}
+
+class FindCommand final : public Command {
+  public:
+    void AddTo(CLI::App *app) override
+    {
+        options_.AddCommon(app);
+        options_.AddModule(app);
+        options_.AddPath(app);
+        options_.AddDirs(app);
+        options_.AddFormats(app, {"text", "json"});
+    }
+
+    void Understand() override { options_.Understand(); }
+
+    int Run() override;
+
+  private:
+    ModelOptions options_;
+};
+
+int FindCommand::Run()
+{
+    Instance instance(options_.Request().dirs, options_.Request().verbose);
+    LoadRequested(&instance, options_.Request());
+    const ModuleFile &file = Loaded(instance, options_.Module());
+    YinFiles files(options_.Request().dirs);
+    const Answer answer = AskFor(instance, PathFinder(file, &files).Require(options_.Path()), &files);
+    if (options_.OutputFormat() == Format::JSON)
+        PrintJson(file, answer);
+    else
+        PrintText(file, answer);
+    return 0;
+}
+
+} // namespace
+
+const CommandEntry FIND_COMMAND = {"find", "Look up a node or leaf", HELP, Make<FindCommand>};
+
+} // namespace inspect

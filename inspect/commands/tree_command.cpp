@@ -1,0 +1,118 @@
+/* tree: a module's class trees. */
+#include <CLI/CLI.hpp>
+
+#include "commands/commands.h"
+#include "line/model_options.h"
+#include "model/instance.h"
+#include "model/load_causes.h"
+#include "model/path_finder.h"
+#include "model/schema_scan.h"
+#include "tree/tree_view.h"
+
+namespace inspect {
+namespace {
+
+constexpr const char *HELP = R"(A node's line has its class id, sample id, own keys and ancestor keys (attribute ids);
+a leaf's line has "*" for a key or "-", the name, the field id, the built-in type, and
+then datatype, range, index map and reference key where the model has them. For each
+augment the text shows the way to its target and what the module adds there; --full
+shows the whole tree that a device keeps for it.
+
+Examples:
+  korv-inspect tree example-interfaces -d examples/yin
+  korv-inspect tree example-interfaces -d examples/yin --depth 2
+  korv-inspect tree example-interfaces -d examples/yin --path /interfaces/interface/address
+  korv-inspect tree example-interface-qos -d examples/yin --load example-interfaces --format json
+  korv-inspect tree example-interfaces -d examples/yin --format dot | dot -Tsvg -o tree.svg)";
+
+/* What of the trees is to be shown. */
+struct Selection {
+    std::string path;   /* "": everything */
+    uint32_t depth = 0; /* levels of nodes, 0: all */
+    bool full = false;
+};
+
+TreeView EmptyView(const Instance &instance, const ModuleFile &file, const Selection &selection)
+{
+    TreeView view = {};
+    view.module = file.pcModuleName;
+    view.revision = instance.Revision(view.module);
+    view.taskId = file.pModuleExtInfo != nullptr ? file.pModuleExtInfo->uiAaaTaskId : 0;
+    view.depth = selection.depth;
+    view.full = selection.full;
+    return view;
+}
+
+/* Everything that the module has. */
+TreeView WholeView(const Instance &instance, const ModuleFile &file, const Selection &selection)
+{
+    TreeView view = EmptyView(instance, file, selection);
+    view.whole = true;
+    view.origin.first = file.pstOriginTree;
+    for (uint32_t i = 0; i < file.ucAugmentNum; ++i) {
+        const TELMYANG_AUGMENT_INFO_S &augment = file.astAugment[i];
+        view.augments.push_back({i, augment.acAugNodeName, {augment.pstSelfTree, true}, {augment.pstTargetTree, true}});
+        ForEachChild(augment.pAugNode, [&view](QY_NODE *added) { view.augments.back().added.insert(NameOf(added)); });
+    }
+    return view;
+}
+
+/* The node at --path, or the one that holds the leaf there. */
+TreeView PathView(const Instance &instance, const ModuleFile &file, const Selection &selection, YinFiles *files)
+{
+    const Place place = PathFinder(file, files).Require(selection.path);
+    const TreePart part = {place.node, false};
+    TreeView view = EmptyView(instance, file, selection);
+    if (place.augment)
+        view.augments.push_back({*place.augment, file.astAugment[*place.augment].acAugNodeName, {}, part});
+    else
+        view.origin = part;
+    return view;
+}
+
+class TreeCommand final : public Command {
+  public:
+    void AddTo(CLI::App *app) override
+    {
+        options_.AddCommon(app);
+        options_.AddModule(app);
+        options_.AddDirs(app);
+        app->add_option("--path", selection_.path, "Show this node and what is below it")->option_text("PATH");
+        app->add_option("--depth", selection_.depth, "Show this many levels of nodes")
+            ->option_text("N")
+            ->check(CLI::Range(1U, 1000U));
+        app->add_flag("--full", selection_.full, "Show the whole target tree of each augment");
+        options_.AddFormats(app, {"text", "json", "dot"});
+    }
+
+    void Understand() override { options_.Understand(); }
+
+    int Run() override;
+
+  private:
+    ModelOptions options_;
+    Selection selection_;
+};
+
+int TreeCommand::Run()
+{
+    Instance instance(options_.Request().dirs, options_.Request().verbose);
+    LoadRequested(&instance, options_.Request());
+    const ModuleFile &file = Loaded(instance, options_.Module());
+    YinFiles files(options_.Request().dirs);
+    const TreeView view =
+        selection_.path.empty() ? WholeView(instance, file, selection_) : PathView(instance, file, selection_, &files);
+    if (options_.OutputFormat() == Format::JSON)
+        WriteTreeJson(view);
+    else if (options_.OutputFormat() == Format::DOT)
+        WriteTreeDot(view);
+    else
+        WriteTreeText(view);
+    return 0;
+}
+
+} // namespace
+
+const CommandEntry TREE_COMMAND = {"tree", "Show a module's class trees", HELP, Make<TreeCommand>};
+
+} // namespace inspect

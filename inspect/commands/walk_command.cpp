@@ -1,0 +1,132 @@
+/* walk: the callbacks of a host's travel. */
+#include <algorithm>
+#include <cstdio>
+
+#include "base/failure.h"
+#include "base/json_out.h"
+#include "base/text.h"
+#include "commands/commands.h"
+#include "line/model_options.h"
+#include "model/load_causes.h"
+#include "model/path_finder.h"
+#include "tree/tree_rows.h"
+
+namespace inspect {
+namespace {
+
+constexpr const char *HELP = R"(Lists the library's callbacks in the order in which they come: the ancestors, nearest
+first, then the node and everything below it, parents first. A leaf stands for the node
+that holds it.
+
+Example:
+  korv-inspect walk example-interfaces /interfaces/interface -d examples/yin)";
+
+struct Call {
+    const KorvTreeNode *node;
+    bool ancestor;
+};
+
+using Calls = std::vector<Call>;
+
+uint32_t AddCall(void *calls, KorvTreeNode *node, bool ancestor)
+try {
+    static_cast<Calls *>(calls)->push_back({node, ancestor});
+    return 0;
+} catch (const std::bad_alloc &) {
+    return 1;
+}
+
+uint32_t AddAncestor(void *calls, KorvTreeNode *node)
+{
+    return AddCall(calls, node, true);
+}
+
+uint32_t AddNode(void *calls, KorvTreeNode *node)
+{
+    return AddCall(calls, node, false);
+}
+
+size_t Depth(const KorvTreeNode &node)
+{
+    return FromTop(node).size() - 1;
+}
+
+std::string NameText(const KorvTreeNode &node)
+{
+    return std::string(2 * Depth(node), ' ') + (IsOrdinary(node) ? "" : KindName(node) + std::string(" ")) +
+           node.pcName;
+}
+
+void PrintText(const Calls &calls)
+{
+    size_t width = 0;
+    for (const Call &call : calls)
+        width = std::max(width, NameText(*call.node).size());
+    size_t number = 0;
+    for (const Call &call : calls) {
+        std::string line = NameText(*call.node);
+        PadTo(&line, width);
+        line += "  " + NodeSummary(*call.node);
+        line.erase(line.find_last_not_of(' ') + 1);
+        std::printf("%4zu  %-8s  %s\n", ++number, call.ancestor ? "ancestor" : "node", line.c_str());
+    }
+}
+
+void PrintJson(const Calls &calls)
+{
+    JsonOut out;
+    out.Array();
+    for (const Call &call : calls) {
+        out.Object();
+        out.Member("callback", call.ancestor ? "ancestor" : "node");
+        out.Member("name", call.node->pcName);
+        out.Member("kind", KindName(*call.node));
+        out.Member("depth", Depth(*call.node));
+        out.Member("path", DataPath(*call.node));
+        out.Member("class_id", call.node->uiClassId);
+        out.EndObject();
+    }
+    out.EndArray();
+}
+
+class WalkCommand final : public Command {
+  public:
+    void AddTo(CLI::App *app) override
+    {
+        options_.AddCommon(app);
+        options_.AddModule(app);
+        options_.AddPath(app);
+        options_.AddDirs(app);
+        options_.AddFormats(app, {"text", "json"});
+    }
+
+    void Understand() override { options_.Understand(); }
+
+    int Run() override;
+
+  private:
+    ModelOptions options_;
+};
+
+int WalkCommand::Run()
+{
+    Instance instance(options_.Request().dirs, options_.Request().verbose);
+    LoadRequested(&instance, options_.Request());
+    YinFiles files(options_.Request().dirs);
+    const Place place = PathFinder(Loaded(instance, options_.Module()), &files).Require(options_.Path());
+    Calls calls;
+    auto *start = const_cast<KorvTreeNode *>(place.node);
+    if (YANGLIB_TravelYangModuleSubTree(instance.Local(), start, &calls, AddAncestor, AddNode) != KORV_OK)
+        throw std::bad_alloc();
+    if (options_.OutputFormat() == Format::JSON)
+        PrintJson(calls);
+    else
+        PrintText(calls);
+    return 0;
+}
+
+} // namespace
+
+const CommandEntry WALK_COMMAND = {"walk", "Travel from a node as a host does", HELP, Make<WalkCommand>};
+
+} // namespace inspect

@@ -1,0 +1,168 @@
+#include "line/command_line.h"
+
+#include <korv_lib_yang.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <map>
+
+#include "base/failure.h"
+#include "base/text.h"
+
+namespace inspect {
+namespace {
+
+constexpr const char *HELP = R"(Examples:
+  korv-inspect tree example-interfaces -d examples/yin
+  korv-inspect find example-interfaces /interfaces/interface/mtu -d examples/yin
+  korv-inspect check --all -d examples/yin
+  korv-inspect diff example-interfaces --old examples/yin --new examples/yin
+
+The examples run where examples/yin is: in the project's directory, or in that of the
+installed documents.
+
+'korv-inspect COMMAND --help' says more about a command.
+Exit status: 0 success; 1 a node is not found, check found errors, diff found breaking
+changes; 2 wrong usage; 3 a module cannot be loaded.)";
+
+std::string LibraryVersion()
+{
+    const uint32_t version = YANGLIB_GetLibVersion();
+    return std::to_string(version / 10000) + "." + std::to_string(version / 100 % 100) + "." +
+           std::to_string(version % 100);
+}
+
+/* The library may be newer than the program. */
+std::string VersionText()
+{
+    return "korv-inspect " KORV_LIB_YANG_VERSION " with libkorv_libyang " + LibraryVersion();
+}
+
+/* Names in the usage line what a command cannot do without. */
+class HelpFormatter : public CLI::Formatter {
+  public:
+    std::string make_usage(const CLI::App *app, std::string name) const override
+    {
+        std::string usage = "Usage: " + name;
+        for (const CLI::Option *option : app->get_options())
+            usage += option->get_positional() ? " " + make_option_usage(option) : "";
+        for (const CLI::Option *option : app->get_options()) {
+            if (option->get_required() && !option->get_positional())
+                usage += " " + ShortName(*option) + " " + option->get_option_text();
+        }
+        return usage + (app->get_require_subcommand_min() != 0 ? " COMMAND ..." : " [OPTIONS]") + "\n";
+    }
+
+  private:
+    static std::string ShortName(const CLI::Option &option)
+    {
+        return option.get_snames().empty() ? "--" + option.get_lnames().front() : "-" + option.get_snames().front();
+    }
+};
+
+class CommandLine {
+  public:
+    explicit CommandLine(std::span<const CommandEntry *const> commands)
+    {
+        app_.name("korv-inspect");
+        app_.description("Shows what a device makes of YANG modules: classes, attributes and keys.");
+        app_.footer(HELP);
+        app_.formatter(std::make_shared<HelpFormatter>());
+        app_.set_version_flag("--version", VersionText());
+        app_.require_subcommand(1);
+        for (const CommandEntry *entry : commands)
+            Add(*entry);
+    }
+
+    /* The command, or null when the run is over: `exitCode` says how. */
+    Command *Parse(int argc, char **argv, int *exitCode)
+    try {
+        if (argc < 2) {
+            std::fputs(app_.help().c_str(), stderr);
+            *exitCode = EXIT_USAGE;
+            return nullptr;
+        }
+        if (argv[1][0] != '-')
+            CheckCommand(argv[1]);
+        app_.parse(argc, argv);
+        Command *command = commands_.at(app_.get_subcommands().front()).get();
+        command->Understand();
+        return command;
+    } catch (const CLI::ParseError &error) {
+        *exitCode = Report(error);
+        return nullptr;
+    }
+
+  private:
+    void Add(const CommandEntry &entry)
+    {
+        CLI::App *app = app_.add_subcommand(entry.name, entry.summary);
+        app->group("Commands")->footer(entry.help);
+        std::unique_ptr<Command> command = entry.make();
+        command->AddTo(app);
+        commands_.emplace(app, std::move(command));
+    }
+
+    int Report(const CLI::ParseError &error)
+    {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            app_.exit(error);
+            return EXIT_OK;
+        }
+        const std::string unknown = UnknownOption();
+        std::fprintf(stderr, "korv-inspect: %s\n", Printable(unknown.empty() ? error.what() : unknown).c_str());
+        const std::vector<CLI::App *> chosen = app_.get_subcommands();
+        std::fprintf(stderr, "'korv-inspect %s--help' says more.\n",
+                     chosen.empty() ? "" : (chosen.front()->get_name() + " ").c_str());
+        return EXIT_USAGE;
+    }
+
+    /* About the first option that there is not, whatever else is wrong; "" when all are known. */
+    std::string UnknownOption()
+    {
+        for (const std::string &text : app_.remaining(true)) {
+            if (text.size() < 2 || text[0] != '-')
+                continue;
+            const std::string name = text.substr(0, text.find('='));
+            NearestName nearest(name);
+            for (const CLI::App *command : app_.get_subcommands())
+                OfferOptions(*command, &nearest);
+            return "there is no option '" + name + "'" + nearest.Hint();
+        }
+        return "";
+    }
+
+    static void OfferOptions(const CLI::App &command, NearestName *nearest)
+    {
+        for (const CLI::Option *option : command.get_options()) {
+            for (const std::string &known : option->get_lnames())
+                nearest->Offer("--" + known);
+        }
+    }
+
+    void CheckCommand(const std::string &name)
+    {
+        NearestName nearest(name);
+        for (const CLI::App *command : app_.get_subcommands(nullptr)) {
+            if (command->get_name() == name)
+                return;
+            nearest.Offer(command->get_name());
+        }
+        throw CLI::ValidationError("there is no command '" + name + "'" + nearest.Hint());
+    }
+
+    std::map<const CLI::App *, std::unique_ptr<Command>> commands_; /* outlive the options that refer to them */
+    CLI::App app_;
+};
+
+} // namespace
+
+int RunCommandLine(int argc, char **argv, std::span<const CommandEntry *const> commands)
+{
+    CommandLine line(commands);
+    int exitCode = EXIT_OK;
+    Command *command = line.Parse(argc, argv, &exitCode);
+    return command != nullptr ? command->Run() : exitCode;
+}
+
+} // namespace inspect

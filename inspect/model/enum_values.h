@@ -1,0 +1,24 @@
+/* Names and values of an enumeration leaf. */
+#ifndef KORV_INSPECT_ENUM_VALUES_H
+#define KORV_INSPECT_ENUM_VALUES_H
+
+#include <string>
+#include <vector>
+
+#include <korv_lib_yang.h>
+
+namespace inspect {
+
+struct EnumValue {
+    std::string name;
+    int32_t value;
+
+    bool operator==(const EnumValue &) const = default;
+};
+
+/* In the order of their declaration; empty for a leaf of another type. */
+std::vector<EnumValue> EnumValues(const KorvTreeLeaf &leaf);
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_ENUM_VALUES_H

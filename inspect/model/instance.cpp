@@ -1,0 +1,156 @@
+#include "model/instance.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+
+#include "base/failure.h"
+#include "base/text.h"
+
+namespace inspect {
+namespace {
+
+constexpr uint64_t MEMORY_MODULE_ID = 0;
+constexpr uint32_t ERROR_LEVEL = 0;
+constexpr size_t MAX_ERRORS = 1000; /* kept of one load */
+
+/* What every load ends with at level 0, with nothing being wrong: the library prints trees that are not there. */
+bool IsAboutPrinting(const std::string &text)
+{
+    return text == "augment can not findYangModuleTree!" || text == "ret err orTree node zero!" ||
+           text.starts_with("can not findYangModuleTree(") || text.starts_with("Dump yang model data return 0x");
+}
+
+void DropPrintingErrors(std::vector<std::string> *errors)
+{
+    while (!errors->empty() && IsAboutPrinting(errors->back()))
+        errors->pop_back();
+}
+
+bool SchemaLoadFailed(const std::vector<std::string> &errors)
+{
+    return std::any_of(errors.begin(), errors.end(),
+                       [](const std::string &text) { return text.starts_with("QY_CTX_LoadModule "); });
+}
+
+std::string OrEmpty(const char *text)
+{
+    return text != nullptr ? text : "";
+}
+
+uint32_t AddProblem(const char *module, const char *file, uint32_t line, const char *text, uint32_t column,
+                    void *problems)
+try {
+    LoadProblem problem = {OrEmpty(module), OrEmpty(file), line, column, OrEmpty(text)};
+    const std::string place = problem.file + ":" + std::to_string(line) + ":" + std::to_string(column) + ": ";
+    if (problem.text.starts_with(place))
+        problem.text.erase(0, place.size());
+    static_cast<std::vector<LoadProblem> *>(problems)->push_back(problem);
+    return 0;
+} catch (const std::bad_alloc &) {
+    return 1;
+}
+
+void CheckDirs(const SearchDirs &dirs)
+{
+    for (const std::string &dir : dirs.base) {
+        if (dir.size() >= KORV_SEARCH_DIR_SIZE)
+            throw Failure("a directory of -d has at most " + std::to_string(KORV_SEARCH_DIR_SIZE - 1) + " characters",
+                          EXIT_USAGE);
+    }
+}
+
+} // namespace
+
+Instance::Instance(const SearchDirs &dirs, bool verbose) : verbose_(verbose)
+{
+    CheckDirs(dirs);
+    TELMYANG_DEBUG_HOOK_S hooks[KORV_LOG_LEVEL_NUM];
+    for (uint32_t level = 0; level < KORV_LOG_LEVEL_NUM; ++level)
+        hooks[level] = {level, Print, IsOpen};
+    const char *dir1 = !dirs.base.empty() ? dirs.base[0].c_str() : nullptr;
+    const char *dir2 = dirs.base.size() > 1 ? dirs.base[1].c_str() : nullptr;
+    local_ = YANGLIB_Initial(MEMORY_MODULE_ID, reinterpret_cast<uint64_t>(this), hooks, dir1, dir2);
+    if (local_ == nullptr)
+        throw std::bad_alloc();
+    for (const std::string &dir : dirs.install)
+        (void)YANGLIB_PkgAddInstallPath(local_, dir.c_str());
+}
+
+Instance::~Instance()
+{
+    YANGLIB_Uninitial(local_);
+}
+
+uint32_t Instance::IsOpen(uint64_t instance, uint32_t level)
+{
+    return level == ERROR_LEVEL || reinterpret_cast<const Instance *>(instance)->verbose_ ? 1 : 0;
+}
+
+void Instance::Print(uint64_t instance, uint32_t level, const char *, const char *text)
+try {
+    auto *self = reinterpret_cast<Instance *>(instance);
+    std::string line = text;
+    if (line.ends_with("\n"))
+        line.pop_back();
+    if (self->verbose_)
+        std::fprintf(stderr, "%s %s\n", level == ERROR_LEVEL ? "error" : "info ", Printable(line).c_str());
+    if (level == ERROR_LEVEL && self->errors_.size() < MAX_ERRORS)
+        self->errors_.push_back(line);
+} catch (const std::bad_alloc &) {
+}
+
+LoadReport Instance::Load(const ModuleKey &key)
+{
+    errors_.clear();
+    LoadReport report;
+    report.loaded = YANGLIB_LoadYangModule(local_, key.name.c_str(), key.revision.c_str()) == KORV_OK;
+    report.errors.swap(errors_);
+    if (SchemaLoadFailed(report.errors))
+        (void)QY_CTX_ScanAllSchemaLoadFail(Schema(), AddProblem, &report.problems);
+    if (report.loaded)
+        DropPrintingErrors(&report.errors);
+    return report;
+}
+
+const ModuleFile *Instance::Find(const ModuleKey &key) const
+{
+    return TELMYANG_GetIfYangModuleExist(local_, local_->pstYangCtx, key.name.c_str(), key.revision.c_str());
+}
+
+std::vector<const ModuleFile *> Instance::Registered() const
+{
+    const auto &list = local_->pstYangCtx->stYangFileList;
+    std::vector<const ModuleFile *> files;
+    for (const ModuleFile *file = list.pstNext; static_cast<const void *>(file) != &list; file = file->pstNext)
+        files.push_back(file);
+    return files;
+}
+
+const char *Instance::Revision(const std::string &module) const
+{
+    return YANGLIB_GetYangRevision(local_, module.c_str());
+}
+
+std::string ShownPath(const SearchDirs &dirs, const std::string &file)
+{
+    const std::filesystem::path path(file);
+    for (const auto *group : {&dirs.base, &dirs.install}) {
+        for (const std::string &dir : *group) {
+            std::error_code error;
+            if (std::filesystem::equivalent(dir, path.parent_path(), error))
+                return (std::filesystem::path(dir) / path.filename()).string();
+        }
+    }
+    return file;
+}
+
+const ModuleFile &Loaded(const Instance &instance, const ModuleKey &key)
+{
+    const ModuleFile *file = instance.Find(key);
+    if (file == nullptr)
+        throw Failure("module '" + key.name + "' is not registered");
+    return *file;
+}
+
+} // namespace inspect

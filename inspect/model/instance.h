@@ -1,0 +1,66 @@
+/* A library instance as this program runs it: its hooks, its directories, its modules. */
+#ifndef KORV_INSPECT_INSTANCE_H
+#define KORV_INSPECT_INSTANCE_H
+
+#include <string>
+#include <vector>
+
+#include <korv_lib_yang.h>
+#include "base/model_request.h"
+
+namespace inspect {
+
+/* One failure that the schema library recorded. */
+struct LoadProblem {
+    std::string module;
+    std::string file; /* as the schema library names it; empty: in no file */
+    uint32_t line;
+    uint32_t column;
+    std::string text; /* without the place */
+};
+
+struct LoadReport {
+    bool loaded;
+    std::vector<LoadProblem> problems; /* of the module, or of its deviation module while `loaded` */
+    std::vector<std::string> errors;   /* what the library said at level 0, innermost first */
+};
+
+using ModuleFile = TELMYANG_YANG_FILE_INFO_S;
+
+class Instance {
+  public:
+    Instance(const SearchDirs &dirs, bool verbose);
+    ~Instance();
+    Instance(const Instance &) = delete;
+    Instance &operator=(const Instance &) = delete;
+
+    TELMYANG_LOCAL_DATA_S *Local() const { return local_; }
+    QY_CTX *Schema() const { return local_->pstYangCtx->pSchemaCtx; }
+
+    LoadReport Load(const ModuleKey &key);
+
+    /* The registry entry of a module that was loaded under this key, or null. */
+    const ModuleFile *Find(const ModuleKey &key) const;
+    std::vector<const ModuleFile *> Registered() const;
+
+    /* The revision that the module's file says, or null. */
+    const char *Revision(const std::string &module) const;
+
+  private:
+    static uint32_t IsOpen(uint64_t instance, uint32_t level);
+    static void Print(uint64_t instance, uint32_t level, const char *reserved, const char *text);
+
+    TELMYANG_LOCAL_DATA_S *local_ = nullptr;
+    bool verbose_;
+    std::vector<std::string> errors_;
+};
+
+/* A file's path with its directory written as the command line has it. */
+std::string ShownPath(const SearchDirs &dirs, const std::string &file);
+
+/* The registry entry of a module that was loaded. */
+const ModuleFile &Loaded(const Instance &instance, const ModuleKey &key);
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_INSTANCE_H

@@ -1,0 +1,44 @@
+/* The values that an integer leaf may have: every part of its type's range. */
+#ifndef KORV_INSPECT_INTEGER_RANGE_H
+#define KORV_INSPECT_INTEGER_RANGE_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <korv_platform.h>
+
+namespace inspect {
+
+class IntegerRange {
+  public:
+    /* Of a leaf of another type, and of a leafref without target: empty. Leafrefs are followed. */
+    static IntegerRange Of(QY_NODE *leaf);
+
+    bool IsEmpty() const { return parts_.empty(); }
+
+    /* Every value of the other one is one of this one, too. */
+    bool Covers(const IntegerRange &other) const;
+    bool operator==(const IntegerRange &) const = default;
+
+    /* "1..1024 | 4096" */
+    std::string Text() const;
+
+  private:
+    /* Bounds in an order that holds for signed and unsigned types alike: as if 0 were the lowest number. */
+    struct Part {
+        uint64_t min;
+        uint64_t max;
+
+        bool operator==(const Part &) const = default;
+    };
+
+    std::string BoundText(uint64_t bound) const;
+
+    uint64_t zero_ = 0;       /* where 0 is in that order */
+    std::vector<Part> parts_; /* rising, and none begins where the one before it ends */
+};
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_INTEGER_RANGE_H

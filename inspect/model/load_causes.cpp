@@ -1,0 +1,140 @@
+#include "model/load_causes.h"
+
+#include <cstdio>
+
+#include "base/failure.h"
+#include "base/text.h"
+#include "model/load_faults.h"
+#include "model/message_text.h"
+#include "model/schema_places.h"
+#include "model/schema_scan.h"
+#include "model/trees.h"
+
+namespace inspect {
+namespace {
+
+Cause FromProblem(const SearchDirs &dirs, const LoadProblem &problem, const std::string &text)
+{
+    if (problem.file.empty())
+        return {"", 0, 0, text};
+    return {ShownPath(dirs, problem.file), problem.line, problem.column, text};
+}
+
+/* "cannot import 'x': FILE:1:2: reason" without the reason, where that is a problem of its own. */
+std::string OwnText(const LoadProblem &problem, const std::vector<LoadProblem> &all)
+{
+    for (const LoadProblem &other : all) {
+        const std::string reason = ": " + other.file + ":" + std::to_string(other.line) + ":" +
+                                   std::to_string(other.column) + ": " + other.text;
+        if (problem.text.size() > reason.size() && problem.text.ends_with(reason))
+            return problem.text.substr(0, problem.text.size() - reason.size());
+    }
+    return problem.text;
+}
+
+void Place(const std::optional<Position> &position, Cause *cause)
+{
+    if (!position)
+        return;
+    cause->file = position->file;
+    cause->line = position->line;
+}
+
+Cause CauseAt(QY_NODE *node, const std::string &text, YinFiles *files)
+{
+    Cause cause = {"", 0, 0, text};
+    Place(FindStatement(node, files), &cause);
+    return cause;
+}
+
+std::string DatatypeText(QY_NODE *leaf, const std::string &within, uint32_t type, YinFiles *files)
+{
+    const std::string what = TypeIsMissing(type)
+                                 ? BrokenLeafrefText(leaf, files)
+                                 : std::string("is of type ") + TypeName(type) + ", which has no default datatype";
+    return "leaf '" + NameOf(leaf) + "' of class '" + within + "' " + what + ": it needs a datatype-id";
+}
+
+/* What the schema can tell beyond the messages: the very leaves or lists. */
+std::vector<Cause> SchemaCauses(QY_MOD *module, const std::vector<std::string> &errors, const Explanation &why,
+                                YinFiles *files)
+{
+    std::vector<Cause> causes;
+    if (const std::optional<uint32_t> type = TypeWithoutDefault(errors)) {
+        for (QY_NODE *leaf : LeavesWithoutDatatype(module, why.within, *type))
+            causes.push_back(CauseAt(leaf, DatatypeText(leaf, why.within, *type, files), files));
+    } else if (why.node.empty()) {
+        for (QY_NODE *list : ListsWithTooManyKeys(module))
+            causes.push_back(CauseAt(
+                list, "class '" + NameOf(list) + "' has more than " + std::to_string(NODE_KEY_LIST_NUM) + " keys",
+                files));
+    }
+    if (!causes.empty())
+        return causes;
+    for (QY_NODE *node : NodesMeant(module, why)) {
+        const std::string leafref = BrokenLeafrefText(node, files);
+        causes.push_back(CauseAt(node, leafref.empty() ? why.text : "leaf '" + why.node + "' " + leafref, files));
+    }
+    return causes;
+}
+
+std::vector<Cause> FromMessages(const Instance &instance, const ModuleKey &key, const LoadReport &report,
+                                YinFiles *files)
+{
+    const Explanation why = Explain(report.errors);
+    QY_MOD *module = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str());
+    std::vector<Cause> causes;
+    if (module != nullptr)
+        causes = SchemaCauses(module, report.errors, why, files);
+    if (causes.empty()) {
+        causes.push_back({"", 0, 0, why.text});
+        Place(StatementFinder(key.name, instance.Revision(key.name), files).Module(), &causes.back());
+    }
+    return causes;
+}
+
+void PrintCauses(const std::vector<Cause> &causes, const std::string &module)
+{
+    for (const Cause &cause : causes)
+        std::fprintf(stderr, "%s\n", Printable(PlaceText(cause, module) + cause.text).c_str());
+}
+
+} // namespace
+
+std::vector<Cause> CausesOf(const Instance &instance, const SearchDirs &dirs, const ModuleKey &key,
+                            const LoadReport &report, YinFiles *files)
+{
+    std::vector<Cause> causes;
+    for (const LoadProblem &problem : report.problems)
+        causes.push_back(FromProblem(dirs, problem, OwnText(problem, report.problems)));
+    if (causes.empty() && !report.loaded)
+        causes = FromMessages(instance, key, report, files);
+    return causes;
+}
+
+void LoadOrFail(Instance *instance, const ModelRequest &request, const ModuleKey &key)
+{
+    const LoadReport report = instance->Load(key);
+    YinFiles files(request.dirs);
+    PrintCauses(CausesOf(*instance, request.dirs, key, report, &files), key.name);
+    if (!report.loaded)
+        throw Failure("module '" + key.name + "' cannot be loaded" +
+                          (request.verbose ? "" : " (-v shows all that the library says)"),
+                      EXIT_NOT_LOADED);
+    if (!report.problems.empty())
+        std::fprintf(stderr, "korv-inspect: the deviations of module '%s' do not apply\n", key.name.c_str());
+    else if (!report.errors.empty() && !request.verbose)
+        std::fprintf(stderr,
+                     "korv-inspect: the library finds fault with module '%s': 'korv-inspect check' says where\n",
+                     key.name.c_str());
+}
+
+void LoadRequested(Instance *instance, const ModelRequest &request)
+{
+    for (const auto *keys : {&request.loads, &request.modules}) {
+        for (const ModuleKey &key : *keys)
+            LoadOrFail(instance, request, key);
+    }
+}
+
+} // namespace inspect

@@ -1,0 +1,27 @@
+/* The very nodes that are at fault when the library refuses a module: it names them, and the schema knows where they are
+ * and what is wrong with them. */
+#ifndef KORV_INSPECT_LOAD_FAULTS_H
+#define KORV_INSPECT_LOAD_FAULTS_H
+
+#include <string>
+#include <vector>
+
+#include <korv_platform.h>
+#include "model/message_text.h"
+
+namespace inspect {
+
+/* Leaves with an attribute id but no datatype-id, of this built-in type (0: leafrefs that lead nowhere), in the classes
+ * of that name. */
+std::vector<QY_NODE *> LeavesWithoutDatatype(QY_MOD *module, const std::string &node, uint32_t type);
+
+/* Lists with more keys than the library takes. */
+std::vector<QY_NODE *> ListsWithTooManyKeys(QY_MOD *module);
+
+/* The nodes that the explanation may mean, the likeliest only: the module's own rather than others, and those that have
+ * the statement that it quotes. */
+std::vector<QY_NODE *> NodesMeant(QY_MOD *module, const Explanation &why);
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_LOAD_FAULTS_H

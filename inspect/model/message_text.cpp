@@ -1,0 +1,169 @@
+#include "model/message_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <string_view>
+
+#include "model/trees.h"
+
+namespace inspect {
+namespace {
+
+/* The texts that stand for the "*" of a pattern; none when the pattern does not match. A "*" takes as little as it can,
+ * the last one everything that is left. */
+std::optional<std::vector<std::string>> Match(std::string_view pattern, std::string_view text)
+{
+    std::vector<std::string> parts;
+    size_t star = pattern.find('*');
+    if (!text.starts_with(pattern.substr(0, star)))
+        return std::nullopt;
+    if (star == std::string_view::npos)
+        return pattern == text ? std::optional(parts) : std::nullopt;
+    text.remove_prefix(star);
+    while (star != std::string_view::npos) {
+        const size_t next = pattern.find('*', star + 1);
+        const std::string_view fixed =
+            pattern.substr(star + 1, next == std::string_view::npos ? next : next - star - 1);
+        const size_t found = fixed.empty() ? text.size() : text.find(fixed);
+        if (found == std::string_view::npos)
+            return std::nullopt;
+        parts.emplace_back(text.substr(0, found));
+        text.remove_prefix(found + fixed.size());
+        star = next;
+    }
+    return parts;
+}
+
+/* A message, and what it means: "$1" and so on stand for the texts of the "*", "$N" for the node's name. The first message
+ * of a chain that matches any of these explains the chain. */
+struct Meaning {
+    std::string_view message;
+    std::string_view text;
+    int node;                      /* which "*" is the node's name, 0: an outer message says it */
+    const char *keyword = nullptr; /* of the statement that the last "*" is the argument of; "": the "*" before it */
+};
+
+constexpr std::array<Meaning, 20> MEANINGS = {{
+    {"malloc fail!", "there is not enough memory", 0},
+    {"Fill Leaf Info By ExtType error, leaf name(*) ext(*) value(*)!",
+     "leaf '$1' of class '$N': '$3' is no number that $2 can have", 1, ""},
+    {"class-type do not support *", "class '$N': class-type '$1' is neither 'leafref' nor 'leafref-target'", 0,
+     "class-type"},
+    {"The leafref source class * can only have mimext:class-type, need remove other mimext",
+     "class '$1' of class-type 'leafref' must not have other extension statements", 1},
+    {"Leafref source class * must have a child class", "class '$1' of class-type 'leafref' must have a child class", 1},
+    {"Attr * under * is not with type leafref", "leaf '$1' of '$2', a class of class-type 'leafref', is no leafref", 1},
+    {"Attr * under * with type leafref, should have no mimext",
+     "leaf '$1' of '$2', a class of class-type 'leafref', must not have extension statements", 1},
+    {"error,not find key field ID!nodename(*)node key size(*)",
+     "class '$1': a key is no leaf of the list itself, or its name has more than 64 characters", 1},
+    {"Parse Node (*) Auto-Key return *",
+     "class '$1' has several leaves and a name2id-key-fid of its own: that belongs on a leaf", 1},
+    {"no word error in node(*)!", "class '$1': ancestor-key-fid is empty", 1},
+    {"pstYinInst->pstKeyRefArray XUR_Malloc error!", "class '$N': ancestor-key-fid is empty", 0},
+    {"Parse MimExt Into Array return *, uiTmpNum(*) name(*)!", "class '$3': ancestor-key-fid is no list of numbers", 3},
+    {"Iterate key-ref, Append one ancestor for * failed, pos is *, except *.",
+     "class '$1' has $3 ancestor-key-fid, too few for the keys of the classes above it", 1},
+    {"Iter key, Append one ancestor for * failed, pos is *, except *.",
+     "class '$1' has $3 ancestor-key-fid, too few for the keys of the classes above it", 1},
+    {"class node(*) has * attribute leaves, more than *!", "class '$1' has $2 leaves, more than $3", 1},
+    {"class node(*) has * ancestor keys, more than *!", "class '$1' has $2 ancestor keys, more than $3", 1},
+    {"class node(*) has * keys, more than *!", "class '$1' has $2 keys, more than $3", 1},
+    {"NODE_KEY_LIST_NUM error!", "a class has more than 16 keys or more than 16 ancestor keys", 0},
+    {"augment cnt over max, ModName(*)", "the module has more than 20 augments", 0},
+    {"Parse module yin extension return value(*)", "aaa-task-id is no number", 0},
+}};
+
+/* Outer messages that name the node. */
+constexpr std::array<std::string_view, 4> NODE_MESSAGES = {
+    "Read Node(*) Extension return *", "Update YinInst from node (*) return *",
+    "Parse node (*) <mimext:class-type> return *", "Parse Node(*) Attr LeafInfo return *"};
+
+constexpr std::string_view NO_DEFAULT_TYPE = "Get Default Type By YangType *, return *";
+
+std::string NodeOf(const std::vector<std::string> &errors)
+{
+    for (const std::string &error : errors) {
+        for (const std::string_view message : NODE_MESSAGES) {
+            if (const auto parts = Match(message, error))
+                return parts->front();
+        }
+    }
+    return "";
+}
+
+std::string Filled(std::string_view text, const std::vector<std::string> &parts, const std::string &node)
+{
+    std::string filled;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '$') {
+            filled += text[i];
+            continue;
+        }
+        const char which = text[++i];
+        filled += which == 'N' ? node : parts[static_cast<size_t>(which - '1')];
+    }
+    return filled;
+}
+
+} // namespace
+
+bool TypeIsMissing(uint32_t type)
+{
+    return TypeName(type) == nullptr || type == QY_TYPE_LEAFREF;
+}
+
+std::optional<uint32_t> TypeWithoutDefault(const std::vector<std::string> &errors)
+{
+    for (const std::string &error : errors) {
+        if (const auto parts = Match(NO_DEFAULT_TYPE, error))
+            return static_cast<uint32_t>(std::strtoul(parts->front().c_str(), nullptr, 10));
+    }
+    return std::nullopt;
+}
+
+Explanation Explain(const std::vector<std::string> &errors)
+{
+    const std::string node = NodeOf(errors);
+    if (const std::optional<uint32_t> type = TypeWithoutDefault(errors)) {
+        const std::string what = TypeIsMissing(*type)
+                                     ? "is a leafref whose target is not found"
+                                     : std::string("is of type ") + TypeName(*type) + ", which has no default datatype";
+        return {"a leaf of class '" + node + "' " + what + ": it needs a datatype-id", node, node};
+    }
+    for (const std::string &error : errors) {
+        for (const Meaning &meaning : MEANINGS) {
+            const auto parts = Match(meaning.message, error);
+            if (!parts)
+                continue;
+            Explanation why = {Filled(meaning.text, *parts, node),
+                               meaning.node == 0 ? node : (*parts)[static_cast<size_t>(meaning.node) - 1], node};
+            if (meaning.keyword != nullptr) {
+                why.keyword = *meaning.keyword != '\0' ? meaning.keyword : (*parts)[parts->size() - 2];
+                why.argument = parts->back();
+            }
+            return why;
+        }
+    }
+    return {errors.empty() ? "the library does not say why" : errors.front(), node, node};
+}
+
+Remark RemarkOf(const std::string &error)
+{
+    static constexpr std::array<std::string_view, 5> ANCESTOR_KEYS = {
+        "Failed to find ancestor-key for * with attr-id *",
+        "Ancestor-key for * with attr-id * do not have valid child field-id info",
+        "Ancestor key for * with child-attr-id * already exist",
+        "Append one ancestor in parent key ref seq *, current seq * failed.",
+        "Node(*) inherit father key error : *",
+    };
+    const bool ancestorKey =
+        std::any_of(ANCESTOR_KEYS.begin(), ANCESTOR_KEYS.end(),
+                    [&error](std::string_view message) { return Match(message, error).has_value(); });
+    if (ancestorKey)
+        return Remark::ANCESTOR_KEY;
+    return Match("Get mim-ext:field-id value of Node(*) return *", error) ? Remark::FIELD_ID : Remark::OTHER;
+}
+
+} // namespace inspect

@@ -1,0 +1,111 @@
+#include "model/node_request.h"
+
+#include <cstring>
+
+namespace inspect {
+namespace {
+
+/* The form for a node that the tree's own module defines. */
+std::string OwnForm(const std::vector<WayStep> &way, const std::string &prefix)
+{
+    std::string form;
+    for (const WayStep &step : way) {
+        if (step.named)
+            form += (form.empty() ? "" : "/") + prefix + ":" + step.name;
+    }
+    return form;
+}
+
+/* The key under which a module is loaded, or under which it would be. */
+ModuleKey KeyOf(const Instance &instance, const std::string &module)
+{
+    for (const ModuleFile *file : instance.Registered()) {
+        if (module == file->pcModuleName)
+            return {module, file->pcRevision != nullptr ? file->pcRevision : ""};
+    }
+    return {module, ""};
+}
+
+/* The target path of the module's augment of that node, as the statement has it; "" when the module's file does not tell. */
+std::string TargetOf(const Instance &instance, const ModuleKey &module, const std::string &names, YinFiles *files)
+{
+    if (const ModuleFile *file = instance.Find(module)) {
+        for (uint32_t i = 0; i < file->ucAugmentNum; ++i) {
+            if (BareNames(file->astAugment[i].acAugNodeName) == names)
+                return file->astAugment[i].acAugNodeName;
+        }
+    }
+    if (const YinFile *file = files->Find(module.name)) {
+        for (const YinStatement *child : file->Module().children) {
+            if (child->Is("augment") && BareNames(child->argument) == names)
+                return std::string(child->argument);
+        }
+    }
+    return "";
+}
+
+/* The augment's target path as its statement has it, the first node that the module adds with its prefix, and those below
+ * it without. "" when there is no such augment. */
+std::string AugmentForm(const Instance &instance, const std::vector<WayStep> &way, const ModuleKey &module,
+                        YinFiles *files)
+{
+    size_t step = 0;
+    std::string names;
+    for (; module.name != way[step].module; ++step)
+        names += std::string("/") + way[step].name;
+    std::string form = TargetOf(instance, module, names, files);
+    if (form.empty())
+        return form;
+    form.erase(0, form.front() == '/' ? 1 : 0);
+    std::string prefix = files->PrefixOf(module.name) + ":";
+    for (; step < way.size(); ++step) {
+        if (!way[step].named)
+            continue;
+        form += "/" + prefix + way[step].name;
+        prefix.clear();
+    }
+    return form;
+}
+
+} // namespace
+
+std::optional<NodeRequest> MakeRequest(const Instance &instance, const Place &place, YinFiles *files)
+{
+    const std::vector<WayStep> way = WayTo(place);
+    if (!way.back().named)
+        return std::nullopt;
+    const ModuleKey top = KeyOf(instance, way.front().module);
+    const ModuleKey module = KeyOf(instance, way.back().module);
+    const std::string form = module.name != top.name ? AugmentForm(instance, way, module, files) : "";
+    if (!form.empty())
+        return NodeRequest{module, PlainPath(place), form};
+    return NodeRequest{top, PlainPath(place), OwnForm(way, files->PrefixOf(top.name))};
+}
+
+NodeRequest MakeHolderRequest(const Instance &instance, const Place &leaf, YinFiles *files)
+{
+    const Place holder = {leaf.augment, leaf.node, nullptr};
+    if (std::strcmp(leaf.leaf->pcModuleName, leaf.node->pcModuleName) != 0) {
+        /* The holder is another module's, but only this module's copy of it is sure to have the leaf. */
+        NodeRequest request = *MakeRequest(instance, leaf, files);
+        request.path = PlainPath(holder);
+        return request;
+    }
+    return *MakeRequest(instance, holder, files);
+}
+
+const KorvTreeNode *Ask(const Instance &instance, const NodeRequest &request)
+{
+    if (instance.Find(request.module) == nullptr)
+        return nullptr;
+    const YangPathRequest ask = request.ForLibrary();
+    const YangXpathLookup lookup = {
+        instance.Local(), ask.pcModuleName, ask.pcRevision, ask.pcPath, ask.pcXpathMain, 0, 0};
+    const KorvTreeNode *node = TELMYANG_KorvFindTreeNodeByXpath(&lookup);
+    if (node != nullptr)
+        return node;
+    return TELMYANG_KorvFindTreeNodeByLeafXpath(instance.Local(), ask.pcModuleName, ask.pcRevision, ask.pcPath,
+                                                ask.pcXpathMain);
+}
+
+} // namespace inspect

@@ -1,0 +1,201 @@
+#include "model/schema_scan.h"
+
+#include <cstring>
+#include <new>
+#include <unordered_set>
+
+namespace inspect {
+namespace {
+
+constexpr const char *EXTENSION_MODULE = "quelvo-mim-extensions";
+constexpr int MAX_LEAFREF_HOPS = 64;
+
+/* A visitor as the cookie of a scan. Exceptions do not cross the schema library: they wait until the scan is over. */
+template <typename Visitor>
+struct Scan {
+    Visitor visit;
+    bool outOfMemory = false;
+
+    template <typename... Args>
+    void Visit(Args... args)
+    try {
+        visit(args...);
+    } catch (const std::bad_alloc &) {
+        outOfMemory = true;
+    }
+
+    void End() const
+    {
+        if (outOfMemory)
+            throw std::bad_alloc();
+    }
+};
+
+uint32_t OnNode(QY_NODE *node, void *, void *cookie)
+{
+    static_cast<Scan<NodeVisitor> *>(cookie)->Visit(node);
+    return 0;
+}
+
+uint32_t OnTreeNode(QY_NODE *node, uint32_t travType, void *cookie)
+{
+    if (travType != QY_TRAV_RETURN)
+        static_cast<Scan<NodeVisitor> *>(cookie)->Visit(node);
+    return 0;
+}
+
+using ExtensionVisitor = std::function<void(QY_EXT *, const char *, const char *)>;
+
+uint32_t OnExtension(QY_EXT *instance, const char *module, const char *keyword, const char *argument, void *cookie)
+{
+    if (module == nullptr || keyword == nullptr || std::strcmp(module, EXTENSION_MODULE) != 0)
+        return 0;
+    static_cast<Scan<ExtensionVisitor> *>(cookie)->Visit(instance, keyword, argument != nullptr ? argument : "");
+    return 0;
+}
+
+template <typename Source>
+std::vector<Extension> Collect(Source *source, uint32_t (*scanAll)(Source *, QY_EXT_SCAN_PF, void *))
+{
+    std::vector<Extension> found;
+    Scan<ExtensionVisitor> scan = {[&found](QY_EXT *instance, const char *keyword, const char *argument) {
+        found.push_back({instance, keyword, argument});
+    }};
+    (void)scanAll(source, OnExtension, &scan);
+    scan.End();
+    return found;
+}
+
+uint32_t OnType(void *, void *, QY_TYPE *type, void *cookie)
+{
+    *static_cast<QY_TYPE **>(cookie) = type; /* the last one is the leaf's own */
+    return 0;
+}
+
+QY_NODE *TopOf(QY_NODE *node)
+{
+    while (QY_NODE *above = QY_NODE_GetParentNode(node))
+        node = above;
+    return node;
+}
+
+/* The last leaf of a chain of leafrefs; null where they go round in circles. */
+QY_NODE *LeafrefEnd(QY_NODE *leaf)
+{
+    for (int hop = 0; hop < MAX_LEAFREF_HOPS; ++hop) {
+        QY_TYPE *type = OwnType(leaf);
+        if (type == nullptr || QY_TYPE_GetBuiltInBaseType(type) != QY_TYPE_LEAFREF)
+            return leaf;
+        QY_NODE *target = QY_NODE_GetLeafrefTargetNode(leaf, 1);
+        if (target == nullptr)
+            return leaf;
+        leaf = target;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void ForEachTop(QY_MOD *module, const NodeVisitor &visit)
+{
+    Scan<NodeVisitor> scan = {visit};
+    (void)QY_MOD_IterScanTopmostNode(module, OnNode, &scan);
+    scan.End();
+}
+
+void ForEachChild(QY_NODE *node, const NodeVisitor &visit)
+{
+    Scan<NodeVisitor> scan = {visit};
+    (void)QY_NODE_IterScanChildrenNode(node, OnNode, &scan);
+    scan.End();
+}
+
+void ForEachBelow(QY_NODE *node, const NodeVisitor &visit)
+{
+    Scan<NodeVisitor> scan = {visit};
+    (void)QY_NODE_TreeScanAllNode(node, OnTreeNode, &scan);
+    scan.End();
+}
+
+void ForEachNode(QY_MOD *module, const NodeVisitor &visit)
+{
+    std::vector<QY_NODE *> tops;
+    ForEachTop(module, [&tops](QY_NODE *top) { tops.push_back(top); });
+    Scan<NodeVisitor> scan = {[&tops](QY_NODE *augment) {
+        if (QY_NODE *target = QY_NODE_GetAugmentTargetNode(augment))
+            tops.push_back(TopOf(target));
+    }};
+    (void)QY_MOD_IterScanAugmentNode(module, OnNode, &scan);
+    scan.End();
+    std::unordered_set<QY_NODE *> seen;
+    for (QY_NODE *top : tops) {
+        if (seen.insert(top).second)
+            ForEachBelow(top, visit);
+    }
+}
+
+void ForEachOwnNode(QY_MOD *module, const NodeVisitor &visit)
+{
+    ForEachNode(module, [&](QY_NODE *node) {
+        if (QY_NODE_GetModule(node) == module)
+            visit(node);
+    });
+}
+
+std::string NameOf(QY_NODE *node)
+{
+    const char *name = QY_NODE_GetNodeName(node);
+    return name != nullptr ? name : "";
+}
+
+const char *ModuleNameOf(QY_NODE *node)
+{
+    return QY_MOD_GetModuleName(QY_NODE_GetModule(node));
+}
+
+std::vector<Extension> ExtensionsOf(QY_NODE *node)
+{
+    return Collect(node, QY_NODE_ScanAllExtInsts);
+}
+
+std::vector<Extension> ExtensionsOf(QY_MOD *module)
+{
+    return Collect(module, QY_MOD_ScanAllExtInsts);
+}
+
+std::vector<Extension> ExtensionsWithin(QY_EXT *instance)
+{
+    return Collect(instance, QY_EXT_ScanAllChildExtInsts);
+}
+
+std::vector<std::string> ExtensionArguments(QY_NODE *node, const std::string &keyword)
+{
+    std::vector<std::string> arguments;
+    for (const Extension &extension : ExtensionsOf(node)) {
+        if (extension.keyword == keyword)
+            arguments.push_back(extension.argument);
+    }
+    return arguments;
+}
+
+QY_TYPE *OwnType(QY_NODE *leaf)
+{
+    QY_TYPE *type = nullptr;
+    return QY_NODE_ScanDerivedType(leaf, OnType, &type) == 0 ? type : nullptr;
+}
+
+QY_TYPE *FinalType(QY_NODE *leaf)
+{
+    QY_NODE *end = LeafrefEnd(leaf);
+    QY_TYPE *type = end != nullptr ? OwnType(end) : nullptr;
+    return type != nullptr && QY_TYPE_GetBuiltInBaseType(type) != QY_TYPE_LEAFREF ? type : nullptr;
+}
+
+QY_NODE *BrokenLeafref(QY_NODE *leaf)
+{
+    QY_NODE *end = LeafrefEnd(leaf);
+    QY_TYPE *type = end != nullptr ? OwnType(end) : nullptr;
+    return type != nullptr && QY_TYPE_GetBuiltInBaseType(type) == QY_TYPE_LEAFREF ? end : nullptr;
+}
+
+} // namespace inspect

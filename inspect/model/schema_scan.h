@@ -1,0 +1,55 @@
+/* The schema's nodes and what their statements say, with the scans of the contract as loops. */
+#ifndef KORV_INSPECT_SCHEMA_SCAN_H
+#define KORV_INSPECT_SCHEMA_SCAN_H
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <korv_platform.h>
+
+namespace inspect {
+
+using NodeVisitor = std::function<void(QY_NODE *)>;
+
+void ForEachTop(QY_MOD *module, const NodeVisitor &visit);
+void ForEachChild(QY_NODE *node, const NodeVisitor &visit);
+
+/* The node and everything below it, parents first. */
+void ForEachBelow(QY_NODE *node, const NodeVisitor &visit);
+
+/* Every node of the trees that the library reads for a module, each once: the module's own, then those to which its
+ * augments add. */
+void ForEachNode(QY_MOD *module, const NodeVisitor &visit);
+
+/* Every node that the module defines, each once, wherever its augments put it. */
+void ForEachOwnNode(QY_MOD *module, const NodeVisitor &visit);
+
+std::string NameOf(QY_NODE *node);
+const char *ModuleNameOf(QY_NODE *node);
+
+/* Statements of the extension module, in their order. */
+struct Extension {
+    QY_EXT *instance;
+    std::string keyword;
+    std::string argument;
+};
+std::vector<Extension> ExtensionsOf(QY_NODE *node);
+std::vector<Extension> ExtensionsOf(QY_MOD *module);
+std::vector<Extension> ExtensionsWithin(QY_EXT *instance);
+
+/* Arguments of the leaf's or node's statements with this keyword. */
+std::vector<std::string> ExtensionArguments(QY_NODE *node, const std::string &keyword);
+
+/* The leaf's type, or null. */
+QY_TYPE *OwnType(QY_NODE *leaf);
+
+/* The type that a leaf's values have, with leafrefs followed to their end; null when a target is missing. */
+QY_TYPE *FinalType(QY_NODE *leaf);
+
+/* The leafref without target that the leaf is, or at which its leafrefs end; null for any other leaf. */
+QY_NODE *BrokenLeafref(QY_NODE *leaf);
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_SCHEMA_SCAN_H

@@ -1,0 +1,162 @@
+#include "tree/tree_rows.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+
+#include "base/text.h"
+#include "model/trees.h"
+
+namespace inspect {
+namespace {
+
+constexpr size_t INDENT = 2;
+constexpr size_t MAX_NAME_WIDTH = 48; /* a longer name pushes its row's columns to the right */
+constexpr size_t ID_WIDTH = 3;
+constexpr const char *GAP = "  ";
+
+std::string Indented(const std::string &text, uint32_t indent)
+{
+    return std::string(indent * INDENT, ' ') + text;
+}
+
+void AddWord(std::string *text, const std::string &word)
+{
+    if (word.empty())
+        return;
+    if (!text->empty())
+        *text += GAP;
+    *text += word;
+}
+
+/* Nothing beyond what the type says. */
+bool IsFullRange(const KorvTreeLeaf &leaf)
+{
+    switch (leaf.ucBaseType) {
+        case QY_TYPE_UINT16:
+            return leaf.llRangeMin == 0 && leaf.llRangeMax == std::numeric_limits<uint16_t>::max();
+        case QY_TYPE_UINT32:
+            return leaf.llRangeMin == 0 && leaf.llRangeMax == std::numeric_limits<uint32_t>::max();
+        default:
+            return leaf.llRangeMin == 0 && static_cast<uint64_t>(leaf.llRangeMax) == UINT64_MAX;
+    }
+}
+
+} // namespace
+
+std::string NodeSummary(const KorvTreeNode &node)
+{
+    std::string text;
+    if (!IsOrdinary(node))
+        return text;
+    if (node.uiClassId != 0)
+        AddWord(&text, "class " + Hex(node.uiClassId));
+    if (node.uiSampleId != 0)
+        AddWord(&text, "sample " + Hex(node.uiSampleId));
+    const std::vector<uint32_t> self = KeyIds(node.aucSelfNodeKey);
+    if (!self.empty())
+        AddWord(&text, (self.size() == 1 ? "key " : "keys ") + JoinNumbers(self, " "));
+    const std::vector<uint32_t> ancestor = KeyIds(node.aucAncestorKey);
+    if (!ancestor.empty())
+        AddWord(&text, (ancestor.size() == 1 ? "ancestor key " : "ancestor keys ") + JoinNumbers(ancestor, " "));
+    return text;
+}
+
+std::string RangeText(const KorvTreeLeaf &leaf)
+{
+    if (!HasRange(leaf) || IsFullRange(leaf))
+        return "";
+    const std::string min = std::to_string(static_cast<uint64_t>(leaf.llRangeMin));
+    const std::string max = std::to_string(static_cast<uint64_t>(leaf.llRangeMax));
+    return min == max ? min : min + ".." + max;
+}
+
+std::string LeafSummary(const KorvTreeLeaf &leaf)
+{
+    std::string text;
+    if (Has(leaf, KORV_MASK_DATA_TYPE))
+        AddWord(&text, "datatype " + std::to_string(leaf.uiDataType));
+    AddWord(&text, RangeText(leaf));
+    if (Has(leaf, KORV_MASK_NAME2ID_KEY))
+        AddWord(&text, "index map " + std::to_string(leaf.uiName2IdKeyFid));
+    if (Has(leaf, KORV_MASK_REF_ID_KEY))
+        AddWord(&text, "reference key " + std::to_string(leaf.uiRefIdKeyFid));
+    return text;
+}
+
+/* A mark where the module changes from one level to the next. */
+std::string TreeRows::From(const char *module, const char *parentModule) const
+{
+    const char *above = parentModule != nullptr ? parentModule : module_.c_str();
+    return std::strcmp(module, above) == 0 ? "" : std::string("(") + module + ")";
+}
+
+void TreeRows::AddNode(const KorvTreeNode &node, uint32_t indent)
+{
+    const std::string kind = IsOrdinary(node) ? "" : std::string(KindName(node)) + " ";
+    std::string rest = NodeSummary(node);
+    AddWord(&rest, From(node.pcModuleName, node.pstParent != nullptr ? node.pstParent->pcModuleName : nullptr));
+    rows_.push_back({Indented(kind + node.pcName, indent), "", "", rest});
+}
+
+void TreeRows::AddLeaf(const KorvTreeLeaf &leaf, uint32_t indent)
+{
+    std::string id = Has(leaf, KORV_MASK_FIELD_ID) ? std::to_string(leaf.uiFieldId) : "-";
+    id.insert(0, ID_WIDTH - std::min(ID_WIDTH, id.size()), ' ');
+    rows_.push_back({Indented((leaf.ucIsKey != 0 ? "* " : "- ") + std::string(leaf.pcName), indent), id, TypeName(leaf),
+                     LeafSummary(leaf)});
+}
+
+void TreeRows::AddText(const std::string &text, uint32_t indent)
+{
+    rows_.push_back({Indented(text, indent), "", "", ""});
+}
+
+void TreeRows::AddTree(const KorvTreeNode &node, uint32_t indent, uint32_t depth)
+{
+    AddNode(node, indent);
+    for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList)) {
+        AddLeaf(leaf, indent + 1);
+        std::string &rest = rows_.back().rest;
+        AddWord(&rest, From(leaf.pcModuleName, node.pcModuleName));
+    }
+    if (depth == 1) {
+        const TreeSize below = SizeOf(Children(node));
+        if (below.nodes != 0)
+            AddText("... " + Count(below.nodes, "node"), indent + 1);
+        return;
+    }
+    for (const KorvTreeNode &child : Children(node))
+        AddTree(child, indent + 1, depth == 0 ? 0 : depth - 1);
+}
+
+void TreeRows::Print()
+{
+    size_t nameWidth = 0;
+    size_t typeWidth = 0;
+    for (const Row &row : rows_) {
+        if (row.rest.empty() && row.id.empty())
+            continue;
+        nameWidth = std::max(nameWidth, std::min(row.name.size(), MAX_NAME_WIDTH));
+        typeWidth = std::max(typeWidth, row.type.size());
+    }
+    std::string line;
+    for (const Row &row : rows_) {
+        line = row.name;
+        if (!row.id.empty()) {
+            PadTo(&line, nameWidth);
+            line += GAP + row.id + GAP + row.type;
+            PadTo(&line, nameWidth + ID_WIDTH + typeWidth + 4);
+        } else {
+            PadTo(&line, nameWidth);
+        }
+        line += GAP + row.rest;
+        line.erase(line.find_last_not_of(' ') + 1);
+        line += '\n';
+        std::fwrite(line.data(), 1, line.size(), stdout);
+    }
+    rows_.clear();
+}
+
+} // namespace inspect

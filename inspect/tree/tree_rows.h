@@ -1,0 +1,54 @@
+/* Class trees as rows of text in columns: nodes with their ids and keys, leaves with theirs. */
+#ifndef KORV_INSPECT_TREE_ROWS_H
+#define KORV_INSPECT_TREE_ROWS_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <korv_lib_yang.h>
+
+namespace inspect {
+
+/* "class 0x1001  sample 0x52  keys 1 2  ancestor keys 10", what there is of it. */
+std::string NodeSummary(const KorvTreeNode &node);
+
+/* "1280..9600"; "" for none, or where it is the type's own. */
+std::string RangeText(const KorvTreeLeaf &leaf);
+
+/* Everything of a leaf beyond name, id and type. */
+std::string LeafSummary(const KorvTreeLeaf &leaf);
+
+class TreeRows {
+  public:
+    /* Rows of modules other than `module` say whose they are. */
+    explicit TreeRows(std::string module) : module_(std::move(module)) {}
+
+    /* The node with `depth` levels of nodes, itself included; 0 for all. */
+    void AddTree(const KorvTreeNode &node, uint32_t indent, uint32_t depth);
+
+    /* The node alone. */
+    void AddNode(const KorvTreeNode &node, uint32_t indent);
+    void AddLeaf(const KorvTreeLeaf &leaf, uint32_t indent);
+    void AddText(const std::string &text, uint32_t indent);
+
+    /* Writes the rows to standard output and forgets them. */
+    void Print();
+
+  private:
+    struct Row {
+        std::string name;
+        std::string id; /* of a leaf; these two are empty otherwise */
+        std::string type;
+        std::string rest;
+    };
+
+    std::string From(const char *module, const char *parentModule) const;
+
+    std::string module_;
+    std::vector<Row> rows_;
+};
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_TREE_ROWS_H
