@@ -2,6 +2,7 @@
 #ifndef KORV_INSPECT_MODEL_REQUEST_H
 #define KORV_INSPECT_MODEL_REQUEST_H
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -14,10 +15,10 @@ struct ModuleKey {
     std::string revision;
 };
 
-/* Directories of module files, in the order searched. */
+/* Where module files are found. */
 struct SearchDirs {
-    std::vector<std::string> base;    /* at most two: where the library looks for deviation modules, too */
-    std::vector<std::string> install; /* searched after these */
+    std::vector<std::string> dirs;            /* in the order searched */
+    std::map<std::string, std::string> shown; /* files that stand elsewhere than a person named them: their names */
 };
 
 struct ModelRequest {

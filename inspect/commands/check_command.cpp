@@ -207,7 +207,6 @@ class CheckCommand final : public Command {
         options_.AddCommon(app);
         options_.AddModules(app, "Modules to check");
         app->add_flag("--all", all_, "Check every module of the directories");
-        options_.AddDirs(app);
         options_.AddFormats(app, {"text", "json"});
     }
 

@@ -22,7 +22,7 @@ change is breaking when a host that addresses data by ids has to follow it:
   compatible  added; moved or renamed under the same ids; an id where there was none;
               range widened; enumeration value added; task id changed
 
-Either version may have two directories: one for what has changed, say, and the common one.
+Either version may have several directories: one for what has changed, say, and the common one.
 
 Example:
   korv-inspect diff example-interfaces --old examples/yin --new examples/yin)";
@@ -31,9 +31,8 @@ constexpr size_t MARK_WIDTH = 12; /* "compatible" and a gap */
 constexpr size_t MAX_PATH_WIDTH = 60;
 
 /* One version, loaded from its directories. The instance is gone when the model is made. */
-DiffModel LoadVersion(ModelRequest version, const std::vector<std::string> &dirs)
+DiffModel LoadVersion(const ModelRequest &version)
 {
-    version.dirs.base = dirs;
     Instance instance(version.dirs, version.verbose);
     LoadRequested(&instance, version);
     return MakeDiffModel(instance, Loaded(instance, version.modules.front()));
@@ -118,18 +117,13 @@ class DiffCommand final : public Command {
     void AddTo(CLI::App *app) override
     {
         options_.AddCommon(app);
-        options_.AddModule(app);
-        ModelOptions::AddDirOption(app, "--old", &oldDirs_, "Directory of the old version; a second one may be given");
-        ModelOptions::AddDirOption(app, "--new", &newDirs_, "Directory of the new version; a second one may be given");
+        options_.AddModuleName(app);
+        ModelOptions::AddDirOption(app, "--old", &oldDirs_, "Directory of the old version; may be repeated");
+        ModelOptions::AddDirOption(app, "--new", &newDirs_, "Directory of the new version; may be repeated");
         options_.AddFormats(app, {"text", "json"});
     }
 
-    void Understand() override
-    {
-        options_.Understand();
-        ModelOptions::CheckDirs(oldDirs_);
-        ModelOptions::CheckDirs(newDirs_);
-    }
+    void Understand() override { options_.Understand(); }
 
     int Run() override;
 
@@ -141,8 +135,8 @@ class DiffCommand final : public Command {
 
 int DiffCommand::Run()
 {
-    const DiffModel oldModel = LoadVersion(options_.Request(), oldDirs_);
-    const DiffModel newModel = LoadVersion(options_.Request(), newDirs_);
+    const DiffModel oldModel = LoadVersion(options_.RequestWith(oldDirs_));
+    const DiffModel newModel = LoadVersion(options_.RequestWith(newDirs_));
     const std::vector<Change> changes = Compare(oldModel, newModel);
     const std::string &module = options_.Module().name;
     if (options_.OutputFormat() == Format::JSON)

@@ -74,7 +74,6 @@ class DumpCommand final : public Command {
     {
         options_.AddCommon(app);
         options_.AddModule(app);
-        options_.AddDirs(app);
         app->add_option("--augment", augment_, "Dump this augment's target tree, the first is 0")
             ->option_text("N")
             ->check(CLI::Range(int64_t{0}, int64_t{KORV_AUGMENT_NUM} - 1));

@@ -52,7 +52,6 @@ class EnumsCommand final : public Command {
         options_.AddCommon(app);
         options_.AddModule(app);
         options_.AddPath(app);
-        options_.AddDirs(app);
         options_.AddFormats(app, {"text", "json"});
     }
 

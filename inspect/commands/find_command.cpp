@@ -191,7 +191,6 @@ class FindCommand final : public Command {
         options_.AddCommon(app);
         options_.AddModule(app);
         options_.AddPath(app);
-        options_.AddDirs(app);
         options_.AddFormats(app, {"text", "json"});
     }
 

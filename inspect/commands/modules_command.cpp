@@ -97,7 +97,6 @@ class ModulesCommand final : public Command {
     {
         options_.AddCommon(app);
         options_.AddModules(app, "Modules to load");
-        options_.AddDirs(app);
         options_.AddFormats(app, {"text", "json"});
     }
 

@@ -1,6 +1,9 @@
 /* tree: a module's class trees. */
 #include <CLI/CLI.hpp>
+#include <cstdio>
 
+#include "base/failure.h"
+#include "base/json_out.h"
 #include "commands/commands.h"
 #include "line/model_options.h"
 #include "model/instance.h"
@@ -70,13 +73,33 @@ TreeView PathView(const Instance &instance, const ModuleFile &file, const Select
     return view;
 }
 
+/* One module is one object, several are an array of them. */
+void PrintJson(const std::vector<TreeView> &views)
+{
+    JsonOut out;
+    if (views.size() > 1)
+        out.Array();
+    for (const TreeView &view : views)
+        WriteTreeJson(&out, view);
+    if (views.size() > 1)
+        out.EndArray();
+}
+
+void PrintText(const std::vector<TreeView> &views)
+{
+    for (const TreeView &view : views) {
+        if (&view != &views.front())
+            std::printf("\n");
+        WriteTreeText(view);
+    }
+}
+
 class TreeCommand final : public Command {
   public:
     void AddTo(CLI::App *app) override
     {
         options_.AddCommon(app);
-        options_.AddModule(app);
-        options_.AddDirs(app);
+        options_.AddModules(app, "Modules, their files, or - for standard input", true);
         app->add_option("--path", selection_.path, "Show this node and what is below it")->option_text("PATH");
         app->add_option("--depth", selection_.depth, "Show this many levels of nodes")
             ->option_text("N")
@@ -85,7 +108,12 @@ class TreeCommand final : public Command {
         options_.AddFormats(app, {"text", "json", "dot"});
     }
 
-    void Understand() override { options_.Understand(); }
+    void Understand() override
+    {
+        options_.Understand();
+        if (options_.Request().modules.size() > 1 && options_.OutputFormat() == Format::DOT)
+            throw CLI::ValidationError("a graph shows one module: name one only");
+    }
 
     int Run() override;
 
@@ -96,19 +124,23 @@ class TreeCommand final : public Command {
 
 int TreeCommand::Run()
 {
-    Instance instance(options_.Request().dirs, options_.Request().verbose);
-    LoadRequested(&instance, options_.Request());
-    const ModuleFile &file = Loaded(instance, options_.Module());
-    YinFiles files(options_.Request().dirs);
-    const TreeView view =
-        selection_.path.empty() ? WholeView(instance, file, selection_) : PathView(instance, file, selection_, &files);
+    const ModelRequest &request = options_.Request();
+    Instance instance(request.dirs, request.verbose);
+    LoadRequested(&instance, request);
+    YinFiles files(request.dirs);
+    std::vector<TreeView> views;
+    for (const ModuleKey &module : request.modules) {
+        const ModuleFile &file = Loaded(instance, module);
+        views.push_back(selection_.path.empty() ? WholeView(instance, file, selection_)
+                                                : PathView(instance, file, selection_, &files));
+    }
     if (options_.OutputFormat() == Format::JSON)
-        WriteTreeJson(view);
+        PrintJson(views);
     else if (options_.OutputFormat() == Format::DOT)
-        WriteTreeDot(view);
+        WriteTreeDot(views.front());
     else
-        WriteTreeText(view);
-    return 0;
+        PrintText(views);
+    return EXIT_OK;
 }
 
 } // namespace

@@ -96,7 +96,6 @@ class WalkCommand final : public Command {
         options_.AddCommon(app);
         options_.AddModule(app);
         options_.AddPath(app);
-        options_.AddDirs(app);
         options_.AddFormats(app, {"text", "json"});
     }
 

@@ -1,7 +1,7 @@
 # Completion for korv-inspect in bash: commands, options, formats, directories, and the names of the modules in the
 # directories that the line names (in the current one as long as it names none).
 
-# Names of the modules, "NAME" of NAME.yin and NAME@REVISION.yin, in the directories of the line.
+# Names of the modules, "NAME" of NAME.yin, NAME@REVISION.yin and the like, in the directories of the line.
 _korv_inspect_modules() {
     local -a dirs=()
     local i dir file name
@@ -20,10 +20,11 @@ _korv_inspect_modules() {
     done
     ((${#dirs[@]})) || dirs=(.)
     for i in "${dirs[@]}"; do
-        for file in "$i"/*.yin; do
+        for file in "$i"/*.yin "$i"/*.yang; do
             [[ -e $file ]] || continue
             name=${file##*/}
             name=${name%.yin}
+            name=${name%.yang}
             printf '%s\n' "${name%%@*}"
         done
     done
@@ -32,7 +33,7 @@ _korv_inspect_modules() {
 _korv_inspect() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
     local commands="tree find walk dump enums modules check diff"
-    local options="--verbose --load --install-path --format --help" formats="text json"
+    local options="--verbose --load --install-path --recursive --format --help" formats="text json"
     COMPREPLY=()
     if [[ $cur == = ]]; then
         cur=""
@@ -44,11 +45,11 @@ _korv_inspect() {
         return
     fi
     case $command in
-    tree) options+=" --dir --path --depth --full" formats+=" dot" ;;
-    dump) options+=" --dir --augment --self --target" formats+=" csv" ;;
-    check) options+=" --dir --all" ;;
+    tree) options+=" --dir --as --path --depth --full" formats+=" dot" ;;
+    dump) options+=" --dir --as --augment --self --target" formats+=" csv" ;;
+    check) options+=" --dir --as --all" ;;
     diff) options+=" --old --new" ;;
-    find | walk | enums | modules) options+=" --dir" ;;
+    find | walk | enums | modules) options+=" --dir --as" ;;
     *) return ;;
     esac
     case $prev in
@@ -65,6 +66,9 @@ _korv_inspect() {
     esac
     if [[ $cur == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
+    elif [[ $cur == */* ]]; then
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -d -- "$cur"; compgen -f -X '!*.yin' -- "$cur"; compgen -f -X '!*.yang' -- "$cur")
     else
         mapfile -t COMPREPLY < <(compgen -W "$(_korv_inspect_modules)" -- "$cur")
     fi

@@ -2,21 +2,17 @@
 
 #include <CLI/CLI.hpp>
 
+#include "line/search_dirs.h"
+
 namespace inspect {
 namespace {
 
-constexpr size_t MAX_BASE_DIRS = 2; /* the library's */
-
-ModuleKey ToModuleKey(const std::string &text)
+CLI::Option *AddDirList(CLI::App *app, const char *names, std::vector<std::string> *dirs, const char *description)
 {
-    const size_t at = text.find('@');
-    ModuleKey key = {text.substr(0, at), at == std::string::npos ? "" : text.substr(at + 1)};
-    if (key.name.empty() || (at != std::string::npos && key.revision.empty()))
-        throw CLI::ValidationError("'" + text + "' is not MODULE or MODULE@REVISION");
-    if (key.name.find('/') != std::string::npos || text.ends_with(".yin"))
-        throw CLI::ValidationError("'" + text +
-                                   "' looks like a file: give the module's name, and its directory with -d");
-    return key;
+    return app->add_option(names, *dirs, description)
+        ->option_text("DIR")
+        ->allow_extra_args(false)
+        ->check(CLI::ExistingDirectory);
 }
 
 } // namespace
@@ -25,37 +21,42 @@ void ModelOptions::AddCommon(CLI::App *app)
 {
     app->add_flag("-v,--verbose", request_.verbose, "Show the library's messages as they come");
     app->add_option("--load", loads_, "Load this module first; may be repeated")
-        ->option_text("MODULE[@REVISION]")
+        ->option_text("MODULE[@REVISION]|FILE")
         ->allow_extra_args(false);
-    app->add_option("--install-path", request_.dirs.install, "Further directory of YIN files; may be repeated")
-        ->option_text("DIR")
-        ->allow_extra_args(false)
-        ->check(CLI::ExistingDirectory);
+    AddDirList(app, "--install-path", &installPaths_, "Directory searched after all others; may be repeated");
+    app->add_flag("-r,--recursive", recursive_, "Search the folders below the directories as well");
+}
+
+void ModelOptions::AddDirs(CLI::App *app)
+{
+    takesFiles_ = true;
+    AddDirList(app, "-d,--dir", &dirs_, "Directory of module files (.); may be repeated");
+    app->add_option("--as", inputName_, "The module on standard input")->option_text("MODULE");
 }
 
 void ModelOptions::AddModule(CLI::App *app)
 {
-    app->add_option("MODULE", module_, "The module")->option_text("[@REVISION]")->required();
+    app->add_option("MODULE", module_, "The module, its file, or - for standard input")
+        ->option_text("[@REVISION]|FILE")
+        ->required();
+    AddDirs(app);
 }
 
-void ModelOptions::AddModules(CLI::App *app, const char *description)
+void ModelOptions::AddModules(CLI::App *app, const char *description, bool required)
 {
-    app->add_option("MODULE", modules_, description)->option_text("[@REVISION] ...");
+    app->add_option("MODULE", modules_, description)->option_text("[@REVISION]|FILE ...")->required(required);
+    AddDirs(app);
+}
+
+void ModelOptions::AddModuleName(CLI::App *app)
+{
+    app->add_option("MODULE", module_, "The module")->option_text("[@REVISION]")->required();
 }
 
 void ModelOptions::AddDirOption(CLI::App *app, const char *names, std::vector<std::string> *dirs,
                                 const char *description)
 {
-    app->add_option(names, *dirs, description)
-        ->option_text("DIR")
-        ->allow_extra_args(false)
-        ->required()
-        ->check(CLI::ExistingDirectory);
-}
-
-void ModelOptions::AddDirs(CLI::App *app)
-{
-    AddDirOption(app, "-d,--dir", &request_.dirs.base, "Directory of YIN files; a second one may be given");
+    AddDirList(app, names, dirs, description)->required();
 }
 
 void ModelOptions::AddPath(CLI::App *app)
@@ -73,21 +74,54 @@ void ModelOptions::AddFormats(CLI::App *app, const std::vector<std::string> &for
         ->check(CLI::IsMember(formats));
 }
 
-void ModelOptions::CheckDirs(const std::vector<std::string> &dirs)
+ModuleKey ModelOptions::ToModuleKey(const std::string &text)
 {
-    if (dirs.size() > MAX_BASE_DIRS)
-        throw CLI::ValidationError("the library has two base directories: give further ones with --install-path");
+    if (LooksLikeFile(text)) {
+        if (!takesFiles_)
+            throw CLI::ValidationError("'" + text + "' looks like a file: give the module's name");
+        return {files_.Take(text, text == "-" ? inputName_ : ""), ""};
+    }
+    const size_t at = text.find('@');
+    const ModuleKey key = {text.substr(0, at), at == std::string::npos ? "" : text.substr(at + 1)};
+    if (key.name.empty() || (at != std::string::npos && key.revision.empty()))
+        throw CLI::ValidationError("'" + text + "' is not MODULE or MODULE@REVISION");
+    return key;
+}
+
+std::vector<std::string> ModelOptions::Expanded(const std::vector<std::string> &dirs) const
+{
+    if (!recursive_)
+        return dirs;
+    std::vector<std::string> all;
+    for (const std::string &dir : dirs) {
+        const std::vector<std::string> below = WithFoldersBelow(dir);
+        all.insert(all.end(), below.begin(), below.end());
+    }
+    return all;
 }
 
 void ModelOptions::Understand()
 {
+    if (takesFiles_ && dirs_.empty())
+        dirs_.emplace_back(".");
+    request_.dirs.dirs = Expanded(dirs_);
+    for (const std::vector<std::string> &more : {Expanded(DirsOfEnvironment()), Expanded(installPaths_)})
+        request_.dirs.dirs.insert(request_.dirs.dirs.end(), more.begin(), more.end());
     for (const std::string &text : loads_)
         request_.loads.push_back(ToModuleKey(text));
     if (!module_.empty())
         modules_.push_back(module_);
     for (const std::string &text : modules_)
         request_.modules.push_back(ToModuleKey(text));
-    CheckDirs(request_.dirs.base);
+    files_.AddTo(&request_.dirs);
+}
+
+ModelRequest ModelOptions::RequestWith(const std::vector<std::string> &dirs) const
+{
+    ModelRequest request = request_;
+    const std::vector<std::string> all = Expanded(dirs);
+    request.dirs.dirs.insert(request.dirs.dirs.begin(), all.begin(), all.end());
+    return request;
 }
 
 Format ModelOptions::OutputFormat() const

@@ -7,10 +7,12 @@
 #include <vector>
 
 #include "base/model_request.h"
+#include "line/given_files.h"
 
 namespace CLI {
 class App;
-}
+class Option;
+} // namespace CLI
 
 namespace inspect {
 
@@ -23,20 +25,21 @@ enum class Format {
 
 class ModelOptions {
   public:
-    /* Of every command: --verbose, --load, --install-path. */
+    /* Of every command: --verbose, --load, --install-path, --recursive. */
     void AddCommon(CLI::App *app);
 
+    /* A module by name or file, or several; with them come -d and --as. */
     void AddModule(CLI::App *app);
-    void AddModules(CLI::App *app, const char *description);
-    void AddDirs(CLI::App *app);
+    void AddModules(CLI::App *app, const char *description, bool required = false);
+
+    /* A module by its name alone, for a command that has directories of its own. */
+    void AddModuleName(CLI::App *app);
+
     void AddPath(CLI::App *app);
     void AddFormats(CLI::App *app, const std::vector<std::string> &formats);
 
-    /* An option of a command's own that names directories. */
+    /* A required option of a command's own that names directories. */
     static void AddDirOption(CLI::App *app, const char *names, std::vector<std::string> *dirs, const char *description);
-
-    /* Directories as the library takes them. Throws CLI::ValidationError for more than it takes. */
-    static void CheckDirs(const std::vector<std::string> &dirs);
 
     void Understand();
 
@@ -45,13 +48,26 @@ class ModelOptions {
     const std::string &Path() const { return path_; }
     Format OutputFormat() const;
 
+    /* The request with these directories in front of those of --install-path and the environment. */
+    ModelRequest RequestWith(const std::vector<std::string> &dirs) const;
+
   private:
+    void AddDirs(CLI::App *app);
+    ModuleKey ToModuleKey(const std::string &text);
+    std::vector<std::string> Expanded(const std::vector<std::string> &dirs) const;
+
     ModelRequest request_;
+    GivenFiles files_;
     std::string module_; /* of a command that takes one */
     std::vector<std::string> modules_;
     std::vector<std::string> loads_;
+    std::vector<std::string> dirs_;
+    std::vector<std::string> installPaths_;
+    std::string inputName_; /* of the module on standard input */
     std::string path_;
     std::string format_ = "text";
+    bool takesFiles_ = false;
+    bool recursive_ = false;
 };
 
 } // namespace inspect

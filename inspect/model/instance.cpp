@@ -14,6 +14,9 @@ constexpr uint64_t MEMORY_MODULE_ID = 0;
 constexpr uint32_t ERROR_LEVEL = 0;
 constexpr size_t MAX_ERRORS = 1000; /* kept of one load */
 
+/* Directories that the library takes at its start. Deviation modules are looked for in these. */
+constexpr size_t BASE_DIRS = 2;
+
 /* What every load ends with at level 0, with nothing being wrong: the library prints trees that are not there. */
 bool IsAboutPrinting(const std::string &text)
 {
@@ -53,8 +56,8 @@ try {
 
 void CheckDirs(const SearchDirs &dirs)
 {
-    for (const std::string &dir : dirs.base) {
-        if (dir.size() >= KORV_SEARCH_DIR_SIZE)
+    for (size_t i = 0; i < std::min(BASE_DIRS, dirs.dirs.size()); ++i) {
+        if (dirs.dirs[i].size() >= KORV_SEARCH_DIR_SIZE)
             throw Failure("a directory of -d has at most " + std::to_string(KORV_SEARCH_DIR_SIZE - 1) + " characters",
                           EXIT_USAGE);
     }
@@ -68,13 +71,13 @@ Instance::Instance(const SearchDirs &dirs, bool verbose) : verbose_(verbose)
     TELMYANG_DEBUG_HOOK_S hooks[KORV_LOG_LEVEL_NUM];
     for (uint32_t level = 0; level < KORV_LOG_LEVEL_NUM; ++level)
         hooks[level] = {level, Print, IsOpen};
-    const char *dir1 = !dirs.base.empty() ? dirs.base[0].c_str() : nullptr;
-    const char *dir2 = dirs.base.size() > 1 ? dirs.base[1].c_str() : nullptr;
+    const char *dir1 = !dirs.dirs.empty() ? dirs.dirs[0].c_str() : nullptr;
+    const char *dir2 = dirs.dirs.size() > 1 ? dirs.dirs[1].c_str() : nullptr;
     local_ = YANGLIB_Initial(MEMORY_MODULE_ID, reinterpret_cast<uint64_t>(this), hooks, dir1, dir2);
     if (local_ == nullptr)
         throw std::bad_alloc();
-    for (const std::string &dir : dirs.install)
-        (void)YANGLIB_PkgAddInstallPath(local_, dir.c_str());
+    for (size_t i = BASE_DIRS; i < dirs.dirs.size(); ++i)
+        (void)YANGLIB_PkgAddInstallPath(local_, dirs.dirs[i].c_str());
 }
 
 Instance::~Instance()
@@ -134,13 +137,14 @@ const char *Instance::Revision(const std::string &module) const
 
 std::string ShownPath(const SearchDirs &dirs, const std::string &file)
 {
+    const auto given = dirs.shown.find(file);
+    if (given != dirs.shown.end())
+        return given->second;
     const std::filesystem::path path(file);
-    for (const auto *group : {&dirs.base, &dirs.install}) {
-        for (const std::string &dir : *group) {
-            std::error_code error;
-            if (std::filesystem::equivalent(dir, path.parent_path(), error))
-                return (std::filesystem::path(dir) / path.filename()).string();
-        }
+    for (const std::string &dir : dirs.dirs) {
+        std::error_code error;
+        if (std::filesystem::equivalent(dir, path.parent_path(), error))
+            return dir == "." ? path.filename().string() : (std::filesystem::path(dir) / path.filename()).string();
     }
     return file;
 }

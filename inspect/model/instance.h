@@ -55,7 +55,7 @@ class Instance {
     std::vector<std::string> errors_;
 };
 
-/* A file's path with its directory written as the command line has it. */
+/* A file's path as the command line has it: the file that it names, or a file in a directory that it names. */
 std::string ShownPath(const SearchDirs &dirs, const std::string &file);
 
 /* The registry entry of a module that was loaded. */

@@ -23,17 +23,9 @@ void ForEachYinFile(const std::vector<std::string> &dirs, Visit visit)
 
 } // namespace
 
-std::vector<std::string> YinFiles::AllDirs() const
-{
-    std::vector<std::string> all = dirs_.base;
-    all.insert(all.end(), dirs_.install.begin(), dirs_.install.end());
-    return all;
-}
-
 std::string YinFiles::PathOf(std::string_view name) const
 {
-    const std::vector<std::string> dirs = AllDirs();
-    for (const std::string &dir : dirs) {
+    for (const std::string &dir : dirs_.dirs) {
         const auto path = std::filesystem::path(dir) / (std::string(name) += SUFFIX);
         std::error_code error;
         if (std::filesystem::exists(path, error))
@@ -41,7 +33,7 @@ std::string YinFiles::PathOf(std::string_view name) const
     }
     std::string newest;
     std::string newestPath;
-    ForEachYinFile(dirs, [&](std::string_view stem, const std::string &path) {
+    ForEachYinFile(dirs_.dirs, [&](std::string_view stem, const std::string &path) {
         if (!stem.starts_with(name) || stem.size() <= name.size() + 1 || stem[name.size()] != '@')
             return;
         const std::string_view revision = stem.substr(name.size() + 1);
@@ -75,7 +67,7 @@ std::string YinFiles::PrefixOf(std::string_view module)
 std::vector<std::string> YinFiles::Names() const
 {
     std::set<std::string> names;
-    ForEachYinFile(AllDirs(),
+    ForEachYinFile(dirs_.dirs,
                    [&](std::string_view stem, const std::string &) { names.emplace(stem.substr(0, stem.find('@'))); });
     return {names.begin(), names.end()};
 }

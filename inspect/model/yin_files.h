@@ -29,7 +29,6 @@ class YinFiles {
 
   private:
     std::string PathOf(std::string_view name) const;
-    std::vector<std::string> AllDirs() const;
 
     SearchDirs dirs_;
     std::map<std::string, std::unique_ptr<YinFile>, std::less<>> files_; /* null: looked for in vain */

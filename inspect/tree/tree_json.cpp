@@ -71,24 +71,28 @@ void WriteNodeJson(JsonOut *out, const KorvTreeNode &node, uint32_t depth)
     out->EndObject();
 }
 
-void WriteTreeJson(const TreeView &view)
+void WriteTreeJson(JsonOut *out, const TreeView &view)
 {
-    JsonOut out;
-    out.Object();
-    out.Member("module", view.module);
-    out.Member("revision", view.revision);
-    WritePart(&out, "origin", view.origin, view.depth);
-    out.Key("augments");
-    out.Array();
+    out->Object();
+    out->Member("module", view.module);
+    out->Member("revision", view.revision);
+    out->Key("task_id");
+    if (view.taskId != 0)
+        out->Value(view.taskId);
+    else
+        out->Null();
+    WritePart(out, "origin", view.origin, view.depth);
+    out->Key("augments");
+    out->Array();
     for (const AugmentView &augment : view.augments) {
-        out.Object();
-        out.Member("target", augment.target);
-        WritePart(&out, "self", augment.self, view.depth);
-        WritePart(&out, "target_tree", augment.targetTree, view.depth);
-        out.EndObject();
+        out->Object();
+        out->Member("target", augment.target);
+        WritePart(out, "self", augment.self, view.depth);
+        WritePart(out, "target_tree", augment.targetTree, view.depth);
+        out->EndObject();
     }
-    out.EndArray();
-    out.EndObject();
+    out->EndArray();
+    out->EndObject();
 }
 
 } // namespace inspect

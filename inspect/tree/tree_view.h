@@ -49,7 +49,7 @@ TargetWay WayToTarget(const AugmentView &augment);
 bool IsAdded(const TreeView &view, const AugmentView &augment, const char *name, const char *module);
 
 void WriteTreeText(const TreeView &view);
-void WriteTreeJson(const TreeView &view);
+void WriteTreeJson(JsonOut *out, const TreeView &view);
 void WriteTreeDot(const TreeView &view);
 
 /* A node with `depth` levels, itself included; 0 for all. */

@@ -17,12 +17,14 @@ TEST(InspectUsage, WrongUsageIsSaidOnStandardErrorAndGivesTwo)
     const std::pair<std::vector<std::string>, const char *> cases[] = {
         {{}, "Usage: korv-inspect"},
         {{"fnd", "m"}, "there is no command 'fnd': did you mean 'find'?"},
-        {{"tree", "example-qos"}, "--dir is required"},
         {{"tree", "-d", "examples/yin"}, "MODULE is required"},
         {{"tree", "example-qos", "-d", "no/such/dir"}, "Directory does not exist: no/such/dir"},
-        {{"tree", "m", "-d", "inspect", "-d", "bench", "-d", "examples"},
-         "the library has two base directories: give further ones with --install-path"},
-        {{"tree", "examples/yin/example-qos.yin", "-d", "examples/yin"}, "looks like a file"},
+        {{"diff", "examples/yin/example-qos.yin", "--old", "examples/yin", "--new", "examples/yin"},
+         "looks like a file: give the module's name"},
+        {{"tree", "examples/yin/example-qos.yin", "./examples/yin/example-qos.yin"},
+         "are both of module 'example-qos'"},
+        {{"tree", "-"}, "standard input has no name: give its module's with --as"},
+        {{"tree", "a", "b", "--format", "dot"}, "a graph shows one module"},
         {{"tree", "example-qos@", "-d", "examples/yin"}, "is not MODULE or MODULE@REVISION"},
         {{"tree", "example-qos", "-d", "examples/yin", "--format", "csv"}, "csv not in {text,json,dot}"},
         {{"check", "-d", "examples/yin"}, "name the modules to check, or give --all"},
@@ -31,7 +33,7 @@ TEST(InspectUsage, WrongUsageIsSaidOnStandardErrorAndGivesTwo)
         {{"diff", "m", "--old", "examples/yin"}, "--new is required"},
         {{"tree", "m", "--dri", "x"}, "there is no option '--dri': did you mean '--dir'?"},
         {{"tree", "m", "-d", "examples/yin", "--formt=json"}, "there is no option '--formt': did you mean '--format'?"},
-        {{"tree", "m", "-d", "examples/yin", "n"}, "The following argument was not expected: n"},
+        {{"dump", "m", "-d", "examples/yin", "n"}, "The following argument was not expected: n"},
         {{"dump", "m", "-d", "examples/yin", "--self"}, "give --augment N, too"},
         {{"dump", "m", "-d", "examples/yin", "--augment", "0", "--self", "--target"}, "give --self or --target"},
     };
@@ -100,6 +102,40 @@ TEST(InspectUsage, DirectoriesAreSearchedInTheirOrderAndInstallPathsLast)
     EXPECT_NE(LineWith(Inspect({"tree", "n", "-d", first.Path(), "--install-path", second.Path()}).out, "three"), "");
 }
 
+TEST(InspectUsage, AFileIsTakenAsItStandsAndItsDirectoryIsSearchedFirst)
+{
+    ModelDir models;
+    ModelDir others;
+    ModelDir temporary;
+    models.AddFile("m.yin", Module("m", Container("plain", "")));
+    models.AddFile("m@2020-01-01.yin", Module("m", Container("older", "")));
+    models.AddFile("draft.yin", Module("draft", Container("bad", Leaf("x", "strng"))));
+    models.AddFile("n.yin", Module("n", Container("below", "")));
+    others.AddFile("m.yin", Module("m", Container("other", "")));
+    others.AddFile("n.yin", Module("n", Container("none", "")));
+    const std::string in = "cd " + models.Path() + " && ";
+    const std::string file = models.Path() + "/m@2020-01-01.yin";
+    const std::pair<std::string, const char *> cases[] = {
+        {in + "korv-inspect tree m", "plain"},
+        {in + "korv-inspect tree m.yin -d " + others.Path(), "plain"},
+        {"korv-inspect tree m -d " + others.Path() + " -d " + models.Path(), "other"},
+        {"korv-inspect tree " + file + " -d " + others.Path(), "older"},
+        {"korv-inspect tree " + others.Path() + "/n.yin " + file, "older"},
+        {in + "mkdir -p a/b .hidden && mv n.yin a/b && touch .hidden/n.yin && korv-inspect tree n -r", "below"},
+        {"KORV_MODEL_PATH=/no/such/dir:" + others.Path() + " korv-inspect tree n -d " + models.Path(), "none"},
+        {"korv-inspect tree - --as m -d " + models.Path() + " < " + others.Path() + "/m.yin", "other"},
+    };
+    for (const auto &[command, node] : cases) {
+        const Result result = RunShell("export TMPDIR=" + temporary.Path() + "; " + command);
+        EXPECT_NE(LineWith(result.out, node), "") << command << "\n" << result.out << result.err;
+    }
+    const Result relative = RunShell(in + "korv-inspect check draft.yin");
+    EXPECT_EQ(relative.out.find("draft.yin:5:16: error: unknown type 'strng'"), 0U) << relative.out;
+    EXPECT_EQ(Inspect({"tree", models.Path() + "/gone.yin"}).exitCode, 3);
+    EXPECT_EQ(Inspect({"tree", models.Path() + "/"}).exitCode, 3);
+    EXPECT_EQ(RunShell("ls " + temporary.Path()).out, "quelvo-mim-extensions.yin\n") << "nothing else stays behind";
+}
+
 TEST(InspectUsage, TextsOfOthersStayOnTheirLineAndJsonIsUtf8)
 {
     ModelDir dir;
@@ -134,8 +170,7 @@ TEST(InspectUsage, HelpHasExamplesThatWork)
     for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff"}) {
         const Result help = Inspect({command, "--help"});
         EXPECT_EQ(help.exitCode, 0);
-        EXPECT_NE(LineWith(help.out, command == std::string("diff") ? " --old DIR --new DIR [OPT" : " -d DIR [OPT"),
-                  "");
+        EXPECT_NE(LineWith(help.out, command == std::string("diff") ? " --old DIR --new DIR [OPT" : " [OPTIONS]"), "");
         const size_t examples = help.out.find("Example");
         ASSERT_NE(examples, std::string::npos) << command;
         std::istringstream lines(help.out.substr(examples));

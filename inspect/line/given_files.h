@@ -1,0 +1,49 @@
+/* Module files that the command line names, standard input among them: makes sure that the schema library finds the very
+ * file that is meant. */
+#ifndef KORV_INSPECT_GIVEN_FILES_H
+#define KORV_INSPECT_GIVEN_FILES_H
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "base/model_request.h"
+
+namespace inspect {
+
+/* True if a person who writes this means a file, not a module: "-", or with a directory or the ending of a module file. */
+bool LooksLikeFile(const std::string &text);
+
+class GivenFiles {
+  public:
+    GivenFiles() = default;
+    GivenFiles(const GivenFiles &) = delete;
+    GivenFiles &operator=(const GivenFiles &) = delete;
+    ~GivenFiles(); /* removes what it has put into the file system */
+
+    /* Takes a file, or for "-" what standard input holds. `name` is the module's, "" to learn it from the file's name.
+     * Returns the name. Throws Failure when the file cannot be read, or two files are of one module. */
+    std::string Take(const std::string &file, const std::string &name);
+
+    /* Puts the files' directories before the others. A file that would not be found there first, by its module's name
+     * alone, gets a link in a directory of its own before all of them. */
+    void AddTo(SearchDirs *dirs);
+
+  private:
+    struct File {
+        std::string module;
+        std::string shown; /* as it was given */
+        std::filesystem::path path;
+    };
+
+    bool IsFoundFirst(const File &file, const std::string &firstDir) const;
+    const std::filesystem::path &Folder();
+    void Link(const File &file, SearchDirs *dirs);
+
+    std::vector<File> files_;
+    std::filesystem::path folder_; /* "" as long as none is needed */
+};
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_GIVEN_FILES_H
