@@ -27,7 +27,7 @@ endfunction()
 
 # What hosts of a version can rely on is its major version, and while that is 0, its minor version, too.
 set(KORV_COMPATIBLE SameMajorVersion)
-set(KORV_SOVERSION ${KORV_SOVERSION})
+set(KORV_SOVERSION ${PROJECT_VERSION_MAJOR})
 if(PROJECT_VERSION_MAJOR EQUAL 0)
   set(KORV_COMPATIBLE SameMinorVersion)
   set(KORV_SOVERSION 0.${PROJECT_VERSION_MINOR})
