@@ -37,7 +37,17 @@ set(CPACK_COMPONENT_TOOLS_DESCRIPTION
 set(CPACK_COMPONENTS_ALL runtime development)
 if(KORV_BUILD_INSPECT)
   list(APPEND CPACK_COMPONENTS_ALL tools)
+  # The notices of the header libraries that the program is compiled with, where Debian's packages of them have them.
+  foreach(headers libcli11 rapidjson)
+    install(FILES /usr/share/doc/${headers}-dev/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/korv-inspect
+            RENAME copyright.${headers} COMPONENT tools OPTIONAL)
+  endforeach()
 endif()
+foreach(component ${CPACK_COMPONENTS_ALL})
+  string(TOUPPER ${component} upper)
+  install(FILES cmake/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME}
+          COMPONENT ${component})
+endforeach()
 include(CPack)
 cpack_add_component(runtime)
 cpack_add_component(development DEPENDS runtime)

@@ -17,6 +17,10 @@ apt-get install -q -y --no-install-recommends "$dir"/*.deb
 dpkg -L $packages | while read -r file; do [ -d "$file" ] || echo "$file"; done >"$work/files"
 [ -s "$work/files" ]
 
+for package in $packages; do
+    grep -q licence "/usr/share/doc/$package/copyright"
+done
+
 examples=/usr/share/doc/korv_libyang/examples
 korv-inspect --version
 korv-inspect tree example-qos -d $examples/yin
