@@ -13,7 +13,8 @@ Number ReadNumber(const std::string &text)
     const bool negative = text.find('-') != std::string::npos;
     const auto read = static_cast<size_t>(end - text.c_str());
     const bool rest = read == 0 || text.find_first_not_of(" \t\r\n", read) != std::string::npos;
-    return {!rest && !negative, value <= std::numeric_limits<uint32_t>::max(), static_cast<uint32_t>(value)};
+    return {!rest && !negative, value <= std::numeric_limits<uint32_t>::max(),
+            value == std::numeric_limits<unsigned long long>::max(), static_cast<uint32_t>(value)};
 }
 
 std::vector<std::string> Words(const std::string &text)

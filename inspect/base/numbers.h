@@ -11,7 +11,8 @@ namespace inspect {
 struct Number {
     bool wellFormed; /* nothing but the number */
     bool fits;       /* in 32 bits */
-    uint32_t value;  /* what the library makes of it */
+    bool refused;    /* the library refuses it: -1, and what has more than 64 bits */
+    uint32_t value;  /* what the library makes of it, unless it refuses it */
 };
 
 /* Decimal, or with "0x" hexadecimal, or with "0" octal. */

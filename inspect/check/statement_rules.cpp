@@ -128,6 +128,14 @@ std::string QuotedStatement(const std::string &keyword, const std::string &argum
     return keyword + " '" + argument + "'";
 }
 
+/* What the library makes of a number. */
+std::string ValueText(const Number &number, const std::string &keyword)
+{
+    if (number.refused)
+        return "absent";
+    return IsOneOf(CLASS_NUMBERS, keyword) ? Hex(number.value) : std::to_string(number.value);
+}
+
 } // namespace
 
 void StatementRules::Report(const char *name, const std::string &text)
@@ -144,19 +152,22 @@ void StatementRules::CheckNumber(const std::string &keyword, const std::string &
 {
     const Number number = ReadNumber(argument);
     const bool isId = keyword == "field-id" || keyword == "ref-id-key-fid"; /* large ones: field-id-range */
-    const std::string value = IsOneOf(CLASS_NUMBERS, keyword) ? Hex(number.value) : std::to_string(number.value);
+    const std::string statement = QuotedStatement(keyword, argument);
     if (!number.wellFormed)
-        Report("bad-number", QuotedStatement(keyword, argument) + " is no number" +
-                                 (argument.find('-') == std::string::npos ? ": it counts as " + value : ""));
-    else if (!number.fits && !isId)
-        Report("bad-number", QuotedStatement(keyword, argument) + " has more than 32 bits: it counts as " + value);
+        Report("bad-number", statement + " is no number: it counts as " + ValueText(number, keyword));
+    else if (!number.fits && (!isId || number.refused))
+        Report("bad-number", statement + (number.refused ? " has more than 64 bits" : " has more than 32 bits") +
+                                 ": it counts as " + ValueText(number, keyword));
 }
 
 void StatementRules::CheckRange(const std::string &keyword, const std::string &word)
 {
     const Number number = ReadNumber(word);
-    if (!number.wellFormed)
-        Report("bad-number", "'" + word + "' of " + keyword + " is no number");
+    if (number.refused && keyword == ANCESTOR_KEY)
+        Report("bad-number", "'" + word + "' of " + keyword + ": neither it nor the " + keyword + " after it are read");
+    else if (!number.wellFormed)
+        Report("bad-number",
+               "'" + word + "' of " + keyword + " is no number: it counts as " + ValueText(number, keyword));
     else if (number.value > MAX_FIELD_ID)
         Report("field-id-range", keyword + " " + word + " is no attribute id: these end at 255");
 }

@@ -1,6 +1,7 @@
 #include "model/load_causes.h"
 
 #include <cstdio>
+#include <string_view>
 
 #include "base/failure.h"
 #include "base/text.h"
@@ -55,6 +56,19 @@ std::string DatatypeText(QY_NODE *leaf, const std::string &within, uint32_t type
     return "leaf '" + NameOf(leaf) + "' of class '" + within + "' " + what + ": it needs a datatype-id";
 }
 
+/* The text with the name of the class above the node in it, where it speaks of that class. */
+std::string WithClassAbove(std::string text, QY_NODE *node)
+{
+    constexpr std::string_view UNNAMED = "the class above it";
+    const size_t at = text.find(UNNAMED);
+    if (at == std::string::npos)
+        return text;
+    do
+        node = QY_NODE_GetParentNode(node);
+    while (node != nullptr && ExtensionArguments(node, "class-id").empty());
+    return node != nullptr ? text.replace(at, UNNAMED.size(), "class '" + NameOf(node) + "' above it") : text;
+}
+
 /* What the schema can tell beyond the messages: the very leaves or lists. */
 std::vector<Cause> SchemaCauses(QY_MOD *module, const std::vector<std::string> &errors, const Explanation &why,
                                 YinFiles *files)
@@ -72,8 +86,9 @@ std::vector<Cause> SchemaCauses(QY_MOD *module, const std::vector<std::string> &
     if (!causes.empty())
         return causes;
     for (QY_NODE *node : NodesMeant(module, why)) {
-        const std::string leafref = BrokenLeafrefText(node, files);
-        causes.push_back(CauseAt(node, leafref.empty() ? why.text : "leaf '" + why.node + "' " + leafref, files));
+        const std::string leafref = BrokenLeafref(node) != nullptr ? BrokenLeafrefText(node, files) : "";
+        causes.push_back(CauseAt(
+            node, leafref.empty() ? WithClassAbove(why.text, node) : "leaf '" + why.node + "' " + leafref, files));
     }
     return causes;
 }

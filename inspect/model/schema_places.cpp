@@ -53,6 +53,8 @@ std::string DataPath(QY_NODE *node)
 
 std::string BrokenLeafrefText(QY_NODE *leaf, YinFiles *files)
 {
+    if (LeadsThroughTooMany(leaf))
+        return "leads through more than " + std::to_string(MAX_LEAFREF_HOPS) + " leafrefs";
     QY_NODE *broken = BrokenLeafref(leaf);
     if (broken == nullptr)
         return "";

@@ -19,8 +19,8 @@ std::optional<Position> FindStatement(QY_NODE *node, YinFiles *files);
 /* "/sys/ports/port", choices and cases left out. */
 std::string DataPath(QY_NODE *node);
 
-/* What is wrong with a leafref leaf that leads to no leaf, to follow its name: "is a leafref whose target is not found
- * (...)". "" for any other leaf. */
+/* What is wrong with a leafref leaf that has no final type, to follow its name: "is a leafref whose target is not found
+ * (...)", or "leads through more than 64 leafrefs". "" for any other leaf. */
 std::string BrokenLeafrefText(QY_NODE *leaf, YinFiles *files);
 
 } // namespace inspect

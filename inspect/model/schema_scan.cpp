@@ -8,7 +8,6 @@ namespace inspect {
 namespace {
 
 constexpr const char *EXTENSION_MODULE = "quelvo-mim-extensions";
-constexpr int MAX_LEAFREF_HOPS = 64;
 
 /* A visitor as the cookie of a scan. Exceptions do not cross the schema library: they wait until the scan is over. */
 template <typename Visitor>
@@ -79,13 +78,15 @@ QY_NODE *TopOf(QY_NODE *node)
     return node;
 }
 
-/* The last leaf of a chain of leafrefs; null where they go round in circles. */
+/* The last leaf of a chain of leafrefs; null beyond the number of leafrefs that the library follows. */
 QY_NODE *LeafrefEnd(QY_NODE *leaf)
 {
-    for (int hop = 0; hop < MAX_LEAFREF_HOPS; ++hop) {
+    for (int hop = 0; hop <= MAX_LEAFREF_HOPS; ++hop) {
         QY_TYPE *type = OwnType(leaf);
         if (type == nullptr || QY_TYPE_GetBuiltInBaseType(type) != QY_TYPE_LEAFREF)
             return leaf;
+        if (hop == MAX_LEAFREF_HOPS)
+            break;
         QY_NODE *target = QY_NODE_GetLeafrefTargetNode(leaf, 1);
         if (target == nullptr)
             return leaf;
@@ -189,6 +190,11 @@ QY_TYPE *FinalType(QY_NODE *leaf)
     QY_NODE *end = LeafrefEnd(leaf);
     QY_TYPE *type = end != nullptr ? OwnType(end) : nullptr;
     return type != nullptr && QY_TYPE_GetBuiltInBaseType(type) != QY_TYPE_LEAFREF ? type : nullptr;
+}
+
+bool LeadsThroughTooMany(QY_NODE *leaf)
+{
+    return LeafrefEnd(leaf) == nullptr;
 }
 
 QY_NODE *BrokenLeafref(QY_NODE *leaf)

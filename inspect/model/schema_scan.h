@@ -44,11 +44,18 @@ std::vector<std::string> ExtensionArguments(QY_NODE *node, const std::string &ke
 /* The leaf's type, or null. */
 QY_TYPE *OwnType(QY_NODE *leaf);
 
-/* The type that a leaf's values have, with leafrefs followed to their end; null when a target is missing. */
+/* The type that a leaf's values have, with leafrefs followed to their end; null when a target is missing, or when there are
+ * more leafrefs than the library follows. */
 QY_TYPE *FinalType(QY_NODE *leaf);
 
 /* The leafref without target that the leaf is, or at which its leafrefs end; null for any other leaf. */
 QY_NODE *BrokenLeafref(QY_NODE *leaf);
+
+/* Leafrefs that the library follows from a leaf to its type. */
+inline constexpr int MAX_LEAFREF_HOPS = 64;
+
+/* True if the leaf leads through more leafrefs than that. */
+bool LeadsThroughTooMany(QY_NODE *leaf);
 
 } // namespace inspect
 

@@ -162,6 +162,7 @@ TEST_F(InspectCheck, StatementsThatDoNotSayWhatTheySeemToSay)
                                   ClassId("0x1FFFFFFFF") + ClassId("4") + Leaf("twice", "string", Id("1") + Id("2")) +
                                       Leaf("word", "string", Id("abc")) + Leaf("none", "string", Id("")) +
                                       Leaf("far", "string", Id("9") + Ext("name2id-key-fid", "300")) +
+                                      Container("minus", Ext("tlmt-sample-id", "-1") + ClassId("-2")) +
                                       "<leaf-list name=\"tags\"><type name=\"string\"/>" + Id("3") + "</leaf-list>\n") +
                         Container("alone", ClassId("6") + Ext("ancestor-key-fid", "10")) +
                         List("list", "k",
@@ -172,14 +173,17 @@ TEST_F(InspectCheck, StatementsThatDoNotSayWhatTheySeemToSay)
                                  Container("s", ClassId("8") + Leaf("k", "string", Id("1"))))));
     std::vector<std::string> findings = Findings({"quelvo-bras-user-manage"});
     std::erase_if(findings, [](const std::string &text) { return text.starts_with("duplicate-"); });
-    EXPECT_EQ(findings, (Texts{"bad-number at quelvo-bras-user-manage", "bad-number at top", "no-effect at top",
-                               "bad-number at large", "repeated-statement at large", "repeated-statement at twice",
-                               "bad-number at word", "bad-number at none", "field-id-range at far", "no-effect at tags",
-                               "extra-ancestor-key at alone", "dropped-key at inner", "extra-ancestor-key at more",
-                               "no-effect at shapeless"}));
+    EXPECT_EQ(findings,
+              (Texts{"library-message", "bad-number at quelvo-bras-user-manage", "bad-number at top",
+                     "no-effect at top", "bad-number at large", "repeated-statement at large",
+                     "repeated-statement at twice", "bad-number at word", "bad-number at none", "field-id-range at far",
+                     "bad-number at minus", "bad-number at minus", "no-effect at tags", "extra-ancestor-key at alone",
+                     "dropped-key at inner", "extra-ancestor-key at more", "no-effect at shapeless"}));
     const std::string text = Run({"quelvo-bras-user-manage"}).out;
     EXPECT_NE(LineWith(text, "class-id '0x1FFFFFFFF' has more than 32 bits: it counts as 0xffffffff"), "") << text;
     EXPECT_NE(LineWith(text, "leaf 'word': field-id 'abc' is no number: it counts as 0"), "");
+    EXPECT_NE(LineWith(text, "container 'minus': tlmt-sample-id '-1' is no number: it counts as absent"), "");
+    EXPECT_NE(LineWith(text, "container 'minus': class-id '-2' is no number: it counts as 0xfffffffe"), "");
     EXPECT_NE(LineWith(text, "container 'more': it has 2 ancestor keys, but the lists above it have 1 key"), "");
 }
 
@@ -310,7 +314,7 @@ TEST_F(InspectCheck, ExplainsWhatTheLibraryRefuses)
         {"few",
          Container("c", List("outer", "a b",
                              ClassId("1") + Leaf("a", "string", Id("1")) + Leaf("b", "string", Id("2")) + few)),
-         "inner", "class 'inner' has 1 ancestor-key-fid, too few for the keys of the classes above it"},
+         "inner", "class 'inner' has 1 ancestor-key-fid, too few for the keys of class 'outer' above it"},
         {"empty", Container("c", Container("bare", ClassId("1") + Ext("ancestor-key-fid", ""))), "bare",
          "class 'bare': ancestor-key-fid is empty"},
         {"auto",
@@ -362,6 +366,16 @@ TEST_F(InspectCheck, LeafrefsThatLeadNowhere)
     EXPECT_NE(LineWith(Inspect({"tree", "m", "-d", dir.Path()}).out, "- x      -  leafref"), "");
     const Result enums = Inspect({"enums", "m", "/c/x", "-d", dir.Path()});
     EXPECT_EQ(enums.err, "korv-inspect: /c/x is a leafref whose path 'deref(../r)/../k' cannot be followed\n");
+
+    /* 64 leafrefs are followed: l64 has a type, and l65 has none. */
+    std::string leaves = Leaf("l0", "uint8", Id("1"));
+    for (int i = 1; i <= 65; ++i)
+        leaves += Leaf("l" + std::to_string(i), ref("../l" + std::to_string(i - 1)), Id(std::to_string(i + 1)));
+    dir.Add("far", Container("c", ClassId("1") + leaves));
+    EXPECT_EQ(Findings({"far"}), (Texts{"load-failed at l65"}));
+    EXPECT_NE(
+        LineWith(Run({"far"}).out, "'l65' of class 'c' leads through more than 64 leafrefs: it needs a datatype-id"),
+        "");
 }
 
 TEST_F(InspectCheck, DeviationsThatDoNotApplyAreAnErrorThoughTheModuleIsLoaded)
