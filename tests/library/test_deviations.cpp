@@ -120,6 +120,14 @@ TEST_F(Deviations, FailingDeviationModuleDoesNotFailTheLoad)
     EXPECT_TRUE(HasLeaf("a"));
     EXPECT_TRUE(log.Has("QY_CTX_LoadModule " + FileName("-broken") + " error!"));
     EXPECT_TRUE(log.Has("load deviation mod " + FileName("-broken") + ", ret is 1"));
+
+    /* Once the file is right, another load changes nothing; an unload and a load bring the deviations. */
+    AddDeviation(dir, FileName("-broken"), "a");
+    EXPECT_EQ(Load(BASE), 0u);
+    EXPECT_TRUE(HasLeaf("a"));
+    EXPECT_EQ(Unload(BASE), 0u);
+    EXPECT_EQ(Load(BASE), 0u);
+    EXPECT_FALSE(HasLeaf("a"));
 }
 
 TEST_F(Deviations, NameThatDoesNotFitIsNotFound)
