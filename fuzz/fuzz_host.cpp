@@ -1,5 +1,9 @@
 #include "fuzz_host.h"
 
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -49,6 +53,22 @@ void DumpTree(TELMYANG_LOCAL_DATA_S *local, KorvTreeNode *augmentTree, bool isAu
     ZOR_Free_F(records, __FILE__, __LINE__);
 }
 
+constexpr time_t SECONDS_OF_ONE_INPUT = 10;
+
+void SetTimer(time_t seconds)
+{
+    const itimerval limit = {{0, 0}, {seconds, 0}};
+    if (setitimer(ITIMER_PROF, &limit, nullptr) != 0)
+        std::abort();
+}
+
+extern "C" void EndLate(int)
+{
+    constexpr char TEXT[] = "the input takes too much processor time\n";
+    (void)!write(STDERR_FILENO, TEXT, sizeof(TEXT) - 1);
+    std::abort();
+}
+
 } // namespace
 
 const std::string &ModelDir()
@@ -81,8 +101,21 @@ Instance::~Instance()
     YANGLIB_Uninitial(m_local);
 }
 
+ProcessorTimeLimit::ProcessorTimeLimit()
+{
+    if (std::signal(SIGPROF, EndLate) == SIG_ERR)
+        std::abort();
+    SetTimer(SECONDS_OF_ONE_INPUT);
+}
+
+ProcessorTimeLimit::~ProcessorTimeLimit()
+{
+    SetTimer(0);
+}
+
 void LoadAndUse()
 {
+    const ProcessorTimeLimit limit;
     const Instance instance;
     TELMYANG_LOCAL_DATA_S *local = instance.Local();
     if (!instance.Load("fuzz")) {

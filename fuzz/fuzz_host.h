@@ -32,6 +32,16 @@ class Instance {
     TELMYANG_LOCAL_DATA_S *m_local;
 };
 
+/* While it lives, one input may use so much processor time; beyond it the process ends with SIGABRT. The fuzzer's own limit
+ * goes by the clock, which says nothing on a busy machine. */
+class ProcessorTimeLimit {
+  public:
+    ProcessorTimeLimit();
+    ~ProcessorTimeLimit();
+    ProcessorTimeLimit(const ProcessorTimeLimit &) = delete;
+    ProcessorTimeLimit &operator=(const ProcessorTimeLimit &) = delete;
+};
+
 /* Loads the module "fuzz" from the directory and uses it in every way; ends the process when a failed load has changed the
  * registry. */
 void LoadAndUse();

@@ -79,6 +79,7 @@ void RunWithFault(const std::vector<fuzz::Step> &steps, const fuzz::Outcome &exp
 
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
+    const fuzz::ProcessorTimeLimit limit;
     const std::string_view text(reinterpret_cast<const char *>(data), size);
     const fuzz::Statement root = fuzz::ParseStatements(text);
     const fuzz::Statement expanded = fuzz::Expand(root);
