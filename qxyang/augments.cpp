@@ -68,7 +68,7 @@ void TreeBuilder::ApplyAugment(QY_NODE *augment, const Statement *statement, con
     SetCondition(augment, ConditionsOf(build_, unit, statement));
     QY_NODE *before = target->last;
     depth_ = path.Steps().size();
-    AddToTarget(statement, target, scope);
+    RunOnHeap(AddToTarget(statement, target, scope));
     depth_ = 0;
     if (target->last == before)
         return;
@@ -112,10 +112,10 @@ bool TreeBuilder::Accepts(const Statement *augment, const QY_NODE *target, Unit 
 }
 
 /* Names are checked later, once for all that is added to a target. */
-void TreeBuilder::AddToTarget(const Statement *augment, QY_NODE *target, Scope *scope)
+OnHeap TreeBuilder::AddToTarget(const Statement *augment, QY_NODE *target, Scope *scope)
 {
     const QY_NODE *before = target->last;
-    AddChildren(augment, target, scope);
+    co_await AddChildren(augment, target, scope);
     if (const Condition *conditions = ConditionsOf(build_, *scope->unit, augment))
         for (QY_NODE *child = before != nullptr ? before->next : target->first; child != nullptr; child = child->next)
             AddConditions(child, conditions);

@@ -25,9 +25,11 @@ bool VisitSchemaChildren(const QY_NODE *parent, Visit &&visit)
 template <class Visit>
 bool VisitDataChildren(const QY_NODE *parent, Visit &&visit)
 {
-    return VisitSchemaChildren(parent, [&visit](QY_NODE *child) {
-        return IsChoiceOrCase(child) ? VisitDataChildren(child, visit) : visit(child);
-    });
+    auto *top = const_cast<QY_NODE *>(parent); // the walk changes nothing
+    for (QY_NODE *node = NextOfNames(top, top); node != nullptr; node = NextOfNames(top, node))
+        if (!IsChoiceOrCase(node) && visit(node))
+            return true;
+    return false;
 }
 
 } // namespace

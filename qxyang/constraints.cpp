@@ -1,6 +1,7 @@
 #include "constraints.h"
 
 #include <charconv>
+#include <span>
 
 #include "grammar.h"
 #include "ranges.h"
@@ -251,14 +252,13 @@ void ConstraintChecker::CheckDefaults(const Statement *statement, const QY_TYPE 
     for (const Statement *value = statement->first; value != nullptr; value = value->next) {
         if (value->keyword != Kw::Default)
             continue;
-        size_t members = 0;
-        if (std::string why = WhyNot(value->argument, type, members); !why.empty())
+        if (std::string why = WhyNot(value->argument, type); !why.empty())
             build_.Fail(unit, value, "default " + Quoted(value->argument) + ": " + why);
     }
 }
 
 /* Why the text is no value of the type, or nothing. Patterns are not looked at, nor what depends on other nodes. */
-std::string ConstraintChecker::WhyNot(std::string_view text, const QY_TYPE &type, size_t &members)
+std::string ConstraintChecker::WhyNot(std::string_view text, const QY_TYPE &type)
 {
     switch (type.builtin) {
         case QY_TYPE_BOOLEAN:
@@ -278,7 +278,7 @@ std::string ConstraintChecker::WhyNot(std::string_view text, const QY_TYPE &type
                     return why;
             return {};
         case QY_TYPE_UNION:
-            return WhyNotOfUnion(text, type, members);
+            return WhyNotOfUnion(text, type);
         case QY_TYPE_BINARY:
         case QY_TYPE_IDENTITYREF:
         case QY_TYPE_INSTANCE_IDENTIFIER:
@@ -310,13 +310,26 @@ std::string ConstraintChecker::WhyNotNamed(std::string_view name, const QY_TYPE 
            nearest.Hint();
 }
 
-std::string ConstraintChecker::WhyNotOfUnion(std::string_view text, const QY_TYPE &type, size_t &members)
+std::string ConstraintChecker::WhyNotOfUnion(std::string_view text, const QY_TYPE &type)
 {
     if (type.members == nullptr)
         return {};
-    for (uint32_t i = 0; i < type.members->count; ++i)
-        if (++members > MEMBERS || WhyNot(text, *type.members->types[i], members).empty())
+    std::vector<std::span<const QY_TYPE *const>> rest; // members not tried yet, of the unions around each other
+    rest.emplace_back(type.members->types, type.members->count);
+    for (size_t tried = 0; !rest.empty();) {
+        if (rest.back().empty()) {
+            rest.pop_back();
+            continue;
+        }
+        const QY_TYPE &member = *rest.back().front();
+        rest.back() = rest.back().subspan(1);
+        if (++tried > MEMBERS)
             return {};
+        if (member.builtin != QY_TYPE_UNION ? WhyNot(text, member).empty() : member.members == nullptr)
+            return {};
+        if (member.builtin == QY_TYPE_UNION)
+            rest.emplace_back(member.members->types, member.members->count);
+    }
     return "no type of the union has this value";
 }
 

@@ -79,10 +79,10 @@ class ConstraintChecker {
     bool HasDefaultCase(const Statement *value, const QY_NODE *choice, Unit &unit);
     std::string NoDefaultCase(const Statement *value, const QY_NODE *choice, Unit &unit);
     void CheckCounts(const Statement *statement, Unit &unit);
-    std::string WhyNot(std::string_view text, const QY_TYPE &type, size_t &members);
+    std::string WhyNot(std::string_view text, const QY_TYPE &type);
     std::string WhyNotNumber(std::string_view text, const QY_TYPE &type);
     std::string WhyNotNamed(std::string_view name, const QY_TYPE &type);
-    std::string WhyNotOfUnion(std::string_view text, const QY_TYPE &type, size_t &members);
+    std::string WhyNotOfUnion(std::string_view text, const QY_TYPE &type);
     const EnumValue *FindValue(std::string_view name, const EnumSet &set);
 
     Build &build_;

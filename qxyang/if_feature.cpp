@@ -6,22 +6,34 @@ namespace {
 
 /* ---- compiling ------------------------------------------------------------------------------------------------- */
 
-class FeatureCompiler {
+/* Finds out on how long a chain of features each feature depends. */
+class FeatureChains {
   public:
-    explicit FeatureCompiler(Build &build) : build_(build) {}
+    explicit FeatureChains(Build &build) : build_(build) {}
 
-    void Compile(Feature &feature);
+    void Measure(Feature &feature);
 
   private:
+    /* A feature whose operands are being looked at. */
+    struct Visit {
+        Feature *feature;
+        const Condition *condition; /* whose steps are looked at */
+        uint32_t step;
+    };
+
+    void Start(Feature &feature);
+    void StopAtLimit(const Feature &feature);
+    static Feature *NextOperand(Visit &visit);
+
     Build &build_;
-    std::vector<Feature *> chain_; /* features being compiled, each referring to the next */
+    std::vector<Visit> chain_; /* each refers to the next */
 };
 
 /* Parses one expression; the operators wait on a stack until their operands are complete. */
 class ExpressionParser {
   public:
-    ExpressionParser(Build &build, Unit &unit, const Statement *statement, FeatureCompiler *features)
-        : build_(build), unit_(unit), statement_(statement), features_(features)
+    ExpressionParser(Build &build, Unit &unit, const Statement *statement)
+        : build_(build), unit_(unit), statement_(statement)
     {
     }
 
@@ -47,7 +59,6 @@ class ExpressionParser {
     Build &build_;
     Unit &unit_;
     const Statement *statement_;
-    FeatureCompiler *features_; /* null: features are compiled already */
     std::string_view rest_;
     std::vector<FeatureStep> steps_;
     std::vector<Waiting> waiting_;
@@ -149,8 +160,6 @@ bool ExpressionParser::PushFeature(std::string_view token)
                            [module](auto &&offer) { ForEachNameIn(module->features, offer); });
         return false;
     }
-    if (features_ != nullptr && module == &build_.module)
-        features_->Compile(*feature);
     steps_.push_back({FeatureStep::Kind::Operand, feature});
     return true;
 }
@@ -159,19 +168,6 @@ bool ExpressionParser::Reject(std::string_view what)
 {
     build_.Fail(unit_, statement_, "if-feature " + Quoted(statement_->argument) + ": " + std::string(what));
     return false;
-}
-
-const Condition *CompileConditions(Build &build, Unit &unit, const Statement *statement, const Condition *list,
-                                   FeatureCompiler *features)
-{
-    for (const Statement *child = statement->first; child != nullptr; child = child->next) {
-        if (child->keyword != Kw::IfFeature)
-            continue;
-        FeatureExpression expression;
-        if (ExpressionParser(build, unit, child, features).Parse(expression))
-            list = build.module.records.Make<Condition>(list, expression);
-    }
-    return list;
 }
 
 uint32_t LongestChain(const Condition *condition)
@@ -184,27 +180,50 @@ uint32_t LongestChain(const Condition *condition)
     return longest;
 }
 
-void FeatureCompiler::Compile(Feature &feature)
+/* Visits the feature and those that it depends on; an explicit chain, since it may be long and the stack small. */
+void FeatureChains::Measure(Feature &feature)
+{
+    for (Start(feature); !chain_.empty();) {
+        Visit &visit = chain_.back();
+        if (Feature *operand = NextOperand(visit)) {
+            if (operand->module == &build_.module)
+                Start(*operand);
+            continue;
+        }
+        Feature &measured = *visit.feature;
+        measured.chain = 1 + LongestChain(measured.condition);
+        measured.visiting = false;
+        chain_.pop_back();
+        if (measured.chain > limits::CHAIN)
+            StopAtLimit(measured);
+    }
+}
+
+void FeatureChains::Start(Feature &feature)
 {
     if (feature.chain != 0)
         return;
-    auto nameOf = [](const Feature *entry) { return std::string_view(entry->name); };
-    if (feature.visiting) {
-        build_.Fail(*feature.unit, feature.statement, "feature cycle: " + ChainText(chain_, feature.name, nameOf));
-        return;
-    }
-    bool tooLong = chain_.size() >= limits::CHAIN;
-    if (!tooLong) {
-        feature.visiting = true;
-        chain_.push_back(&feature);
-        feature.condition = CompileConditions(build_, *feature.unit, feature.statement, nullptr, this);
-        feature.chain = 1 + LongestChain(feature.condition);
-        chain_.pop_back();
-        feature.visiting = false;
-        tooLong = feature.chain > limits::CHAIN;
-    }
-    if (!tooLong)
-        return;
+    auto nameOf = [](const Visit &visit) { return std::string_view(visit.feature->name); };
+    if (feature.visiting)
+        return build_.Fail(*feature.unit, feature.statement,
+                           "feature cycle: " + ChainText(chain_, feature.name, nameOf));
+    if (chain_.size() >= limits::CHAIN)
+        StopAtLimit(feature);
+    feature.visiting = true;
+    chain_.push_back({&feature, feature.condition, 0});
+}
+
+Feature *FeatureChains::NextOperand(Visit &visit)
+{
+    for (; visit.condition != nullptr; visit.condition = visit.condition->next, visit.step = 0)
+        while (visit.step < visit.condition->expression.count)
+            if (Feature *feature = visit.condition->expression.steps[visit.step++].feature)
+                return feature;
+    return nullptr;
+}
+
+void FeatureChains::StopAtLimit(const Feature &feature)
+{
     build_.Fail(*feature.unit, feature.statement,
                 "feature " + Quoted(feature.name) + " depends on a chain of more than " +
                     std::to_string(limits::CHAIN) + " features");
@@ -255,17 +274,37 @@ bool Evaluate(const FeatureExpression &expression)
 
 const Condition *ConditionsOf(Build &build, Unit &unit, const Statement *statement, const Condition *list)
 {
-    return CompileConditions(build, unit, statement, list, nullptr);
+    for (const Statement *child = statement->first; child != nullptr; child = child->next) {
+        if (child->keyword != Kw::IfFeature)
+            continue;
+        FeatureExpression expression;
+        if (ExpressionParser(build, unit, child).Parse(expression))
+            list = build.module.records.Make<Condition>(list, expression);
+    }
+    return list;
 }
 
-void CompileFeatures(Build &build)
+namespace {
+
+template <class Visit>
+void ForEachFeature(Build &build, Visit &&visit)
 {
-    FeatureCompiler compiler(build);
     for (Unit *unit : build.units)
         for (Statement *statement = unit->root->first; statement != nullptr; statement = statement->next)
             if (statement->keyword == Kw::Feature)
                 if (Feature *feature = build.module.features.Find(statement->argument))
-                    compiler.Compile(*feature);
+                    visit(*feature);
+}
+
+} // namespace
+
+void CompileFeatures(Build &build)
+{
+    ForEachFeature(build, [&build](Feature &feature) {
+        feature.condition = ConditionsOf(build, *feature.unit, feature.statement, nullptr);
+    });
+    FeatureChains chains(build);
+    ForEachFeature(build, [&chains](Feature &feature) { chains.Measure(feature); });
 }
 
 bool Holds(const Condition *condition)

@@ -92,20 +92,18 @@ class PathWalk {
     {
         NearestName nearest(step.name);
         const QY_MOD *module = step.module != nullptr ? step.module : leaf_->module;
-        OfferChildren(at_ == nullptr ? &module->root : at_, module, nearest);
+        OfferChildren(at_ == nullptr ? const_cast<QY_NODE *>(&module->root) : at_, module, nearest);
         std::string where = at_ == nullptr ? "module " + Quoted(module->name) : Quoted(at_->name);
         why_ = where + " has no " + Quoted(step.name) + nearest.Hint();
         return false;
     }
 
-    void OfferChildren(const QY_NODE *parent, const QY_MOD *module, NearestName &nearest) const
+    void OfferChildren(QY_NODE *parent, const QY_MOD *module, NearestName &nearest) const
     {
-        for (const QY_NODE *child = FirstChild(parent); child != nullptr; child = child->next) {
-            if (!IsInData(child))
-                OfferChildren(child, module, nearest);
-            else if (child->module == module && child != leaf_)
-                nearest.Offer(child->name);
-        }
+        auto enters = [parent](const QY_NODE *node) { return node == parent || !IsInData(node); };
+        for (QY_NODE *node = parent; node != nullptr; node = NextBelow(parent, node, enters))
+            if (node != parent && IsInData(node) && node->module == module && node != leaf_)
+                nearest.Offer(node->name);
     }
 
     ChildFinder &finder_;

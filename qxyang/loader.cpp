@@ -68,30 +68,58 @@ QY_MOD *Loader::Load(std::string_view name, std::string_view revision)
 
 /* ---- modules --------------------------------------------------------------------------------------------------- */
 
+/* Completes the module and all that it imports, one step of one file at a time: a chain of imports costs no call stack. */
 Loader::Outcome Loader::Obtain(std::string_view name, std::string_view revision)
 {
-    QY_MOD *known = revision.empty() ? context_.PreferredModule(name) : context_.ModuleOfRevision(name, revision);
-    if (known != nullptr)
-        return {known, {}};
-    for (const Running *running : chain_) {
-        if (name != running->module->name || (!revision.empty() && revision != OrEmpty(running->module->revision)))
+    Outcome outcome;
+    if (!Start(name, revision, outcome))
+        return outcome;
+    for (;;) {
+        while (Step(*chain_.back()))
             continue;
-        auto nameOf = [](const Running *entry) { return std::string_view(entry->module->name); };
-        return {nullptr, "import cycle: " + ChainText(chain_, name, nameOf)};
+        outcome = Finish(*chain_.back());
+        chain_.pop_back();
+        if (chain_.empty())
+            return outcome;
+        Import(*chain_.back(), outcome);
     }
-    if (chain_.size() >= limits::CHAIN)
-        return {nullptr, "the chain of imports is longer than " + std::to_string(limits::CHAIN) + " modules"};
-    std::string key = std::string(name).append("@").append(revision);
-    auto failed = failed_.find(key);
-    if (failed != failed_.end())
-        return {nullptr, failed->second};
-    Outcome outcome = Read(name, revision);
-    if (outcome.module == nullptr)
-        failed_.emplace(std::move(key), outcome.why);
-    return outcome;
 }
 
-Loader::Outcome Loader::Read(std::string_view name, std::string_view revision)
+/* True when the module has become the last of the chain; otherwise the outcome is known. */
+bool Loader::Start(std::string_view name, std::string_view revision, Outcome &outcome)
+{
+    QY_MOD *known = revision.empty() ? context_.PreferredModule(name) : context_.ModuleOfRevision(name, revision);
+    if (known != nullptr) {
+        outcome = {known, {}};
+        return false;
+    }
+    for (const auto &running : chain_) {
+        if (name != running->module->name || (!revision.empty() && revision != OrEmpty(running->module->revision)))
+            continue;
+        auto nameOf = [](const auto &entry) { return std::string_view(entry->module->name); };
+        outcome = {nullptr, "import cycle: " + ChainText(chain_, name, nameOf)};
+        return false;
+    }
+    if (chain_.size() >= limits::CHAIN) {
+        outcome = {nullptr, "the chain of imports is longer than " + std::to_string(limits::CHAIN) + " modules"};
+        return false;
+    }
+    std::string key = std::string(name).append("@").append(revision);
+    auto failed = failed_.find(key);
+    if (failed != failed_.end()) {
+        outcome = {nullptr, failed->second};
+        return false;
+    }
+    std::string kept = key;
+    if (Read(name, revision, std::move(key), outcome))
+        return true;
+    if (outcome.module == nullptr)
+        failed_.emplace(std::move(kept), outcome.why);
+    return false;
+}
+
+/* True when the module's file is read and its linking begins; otherwise the outcome is known. */
+bool Loader::Read(std::string_view name, std::string_view revision, std::string &&key, Outcome &outcome)
 {
     std::string other;
     for (const std::string &path : state_.files.Candidates(name, revision)) {
@@ -100,14 +128,15 @@ Loader::Outcome Loader::Read(std::string_view name, std::string_view revision)
         module->name = context_.KeepName(name);
         module->root.module = module.get();
         Failures::Mark before = failures_.Now();
-        std::string why;
-        std::unique_ptr<Unit> unit = Parse(path, name, module.get(), why);
+        std::unique_ptr<Unit> unit = Parse(path, name, module.get(), outcome.why);
         if (unit == nullptr)
-            return {nullptr, why};
+            return false;
         units_.push_back(std::move(unit));
         Unit &own = *units_.back();
-        if (!ReadHeader(own, name, Kw::Module))
-            return {nullptr, failures_.FirstSince(before)};
+        if (!ReadHeader(own, name, Kw::Module)) {
+            outcome.why = failures_.FirstSince(before);
+            return false;
+        }
         std::string_view found = OrEmpty(own.revision);
         if (!revision.empty() && found != revision) {
             other = WrongRevision(own, revision);
@@ -115,16 +144,18 @@ Loader::Outcome Loader::Read(std::string_view name, std::string_view revision)
         }
         if (QY_MOD *known = context_.ModuleOfRevision(name, found)) {
             Prefer(known);
-            return {known, {}};
+            outcome.module = known;
+            return false;
         }
         module->revision = own.revision;
         module->preferred = revision.empty();
         context_.modules.push_back(std::move(module));
-        return Complete(*context_.modules.back(), own);
+        OpenModule(*context_.modules.back(), own, std::move(key));
+        return true;
     }
-    if (!other.empty())
-        return {nullptr, other + state_.files.OtherRevisions(name, revision)};
-    return {nullptr, state_.files.Missing(name, revision)};
+    outcome.why =
+        !other.empty() ? other + state_.files.OtherRevisions(name, revision) : state_.files.Missing(name, revision);
+    return false;
 }
 
 /* A module that came by its revision is found to be the one that an import without a revision gets as well. */
@@ -136,17 +167,21 @@ void Loader::Prefer(QY_MOD *module)
     module->preferred = true;
 }
 
+/* The file with all its statements, or null: `why` says why there is none. */
 std::unique_ptr<Unit> Loader::Parse(const std::string &path, std::string_view name, QY_MOD *module, std::string &why)
 {
+    Failures::Mark before = failures_.Now();
     auto unit = std::make_unique<Unit>(path, std::string(name), module);
+    if (failures_.Full()) { // nothing more would be told of it
+        why = failures_.FirstSince(before);
+        return nullptr;
+    }
     why = unit->source.Read();
     if (!why.empty()) {
         why = Quoted(path) + " " + why;
         return nullptr;
     }
-    Failures::Mark before = failures_.Now();
-    ParseYin(*unit, failures_);
-    if (!failures_.AnySince(before))
+    if (ParseYin(*unit, failures_))
         return unit;
     why = failures_.FirstSince(before);
     return nullptr;
@@ -185,19 +220,66 @@ bool Loader::ReadHeader(Unit &unit, std::string_view name, Kw expected)
     return true;
 }
 
-/* Links and builds a module whose file is parsed. */
-Loader::Outcome Loader::Complete(QY_MOD &module, Unit &unit)
-{
-    Failures::Mark before = failures_.Now();
-    Running running{&module, {}, {unit.Name()}};
-    chain_.push_back(&running);
-    Link(running, unit);
-    chain_.pop_back();
-    running.units.push_back(&unit);
-    if (failures_.AnySince(before))
-        return {nullptr, failures_.FirstSince(before)};
+/* ---- imports and includes -------------------------------------------------------------------------------------- */
 
-    Build build(state_, module, std::move(running.units));
+void Loader::OpenModule(QY_MOD &module, Unit &unit, std::string &&key)
+{
+    auto running = std::make_unique<Running>();
+    running->module = &module;
+    running->key = std::move(key);
+    running->start = failures_.Now();
+    running->files.push_back({&unit, unit.root->first, nullptr, running->start});
+    chain_.push_back(std::move(running));
+}
+
+/* Looks at the next statement of the file that is open innermost. What it imports may become the last of the chain, and
+ * is completed first then. False: all files of the module are linked. */
+bool Loader::Step(Running &running)
+{
+    OpenFile &file = running.files.back();
+    const Statement *statement = file.next;
+    if (statement == nullptr) {
+        CloseInclude(running);
+        return !running.files.empty();
+    }
+    file.next = statement->next;
+    file.current = statement;
+    if (statement->keyword == Kw::Include) {
+        Include(running);
+    } else if (statement->keyword == Kw::Import) {
+        Outcome outcome;
+        if (!Start(statement->argument, ArgumentOf(statement, Kw::RevisionDate), outcome))
+            Import(running, outcome);
+    }
+    return true;
+}
+
+/* The file that is open innermost is linked: what went wrong in a submodule is told of its include as well. */
+void Loader::CloseInclude(Running &running)
+{
+    OpenFile closed = running.files.back();
+    running.files.pop_back();
+    running.units.push_back(closed.unit);
+    if (!running.files.empty() && failures_.AnySince(closed.start))
+        FailInclude(running.files.back(), failures_.FirstSince(closed.start));
+}
+
+/* Builds the module when all its files are linked. */
+Loader::Outcome Loader::Finish(Running &running)
+{
+    Outcome outcome;
+    if (failures_.AnySince(running.start) || !BuildModule(running))
+        outcome.why = failures_.FirstSince(running.start);
+    else
+        outcome.module = running.module;
+    if (outcome.module == nullptr)
+        failed_.emplace(std::move(running.key), outcome.why);
+    return outcome;
+}
+
+bool Loader::BuildModule(Running &running)
+{
+    Build build(state_, *running.module, std::move(running.units));
     CollectDefinitions(build);
     if (!build.Failed()) {
         TreeBuilder builder(build);
@@ -215,22 +297,10 @@ Loader::Outcome Loader::Complete(QY_MOD &module, Unit &unit)
             builder.MarkGated();
     }
     if (build.Failed())
-        return {nullptr, failures_.FirstSince(before)};
+        return false;
     build.ForgetStatements();
-    module.complete = true;
-    return {&module, {}};
-}
-
-/* ---- imports and includes -------------------------------------------------------------------------------------- */
-
-void Loader::Link(Running &running, Unit &unit)
-{
-    for (const Statement *statement = unit.root->first; statement != nullptr; statement = statement->next) {
-        if (statement->keyword == Kw::Import)
-            Import(running, unit, statement);
-        else if (statement->keyword == Kw::Include)
-            Include(running, unit, statement);
-    }
+    running.module->complete = true;
+    return true;
 }
 
 void Loader::Bind(Unit &unit, const Statement *statement, QY_MOD *module)
@@ -244,9 +314,11 @@ void Loader::Bind(Unit &unit, const Statement *statement, QY_MOD *module)
     unit.bindings.push_back({prefix, module});
 }
 
-void Loader::Import(Running &running, Unit &unit, const Statement *statement)
+/* What the import that the innermost file waits for has come to. */
+void Loader::Import(Running &running, const Outcome &outcome)
 {
-    Outcome outcome = Obtain(statement->argument, ArgumentOf(statement, Kw::RevisionDate));
+    Unit &unit = *running.files.back().unit;
+    const Statement *statement = running.files.back().current;
     if (outcome.module == nullptr)
         return failures_.Add(unit.source, statement->offset,
                              "cannot import module " + Quoted(statement->argument) + ": " + outcome.why);
@@ -256,36 +328,37 @@ void Loader::Import(Running &running, Unit &unit, const Statement *statement)
         imports.push_back(outcome.module);
 }
 
-void Loader::Include(Running &running, Unit &unit, const Statement *statement)
+void Loader::FailInclude(const OpenFile &file, std::string_view why)
 {
-    std::string_view name = statement->argument;
-    auto isIt = [name](const Unit *included) { return included->Name() == name; };
-    if (std::any_of(running.units.begin(), running.units.end(), isIt))
+    failures_.Add(file.unit->source, file.current->offset,
+                  "cannot include submodule " + Quoted(file.current->argument) + ": " + std::string(why));
+}
+
+/* Opens the submodule that the innermost file includes, unless it is part of the module already. */
+void Loader::Include(Running &running)
+{
+    const OpenFile &file = running.files.back();
+    std::string_view name = file.current->argument;
+    auto isIncluded = [name](const Unit *unit) { return unit->Name() == name; };
+    if (std::any_of(running.units.begin(), running.units.end(), isIncluded))
         return;
-    auto fail = [&](std::string_view why) {
-        failures_.Add(unit.source, statement->offset,
-                      "cannot include submodule " + Quoted(name) + ": " + std::string(why));
-    };
-    auto &including = running.including;
-    if (std::find(including.begin(), including.end(), name) != including.end())
-        return fail("include cycle: " + ChainText(including, name, [](std::string_view entry) { return entry; }));
-    if (including.size() >= limits::CHAIN)
-        return fail("the chain of includes is longer than " + std::to_string(limits::CHAIN) + " submodules");
+    auto nameOf = [](const OpenFile &entry) { return std::string_view(entry.unit->Name()); };
+    for (const OpenFile &open : running.files)
+        if (nameOf(open) == name)
+            return FailInclude(file, "include cycle: " + ChainText(running.files, name, nameOf));
+    if (running.files.size() >= limits::CHAIN)
+        return FailInclude(file,
+                           "the chain of includes is longer than " + std::to_string(limits::CHAIN) + " submodules");
 
     Failures::Mark before = failures_.Now();
     std::string why;
-    Unit *submodule = ReadSubmodule(*running.module, name, ArgumentOf(statement, Kw::RevisionDate), why);
+    Unit *submodule = ReadSubmodule(*running.module, name, ArgumentOf(file.current, Kw::RevisionDate), why);
     if (submodule == nullptr)
-        return fail(why);
-    if (submodule->isVersion11 != unit.isVersion11)
-        return fail(std::string("it is of YANG version ") + VersionOf(*submodule) + ", what includes it of " +
-                    VersionOf(unit));
-    including.push_back(submodule->Name());
-    Link(running, *submodule);
-    including.pop_back();
-    running.units.push_back(submodule);
-    if (failures_.AnySince(before))
-        fail(failures_.FirstSince(before));
+        return FailInclude(file, why);
+    if (submodule->isVersion11 != file.unit->isVersion11)
+        return FailInclude(file, std::string("it is of YANG version ") + VersionOf(*submodule) +
+                                     ", what includes it of " + VersionOf(*file.unit));
+    running.files.push_back({submodule, submodule->root->first, nullptr, before});
 }
 
 /* The submodule's file, parsed; null: `why` says why there is none. */

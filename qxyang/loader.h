@@ -30,22 +30,37 @@ class Loader {
         std::string why;
     };
 
-    /* A module whose imports and includes are being followed. */
+    /* A file whose imports and includes are being followed. */
+    struct OpenFile {
+        Unit *unit;
+        const Statement *next;    /* statement that is looked at next */
+        const Statement *current; /* import or include that waits for what it names */
+        Failures::Mark start;     /* when the file was opened */
+    };
+
+    /* A module whose files are being linked: its own file, and those of submodules that include one another. */
     struct Running {
         QY_MOD *module;
-        std::vector<Unit *> units;               /* complete with what they include, in the order of inclusion */
-        std::vector<std::string_view> including; /* names of the files that include one another right now */
+        std::string key;             /* in `failed_` */
+        Failures::Mark start;        /* before its linking */
+        std::vector<Unit *> units;   /* complete with what they include, in the order of inclusion */
+        std::vector<OpenFile> files; /* each includes the next */
     };
 
     Outcome Obtain(std::string_view name, std::string_view revision);
-    Outcome Read(std::string_view name, std::string_view revision);
-    Outcome Complete(QY_MOD &module, Unit &unit);
+    bool Start(std::string_view name, std::string_view revision, Outcome &outcome);
+    bool Read(std::string_view name, std::string_view revision, std::string &&key, Outcome &outcome);
+    bool Step(Running &running);
+    void CloseInclude(Running &running);
+    Outcome Finish(Running &running);
+    bool BuildModule(Running &running);
+    void OpenModule(QY_MOD &module, Unit &unit, std::string &&key);
     std::unique_ptr<Unit> Parse(const std::string &path, std::string_view name, QY_MOD *module, std::string &why);
     bool ReadHeader(Unit &unit, std::string_view name, Kw expected);
-    void Link(Running &running, Unit &unit);
     void Bind(Unit &unit, const Statement *statement, QY_MOD *module);
-    void Import(Running &running, Unit &unit, const Statement *statement);
-    void Include(Running &running, Unit &unit, const Statement *statement);
+    void Import(Running &running, const Outcome &outcome);
+    void Include(Running &running);
+    void FailInclude(const OpenFile &file, std::string_view why);
     Unit *ReadSubmodule(QY_MOD &module, std::string_view name, std::string_view revision, std::string &why);
     void Prefer(QY_MOD *module);
 
@@ -53,7 +68,7 @@ class Loader {
     QY_CTX &context_;
     Failures &failures_;
     std::vector<std::unique_ptr<Unit>> units_;            /* of all modules: leafrefs are reported in them at the end */
-    std::vector<Running *> chain_;                        /* each imports the next */
+    std::vector<std::unique_ptr<Running>> chain_;         /* each imports the next; on the heap, however long it is */
     std::unordered_map<std::string, std::string> failed_; /* module name and revision: why */
     std::vector<QY_MOD *> preferred_;                     /* older modules that became preferred */
     bool done_ = false;

@@ -11,6 +11,7 @@
 
 #include "arena.h"
 #include "name_table.h"
+#include "schema_limits.h"
 
 namespace qxyang {
 
@@ -169,10 +170,13 @@ struct QY_TYPE {
         const qxyang::UnionMembers *members; /* union */
     };
     uint8_t builtin; /* QY_TYPE_ number */
-    uint8_t depth;   /* types below it */
+    uint8_t depth;   /* types below it, along the longest chain of bases and members; at most limits::CHAIN */
     uint8_t fractionDigits;
     bool refers; /* a leafref, or a union with a leafref among its members */
 };
+
+static_assert(qxyang::limits::CHAIN <= UINT8_MAX);     /* QY_TYPE::depth */
+static_assert(qxyang::limits::LIST_KEYS <= UINT8_MAX); /* QY_NODE::keyCount */
 
 /* A schema node. Children and siblings are linked lists that only grow at their end while modules are in force. */
 struct QY_NODE {
@@ -242,6 +246,24 @@ inline bool InScans(const QY_NODE *node)
 inline QY_NODE *FirstChild(const QY_NODE *node)
 {
     return IsLeaf(node) ? nullptr : node->first;
+}
+
+/* The node after this one on a walk over `top` and what is below it, parents first; null at the end. What is below a node
+ * is visited if enters(node) says so. Needs no stack: the way back up follows the parents. */
+template <class Enters>
+QY_NODE *NextBelow(const QY_NODE *top, QY_NODE *node, Enters &&enters)
+{
+    if (QY_NODE *child = enters(node) ? FirstChild(node) : nullptr)
+        return child;
+    while (node != top && node->next == nullptr)
+        node = node->parent;
+    return node != top ? node->next : nullptr;
+}
+
+/* The same among the nodes whose names must differ below `top`: its children, and those within its choices and cases. */
+inline QY_NODE *NextOfNames(const QY_NODE *top, QY_NODE *node)
+{
+    return NextBelow(top, node, [top](const QY_NODE *entered) { return entered == top || IsChoiceOrCase(entered); });
 }
 
 enum class Progress : uint8_t {

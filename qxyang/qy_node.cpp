@@ -1,4 +1,6 @@
 /* Contract functions of schema nodes, types and extension instances: all of them only read what loading made. */
+#include <iterator>
+
 #include "context.h"
 #include "extensions.h"
 #include "if_feature.h"
@@ -93,9 +95,9 @@ uint32_t QY_NODE_ScanDerivedType(QY_NODE *pNode, QY_TYPE_SCAN_PF pfnCb, void *pv
 {
     if (!IsLeaf(pNode))
         return 0;
-    const QY_TYPE *chain[limits::CHAIN + 1];
+    const QY_TYPE *chain[limits::CHAIN + 1]; // the built-in type and those derived from it
     size_t count = 0;
-    for (const QY_TYPE *type = pNode->type; type != nullptr; type = type->base)
+    for (const QY_TYPE *type = pNode->type; type != nullptr && count < std::size(chain); type = type->base)
         chain[count++] = type;
     while (count > 0)
         if (uint32_t result = pfnCb(nullptr, nullptr, const_cast<QY_TYPE *>(chain[--count]), pvCookie); result != 0)

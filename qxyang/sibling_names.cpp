@@ -7,11 +7,11 @@ namespace qxyang {
 
 namespace {
 
-size_t CountNames(const QY_NODE *parent)
+size_t CountNames(QY_NODE *parent)
 {
     size_t count = 0;
-    for (const QY_NODE *child = parent->first; child != nullptr; child = child->next)
-        count += 1 + (IsChoiceOrCase(child) ? CountNames(child) : 0);
+    for (QY_NODE *node = NextOfNames(parent, parent); node != nullptr; node = NextOfNames(parent, node))
+        ++count;
     return count;
 }
 
@@ -63,14 +63,9 @@ bool SiblingNames::Add(const char *name)
 /* A choice's name stands among its parent's; a case's name does not. */
 QY_NODE *SiblingNames::AddAll(QY_NODE *parent, const QY_MOD *module)
 {
-    for (QY_NODE *child = parent->first; child != nullptr; child = child->next) {
-        if (child->kind != QY_NODE_TYPE_CASE && child->module == module && !Add(child->name))
-            return child;
-        if (!IsChoiceOrCase(child))
-            continue;
-        if (QY_NODE *twice = AddAll(child, module))
-            return twice;
-    }
+    for (QY_NODE *node = NextOfNames(parent, parent); node != nullptr; node = NextOfNames(parent, node))
+        if (node->kind != QY_NODE_TYPE_CASE && node->module == module && !Add(node->name))
+            return node;
     return nullptr;
 }
 

@@ -55,16 +55,16 @@ const char *NameOf(const Statement *statement)
 void TreeBuilder::BuildModule()
 {
     for (Unit *unit : build_.units)
-        CompileDefinitions(unit->root, build_.UnitScope(*unit));
+        RunOnHeap(CompileDefinitions(unit->root, build_.UnitScope(*unit)));
     QY_MOD &module = build_.module;
     for (Unit *unit : build_.units) {
-        AddChildren(unit->root, &module.root, build_.UnitScope(*unit));
+        RunOnHeap(AddChildren(unit->root, &module.root, build_.UnitScope(*unit)));
         module.extensions = JoinedSets(module.records, module.extensions, ExtensionsOf(build_, *unit, unit->root));
     }
     CheckModuleNames();
 }
 
-void TreeBuilder::CompileDefinitions(const Statement *statement, Scope *scope)
+OnHeap TreeBuilder::CompileDefinitions(const Statement *statement, Scope *scope)
 {
     bool isModules = scope->outer == nullptr;
     const NameTable<Typedef> *typedefs = isModules ? &build_.module.typedefs : &scope->typedefs;
@@ -75,17 +75,9 @@ void TreeBuilder::CompileDefinitions(const Statement *statement, Scope *scope)
                 types_.Compile(*definition);
         } else if (child->keyword == Kw::Grouping) {
             if (Grouping *grouping = groupings->Find(child->argument))
-                Compile(*grouping);
+                co_await Compile(*grouping);
         }
     }
-}
-
-Scope *TreeBuilder::EnterScope(const Statement *statement, Scope *outer)
-{
-    Scope *scope = ScopeOf(build_, statement, outer);
-    if (scope != outer)
-        CompileDefinitions(statement, scope);
-    return scope;
 }
 
 void TreeBuilder::CheckDepth()
@@ -118,17 +110,25 @@ QY_NODE *TreeBuilder::Append(QY_NODE *parent, uint8_t kind, const char *name)
     return node;
 }
 
-void TreeBuilder::AddChildren(const Statement *statement, QY_NODE *parent, Scope *scope)
+OnHeap TreeBuilder::AddChildren(const Statement *statement, QY_NODE *parent, Scope *scope)
 {
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
-        if (KindOf(child->keyword) != QY_NODE_TYPE_NONE)
-            AddNode(child, parent, scope);
-        else if (child->keyword == Kw::Uses)
-            ExpandUses(child, parent, scope);
+        if (child->keyword == Kw::Uses)
+            co_await ExpandUses(child, parent, scope);
+        if (KindOf(child->keyword) == QY_NODE_TYPE_NONE)
+            continue;
+        QY_NODE *node = AddNode(child, parent, scope);
+        if (IsLeaf(node))
+            continue;
+        const size_t levels = node->parent == parent ? 1 : 2; // a node of a choice may have got a case of its own
+        depth_ += levels;
+        co_await FillParent(child, node, scope);
+        depth_ -= levels;
     }
 }
 
-void TreeBuilder::AddNode(const Statement *statement, QY_NODE *parent, Scope *scope)
+/* A node without its children; a leaf is complete. */
+QY_NODE *TreeBuilder::AddNode(const Statement *statement, QY_NODE *parent, Scope *scope)
 {
     unit_ = scope->unit;
     statement_ = statement;
@@ -137,11 +137,8 @@ void TreeBuilder::AddNode(const Statement *statement, QY_NODE *parent, Scope *sc
     node->flags |= FlagsOf(statement->properties);
     SetCondition(node, ConditionsOf(build_, *scope->unit, statement));
     if (IsLeaf(node))
-        return FillLeaf(statement, node, scope);
-    Depth depth(depth_);
-    CheckDepth();
-    FillParent(statement, node, scope);
-    constraints_.CheckNode(statement, node, *scope->unit, !chain_.empty());
+        FillLeaf(statement, node, scope);
+    return node;
 }
 
 void TreeBuilder::FillLeaf(const Statement *statement, QY_NODE *leaf, Scope *scope)
@@ -167,10 +164,19 @@ void TreeBuilder::AwaitTargets(QY_NODE *leaf, Unit *unit, const Statement *state
             pending.push_back({leaf, member, unit, statement->offset});
 }
 
-void TreeBuilder::FillParent(const Statement *statement, QY_NODE *node, Scope *scope)
+OnHeap TreeBuilder::FillParent(const Statement *statement, QY_NODE *node, Scope *scope)
 {
-    Scope *inner = EnterScope(statement, scope);
-    AddChildren(statement, node, inner);
+    CheckDepth();
+    Scope *inner = ScopeOf(build_, statement, scope);
+    if (inner != scope)
+        co_await CompileDefinitions(statement, inner);
+    co_await AddChildren(statement, node, inner);
+    CompleteParent(statement, node, scope, inner);
+}
+
+/* What can be said of a node when it has its children. */
+void TreeBuilder::CompleteParent(const Statement *statement, QY_NODE *node, Scope *scope, Scope *inner)
+{
     if (node->kind == QY_NODE_TYPE_LIST)
         SetKeys(statement, node, *scope->unit);
     if (node->kind == QY_NODE_TYPE_RPC)
@@ -181,6 +187,7 @@ void TreeBuilder::FillParent(const Statement *statement, QY_NODE *node, Scope *s
     } else if (node->kind != QY_NODE_TYPE_CASE) {
         CheckNames(node, statement, inner);
     }
+    constraints_.CheckNode(statement, node, *scope->unit, !chain_.empty());
 }
 
 void TreeBuilder::AddMissingBranches(QY_NODE *operation)
@@ -321,18 +328,18 @@ void TreeBuilder::FindStatements(const Statement *statement, Scope *scope, std::
 
 namespace {
 
-void MarkBelow(QY_NODE *node, bool gated)
-{
-    gated = gated || node->condition != 0;
-    if (gated)
-        node->flags |= NODE_GATED;
-    for (QY_NODE *child = FirstChild(node); child != nullptr; child = child->next)
-        MarkBelow(child, gated);
-}
-
 bool IsGated(const QY_NODE *node)
 {
     return (node->flags & NODE_GATED) != 0;
+}
+
+/* Marks the node and those below it; `gated` is what stands above the node. */
+void MarkBelow(QY_NODE *top, bool gated)
+{
+    auto all = [](const QY_NODE *) { return true; };
+    for (QY_NODE *node = top; node != nullptr; node = NextBelow(top, node, all))
+        if (node->condition != 0 || (node == top ? gated : IsGated(node->parent)))
+            node->flags |= NODE_GATED;
 }
 
 } // namespace

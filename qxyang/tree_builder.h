@@ -3,6 +3,7 @@
 
 #include "build.h"
 #include "constraints.h"
+#include "heap_frames.h"
 #include "sibling_names.h"
 #include "types.h"
 
@@ -33,22 +34,25 @@ class TreeBuilder {
     /* nodes */
     void CheckDepth();
     QY_NODE *Append(QY_NODE *parent, uint8_t kind, const char *name);
-    void AddChildren(const Statement *statement, QY_NODE *parent, Scope *scope);
-    void AddNode(const Statement *statement, QY_NODE *parent, Scope *scope);
+    OnHeap AddChildren(const Statement *statement, QY_NODE *parent, Scope *scope);
+    QY_NODE *AddNode(const Statement *statement, QY_NODE *parent, Scope *scope);
     void FillLeaf(const Statement *statement, QY_NODE *leaf, Scope *scope);
-    void FillParent(const Statement *statement, QY_NODE *node, Scope *scope);
+    OnHeap FillParent(const Statement *statement, QY_NODE *node, Scope *scope);
+    void CompleteParent(const Statement *statement, QY_NODE *node, Scope *scope, Scope *inner);
     void SetKeys(const Statement *statement, QY_NODE *list, Unit &unit);
     void SetKey(const Statement *key, std::string_view text, QY_NODE *list, Unit &unit);
     void CheckUnique(const Statement *statement, QY_NODE *list, Unit &unit);
     void AddMissingBranches(QY_NODE *operation);
-    Scope *EnterScope(const Statement *statement, Scope *outer);
-    void CompileDefinitions(const Statement *statement, Scope *scope);
+    OnHeap CompileDefinitions(const Statement *statement, Scope *scope);
 
     /* groupings */
-    QY_NODE *Compile(Grouping &grouping);
-    void ExpandUses(const Statement *uses, QY_NODE *parent, Scope *scope);
-    void CopyNode(const QY_NODE *from, QY_NODE *parent);
-    void ChangeUse(const Statement *uses, const QY_NODE *grouping, QY_NODE *parent, Scope *scope);
+    bool StartGrouping(Grouping &grouping);
+    OnHeap Compile(Grouping &grouping);
+    OnHeap ExpandUses(const Statement *uses, QY_NODE *parent, Scope *scope);
+    void CopyTree(const QY_NODE *top, QY_NODE *parent);
+    QY_NODE *CopyNode(const QY_NODE *from, QY_NODE *parent);
+    QY_NODE *FindChanged(const Statement *change, const QY_NODE *grouping, QY_NODE *parent, Unit &unit);
+    OnHeap ChangeUse(const Statement *uses, const QY_NODE *grouping, QY_NODE *parent, Scope *scope);
     void Refine(const Statement *statement, QY_NODE *node, Unit &unit);
 
     /* augments */
@@ -59,7 +63,7 @@ class TreeBuilder {
     };
     void CheckAdditions(size_t first);
     void FailAddedTwice(const QY_NODE &node, const QY_NODE &parent, size_t first);
-    void AddToTarget(const Statement *augment, QY_NODE *target, Scope *scope);
+    OnHeap AddToTarget(const Statement *augment, QY_NODE *target, Scope *scope);
     bool Accepts(const Statement *augment, const QY_NODE *target, Unit &unit);
     void ApplyAugment(QY_NODE *augment, const Statement *statement, const SchemaPath &path, Scope *scope);
 

@@ -1,6 +1,8 @@
 #include "types.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 
 #include "argument_form.h"
 #include "definitions.h"
@@ -70,11 +72,8 @@ const QY_TYPE *TypeCompiler::CompileOther(const Statement *statement, Scope *sco
 {
     Depth depth(depth_);
     Unit &unit = *scope->unit;
-    if (depth_ > limits::SCHEMA_DEPTH) {
-        build_.Fail(unit, statement,
-                    "types are nested deeper than " + std::to_string(limits::SCHEMA_DEPTH) + " levels");
-        throw LoadStopped{};
-    }
+    if (depth_ > 2 * limits::CHAIN + 1) // of a leaf, then a typedef and the union in it in turns
+        StopAtLimit(statement, unit, "types are nested in a chain of more than", "types");
     const QY_TYPE *base = BaseOf(statement, scope);
     if (base == nullptr)
         return BuiltinType(QY_TYPE_STRING);
@@ -82,17 +81,28 @@ const QY_TYPE *TypeCompiler::CompileOther(const Statement *statement, Scope *sco
         return base;
     if (!CheckSubstatements(statement, unit, *base))
         return base;
-    if (base->depth >= limits::CHAIN) {
-        build_.Fail(unit, statement,
-                    "type is derived from a chain of more than " + std::to_string(limits::CHAIN) + " types");
-        throw LoadStopped{};
-    }
-    QY_TYPE type = *base;
-    type.base = base;
-    ++type.depth;
+    QY_TYPE type = DerivedFrom(base, statement, unit);
     if (!Restrict(type, statement, scope))
         return base;
     return build_.module.records.Make<QY_TYPE>(type);
+}
+
+/* A copy that is one step further from the built-in type. Every type that is not built in is made here. */
+QY_TYPE TypeCompiler::DerivedFrom(const QY_TYPE *base, const Statement *statement, Unit &unit)
+{
+    if (base->depth >= limits::CHAIN)
+        StopAtLimit(statement, unit, "type is derived from a chain of more than", "types");
+    QY_TYPE type = *base;
+    type.base = base;
+    ++type.depth;
+    return type;
+}
+
+void TypeCompiler::StopAtLimit(const Statement *statement, Unit &unit, std::string_view before, std::string_view behind)
+{
+    build_.Fail(unit, statement,
+                std::string(before).append(" ").append(std::to_string(limits::CHAIN)).append(" ").append(behind));
+    throw LoadStopped{};
 }
 
 const QY_TYPE *TypeCompiler::BaseOf(const Statement *statement, Scope *scope)
@@ -111,17 +121,8 @@ void TypeCompiler::Compile(Typedef &definition)
     if (definition.progress == Progress::Done || definition.progress == Progress::Failed)
         return;
     Unit &unit = *definition.scope->unit;
-    auto nameOf = [](const Typedef *entry) { return std::string_view(entry->name); };
-    if (definition.progress == Progress::Running) {
-        definition.progress = Progress::Failed;
-        return build_.Fail(unit, definition.statement, "typedef cycle: " + ChainText(chain_, definition.name, nameOf));
-    }
-    if (chain_.size() >= limits::CHAIN) {
-        build_.Fail(unit, definition.statement,
-                    "typedef " + Quoted(definition.name) + " is at the end of a chain of more than " +
-                        std::to_string(limits::CHAIN) + " typedefs");
-        throw LoadStopped{};
-    }
+    if (definition.progress == Progress::Running || chain_.size() >= limits::CHAIN)
+        return FailChain(definition, unit);
     definition.progress = Progress::Running;
     chain_.push_back(&definition);
     const QY_TYPE *type = BuiltinType(QY_TYPE_STRING);
@@ -129,9 +130,8 @@ void TypeCompiler::Compile(Typedef &definition)
     if (statement != nullptr)
         type = Compile(statement, definition.scope);
     if (statement != nullptr && statement->first == nullptr) { // no restrictions made a type of its own
-        const QY_TYPE *named = type;
-        type = build_.module.records.Make<QY_TYPE>(*named);
-        const_cast<QY_TYPE *>(type)->base = named;
+        QY_TYPE named = DerivedFrom(type, statement, unit);
+        type = build_.module.records.Make<QY_TYPE>(named);
     }
     if ((definition.statement->properties & SETS_DEFAULT) != 0)
         constraints_.CheckDefaults(definition.statement, *type, unit);
@@ -139,6 +139,17 @@ void TypeCompiler::Compile(Typedef &definition)
     definition.type = type;
     if (definition.progress == Progress::Running)
         definition.progress = Progress::Done;
+}
+
+/* Not part of Compile, whose frames stand on the stack once for each typedef of a chain. */
+void TypeCompiler::FailChain(Typedef &definition, Unit &unit)
+{
+    auto nameOf = [](const Typedef *entry) { return std::string_view(entry->name); };
+    if (definition.progress != Progress::Running)
+        StopAtLimit(definition.statement, unit,
+                    "typedef " + Quoted(definition.name) + " is at the end of a chain of more than", "typedefs");
+    definition.progress = Progress::Failed;
+    build_.Fail(unit, definition.statement, "typedef cycle: " + ChainText(chain_, definition.name, nameOf));
 }
 
 bool TypeCompiler::CheckSubstatements(const Statement *statement, Unit &unit, const QY_TYPE &base)
@@ -173,7 +184,7 @@ bool TypeCompiler::Restrict(QY_TYPE &type, const Statement *statement, Scope *sc
 {
     Unit &unit = *scope->unit;
     if (const Statement *digits = FindChild(statement, Kw::FractionDigits))
-        type.fractionDigits = static_cast<uint8_t>(std::stoi(digits->argument));
+        type.fractionDigits = static_cast<uint8_t>(std::strtoul(digits->argument, nullptr, 10));
     for (Kw keyword : {Kw::Range, Kw::Length})
         if (const Statement *range = FindChild(statement, keyword))
             return RestrictRange(type, range, unit);
@@ -225,6 +236,9 @@ bool TypeCompiler::CollectMembers(QY_TYPE &type, const Statement *statement, Sco
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
         members.push_back(Compile(child, scope));
         type.refers = type.refers || members.back()->builtin == QY_TYPE_LEAFREF;
+        if (members.back()->depth >= limits::CHAIN)
+            StopAtLimit(child, *scope->unit, "union contains a chain of more than", "types");
+        type.depth = std::max(type.depth, static_cast<uint8_t>(members.back()->depth + 1));
     }
     auto *types = build_.module.records.MakeArray<const QY_TYPE *>(members.size());
     std::copy(members.begin(), members.end(), types);

@@ -27,6 +27,10 @@ class TypeCompiler {
   private:
     static bool IsPlain(uint8_t builtin);
 
+    [[gnu::noinline]] void FailChain(Typedef &definition, Unit &unit);
+    [[noreturn]] void StopAtLimit(const Statement *statement, Unit &unit, std::string_view before,
+                                  std::string_view behind);
+    QY_TYPE DerivedFrom(const QY_TYPE *base, const Statement *statement, Unit &unit);
     const QY_TYPE *CompileOther(const Statement *statement, Scope *scope);
     const QY_TYPE *BaseOf(const Statement *statement, Scope *scope);
     bool CheckSubstatements(const Statement *statement, Unit &unit, const QY_TYPE &base);

@@ -8,16 +8,16 @@
 
 namespace qxyang {
 
-/* The grouping's hidden root, or null: it cannot be used, and why is recorded. */
-QY_NODE *TreeBuilder::Compile(Grouping &grouping)
+/* True when the grouping is to be compiled now: it has become the last of the chain. */
+bool TreeBuilder::StartGrouping(Grouping &grouping)
 {
     if (grouping.progress == Progress::Done || grouping.progress == Progress::Failed)
-        return grouping.root;
+        return false;
     Unit &unit = *grouping.scope->unit;
     auto nameOf = [](const Grouping *entry) { return std::string_view(entry->name); };
     if (grouping.progress == Progress::Running) {
         build_.Fail(unit, grouping.statement, "grouping cycle: " + ChainText(chain_, grouping.name, nameOf));
-        return nullptr;
+        return false;
     }
     if (chain_.size() >= limits::CHAIN) {
         build_.Fail(unit, grouping.statement,
@@ -27,25 +27,37 @@ QY_NODE *TreeBuilder::Compile(Grouping &grouping)
     }
     grouping.progress = Progress::Running;
     chain_.push_back(&grouping);
+    return true;
+}
+
+/* Gives the grouping its hidden root. It has none afterwards when it cannot be used: why is recorded. */
+OnHeap TreeBuilder::Compile(Grouping &grouping)
+{
+    if (!StartGrouping(grouping))
+        co_return;
     QY_NODE *root = build_.module.templates.Make();
     root->kind = ROOT_KIND;
     root->name = grouping.name;
     root->module = &build_.module;
-    Scope *inner = EnterScope(grouping.statement, grouping.scope);
-    AddChildren(grouping.statement, root, inner);
+    Scope *inner = ScopeOf(build_, grouping.statement, grouping.scope);
+    if (inner != grouping.scope)
+        co_await CompileDefinitions(grouping.statement, inner);
+    co_await AddChildren(grouping.statement, root, inner);
     CheckNames(root, grouping.statement, inner);
     chain_.pop_back();
     grouping.root = root;
     grouping.progress = Progress::Done;
-    return root;
 }
 
-void TreeBuilder::ExpandUses(const Statement *uses, QY_NODE *parent, Scope *scope)
+OnHeap TreeBuilder::ExpandUses(const Statement *uses, QY_NODE *parent, Scope *scope)
 {
     Grouping *grouping = FindGrouping(build_, scope, uses);
-    const QY_NODE *root = grouping != nullptr ? Compile(*grouping) : nullptr;
+    if (grouping == nullptr)
+        co_return;
+    co_await Compile(*grouping);
+    const QY_NODE *root = grouping->root;
     if (root == nullptr)
-        return;
+        co_return;
     unit_ = scope->unit;
     statement_ = uses;
     if (chain_.empty()) {
@@ -54,18 +66,40 @@ void TreeBuilder::ExpandUses(const Statement *uses, QY_NODE *parent, Scope *scop
     }
     const QY_NODE *before = parent->last;
     for (const QY_NODE *child = root->first; child != nullptr; child = child->next)
-        CopyNode(child, parent);
+        CopyTree(child, parent);
     if (const Condition *conditions = ConditionsOf(build_, *scope->unit, uses))
         for (QY_NODE *child = before != nullptr ? before->next : parent->first; child != nullptr; child = child->next)
             AddConditions(child, conditions);
-    ChangeUse(uses, root, parent, scope);
+    if (uses->first != nullptr)
+        co_await ChangeUse(uses, root, parent, scope);
+}
+
+/* Copies the node with all that is below it. The way back up follows the parents of both trees. */
+void TreeBuilder::CopyTree(const QY_NODE *top, QY_NODE *parent)
+{
+    for (const QY_NODE *from = top;; from = from->next) {
+        ++depth_;
+        CheckDepth();
+        QY_NODE *copy = CopyNode(from, parent);
+        for (const QY_NODE *child = FirstChild(from); child != nullptr; child = FirstChild(from)) {
+            from = child;
+            parent = copy;
+            ++depth_;
+            CheckDepth();
+            copy = CopyNode(from, parent);
+        }
+        for (--depth_; from != top && from->next == nullptr; --depth_) {
+            from = from->parent;
+            parent = parent->parent;
+        }
+        if (from == top)
+            return;
+    }
 }
 
 /* Copies share what never changes: names, types and extension instances. */
-void TreeBuilder::CopyNode(const QY_NODE *from, QY_NODE *parent)
+QY_NODE *TreeBuilder::CopyNode(const QY_NODE *from, QY_NODE *parent)
 {
-    Depth depth(depth_);
-    CheckDepth();
     QY_NODE *node = Append(parent, from->kind, from->name);
     node->extensions = from->extensions;
     node->keyCount = from->keyCount;
@@ -75,49 +109,58 @@ void TreeBuilder::CopyNode(const QY_NODE *from, QY_NODE *parent)
     else
         SetCondition(node, ConditionOf(from));
     constraints_.CheckConfig(statement_, node, *unit_);
-    if (!IsLeaf(from)) {
-        for (const QY_NODE *child = from->first; child != nullptr; child = child->next)
-            CopyNode(child, node);
-        return;
-    }
+    if (!IsLeaf(from))
+        return node;
     node->type = from->type;
     if (node->type->refers)
         AwaitTargets(node, outermostUnit_, outermostUse_);
+    return node;
 }
 
 /* The refine and augment statements of a uses. Their paths begin at a node that the grouping brought. */
-void TreeBuilder::ChangeUse(const Statement *uses, const QY_NODE *grouping, QY_NODE *parent, Scope *scope)
+OnHeap TreeBuilder::ChangeUse(const Statement *uses, const QY_NODE *grouping, QY_NODE *parent, Scope *scope)
 {
     Unit &unit = *scope->unit;
     size_t additions = added_.size();
     for (const Statement *child = uses->first; child != nullptr; child = child->next) {
         if (child->keyword != Kw::Refine && child->keyword != Kw::Augment)
             continue;
-        SchemaPath path;
-        if (!path.Parse(build_, unit, child, false))
-            continue;
-        std::string_view first = path.Steps().front().name;
-        if (build_.load.finder.SchemaChild(grouping, grouping->module, first) == nullptr) {
-            NearestName nearest(first);
-            for (const QY_NODE *node = grouping->first; node != nullptr; node = node->next)
-                nearest.Offer(node->name);
-            build_.Fail(unit, child,
-                        std::string(KeywordOf(child->keyword).name) + " " + Quoted(child->argument) + ": " +
-                            DescribeNode(grouping) + " has no node " + Quoted(first) + nearest.Hint());
-            continue;
-        }
-        QY_NODE *start = parent->kind == QY_NODE_TYPE_CHOICE
-                             ? build_.load.finder.SchemaChild(parent, &build_.module, first)
-                             : parent;
-        QY_NODE *node = path.Follow(build_, unit, child, start);
+        QY_NODE *node = FindChanged(child, grouping, parent, unit);
         if (node == nullptr)
             continue;
         if (child->keyword == Kw::Refine)
             Refine(child, node, unit);
-        else if (Accepts(child, node, unit))
-            AddToTarget(child, node, scope);
+        if (child->keyword == Kw::Refine || !Accepts(child, node, unit))
+            continue;
+        size_t levels = 0;
+        for (const QY_NODE *above = node; above != parent; above = above->parent)
+            ++levels;
+        depth_ += levels;
+        co_await AddToTarget(child, node, scope);
+        depth_ -= levels;
     }
     CheckAdditions(additions);
+}
+
+/* The node that a refine or augment names, or null: the failure is recorded. */
+QY_NODE *TreeBuilder::FindChanged(const Statement *change, const QY_NODE *grouping, QY_NODE *parent, Unit &unit)
+{
+    SchemaPath path;
+    if (!path.Parse(build_, unit, change, false))
+        return nullptr;
+    std::string_view first = path.Steps().front().name;
+    if (build_.load.finder.SchemaChild(grouping, grouping->module, first) == nullptr) {
+        NearestName nearest(first);
+        for (const QY_NODE *node = grouping->first; node != nullptr; node = node->next)
+            nearest.Offer(node->name);
+        build_.Fail(unit, change,
+                    std::string(KeywordOf(change->keyword).name) + " " + Quoted(change->argument) + ": " +
+                        DescribeNode(grouping) + " has no node " + Quoted(first) + nearest.Hint());
+        return nullptr;
+    }
+    QY_NODE *start =
+        parent->kind == QY_NODE_TYPE_CHOICE ? build_.load.finder.SchemaChild(parent, &build_.module, first) : parent;
+    return path.Follow(build_, unit, change, start);
 }
 
 namespace {

@@ -22,7 +22,8 @@ class YinParser {
     {
     }
 
-    void Run();
+    /* True: the whole file has been read, and nothing is wrong with it. */
+    bool Run();
 
   private:
     static void XMLCALL OnStart(void *self, const XML_Char *name, const XML_Char **attributes);
@@ -58,8 +59,9 @@ class YinParser {
     std::exception_ptr thrown_;
 };
 
-void YinParser::Run()
+bool YinParser::Run()
 {
+    Failures::Mark before = failures_.Now();
     XML_SetUserData(parser_, this);
     XML_SetElementHandler(parser_, OnStart, OnEnd);
     XML_SetStartDoctypeDeclHandler(parser_, OnDoctype);
@@ -69,12 +71,15 @@ void YinParser::Run()
     XML_Status status = unit_.source.Parse();
     if (thrown_)
         std::rethrow_exception(thrown_);
-    if (status == XML_STATUS_OK || stopped_)
-        return;
+    if (stopped_)
+        return false;
+    if (status == XML_STATUS_OK)
+        return unit_.root != nullptr && !failures_.AnySince(before);
     XML_Error error = XML_GetErrorCode(parser_);
     if (error == XML_ERROR_NO_MEMORY)
         throw std::bad_alloc();
     FailXml(error);
+    return false;
 }
 
 /* Runs a handler; what it throws must not cross expat and is kept until expat has returned. */
@@ -249,9 +254,9 @@ std::string YinParser::UnboundPrefix(uint32_t at) const
 
 } // namespace
 
-void ParseYin(Unit &unit, Failures &failures)
+bool ParseYin(Unit &unit, Failures &failures)
 {
-    YinParser(unit, failures).Run();
+    return YinParser(unit, failures).Run();
 }
 
 } // namespace qxyang

@@ -7,8 +7,8 @@
 namespace qxyang {
 
 /* Parses the unit's source into unit.root and checks it against the grammar of statements, their places and the form of
- * their arguments. What is wrong is recorded; the root may be null then. Names that outlive the load go into the
- * module's texts. */
-void ParseYin(Unit &unit, Failures &failures);
+ * their arguments. What is wrong is recorded; the unit is of no use then. Names that outlive the load go into the
+ * module's texts. True: the whole file was read, and nothing is wrong with it. */
+[[nodiscard]] bool ParseYin(Unit &unit, Failures &failures);
 
 } // namespace qxyang

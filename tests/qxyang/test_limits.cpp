@@ -64,43 +64,6 @@ std::vector<HostileModel> HostileModels()
                 }) +
              "<grouping name=\"g100\"/>",
          "schema nodes are nested deeper than 512 levels"},
-        {"chain of groupings",
-         Repeat(1000,
-                [](int i) {
-                    return "<grouping name=\"g" + Number(i) + "\"><uses name=\"g" + Number(i + 1) + "\"/></grouping>";
-                }) +
-             "<grouping name=\"g1000\"/>",
-         "grouping 'g128' is at the end of a chain of more than 128 groupings"},
-        {"chain of typedefs",
-         Repeat(1000,
-                [](int i) {
-                    return "<typedef name=\"t" + Number(i) + "\"><type name=\"t" + Number(i + 1) + "\"/></typedef>";
-                }) +
-             "<typedef name=\"t1000\">" + string + "</typedef>",
-         "typedef 't128' is at the end of a chain of more than 128 typedefs"},
-        {"chain of typedefs, backwards",
-         "<typedef name=\"t0\">" + string + "</typedef>" +
-             Repeat(1000,
-                    [](int i) {
-                        return "<typedef name=\"t" + Number(i + 1) + "\"><type name=\"t" + Number(i) +
-                               "\"><length value=\"1\"/></type>"
-                               "</typedef>";
-                    }),
-         "type is derived from a chain of more than 128 types"},
-        {"chain of features",
-         "<feature name=\"f0\"/>" + Repeat(1000,
-                                           [](int i) {
-                                               return "<feature name=\"f" + Number(i + 1) + "\"><if-feature name=\"f" +
-                                                      Number(i) + "\"/></feature>";
-                                           }),
-         "feature 'f128' depends on a chain of more than 128 features"},
-        {"chain of identities",
-         Repeat(1000,
-                [](int i) {
-                    return "<identity name=\"i" + Number(i) + "\"><base name=\"i" + Number(i + 1) + "\"/></identity>";
-                }) +
-             "<identity name=\"i1000\"/>",
-         "identity 'i128' is derived from a chain of more than 128 identities"},
         {"parentheses",
          "<feature name=\"f\"/><leaf name=\"l\">" + string + "<if-feature name=\"" + std::string(100000, '(') + "f" +
              std::string(100000, ')') + "\"/></leaf>",
@@ -141,14 +104,209 @@ TEST(Limits, HostileModelsFailSoon)
     }
 }
 
-TEST(Limits, ImportsThatNeverEnd)
+/* A chain of references: one of `length` definitions of which each refers to the one below it. */
+struct Chain {
+    const char *what;
+    std::string (*definition)(int index, const std::string &below); /* below: the name below, or "" */
+    const char *use;                                                /* of the topmost definition, its name for '@' */
+    const char *ascending;  /* how the failure ends when each definition stands before the one below it */
+    const char *descending; /* likewise, behind it; null: no limit is needed */
+};
+
+std::string DefinitionName(int index)
 {
+    return "d" + Number(index);
+}
+
+/* A typedef over the one below, or over what stands at the bottom. */
+std::string TypedefOf(int index, const std::string &below, const std::string &bottom, const std::string &restriction)
+{
+    std::string type = below.empty() ? bottom : "<type name=\"" + below + "\">" + restriction + "</type>";
+    return "<typedef name=\"" + DefinitionName(index) + "\">" + type + "</typedef>";
+}
+
+const std::string STRING = "<type name=\"string\"/>";
+
+constexpr const char *LEAF = "<leaf name=\"x\"><type name=\"@\"/></leaf>";
+constexpr const char *LEAF_WITH_DEFAULT = "<leaf name=\"x\"><type name=\"@\"/><default value=\"9\"/></leaf>";
+constexpr const char *TYPEDEFS = "typedef 'd128' is at the end of a chain of more than 128 typedefs";
+constexpr const char *TYPES = "type is derived from a chain of more than 128 types";
+constexpr const char *UNIONS = "union contains a chain of more than 128 types";
+
+const Chain CHAINS[] = {
+    {"typedefs", [](int i, const std::string &below) { return TypedefOf(i, below, STRING, ""); }, LEAF, TYPEDEFS,
+     TYPES},
+    {"typedefs that restrict",
+     [](int i, const std::string &below) { return TypedefOf(i, below, STRING, "<length value=\"1..9\"/>"); }, LEAF,
+     TYPEDEFS, TYPES},
+    {"typedefs of an enumeration",
+     [](int i, const std::string &below) {
+         return TypedefOf(i, below, "<type name=\"enumeration\"><enum name=\"9\"/></type>", "");
+     },
+     LEAF_WITH_DEFAULT, TYPEDEFS, TYPES},
+    {"typedefs of a leafref",
+     [](int i, const std::string &below) {
+         return TypedefOf(i, below, "<type name=\"leafref\"><path value=\"/t\"/></type>", "");
+     },
+     LEAF, TYPEDEFS, TYPES},
+    {"unions in unions",
+     [](int i, const std::string &below) {
+         std::string member = below.empty() ? "<type name=\"uint8\"/>" : "<type name=\"" + below + "\"/>";
+         return "<typedef name=\"" + DefinitionName(i) + "\"><type name=\"union\">" + member +
+                "<type name=\"boolean\"/></type></typedef>";
+     },
+     LEAF_WITH_DEFAULT, TYPEDEFS, UNIONS},
+    {"groupings",
+     [](int i, const std::string &below) {
+         std::string body = below.empty() ? "<leaf name=\"x\">" + STRING + "</leaf>" : "<uses name=\"" + below + "\"/>";
+         return "<grouping name=\"" + DefinitionName(i) + "\">" + body + "</grouping>";
+     },
+     "<uses name=\"@\"/>", "grouping 'd128' is at the end of a chain of more than 128 groupings", nullptr},
+    {"features",
+     [](int i, const std::string &below) {
+         std::string condition = below.empty() ? "" : "<if-feature name=\"" + below + "\"/>";
+         return "<feature name=\"" + DefinitionName(i) + "\">" + condition + "</feature>";
+     },
+     "<leaf name=\"x\"><if-feature name=\"@\"/><type name=\"string\"/></leaf>",
+     "feature 'd128' depends on a chain of more than 128 features",
+     "feature 'd128' depends on a chain of more than 128 features"},
+    {"identities",
+     [](int i, const std::string &below) {
+         std::string base = below.empty() ? "" : "<base name=\"" + below + "\"/>";
+         return "<identity name=\"" + DefinitionName(i) + "\">" + base + "</identity>";
+     },
+     "<leaf name=\"x\"><type name=\"identityref\"><base name=\"@\"/></type></leaf>",
+     "identity 'd128' is derived from a chain of more than 128 identities",
+     "identity 'd128' is derived from a chain of more than 128 identities"},
+};
+
+std::string BodyOf(const Chain &chain, int length, bool ascending)
+{
+    std::string body = "<leaf name=\"t\">" + STRING + "</leaf>";
+    for (int i = 0; i < length; ++i) {
+        int below = ascending ? i + 1 : i - 1;
+        bool isBottom = below < 0 || below == length;
+        body += chain.definition(i, isBottom ? "" : DefinitionName(below));
+    }
+    std::string use = chain.use;
+    use.replace(use.find('@'), 1, DefinitionName(ascending ? 0 : length - 1));
+    return body + use;
+}
+
+uint32_t CountType(void *, void *, QY_TYPE *, void *cookie)
+{
+    ++*static_cast<int *>(cookie);
+    return 0;
+}
+
+void ExpectChain(const Chain &chain, int length, bool ascending)
+{
+    SCOPED_TRACE(std::string(chain.what) + ", " + Number(length) + (ascending ? " ascending" : " descending"));
+    constexpr int LIMIT = 128;
+    const char *failure = ascending ? chain.ascending : chain.descending;
     Schema schema;
-    for (int i = 0; i < 200; ++i)
-        schema.Module("m" + Number(i), "", "m" + Number(i + 1));
-    std::string failures = schema.Failures("m0");
-    EXPECT_EQ(failures.substr(0, failures.find('\n')),
-              "m127.yin:1:183: cannot import module 'm128': the chain of imports is longer than 128 modules");
+    if (length > LIMIT && failure != nullptr) {
+        schema.Module("m", BodyOf(chain, length, ascending));
+        std::string failures = schema.Failures("m");
+        EXPECT_TRUE(failures.ends_with(std::string(failure) + "\n")) << failures;
+        return;
+    }
+    schema.LoadText("m", BodyOf(chain, length, ascending));
+    QY_NODE *leaf = schema.Node("m", "x");
+    EXPECT_EQ(QY_NODE_IsEnabled(leaf), 0u + (chain.what == std::string("features") ? 0 : 1));
+    QY_MOD_EnableFeature(schema.Mod("m"), QY_FEATURE_ALL);
+    EXPECT_EQ(QY_NODE_IsEnabled(leaf), 1u);
+    int types = 0;
+    EXPECT_EQ(QY_NODE_ScanDerivedType(leaf, CountType, &types), 0u);
+    if (std::string(chain.what).starts_with("typedefs")) {
+        EXPECT_EQ(types, length + 1) << "the built-in type and every typedef";
+    }
+}
+
+/* Each kind of chain up to its limit, one beyond, and ten times as long. */
+TEST(Limits, ChainsAreLimitedInEitherDirection)
+{
+    for (const Chain &chain : CHAINS)
+        for (bool ascending : {true, false})
+            for (int length : {126, 127, 128, 129, 130, 135, 1280})
+                ExpectChain(chain, length, ascending);
+}
+
+/* A limit is no way around by way of imports. */
+TEST(Limits, ChainsAreLimitedAcrossModules)
+{
+    for (const Chain &chain : CHAINS) {
+        if (chain.descending == nullptr)
+            continue;
+        Schema schema;
+        schema.LoadText("lib", BodyOf(chain, 127, false));
+        schema.LoadText("m1", chain.definition(1, "lib:d126"), "lib");
+        schema.Module("m2", chain.definition(2, "m1:d1"), "m1");
+        std::string failures = schema.Failures("m2");
+        EXPECT_NE(failures.find("a chain of more than 128 "), std::string::npos) << chain.what << ": " << failures;
+    }
+}
+
+/* Imports of 128 modules in a chain load, with includes of as many submodules at the end of it; no more. */
+TEST(Limits, ChainsOfFilesAreLimited)
+{
+    for (int length : {128, 129, 1280}) {
+        Schema schema;
+        for (int i = 0; i < length; ++i)
+            schema.Module("m" + Number(i), "", i + 1 < length ? "m" + Number(i + 1) : "");
+        if (length == 128) {
+            schema.Load("m0");
+            continue;
+        }
+        std::string failures = schema.Failures("m0");
+        EXPECT_EQ(failures.substr(0, failures.find('\n')),
+                  "m127.yin:1:183: cannot import module 'm128': the chain of imports is longer than 128 modules");
+    }
+    for (int length : {127, 128, 1280}) {
+        Schema schema;
+        auto include = [length](int i) {
+            return i < length ? "<include module=\"s" + Number(i) + "\"/>" : std::string();
+        };
+        schema.Module("m", include(0));
+        for (int i = 0; i < length; ++i)
+            schema.File("s" + Number(i) + ".yin",
+                        "<submodule name=\"s" + Number(i) +
+                            "\" xmlns=\"urn:ietf:params:xml:ns:yang:yin:1\"><yang-version value=\"1.1\"/>"
+                            "<belongs-to module=\"m\"><prefix value=\"m\"/></belongs-to>" +
+                            include(i + 1) + "</submodule>");
+        if (length == 127) {
+            schema.Load("m");
+            continue;
+        }
+        std::string failures = schema.Failures("m");
+        EXPECT_NE(failures.find("cannot include submodule 's127': the chain of includes is longer than 128"),
+                  std::string::npos)
+            << failures.substr(0, failures.find('\n'));
+    }
+}
+
+/* What comes when no more failures are recorded is not read at all, and nobody uses what is not there. */
+TEST(Limits, FilesAfterTheLastRecordedFailure)
+{
+    for (int wrong : {62, 63, 64, 65, 640}) {
+        auto wrongTypes =
+            Repeat(wrong, [](int i) { return "<leaf name=\"l" + Number(i) + "\"><type name=\"none\"/></leaf>\n"; });
+        const std::string submodule =
+            "<submodule name=\"sub\" xmlns=\"urn:ietf:params:xml:ns:yang:yin:1\"><yang-version value=\"1.1\"/>"
+            "<belongs-to module=\"a\"><prefix value=\"a\"/></belongs-to></submodule>";
+        Schema schema;
+        schema.Module("b", wrongTypes);
+        schema.Module("c", "");
+        schema.Module("bad", "<leaf/>");
+        schema.File("sub.yin", submodule);
+        schema.Module("a", "<include module=\"sub\"/>", "b c bad");
+        schema.Module("missing", "", Repeat(wrong, [](int i) { return "none" + Number(i) + " "; }) + "c bad");
+        for (const char *module : {"a", "missing"}) {
+            std::string failures = schema.Failures(module);
+            EXPECT_EQ(std::count(failures.begin(), failures.end(), '\n'), 64) << module << wrong;
+        }
+        schema.Load("c");
+    }
 }
 
 TEST(Limits, FailuresAreCapped)
