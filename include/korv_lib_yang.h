@@ -79,7 +79,9 @@ KORV_LIB_API uint32_t YANGLIB_GetLibVersion(void);
 #define KORV_NO_MEMORY 12u       /**< no memory for a tree node */
 #define KORV_INVALID 22u         /**< a tree node cannot be linked */
 
-#define KORV_NO_ID 0xFFFFFFFFu /**< answer of id lookups: none */
+/** No id. No function of this header answers it; those of the units' own headers do. A class or sample id may have this
+ * value. */
+#define KORV_NO_ID 0xFFFFFFFFu
 
 #define NODE_KEY_LIST_NUM 16u       /**< own keys and ancestor keys that a tree node can hold */
 #define KORV_AUGMENT_NUM 20u        /**< augments of one module */
@@ -173,8 +175,8 @@ typedef struct KorvTreeNode {
     struct KorvTreeNode *pstNextSibling;       /**< null: the last one; top nodes are siblings of each other */
     const char *pcModuleName;                  /**< module that defines the node; borrowed */
     char *pcName;                              /**< owned */
-    uint32_t uiClassId;                        /**< 0: no class; a choice or case has its parent's */
-    uint32_t uiSampleId;                       /**< 0: none */
+    uint32_t uiClassId;                        /**< 0: no class, else an id; a choice or case has its parent's */
+    uint32_t uiSampleId;                       /**< 0: none, else an id */
     uint8_t aucSelfNodeKey[NODE_KEY_LIST_NUM]; /**< own keys as attribute ids, in the order of their leaves, then 0 */
     uint8_t aucAncestorKey[NODE_KEY_LIST_NUM]; /**< the ancestors' keys as attribute ids of this class, then 0 */
     VEC_VECTOR_S *pstLeafList;                 /**< KorvTreeLeaf of each leaf and leaf-list child, or null; owned */
@@ -363,11 +365,14 @@ KORV_LIB_API int32_t YANGLIB_PkgDllCompare(const char *pcKey, const YANGLIB_INST
 /**
  * Loads a module with everything that it imports, reads its extension statements and registers it with its trees.
  *
- * After a failure the registry is as before and nothing stays allocated, unless memory runs out while a half-built tree
- * is being released: what is left of that tree is given up. A module that the schema library did load stays in its
+ * After a failure the registry is as before and nothing stays allocated, unless an allocation fails while a half-built
+ * tree is being released: what is left of that tree is given up. A module that the schema library did load stays in its
  * context, and a later load of the same name goes on from there. The reasons are reported at level 0; once the module's
  * file has been looked for, "Load Module (...) fail!" is the last of them. A successful load may report at level 0,
  * too: only the result tells.
+ *
+ * The load succeeds without two things that cannot be had: the deviation module that the module takes along, and the
+ * self tree of an augment. Loading the module again does not bring them, unloading and loading it does.
  *
  * @param pYangModule    the instance
  * @param pcModuleName   the module's name; its file is found in the search directories
