@@ -36,6 +36,7 @@ void ModelOptions::AddDirs(CLI::App *app)
 
 void ModelOptions::AddModule(CLI::App *app)
 {
+    takesOne_ = true;
     app->add_option("MODULE", module_, "The module, its file, or - for standard input")
         ->option_text("[@REVISION]|FILE")
         ->required();
@@ -50,6 +51,7 @@ void ModelOptions::AddModules(CLI::App *app, const char *description, bool requi
 
 void ModelOptions::AddModuleName(CLI::App *app)
 {
+    takesOne_ = true;
     app->add_option("MODULE", module_, "The module")->option_text("[@REVISION]")->required();
 }
 
@@ -109,7 +111,7 @@ void ModelOptions::Understand()
         request_.dirs.dirs.insert(request_.dirs.dirs.end(), more.begin(), more.end());
     for (const std::string &text : loads_)
         request_.loads.push_back(ToModuleKey(text));
-    if (!module_.empty())
+    if (takesOne_) // an empty name as well: it is refused like any other that is no module's
         modules_.push_back(module_);
     for (const std::string &text : modules_)
         request_.modules.push_back(ToModuleKey(text));

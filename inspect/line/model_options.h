@@ -66,6 +66,7 @@ class ModelOptions {
     std::string inputName_; /* of the module on standard input */
     std::string path_;
     std::string format_ = "text";
+    bool takesOne_ = false;
     bool takesFiles_ = false;
     bool recursive_ = false;
 };
