@@ -18,13 +18,17 @@ uint32_t Collect(CaseLeafScanCtx *pstScan)
     return QY_NODE_IterScanChildrenNode(pstScan->pNode, TELMYANG_GetAllCaseLeafNodeCb, pstScan);
 }
 
+/* Choices may be nested as deep as the schema library lets them: the context is changed and restored rather than copied,
+ * since each level costs the thread's stack. */
 uint32_t CollectBelow(CaseLeafScanCtx *pstScan, QY_NODE *pChoiceOrCase)
 {
-    CaseLeafScanCtx stBelow = *pstScan;
-    stBelow.pNode = pChoiceOrCase;
-    stBelow.uiInCase = 1;
-    const uint32_t uiRet = Collect(&stBelow);
-    pstScan->ucCount = stBelow.ucCount;
+    QY_NODE *pAround = pstScan->pNode;
+    const uint32_t uiAroundInCase = pstScan->uiInCase;
+    pstScan->pNode = pChoiceOrCase;
+    pstScan->uiInCase = 1;
+    const uint32_t uiRet = Collect(pstScan);
+    pstScan->pNode = pAround;
+    pstScan->uiInCase = uiAroundInCase;
     return uiRet;
 }
 
