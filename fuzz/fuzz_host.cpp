@@ -53,7 +53,7 @@ void DumpTree(TELMYANG_LOCAL_DATA_S *local, KorvTreeNode *augmentTree, bool isAu
     ZOR_Free_F(records, __FILE__, __LINE__);
 }
 
-constexpr time_t SECONDS_OF_ONE_INPUT = 10;
+constexpr time_t SECONDS_OF_ONE_STEP = 10;
 
 void SetTimer(time_t seconds)
 {
@@ -64,7 +64,7 @@ void SetTimer(time_t seconds)
 
 extern "C" void EndLate(int)
 {
-    constexpr char TEXT[] = "the input takes too much processor time\n";
+    constexpr char TEXT[] = "this step takes too much processor time\n";
     (void)!write(STDERR_FILENO, TEXT, sizeof(TEXT) - 1);
     std::abort();
 }
@@ -105,7 +105,7 @@ ProcessorTimeLimit::ProcessorTimeLimit()
 {
     if (std::signal(SIGPROF, EndLate) == SIG_ERR)
         std::abort();
-    SetTimer(SECONDS_OF_ONE_INPUT);
+    SetTimer(SECONDS_OF_ONE_STEP);
 }
 
 ProcessorTimeLimit::~ProcessorTimeLimit()

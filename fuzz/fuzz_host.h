@@ -32,7 +32,7 @@ class Instance {
     TELMYANG_LOCAL_DATA_S *m_local;
 };
 
-/* While it lives, one input may use so much processor time; beyond it the process ends with SIGABRT. The fuzzer's own limit
+/* Begins with ten seconds of processor time; when they are used up while it lives, the process ends with SIGABRT. The fuzzer's own limit
  * goes by the clock, which says nothing on a busy machine. */
 class ProcessorTimeLimit {
   public:

@@ -47,16 +47,16 @@ bool TakesDeviationsAlong(const std::vector<fuzz::Step> &steps)
 }
 
 /* Two rounds in one instance: the second with the other log levels, and another way out. */
-fuzz::Outcome RunTwice(const fuzz::Statement &expanded, const std::vector<fuzz::Step> &steps)
+fuzz::Outcome RunTwice(const fuzz::Statement &expanded, std::vector<fuzz::Step> *steps)
 {
     const unsigned levels = LevelsOf(expanded);
     fuzz::SetFault(fuzz::Memory::Host, UINT64_MAX);
     fuzz::Session session(levels);
-    fuzz::Outcome first = session.Run(steps);
+    fuzz::Outcome first = session.RunAndCut(steps);
     session.UnloadOneByOne((levels & 2) == 0);
     session.SetLevels(levels ^ ALL_LEVELS);
-    const fuzz::Outcome second = session.Run(steps);
-    if (!TakesDeviationsAlong(steps)) {
+    const fuzz::Outcome second = session.Run(*steps);
+    if (!TakesDeviationsAlong(*steps)) {
         fuzz::Require(first.results == second.results, "the second load comes out as the first");
         fuzz::Require(first.dumps == second.dumps, "the second load has the dumps of the first",
                       first.dumps + "--\n" + second.dumps);
@@ -79,13 +79,12 @@ void RunWithFault(const std::vector<fuzz::Step> &steps, const fuzz::Outcome &exp
 
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const fuzz::ProcessorTimeLimit limit;
     const std::string_view text(reinterpret_cast<const char *>(data), size);
     const fuzz::Statement root = fuzz::ParseStatements(text);
     const fuzz::Statement expanded = fuzz::Expand(root);
     WriteModels(expanded);
-    const std::vector<fuzz::Step> steps = fuzz::StepsOf(expanded);
-    const fuzz::Outcome outcome = RunTwice(expanded, steps);
+    std::vector<fuzz::Step> steps = fuzz::StepsOf(expanded);
+    const fuzz::Outcome outcome = RunTwice(expanded, &steps);
     const struct {
         fuzz::Memory memory;
         const char *keyword;

@@ -5,6 +5,7 @@
 #include "mutations.h"
 #include "places.h"
 
+extern "C" const char *__asan_default_options(); // NOLINT(bugprone-reserved-identifier)
 extern "C" size_t LLVMFuzzerMutate(uint8_t *data, size_t size, size_t maxSize);
 extern "C" size_t LLVMFuzzerCustomMutator(uint8_t *data, size_t size, size_t maxSize, unsigned seed);
 extern "C" size_t LLVMFuzzerCustomCrossOver(const uint8_t *data1, size_t size1, const uint8_t *data2, size_t size2,
@@ -46,6 +47,12 @@ size_t Store(const fuzz::Statement &root, uint8_t *out, size_t maxSize)
 }
 
 } // namespace
+
+/* What is released and kept for a while must not fill the gigabyte that an input may take. */
+const char *__asan_default_options()
+{
+    return "quarantine_size_mb=64";
+}
 
 size_t LLVMFuzzerCustomMutator(uint8_t *data, size_t size, size_t maxSize, unsigned seed)
 {

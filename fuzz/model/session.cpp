@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <iostream>
 
 #include "checks.h"
@@ -103,20 +104,38 @@ bool Session::Load(const Step &step)
 
 bool Session::Take(const Step &step)
 {
+    const ProcessorTimeLimit limit;
     return step.load ? Load(step) : YANGLIB_UnloadYangModule(m_local, step.module.c_str(), RevisionOf(step)) == 0;
+}
+
+void Session::TakeInto(const Step &step, Outcome *outcome)
+{
+    const bool metBefore = FaultMet();
+    bool done = Take(step);
+    const bool met = FaultMet() && !metBefore;
+    outcome->faultForgiven = outcome->faultForgiven || (met && done);
+    if (met && !done)
+        done = Take(step);
+    outcome->results.push_back(done);
 }
 
 Outcome Session::Run(const std::vector<Step> &steps)
 {
     Outcome outcome;
-    for (const Step &step : steps) {
-        const bool metBefore = FaultMet();
-        bool done = Take(step);
-        const bool met = FaultMet() && !metBefore;
-        outcome.faultForgiven = outcome.faultForgiven || (met && done);
-        if (met && !done)
-            done = Take(step);
-        outcome.results.push_back(done);
+    for (const Step &step : steps)
+        TakeInto(step, &outcome);
+    outcome.dumps = CheckAll();
+    return outcome;
+}
+
+Outcome Session::RunAndCut(std::vector<Step> *steps)
+{
+    Outcome outcome;
+    for (size_t i = 0; i < steps->size(); ++i) {
+        const std::clock_t begin = std::clock();
+        TakeInto((*steps)[i], &outcome);
+        if (std::clock() - begin > CLOCKS_PER_SEC)
+            steps->resize(i + 1);
     }
     outcome.dumps = CheckAll();
     return outcome;
@@ -124,6 +143,7 @@ Outcome Session::Run(const std::vector<Step> &steps)
 
 std::string Session::CheckAll()
 {
+    const ProcessorTimeLimit limit;
     std::string dumps;
     for (const TELMYANG_YANG_FILE_INFO_S *file : Registered()) {
         dumps += std::string(file->pcModuleName) + "\n" + CheckTrees(m_local, file);

@@ -40,6 +40,9 @@ class Session {
     /* Takes each step once, and a load that the fault breaks twice; then every check on what is registered. */
     Outcome Run(const std::vector<Step> &steps);
 
+    /* The same, and leaves out what follows a step that takes long: each step may take its time, an input may not. */
+    Outcome RunAndCut(std::vector<Step> *steps);
+
     /* Unloads module after module, from the first or from the last, and checks those that stay. */
     void UnloadOneByOne(bool fromFirst);
     void UnloadAll();
@@ -51,6 +54,7 @@ class Session {
     static void Print(uint64_t session, uint32_t level, const char *reserved, const char *text);
 
     bool Take(const Step &step);
+    void TakeInto(const Step &step, Outcome *outcome);
     bool Load(const Step &step);
     std::vector<const TELMYANG_YANG_FILE_INFO_S *> Registered() const;
     std::string CheckAll();
