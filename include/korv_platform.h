@@ -273,7 +273,11 @@ KORV_PLATFORM_API uint32_t QY_NODE_TreeScanAllNode(QY_NODE *pNode, QY_TREE_SCAN_
 KORV_PLATFORM_API uint32_t QY_NODE_ScanAllExtInsts(QY_NODE *pNode, QY_EXT_SCAN_PF pfnCb, void *pvCookie);
 
 /** Replaces the extension instances of pDst by copies of those of pSrc. 0 = done; nonzero: no memory, pDst unchanged.
- * */
+ *
+ * The library completes a class in this way: first the class node, then each of its leaves. When it fails for one of the
+ * leaves, the load fails, and the schema library also gives the leaf's parent and the leaves beside it their own extension
+ * instances back. A schema library that leaves them replaced has to refuse later loads that read this class: the library
+ * cannot tell a half-completed class from one that the model has, and would build its tree without the missing ids. */
 KORV_PLATFORM_API uint32_t QY_NODE_ReplaceDstExtInst(QY_NODE *pDst, QY_NODE *pSrc);
 
 /** Scans the types of a leaf or leaf-list from the built-in type to the leaf's own: the last one is effective. */
@@ -357,11 +361,14 @@ typedef struct {
 
 KORV_LAYOUT(sizeof(XUR_VFS_FIND_S) == 264);
 
-/** Makes the directory the one that XUR_VFS_FindFirst searches; 0 = done, nonzero: no such directory. */
+/** Makes the directory the one that XUR_VFS_FindFirst searches; 0 = done, nonzero: no such directory. A relative directory
+ * is the one that XUR_VFS_IsDirExist was asked for by that text on the same thread, wherever the process works now; one
+ * that it was not asked for is looked for in the process's working directory. */
 KORV_PLATFORM_API uint32_t XUR_VFS_SetWorkPath(const char *pcDir);
 
-/** Starts a search for files whose names match the pattern ('*' stands for any text) and puts the first match into the
- * record; 0 = found. Nonzero: nothing matches, and there is nothing to close. */
+/** Starts a search for regular files, also behind symbolic links, whose names match the pattern ('*' stands for any text)
+ * and puts the first match into the record; 0 = found. Nonzero: nothing matches or the directory cannot be listed, and
+ * there is nothing to close. */
 KORV_PLATFORM_API uint32_t XUR_VFS_FindFirst(const char *pcPattern, XUR_VFS_FIND_S *pstFind);
 
 /** Puts the next match into the record; nonzero: there is none. The search stays open. */
@@ -370,7 +377,8 @@ KORV_PLATFORM_API uint32_t XUR_VFS_FindNext(XUR_VFS_FIND_S *pstFind);
 /** Ends a search that XUR_VFS_FindFirst started; the record keeps the name of its last match. */
 KORV_PLATFORM_API void XUR_VFS_FindClose(XUR_VFS_FIND_S *pstFind);
 
-/** 1 when the path is an existing directory. */
+/** 1 when the path is an existing directory. The library asks for each search directory when it registers it, so that a
+ * relative one can be kept for XUR_VFS_SetWorkPath. */
 KORV_PLATFORM_API uint32_t XUR_VFS_IsDirExist(const char *pcPath);
 
 /** @} */

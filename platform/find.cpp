@@ -4,12 +4,15 @@
 #include <fnmatch.h>
 #include <limits.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "korv_platform.h"
@@ -19,12 +22,23 @@ namespace {
 /* Empty: the process's working directory. */
 thread_local char g_acWorkPath[PATH_MAX];
 
+/* Relative directories that the thread has asked for, each with the place that it named then: it stays there when the
+ * process changes its working directory. */
+thread_local std::map<std::string, std::string, std::less<>> g_knownDirs;
+
 struct Search {
     std::vector<std::string> names;
     size_t next = 0;
 };
 
 using DirHandle = std::unique_ptr<DIR, int (*)(DIR *)>;
+
+/* A file, also behind symbolic links: a directory of that name would hide the files behind it in the order. */
+bool IsRegularFile(DIR *pDir, const char *pcName)
+{
+    struct stat stStat;
+    return fstatat(dirfd(pDir), pcName, &stStat, 0) == 0 && S_ISREG(stStat.st_mode);
+}
 
 std::unique_ptr<Search> FindMatches(const char *pcPattern)
 {
@@ -33,7 +47,7 @@ std::unique_ptr<Search> FindMatches(const char *pcPattern)
         return nullptr;
     auto search = std::make_unique<Search>();
     while (const dirent *entry = readdir(dir.get())) {
-        if (fnmatch(pcPattern, entry->d_name, 0) == 0)
+        if (fnmatch(pcPattern, entry->d_name, 0) == 0 && IsRegularFile(dir.get(), entry->d_name))
             search->names.emplace_back(entry->d_name);
     }
     std::sort(search->names.begin(), search->names.end());
@@ -47,12 +61,36 @@ uint32_t TakeNext(Search &search, XUR_VFS_FIND_S *pstFind)
     return strcpy_s(pstFind->acFileName, sizeof(pstFind->acFileName), search.names[search.next++].c_str()) == 0 ? 0 : 1;
 }
 
+bool IsDirectory(const char *pcPath)
+{
+    struct stat stStat;
+    return stat(pcPath, &stStat) == 0 && S_ISDIR(stStat.st_mode);
+}
+
+void Remember(const char *pcDir)
+try {
+    char acCurrent[PATH_MAX];
+    if (pcDir[0] != '/' && pcDir[0] != '\0' && getcwd(acCurrent, sizeof(acCurrent)) != nullptr)
+        g_knownDirs.insert_or_assign(pcDir, std::string(acCurrent) + "/" + pcDir);
+} catch (const std::bad_alloc &) {
+    // It is looked for in the working directory.
+}
+
+const char *PlaceOf(const char *pcDir)
+{
+    const auto known = g_knownDirs.find(std::string_view(pcDir));
+    return known != g_knownDirs.end() ? known->second.c_str() : pcDir;
+}
+
 } // namespace
 
 uint32_t XUR_VFS_SetWorkPath(const char *pcDir)
 {
     char acResolved[PATH_MAX];
-    if (XUR_VFS_IsDirExist(pcDir) != 1 || realpath(pcDir, acResolved) == nullptr)
+    if (pcDir == nullptr)
+        return 1;
+    const char *pcPlace = PlaceOf(pcDir);
+    if (!IsDirectory(pcPlace) || realpath(pcPlace, acResolved) == nullptr)
         return 1;
     std::memcpy(g_acWorkPath, acResolved, sizeof(acResolved));
     return 0;
@@ -82,6 +120,8 @@ void XUR_VFS_FindClose(XUR_VFS_FIND_S *pstFind)
 
 uint32_t XUR_VFS_IsDirExist(const char *pcPath)
 {
-    struct stat stStat;
-    return pcPath != nullptr && stat(pcPath, &stStat) == 0 && S_ISDIR(stStat.st_mode) ? 1 : 0;
+    if (pcPath == nullptr)
+        return 0;
+    Remember(pcPath);
+    return IsDirectory(pcPath) ? 1 : 0;
 }

@@ -71,20 +71,51 @@ void QY_NODE_SetPrivate(QY_NODE *pNode, void *pvPrivate)
     pNode->priv = pvPrivate;
 }
 
+namespace {
+
+void Replace(QY_NODE *node, OwnedSet copy)
+{
+    ReplacedSet &replaced = node->module->replacedSets[node];
+    if ((node->flags & NODE_OWN_SET) == 0)
+        replaced.own = node->extensions;
+    node->flags |= NODE_OWN_SET;
+    node->extensions = copy.get();
+    replaced.shown = std::move(copy);
+}
+
+/* Gives the node its own extension instances back. */
+void Restore(QY_NODE *node) noexcept
+{
+    if ((node->flags & NODE_OWN_SET) == 0)
+        return;
+    auto replaced = node->module->replacedSets.find(node);
+    node->extensions = replaced->second.own;
+    node->flags &= static_cast<uint16_t>(~NODE_OWN_SET);
+    node->module->replacedSets.erase(replaced);
+}
+
+/* A class and its leaves have their instances replaced one after the other. Where that ends half-way, none of them stays
+ * replaced, so that the class is read as the model has it when it is read again. */
+void RestoreClassOf(QY_NODE *leaf) noexcept
+{
+    Restore(leaf->parent);
+    for (QY_NODE *sibling = leaf->parent->first; sibling != nullptr; sibling = sibling->next)
+        if (IsLeaf(sibling))
+            Restore(sibling);
+}
+
+} // namespace
+
 uint32_t QY_NODE_ReplaceDstExtInst(QY_NODE *pDst, QY_NODE *pSrc)
 {
     if (pDst == pSrc)
         return 0;
     try {
-        OwnedSet copy = CopyOfSet(pSrc->extensions);
-        ReplacedSet &replaced = pDst->module->replacedSets[pDst];
-        if ((pDst->flags & NODE_OWN_SET) == 0)
-            replaced.own = pDst->extensions;
-        pDst->flags |= NODE_OWN_SET;
-        pDst->extensions = copy.get();
-        replaced.shown = std::move(copy);
+        Replace(pDst, CopyOfSet(pSrc->extensions));
         return 0;
     } catch (...) {
+        if (pDst->kind == QY_NODE_TYPE_LEAF)
+            RestoreClassOf(pDst);
         return 1;
     }
 }

@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <memory>
 #include <set>
 
@@ -53,9 +55,16 @@ std::string FileIn(const std::string &directory, std::string_view file)
     return path.append(file);
 }
 
+/* A loop of symbolic links counts: opening it says what it is. */
 bool Exists(const std::string &path)
 {
-    return ::access(path.c_str(), F_OK) == 0;
+    return ::access(path.c_str(), F_OK) == 0 || errno == ELOOP;
+}
+
+std::string Because(const char *what, int error)
+{
+    char buffer[128];
+    return std::string(" (") + what + ": " + ::strerror_r(error, buffer, sizeof buffer) + ")";
 }
 
 struct DirectoryClose {
@@ -76,20 +85,29 @@ void SearchPath::Remove(std::string_view directory)
     std::erase(directories_, AbsolutePath(directory));
 }
 
-const std::vector<std::string> &FileFinder::Listing(const std::string &directory)
+const FileFinder::Directory &FileFinder::Read(const std::string &directory)
 {
     auto [entry, isNew] = listings_.try_emplace(directory);
     if (!isNew)
         return entry->second;
     std::unique_ptr<DIR, DirectoryClose> open(::opendir(directory.c_str()));
-    if (open == nullptr)
+    if (open == nullptr) {
+        entry->second.error = errno;
         return entry->second;
+    }
     while (const dirent *file = ::readdir(open.get())) {
         std::string_view name = file->d_name;
         if (name.size() > SUFFIX.size() && name.ends_with(SUFFIX))
-            entry->second.emplace_back(name);
+            entry->second.files.emplace_back(name);
     }
     return entry->second;
+}
+
+std::string FileFinder::WhyUnseen(const std::string &directory)
+{
+    if (int error = Read(directory).error; error != 0)
+        return Because("cannot be listed", error);
+    return ::access(directory.c_str(), X_OK) == 0 ? std::string() : Because("cannot be entered", errno);
 }
 
 template <class Visit>
@@ -163,7 +181,7 @@ std::string FileFinder::Missing(std::string_view name, std::string_view revision
     std::string text = "no file " + Quoted(std::string(name) + ".yin") + " or " + Quoted(dated) + " in ";
     const char *separator = "";
     for (const std::string &directory : path_.Directories()) {
-        text.append(separator).append(Quoted(directory));
+        text.append(separator).append(Quoted(directory)).append(WhyUnseen(directory));
         separator = ", ";
     }
     if (std::string others = OtherRevisions(name, revision); !others.empty())

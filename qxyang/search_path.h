@@ -48,7 +48,16 @@ class FileFinder {
     std::string OtherRevisions(std::string_view name, std::string_view wanted);
 
   private:
-    const std::vector<std::string> &Listing(const std::string &directory);
+    struct Directory {
+        std::vector<std::string> files; /* names that end in ".yin" */
+        int error = 0;                  /* why there are none to be seen, or 0 */
+    };
+
+    const Directory &Read(const std::string &directory);
+    const std::vector<std::string> &Listing(const std::string &directory) { return Read(directory).files; }
+
+    /* " (cannot be listed: Permission denied)" and the like; empty when the directory can be listed and entered. */
+    std::string WhyUnseen(const std::string &directory);
     std::string NewestRevision(std::string_view name);
 
     /* Visits the files NAME@REVISION.yin with their revisions: visit(directory, file, revision). */
@@ -56,7 +65,7 @@ class FileFinder {
     void ForEachRevision(std::string_view name, Visit &&visit);
 
     const SearchPath &path_;
-    std::unordered_map<std::string, std::vector<std::string>> listings_; /* names that end in ".yin" */
+    std::unordered_map<std::string, Directory> listings_;
 };
 
 } // namespace qxyang

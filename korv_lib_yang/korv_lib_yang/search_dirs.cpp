@@ -10,10 +10,19 @@ bool HasContext(const TELMYANG_YANG_CTX_S *pstYangCtx)
 
 constexpr uint32_t DIR_ENTRY_NUM = 3; /* both base directories and the null behind them */
 
+/* The schema library and the host's file services both learn of a relative directory now, and so mean the same place
+ * later, whatever the process's working directory is then. */
+uint32_t Register(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcDir)
+{
+    if (pcDir != nullptr && pcDir[0] != '\0')
+        (void)XUR_VFS_IsDirExist(pcDir);
+    return QY_CTX_SetSearchDir(pstYangCtx->pSchemaCtx, pcDir);
+}
+
 void RegisterAll(TELMYANG_YANG_CTX_S *pstYangCtx, char *const *ppcDir)
 {
     for (uint32_t uiLoop = 0; uiLoop < DIR_ENTRY_NUM; ++uiLoop)
-        (void)QY_CTX_SetSearchDir(pstYangCtx->pSchemaCtx, ppcDir[uiLoop]);
+        (void)Register(pstYangCtx, ppcDir[uiLoop]);
 }
 
 } // namespace
@@ -37,8 +46,8 @@ uint32_t TELMYANG_UpdateSearchDir(TELMYANG_LOCAL_DATA_S *pstLocal)
 {
     TELMYANG_YANG_CTX_S *pstYangCtx = pstLocal->pstYangCtx;
     QY_CTX_UnSetSearchDir(pstYangCtx->pSchemaCtx, nullptr);
-    (void)QY_CTX_SetSearchDir(pstYangCtx->pSchemaCtx, pstYangCtx->acSearchDir1);
-    return QY_CTX_SetSearchDir(pstYangCtx->pSchemaCtx, pstYangCtx->acSearchDir2);
+    (void)Register(pstYangCtx, pstYangCtx->acSearchDir1);
+    return Register(pstYangCtx, pstYangCtx->acSearchDir2);
 }
 
 uint32_t TELMYANG_SetYangContextSearchPath(TELMYANG_YANG_CTX_S *pstYangCtx)

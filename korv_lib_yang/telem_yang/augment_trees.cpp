@@ -12,6 +12,66 @@ const char *NameOf(QY_NODE *pNode)
     return korv::Shown(QY_NODE_GetNodeName(pNode));
 }
 
+/* Builds the tree of one node of a sibling scan; STOP at the stop node or with a failure. */
+uint32_t GenerateSibling(QY_NODE *pNode, const korv::TopChain &stChain)
+{
+    KorvTreeGenCtx *pstGen = stChain.pstGen;
+    KorvTreeGenCtx stNew = {};
+    stNew.pstLocal = pstGen->pstLocal;
+    if (korv::GenerateTopTree(pNode, {&stNew, stChain.pBudget}) != KORV_OK) {
+        KORV_LOG_ERROR(pstGen->pstLocal, "DupYangtree child failed, node(%s)!", NameOf(pNode));
+        return STOP;
+    }
+    if (stNew.pstRoot != nullptr)
+        korv::AppendTopNode(pstGen, stNew.pstRoot);
+    /* The augment's last child ends its self tree, whether or not it has a tree: what follows is not the augment's. */
+    return pstGen->pStopNode == pNode ? STOP : GO_ON;
+}
+
+uint32_t GenerateSiblingCb(QY_NODE *pNode, void *, void *pstChain)
+{
+    return GenerateSibling(pNode, *static_cast<const korv::TopChain *>(pstChain));
+}
+
+uint32_t GenerateTargetTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile,
+                             korv::TreeBudget *pBudget)
+{
+    for (uint32_t uiLoop = 0; uiLoop < pstFile->ucAugmentNum; ++uiLoop) {
+        TELMYANG_AUGMENT_INFO_S *pstAugment = &pstFile->astAugment[uiLoop];
+        QY_NODE *pRoot = pstAugment->pTargetParentRoot;
+        if (pRoot == nullptr)
+            continue;
+        KorvTreeGenCtx stGen = {};
+        stGen.pstLocal = pstLocal;
+        korv::TopChain stChain = {&stGen, pBudget};
+        if (QY_NODE_IterScanSiblingNode(pRoot, GenerateSiblingCb, &stChain) != 0) {
+            KORV_LOG_ERROR(pstLocal, "DupYangtree target failed,uiLoop(%u) node(%s)!", uiLoop, NameOf(pRoot));
+            (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, stGen.pstRoot);
+            return KORV_FAIL;
+        }
+        pstAugment->pstTargetTree = stGen.pstRoot;
+    }
+    return KORV_OK;
+}
+
+/* Ends early when the budget is spent. */
+void GenerateSelfTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, korv::TreeBudget *pBudget)
+{
+    for (uint32_t uiLoop = 0; uiLoop < pstFile->ucAugmentNum && !pBudget->IsSpent(); ++uiLoop) {
+        TELMYANG_AUGMENT_INFO_S *pstAugment = &pstFile->astAugment[uiLoop];
+        if (pstAugment->pFirstChild == nullptr)
+            continue;
+        KorvTreeGenCtx stGen = {};
+        stGen.pstLocal = pstLocal;
+        stGen.pStopNode = TELMYANG_GetAugNodeLastChild(pstAugment->pAugNode);
+        korv::TopChain stChain = {&stGen, pBudget};
+        /* Nonzero at the stop node as well as at a node that failed, which has been logged. */
+        (void)QY_NODE_IterScanSiblingNode(pstAugment->pFirstChild, GenerateSiblingCb, &stChain);
+        pstAugment->pstSelfTree = stGen.pstRoot;
+        pstAugment->uiSelfTreeDone = 1;
+    }
+}
+
 } // namespace
 
 uint32_t TELEMYANG_GetAugmentNum(QY_NODE *, void *, void *puiCount)
@@ -35,59 +95,27 @@ QY_NODE *TELMYANG_GetAugNodeLastChild(QY_NODE *pNode)
 
 uint32_t TELMYANG_GenerateKorvSiblingTreeNodes(QY_NODE *pNode, void *, void *pstGen)
 {
-    auto *pstChain = static_cast<KorvTreeGenCtx *>(pstGen);
-    KorvTreeGenCtx stNew = {};
-    stNew.pstLocal = pstChain->pstLocal;
-    if (TELMYANG_GenerateKorvTreeNodes(pNode, nullptr, &stNew) != KORV_OK) {
-        KORV_LOG_ERROR(pstChain->pstLocal, "DupYangtree child failed, node(%s)!", NameOf(pNode));
-        return STOP;
-    }
-    if (stNew.pstRoot != nullptr)
-        korv::AppendTopNode(pstChain, stNew.pstRoot);
-    /* The augment's last child ends its self tree, whether or not it has a tree: what follows is not the augment's. */
-    return pstChain->pStopNode == pNode ? STOP : GO_ON;
+    korv::TreeBudget budget;
+    return GenerateSibling(pNode, {static_cast<KorvTreeGenCtx *>(pstGen), &budget});
 }
 
 uint32_t TELEMYANG_AugmentDupTargetYangtree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *, const char *,
                                             TELMYANG_YANG_FILE_INFO_S *pstFile)
 {
-    for (uint32_t uiLoop = 0; uiLoop < pstFile->ucAugmentNum; ++uiLoop) {
-        TELMYANG_AUGMENT_INFO_S *pstAugment = &pstFile->astAugment[uiLoop];
-        QY_NODE *pRoot = pstAugment->pTargetParentRoot;
-        if (pRoot == nullptr)
-            continue;
-        KorvTreeGenCtx stGen = {};
-        stGen.pstLocal = pstLocal;
-        if (QY_NODE_IterScanSiblingNode(pRoot, TELMYANG_GenerateKorvSiblingTreeNodes, &stGen) != 0) {
-            KORV_LOG_ERROR(pstLocal, "DupYangtree target failed,uiLoop(%u) node(%s)!", uiLoop, NameOf(pRoot));
-            (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, stGen.pstRoot);
-            return KORV_FAIL;
-        }
-        pstAugment->pstTargetTree = stGen.pstRoot;
-    }
-    return KORV_OK;
+    korv::TreeBudget budget;
+    return GenerateTargetTrees(pstLocal, pstFile, &budget);
 }
 
 uint32_t TELEMYANG_AugmentDupSelfYangtree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *, const char *,
                                           TELMYANG_YANG_FILE_INFO_S *pstFile)
 {
-    for (uint32_t uiLoop = 0; uiLoop < pstFile->ucAugmentNum; ++uiLoop) {
-        TELMYANG_AUGMENT_INFO_S *pstAugment = &pstFile->astAugment[uiLoop];
-        if (pstAugment->pFirstChild == nullptr)
-            continue;
-        KorvTreeGenCtx stGen = {};
-        stGen.pstLocal = pstLocal;
-        stGen.pStopNode = TELMYANG_GetAugNodeLastChild(pstAugment->pAugNode);
-        /* Nonzero at the stop node as well as at a node that failed, which has been logged. */
-        (void)QY_NODE_IterScanSiblingNode(pstAugment->pFirstChild, TELMYANG_GenerateKorvSiblingTreeNodes, &stGen);
-        pstAugment->pstSelfTree = stGen.pstRoot;
-        pstAugment->uiSelfTreeDone = 1;
-    }
+    korv::TreeBudget budget;
+    GenerateSelfTrees(pstLocal, pstFile, &budget);
     return KORV_OK;
 }
 
-uint32_t TELEMYANG_GenerateAugmentTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
-                                       const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod)
+uint32_t korv::GenerateAugmentTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod,
+                                    TreeBudget *pBudget)
 {
     uint32_t uiAugmentNum = 0;
     (void)QY_MOD_IterScanAugmentNode(pMod, TELEMYANG_GetAugmentNum, &uiAugmentNum);
@@ -95,9 +123,18 @@ uint32_t TELEMYANG_GenerateAugmentTree(TELMYANG_LOCAL_DATA_S *pstLocal, const ch
         KORV_LOG_INFO(pstLocal, "augment null,size(%u)!", uiAugmentNum);
         return KORV_OK;
     }
-    if (TELEMYANG_AugmentDupTargetYangtree(pstLocal, pcModuleName, pcRevision, pstFile) != KORV_OK) {
+    if (GenerateTargetTrees(pstLocal, pstFile, pBudget) != KORV_OK) {
         KORV_LOG_ERROR(pstLocal, "DupYangtree target failed!");
         return KORV_FAIL;
     }
-    return TELEMYANG_AugmentDupSelfYangtree(pstLocal, pcModuleName, pcRevision, pstFile);
+    /* A self tree that ends before a node that cannot be copied is no failure; one that the limit ends is. */
+    GenerateSelfTrees(pstLocal, pstFile, pBudget);
+    return pBudget->IsSpent() ? KORV_FAIL : KORV_OK;
+}
+
+uint32_t TELEMYANG_GenerateAugmentTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *, const char *,
+                                       TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod)
+{
+    korv::TreeBudget budget;
+    return korv::GenerateAugmentTrees(pstLocal, pstFile, pMod, &budget);
 }

@@ -1,21 +1,34 @@
-/* The chain of top nodes that a generation context builds. */
+/* The chain of top nodes that a load builds. */
 #ifndef KORV_TOP_CHAIN_H
 #define KORV_TOP_CHAIN_H
 
-#include "telem_yang/telem_yang.h"
+#include "telem_yang/tree_budget.h"
 
 namespace korv {
 
+/* A generation context that grows into a chain, and what the whole load may still make. */
+struct TopChain {
+    KorvTreeGenCtx *pstGen;
+    TreeBudget *pBudget;
+};
+
 /* Puts a tree behind the context's others. The context remembers its last top node, so that the chain is not walked. */
-inline void AppendTopNode(KorvTreeGenCtx *pstChain, KorvTreeNode *pstTop)
+inline void AppendTopNode(KorvTreeGenCtx *pstGen, KorvTreeNode *pstTop)
 {
-    if (pstChain->pstRoot == nullptr)
-        pstChain->pstRoot = pstTop;
+    if (pstGen->pstRoot == nullptr)
+        pstGen->pstRoot = pstTop;
     else
-        (void)TELMYANG_AddKorvSiblingNode(pstChain->pstLastNode != nullptr ? pstChain->pstLastNode : pstChain->pstRoot,
+        (void)TELMYANG_AddKorvSiblingNode(pstGen->pstLastNode != nullptr ? pstGen->pstLastNode : pstGen->pstRoot,
                                           pstTop);
-    pstChain->pstLastNode = pstTop;
+    pstGen->pstLastNode = pstTop;
 }
+
+/* tree_generation.cpp: builds the tree of one top node and appends it to the chain. */
+uint32_t GenerateTopTree(QY_NODE *pNode, const TopChain &stChain);
+
+/* augment_trees.cpp: TELEMYANG_GenerateAugmentTree within the budget of a load. */
+uint32_t GenerateAugmentTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod,
+                              TreeBudget *pBudget);
 
 } // namespace korv
 

@@ -20,6 +20,7 @@ using TreeNodePtr = std::unique_ptr<KorvTreeNode, TreeNodeDelete>;
 struct TreeScan {
     KorvTreeGenCtx stGen;
     KorvTreeNode *pstTail;
+    korv::TreeBudget *pBudget;
 };
 
 bool YieldsTreeNode(uint32_t uiNodeType)
@@ -47,8 +48,22 @@ uint32_t PlaceNode(KorvTreeGenCtx *pstGen, uint32_t uiTravType, KorvTreeNode *ps
     return uiRet;
 }
 
+/* Creates the tree node of a schema node. One that the load may not have any more is released. */
+uint32_t CreateNode(QY_NODE *pNode, TELMYANG_LOCAL_DATA_S *pstLocal, korv::TreeBudget *pBudget, KorvTreeNode **ppstNode)
+{
+    const uint32_t uiRet = TELMYANG_CreateKorvTreeNodeByYinNode(pstLocal, pNode, ppstNode);
+    if (*ppstNode == nullptr || pBudget->Take(*ppstNode))
+        return uiRet;
+    KORV_LOG_ERROR(pstLocal, "the trees of one load have more than %u nodes, leaf lists and leaves, node(%s)!",
+                   korv::TREE_RECORDS_MAX, (*ppstNode)->pcName);
+    TreeNodeDelete()(*ppstNode);
+    *ppstNode = nullptr;
+    return KORV_FAIL;
+}
+
 /* The tree node of one schema node. ppstTail: last child of the current parent, kept up to date, or null. */
-uint32_t DupNode(QY_NODE *pNode, uint32_t uiTravType, KorvTreeGenCtx *pstGen, KorvTreeNode **ppstTail)
+uint32_t DupNode(QY_NODE *pNode, uint32_t uiTravType, KorvTreeGenCtx *pstGen, korv::TreeBudget *pBudget,
+                 KorvTreeNode **ppstTail)
 {
     if (ppstTail != nullptr && uiTravType == QY_TRAV_CHILD)
         *ppstTail = nullptr;
@@ -60,7 +75,7 @@ uint32_t DupNode(QY_NODE *pNode, uint32_t uiTravType, KorvTreeGenCtx *pstGen, Ko
     if (uiTravType == QY_TRAV_RETURN)
         return KORV_OK;
     KorvTreeNode *pstNode = nullptr;
-    const uint32_t uiRet = TELMYANG_CreateKorvTreeNodeByYinNode(pstGen->pstLocal, pNode, &pstNode);
+    const uint32_t uiRet = CreateNode(pNode, pstGen->pstLocal, pBudget, &pstNode);
     if (pstNode != nullptr) {
         KorvTreeNode *pstTail = ppstTail != nullptr ? *ppstTail : nullptr;
         const uint32_t uiLinkRet = PlaceNode(pstGen, uiTravType, pstTail, TreeNodePtr(pstNode));
@@ -76,7 +91,27 @@ uint32_t DupNode(QY_NODE *pNode, uint32_t uiTravType, KorvTreeGenCtx *pstGen, Ko
 uint32_t DupNodeCb(QY_NODE *pNode, uint32_t uiTravType, void *pvScan)
 {
     auto *pstScan = static_cast<TreeScan *>(pvScan);
-    return DupNode(pNode, uiTravType, &pstScan->stGen, &pstScan->pstTail);
+    return DupNode(pNode, uiTravType, &pstScan->stGen, pstScan->pBudget, &pstScan->pstTail);
+}
+
+uint32_t GenerateTopTreeCb(QY_NODE *pNode, void *, void *pstChain)
+{
+    return korv::GenerateTopTree(pNode, *static_cast<const korv::TopChain *>(pstChain));
+}
+
+uint32_t GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod,
+                            korv::TreeBudget *pBudget)
+{
+    KorvTreeGenCtx stGen = {};
+    stGen.pstLocal = pstLocal;
+    korv::TopChain stChain = {&stGen, pBudget};
+    const uint32_t uiRet = QY_MOD_IterScanTopmostNode(pMod, GenerateTopTreeCb, &stChain);
+    pstFile->pstOriginTree = stGen.pstRoot;
+    if (uiRet != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "DupYangtree failed!");
+        return KORV_FAIL;
+    }
+    return KORV_OK;
 }
 
 } // namespace
@@ -118,56 +153,57 @@ void TELEMYANG_ChoiceCaseUpdateClassId(KorvTreeNode *pstNode)
 
 uint32_t TELMYANG_DupOneKorvTreeNode(QY_NODE *pNode, uint32_t uiTravType, void *pstGen)
 {
-    return DupNode(pNode, uiTravType, static_cast<KorvTreeGenCtx *>(pstGen), nullptr);
+    korv::TreeBudget budget;
+    return DupNode(pNode, uiTravType, static_cast<KorvTreeGenCtx *>(pstGen), &budget, nullptr);
 }
 
-uint32_t TELMYANG_GenerateKorvTreeNodes(QY_NODE *pNode, void *, void *pstGen)
+uint32_t korv::GenerateTopTree(QY_NODE *pNode, const TopChain &stChain)
 {
-    auto *pstChain = static_cast<KorvTreeGenCtx *>(pstGen);
+    TELMYANG_LOCAL_DATA_S *pstLocal = stChain.pstGen->pstLocal;
     const uint32_t uiNodeType = QY_NODE_GetNodeType(pNode);
     if (uiNodeType != QY_NODE_TYPE_CONTAINER && uiNodeType != QY_NODE_TYPE_AUGMENT)
         return KORV_OK;
     TreeScan stScan = {};
-    stScan.stGen.pstLocal = pstChain->pstLocal;
+    stScan.stGen.pstLocal = pstLocal;
+    stScan.pBudget = stChain.pBudget;
     const uint32_t uiRet = QY_NODE_TreeScanAllNode(pNode, DupNodeCb, &stScan);
     KorvTreeNode *pstTop = stScan.stGen.pstRoot;
     if (uiRet != KORV_OK) {
-        KORV_LOG_ERROR(pstChain->pstLocal, "Fill Data From Yang Node(%s) return 0x%x!",
-                       korv::Shown(QY_NODE_GetNodeName(pNode)), uiRet);
-        (void)TELMYANG_FreeYangtreeAllNodes(pstChain->pstLocal, pstTop);
+        KORV_LOG_ERROR(pstLocal, "Fill Data From Yang Node(%s) return 0x%x!", Shown(QY_NODE_GetNodeName(pNode)), uiRet);
+        (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstTop);
         return KORV_FAIL;
     }
     if (pstTop != nullptr)
-        korv::AppendTopNode(pstChain, pstTop);
+        AppendTopNode(stChain.pstGen, pstTop);
     return KORV_OK;
+}
+
+uint32_t TELMYANG_GenerateKorvTreeNodes(QY_NODE *pNode, void *, void *pstGen)
+{
+    korv::TreeBudget budget;
+    return korv::GenerateTopTree(pNode, {static_cast<KorvTreeGenCtx *>(pstGen), &budget});
 }
 
 uint32_t TELEMYANG_GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *, const char *,
                                       TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod)
 {
-    KorvTreeGenCtx stGen = {};
-    stGen.pstLocal = pstLocal;
-    const uint32_t uiRet = QY_MOD_IterScanTopmostNode(pMod, TELMYANG_GenerateKorvTreeNodes, &stGen);
-    pstFile->pstOriginTree = stGen.pstRoot;
-    if (uiRet != KORV_OK) {
-        KORV_LOG_ERROR(pstLocal, "DupYangtree failed!");
-        return KORV_FAIL;
-    }
-    return KORV_OK;
+    korv::TreeBudget budget;
+    return GenerateOriginTree(pstLocal, pstFile, pMod, &budget);
 }
 
-uint32_t TELEMYANG_GenerateYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
-                                         const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod)
+uint32_t TELEMYANG_GenerateYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, const char *,
+                                         TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod)
 {
     if (pMod == nullptr) {
         KORV_LOG_ERROR(pstLocal, "inval parameter!");
         return KORV_FAIL;
     }
-    if (TELEMYANG_GenerateOriginTree(pstLocal, pcModuleName, pcRevision, pstFile, pMod) != KORV_OK) {
+    korv::TreeBudget budget;
+    if (GenerateOriginTree(pstLocal, pstFile, pMod, &budget) != KORV_OK) {
         KORV_LOG_ERROR(pstLocal, "GenerateOriginTree failed,pcModuleName(%s)!", pcModuleName);
         return KORV_FAIL;
     }
-    if (TELEMYANG_GenerateAugmentTree(pstLocal, pcModuleName, pcRevision, pstFile, pMod) != KORV_OK) {
+    if (korv::GenerateAugmentTrees(pstLocal, pstFile, pMod, &budget) != KORV_OK) {
         KORV_LOG_ERROR(pstLocal, "GenerateAugmentTree failed,pcModuleName(%s)!", pcModuleName);
         return KORV_FAIL;
     }

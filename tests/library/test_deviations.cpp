@@ -1,4 +1,6 @@
 /* Modules that are used together with a deviation module. */
+#include <filesystem>
+
 #include "korv_lib_yang/korv_lib_yang.h"
 #include "support/host.h"
 
@@ -111,6 +113,23 @@ TEST_F(Deviations, FileChoice)
         EXPECT_EQ(log.Has("can not find deviation for mod " + BASE), c.a && c.b) << c.what;
         YANGLIB_Uninitial(instance);
     }
+}
+
+TEST_F(Deviations, AreFoundInARelativeDirectoryAndBehindAFolderOfSuchAName)
+{
+    std::filesystem::create_directory(dir.Path() + "/" + FileName("-a.yin"));
+    AddDeviation(dir, FileName("-b"), "a");
+    const std::filesystem::path before = std::filesystem::current_path();
+    const std::filesystem::path path = dir.Path();
+    std::filesystem::current_path(path.parent_path());
+    TELMYANG_LOCAL_DATA_S *instance = YANGLIB_Initial(1, 0, nullptr, path.filename().c_str(), nullptr);
+    std::filesystem::current_path("/");
+    EXPECT_EQ(YANGLIB_LoadYangModule(instance, BASE.c_str(), nullptr), 0u);
+    const auto *file = TELMYANG_GetIfYangModuleExist(instance, instance->pstYangCtx, BASE.c_str(), nullptr);
+    EXPECT_EQ(instance->pstYangCtx->acSearchDir1, path.filename().string()) << "the record keeps what the host gave";
+    EXPECT_EQ(LeafOf(file->pstOriginTree, "a"), nullptr);
+    YANGLIB_Uninitial(instance);
+    std::filesystem::current_path(before);
 }
 
 TEST_F(Deviations, FailingDeviationModuleDoesNotFailTheLoad)

@@ -1,5 +1,6 @@
 /* The host services: bounded functions at their limits, files found in order, vectors that grow. */
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstring>
@@ -87,6 +88,35 @@ TEST_F(FindFiles, ReportsMatchesInNameOrderAndLeavesTheWorkingDirectory)
     EXPECT_NE(XUR_VFS_SetWorkPath((dir / "missing").c_str()), 0u);
     EXPECT_NE(XUR_VFS_SetWorkPath((dir / "m-a.yin").c_str()), 0u);
     EXPECT_EQ(Find("m-a.*"), (std::vector<std::string>{"m-a.yang", "m-a.yin"})) << "a refused path changes nothing";
+}
+
+TEST_F(FindFiles, ReportsRegularFilesAlone)
+{
+    std::filesystem::create_directory(dir / "m-0.yin");
+    std::filesystem::create_directory_symlink("m-0.yin", dir / "m-1.yin");
+    std::filesystem::create_symlink("m-2.yin", dir / "m-2.yin");
+    std::filesystem::create_symlink("nowhere", dir / "m-3.yin");
+    ASSERT_EQ(mkfifo((dir / "m-4.yin").c_str(), 0600), 0);
+    std::filesystem::create_symlink("other.yin", dir / "m-5.yin");
+    ASSERT_EQ(XUR_VFS_SetWorkPath(dir.c_str()), 0u);
+    EXPECT_EQ(Find("m-*.yin"), (std::vector<std::string>{"m-5.yin", "m-a.yin", "m-b.yin", "m-c.yin"}));
+}
+
+TEST_F(FindFiles, RelativeDirectoryStaysWhereItWasAskedFor)
+{
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(dir.parent_path());
+    const std::string name = dir.filename();
+    EXPECT_EQ(XUR_VFS_IsDirExist(name.c_str()), 1u);
+    std::filesystem::current_path("/");
+    EXPECT_EQ(XUR_VFS_IsDirExist(dir.c_str()), 1u);
+    EXPECT_EQ(XUR_VFS_SetWorkPath(name.c_str()), 0u);
+    EXPECT_EQ(Find("m-a.yin"), std::vector<std::string>{"m-a.yin"});
+    EXPECT_EQ(XUR_VFS_IsDirExist(name.c_str()), 0u) << "is asked for anew";
+    EXPECT_NE(XUR_VFS_SetWorkPath(name.c_str()), 0u);
+    EXPECT_NE(XUR_VFS_SetWorkPath(""), 0u);
+    EXPECT_EQ(XUR_VFS_SetWorkPath("usr"), 0u) << "never asked for: where the process works";
+    std::filesystem::current_path(before);
 }
 
 TEST(Vector, GrowsBeyondItsFirstCapacity)

@@ -107,8 +107,51 @@ TEST(ModuleFiles, AreRegularOnes)
     for (const char *name : {"folder", "pipe", "device"})
         EXPECT_EQ(schema.Failures(name),
                   std::string("cannot load module '") + name + "': '" + name + ".yin' is not a regular file\n");
+    std::filesystem::create_symlink("loop.yin", schema.Dir() + "/loop.yin");
+    EXPECT_EQ(schema.Failures("loop"),
+              "cannot load module 'loop': 'loop.yin' cannot be opened: Too many levels of symbolic links\n");
     EXPECT_EQ(schema.Failures("huge"), "cannot load module 'huge': 'huge.yin' is larger than 256 MiB\n");
     schema.Load("linked");
+}
+
+/* Somebody whom permissions bind, for as long as the object lives: they do not bind root. */
+class Unprivileged {
+  public:
+    Unprivileged() : changed_(::geteuid() == 0 && ::setresuid(NOBODY, NOBODY, 0) == 0) {}
+    ~Unprivileged() { EXPECT_TRUE(!changed_ || ::setresuid(0, 0, 0) == 0); }
+    Unprivileged(const Unprivileged &) = delete;
+    Unprivileged &operator=(const Unprivileged &) = delete;
+
+  private:
+    static constexpr uid_t NOBODY = 65534;
+    bool changed_;
+};
+
+TEST(ModuleFiles, InDirectoriesThatDoNotShowThem)
+{
+    Schema schema;
+    schema.File("plain.yin", Revised("plain", "2020-01-01"));
+    schema.File("dated@2020-01-01.yin", Revised("dated", "2020-01-01"));
+    std::filesystem::permissions(schema.Dir() + "/plain.yin", std::filesystem::perms(0644));
+    auto load = [&](const char *name, unsigned mode) {
+        std::filesystem::permissions(schema.Dir(), std::filesystem::perms(mode));
+        Unprivileged unprivileged;
+        return schema.Failures(name);
+    };
+    auto missing = [&](const std::string &name, const std::string &why) {
+        return "cannot load module '" + name + "': no file '" + name + ".yin' or '" + name + "@REVISION.yin' in '" +
+               schema.Dir() + "' (" + why + ": Permission denied)\n";
+    };
+    const unsigned enter = ::geteuid() == 0 ? 0711 : 0311;
+    const unsigned list = ::geteuid() == 0 ? 0744 : 0444;
+    EXPECT_EQ(load("dated", enter), missing("dated", "cannot be listed"));
+    EXPECT_EQ(load("plain", list), missing("plain", "cannot be entered"));
+    std::filesystem::permissions(schema.Dir(), std::filesystem::perms(enter));
+    {
+        Unprivileged unprivileged;
+        schema.Load("plain");
+    }
+    std::filesystem::permissions(schema.Dir(), std::filesystem::perms(0755));
 }
 
 TEST(Modules, ImportedOnesAreNotLoadedByName)

@@ -1,5 +1,6 @@
 /* Loads with every allocation failing in turn, and with files cut or changed at every byte. */
 #include <gtest/gtest.h>
+#include <korv_lib_yang.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -231,6 +232,70 @@ TEST(AllocationSweep, OtherCalls)
                   return context != nullptr ? 0u : 1u;
               }),
               0);
+}
+
+/* What a host sees of a tree, a line a node. */
+std::string TreeText(const KorvTreeNode *node, const std::string &indent = "")
+{
+    std::string text;
+    for (; node != nullptr; node = node->pstNextSibling) {
+        text += indent + node->pcName + " " + std::to_string(node->uiClassId) + " key " +
+                std::to_string(node->aucSelfNodeKey[0]);
+        for (uint32_t i = 0; node->pstLeafList != nullptr && i < VEC_VectorCount(node->pstLeafList); ++i) {
+            const auto *leaf = static_cast<const KorvTreeLeaf *>(node->pstLeafList->ppvItem[i]);
+            text += std::string(" ") + leaf->pcName + "=" + std::to_string(leaf->uiFieldId);
+        }
+        text += "\n" + TreeText(node->pstFirstChild, indent + " ");
+    }
+    return text;
+}
+
+/* A load of the library while memory is missing in the schema layer: a class whose statements are copied half-way must not
+ * look like a whole one afterwards. */
+TEST(AllocationSweep, LeafrefClassHasTheSameTreeAfterAFailure)
+{
+    Schema schema;
+    std::string extensions;
+    for (const char *name : {"class-id", "field-id", "class-type"})
+        extensions += std::string("<extension name=\"") + name + "\"><argument name=\"value\"/></extension>";
+    schema.Module("quelvo-mim-extensions", extensions);
+    auto leaf = [](const std::string &name, const std::string &type) {
+        return "<leaf name=\"" + name + "\">" + type + "</leaf>";
+    };
+    auto leafref = [&](const std::string &name) {
+        return leaf(name, "<type name=\"leafref\"><path value=\"../set/" + name + "\"/></type>");
+    };
+    auto target = [&](const std::string &name, const std::string &id) {
+        return leaf(name, "<quelvo-mim-extensions:field-id value=\"" + id + "\"/><type name=\"string\"/>");
+    };
+    schema.Module("m",
+                  "<container name=\"top\"><list name=\"l\"><quelvo-mim-extensions:class-type value=\"leafref\"/>"
+                  "<key value=\"a\"/>" +
+                      leafref("a") + leafref("b") + leafref("c") +
+                      "<container name=\"set\"><quelvo-mim-extensions:class-id value=\"9\"/>" + target("a", "1") +
+                      target("b", "2") + target("c", "3") + "</container></list></container>",
+                  "quelvo-mim-extensions");
+    const std::string expected = "top 0 key 0\n l 9 key 1 a=1 b=2 c=3\n  set 9 key 1 a=1 b=2 c=3\n";
+    long swept = 0;
+    for (bool all : {false, true}) {
+        bool met = true;
+        for (long allowed = 0; met; ++allowed) {
+            TELMYANG_LOCAL_DATA_S *instance = YANGLIB_Initial(0, 0, nullptr, schema.Dir().c_str(), nullptr);
+            ASSERT_NE(instance, nullptr);
+            g_allFail = all;
+            g_allocationsLeft = allowed;
+            (void)YANGLIB_LoadYangModule(instance, "m", nullptr);
+            met = g_allocationsLeft <= 0;
+            g_allocationsLeft = -1;
+            EXPECT_EQ(YANGLIB_LoadYangModule(instance, "m", nullptr), 0u);
+            const auto *file = TELMYANG_GetIfYangModuleExist(instance, instance->pstYangCtx, "m", nullptr);
+            EXPECT_EQ(TreeText(file != nullptr ? file->pstOriginTree : nullptr), expected) << "allocation " << allowed;
+            YANGLIB_Uninitial(instance);
+            ++swept;
+            ASSERT_LT(allowed, 100000);
+        }
+    }
+    EXPECT_GT(swept, 100);
 }
 
 TEST(Rounds, LeaveNothingBehind)
