@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <set>
 #include <tuple>
 
@@ -43,6 +44,7 @@ release. Errors give exit status 1; a warning keeps nothing from being loaded.
   long-path                a path of more than 256 characters: cut in dumps, no lookup
   long-name                a name of more than 64 characters: no lookup
   many-augments            18 augments or more; more than 20 cannot be loaded
+  unlisted-directory       a directory in which deviation files cannot be seen
   library-message          the library says something else while it loads the module
 
 Examples:
@@ -121,6 +123,7 @@ class Checker {
             LoadOrFail(&instance, request_, load);
         const LoadReport report = instance.Load(key);
         std::vector<Finding> findings = LoadFindings(instance, key, report);
+        AddUnlistedDirs(key, &findings);
         if (!report.loaded)
             return findings;
         const StatementFinder finder(key.name, instance.Revision(key.name), &files_);
@@ -161,6 +164,22 @@ class Checker {
         return findings;
     }
 
+    /* Each directory once. */
+    void AddUnlistedDirs(const ModuleKey &key, std::vector<Finding> *findings)
+    {
+        for (const std::string &dir : request_.dirs.dirs) {
+            std::error_code error;
+            const std::filesystem::directory_iterator listing(dir, error);
+            if (error && reported_.insert(dir).second)
+                findings->push_back({"unlisted-directory",
+                                     false,
+                                     key.name,
+                                     {"", 0, 0,
+                                      "directory '" + dir + "' cannot be listed (" + error.message() +
+                                          "): deviation files and files of other revisions in it are not seen"}});
+        }
+    }
+
     void AddClassesWithoutTree(const Instance &instance, const ModuleKey &key, const StatementFinder &finder,
                                std::vector<Finding> *findings)
     {
@@ -197,7 +216,7 @@ class Checker {
     bool all_; /* every module of the directories */
     YinFiles files_;
     ClassUses uses_;
-    std::set<std::string> reported_; /* causes of failed loads: a file that many modules import is at fault once */
+    std::set<std::string> reported_; /* causes of failed loads, and directories: what many modules meet is told once */
 };
 
 class CheckCommand final : public Command {

@@ -1,11 +1,14 @@
 /* check: every finding, the statement that it points at, and what it costs. */
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
+#include <filesystem>
 #include <fstream>
 
 #include "inspect/run_inspect.h"
 #include "support/models.h"
+#include "support/unprivileged.h"
 
 using namespace test;
 
@@ -376,6 +379,30 @@ TEST_F(InspectCheck, LeafrefsThatLeadNowhere)
     EXPECT_NE(
         LineWith(Run({"far"}).out, "'l65' of class 'c' leads through more than 64 leafrefs: it needs a datatype-id"),
         "");
+}
+
+TEST_F(InspectCheck, DirectoriesThatHideDeviations)
+{
+    dir.Add("quelvo-bras-user-manage", Container("users", ""));
+    dir.AddFile("quelvo-bras-user-manage-deviations-edge.yin", "");
+    std::filesystem::permissions(dir.Path(), std::filesystem::perms(EnterOnly()));
+    Result result;
+    bool canRun = false;
+    {
+        const Unprivileged unprivileged;
+        canRun = access(KORV_BINARY_DIR "/bin/korv-inspect", X_OK) == 0;
+    }
+    if (canRun) {
+        const Unprivileged unprivileged;
+        result = Run({"quelvo-bras-user-manage"});
+    }
+    std::filesystem::permissions(dir.Path(), std::filesystem::perms(0755));
+    if (!canRun)
+        GTEST_SKIP() << "nobody but root can run the program here";
+    EXPECT_EQ(result.out,
+              "quelvo-bras-user-manage: warning: directory '" + dir.Path() +
+                  "' cannot be listed (Permission denied): deviation files and files of other revisions in it "
+                  "are not seen [unlisted-directory]\n1 module checked: no errors, 1 warning\n");
 }
 
 TEST_F(InspectCheck, DeviationsThatDoNotApplyAreAnErrorThoughTheModuleIsLoaded)

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "schema.h"
+#include "support/unprivileged.h"
 
 namespace {
 
@@ -114,19 +115,6 @@ TEST(ModuleFiles, AreRegularOnes)
     schema.Load("linked");
 }
 
-/* Somebody whom permissions bind, for as long as the object lives: they do not bind root. */
-class Unprivileged {
-  public:
-    Unprivileged() : changed_(::geteuid() == 0 && ::setresuid(NOBODY, NOBODY, 0) == 0) {}
-    ~Unprivileged() { EXPECT_TRUE(!changed_ || ::setresuid(0, 0, 0) == 0); }
-    Unprivileged(const Unprivileged &) = delete;
-    Unprivileged &operator=(const Unprivileged &) = delete;
-
-  private:
-    static constexpr uid_t NOBODY = 65534;
-    bool changed_;
-};
-
 TEST(ModuleFiles, InDirectoriesThatDoNotShowThem)
 {
     Schema schema;
@@ -135,20 +123,18 @@ TEST(ModuleFiles, InDirectoriesThatDoNotShowThem)
     std::filesystem::permissions(schema.Dir() + "/plain.yin", std::filesystem::perms(0644));
     auto load = [&](const char *name, unsigned mode) {
         std::filesystem::permissions(schema.Dir(), std::filesystem::perms(mode));
-        Unprivileged unprivileged;
+        test::Unprivileged unprivileged;
         return schema.Failures(name);
     };
     auto missing = [&](const std::string &name, const std::string &why) {
         return "cannot load module '" + name + "': no file '" + name + ".yin' or '" + name + "@REVISION.yin' in '" +
                schema.Dir() + "' (" + why + ": Permission denied)\n";
     };
-    const unsigned enter = ::geteuid() == 0 ? 0711 : 0311;
-    const unsigned list = ::geteuid() == 0 ? 0744 : 0444;
-    EXPECT_EQ(load("dated", enter), missing("dated", "cannot be listed"));
-    EXPECT_EQ(load("plain", list), missing("plain", "cannot be entered"));
-    std::filesystem::permissions(schema.Dir(), std::filesystem::perms(enter));
+    EXPECT_EQ(load("dated", test::EnterOnly()), missing("dated", "cannot be listed"));
+    EXPECT_EQ(load("plain", test::ListOnly()), missing("plain", "cannot be entered"));
+    std::filesystem::permissions(schema.Dir(), std::filesystem::perms(test::EnterOnly()));
     {
-        Unprivileged unprivileged;
+        test::Unprivileged unprivileged;
         schema.Load("plain");
     }
     std::filesystem::permissions(schema.Dir(), std::filesystem::perms(0755));
