@@ -12,6 +12,7 @@ enum class Operation {
     Load,    /* of a module with its schema */
     OwnLoad, /* of a module whose schema is loaded */
     Lookup,
+    AugmentLookup,
 };
 
 /* What the operation's own call executes; nothing without valgrind. */

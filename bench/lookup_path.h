@@ -1,4 +1,4 @@
-/* The node that the lookup row asks for. */
+/* The nodes that the lookup rows ask for. */
 #ifndef KORV_BENCH_LOOKUP_PATH_H
 #define KORV_BENCH_LOOKUP_PATH_H
 
@@ -36,6 +36,38 @@ struct LookupPath {
     std::vector<std::string> names;
     std::string plain;
     std::string qualified;
+};
+
+/* A path of as many components: a node that AUGMENT adds to the last node but one of that path. */
+struct AugmentPath {
+    static constexpr char AUGMENT[] = "bench-nest-augment";
+
+    AugmentPath() : names(NestPath(LookupPath::LEVELS - 1))
+    {
+        for (const std::string &name : names) {
+            plain += "/" + name;
+            target += "/b:" + name;
+        }
+        names.push_back("added");
+        plain += "/added";
+        qualified = target.substr(1) + "/x:added";
+    }
+
+    YangXpathLookup Of(TELMYANG_LOCAL_DATA_S *local) const
+    {
+        return {local,
+                AUGMENT,
+                nullptr,
+                plain.c_str(),
+                qualified.c_str(),
+                static_cast<uint32_t>(plain.size()),
+                static_cast<uint32_t>(qualified.size())};
+    }
+
+    std::vector<std::string> names;
+    std::string plain;
+    std::string qualified;
+    std::string target; /* of the augment */
 };
 
 } // namespace bench

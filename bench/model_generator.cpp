@@ -121,6 +121,38 @@ std::string NestModule(const std::string &name, uint32_t levels)
     return text + "</module>\n";
 }
 
+std::string AugmentModule(const std::string &name, const std::string &module, const std::string &target)
+{
+    return R"(<module name=")" + name + R"(" xmlns="urn:ietf:params:xml:ns:yang:yin:1" xmlns:x="urn:)" + name +
+           R"(" xmlns:b="urn:)" + module + R"(">
+  <namespace uri="urn:)" +
+           name + R"("/>
+  <prefix value="x"/>
+  <import module=")" +
+           module + R"(">
+    <prefix value="b"/>
+  </import>
+  <augment target-node=")" +
+           target + R"(">
+    <container name="added"/>
+  </augment>
+</module>
+)";
+}
+
+std::string FlatModule(const std::string &name, uint32_t leaves)
+{
+    std::string text = Head(name) + R"(  <typedef name="percent">
+    <type name="uint16"/>
+  </typedef>
+  <container name="top">
+)";
+    AddStatement(&text, "    ", "class-id", "1");
+    for (uint32_t i = 0; i < leaves; ++i)
+        AddLeaf(&text, i);
+    return text + "  </container>\n</module>\n";
+}
+
 std::vector<std::string> NestPath(uint32_t levels)
 {
     return std::vector<std::string>(levels, std::string(SECTIONS[SECTION_ON]));

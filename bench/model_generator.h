@@ -26,6 +26,10 @@ std::string DeepModule(const std::string &name, uint32_t chains, uint32_t levels
 
 /* Containers nested that deep, of which each level has eight; the fifth one goes on. */
 std::string NestModule(const std::string &name, uint32_t levels);
+/* A module that adds the container "added" to that node of the module. */
+std::string AugmentModule(const std::string &name, const std::string &module, const std::string &target);
+/* One container with that many leaves, each an attribute. */
+std::string FlatModule(const std::string &name, uint32_t leaves);
 /* The names on the way down. */
 std::vector<std::string> NestPath(uint32_t levels);
 

@@ -36,9 +36,10 @@ void Bare(benchmark::State &state, const Instance &instance)
     }
 }
 
+template <typename Path>
 void Lookup(benchmark::State &state, const Instance &instance)
 {
-    const LookupPath path;
+    const Path path;
     const YangXpathLookup lookup = path.Of(instance.Local());
     for (auto _ : state)
         benchmark::DoNotOptimize(TELMYANG_KorvFindTreeNodeByXpath(&lookup));
@@ -49,19 +50,31 @@ void Lookup(benchmark::State &state, const Instance &instance)
 Rows LookupRows(Runner &runner, const ModelFiles &files)
 {
     const LookupPath path;
+    const AugmentPath augmentPath;
     (void)files.Add(LookupPath::MODULE, NestModule(LookupPath::MODULE, LookupPath::LEVELS));
+    (void)files.Add(AugmentPath::AUGMENT, AugmentModule(AugmentPath::AUGMENT, LookupPath::MODULE, augmentPath.target));
     const Instance instance(files.Dir());
     instance.Load(LookupPath::MODULE);
+    instance.Load(AugmentPath::AUGMENT);
     const YangXpathLookup lookup = path.Of(instance.Local());
-    if (TELMYANG_KorvFindTreeNodeByXpath(&lookup) != BareWalk(instance.Tree(LookupPath::MODULE), path.names))
+    const YangXpathLookup augment = augmentPath.Of(instance.Local());
+    if (TELMYANG_KorvFindTreeNodeByXpath(&lookup) != BareWalk(instance.Tree(LookupPath::MODULE), path.names) ||
+        TELMYANG_KorvFindTreeNodeByXpath(&augment) == nullptr)
         Fail("lookup and walk differ");
-    runner.Add("lookup", [&](benchmark::State &state) { Lookup(state, instance); });
+    runner.Add("lookup", [&](benchmark::State &state) { Lookup<LookupPath>(state, instance); });
+    runner.Add("lookup_augment", [&](benchmark::State &state) { Lookup<AugmentPath>(state, instance); });
     runner.Add("lookup_bare", [&](benchmark::State &state) { Bare(state, instance); });
     runner.Run();
-    Counts counts = CountsOf([&] { (void)TELMYANG_KorvFindTreeNodeByXpath(&lookup); });
-    counts.instructions = InstructionsOf(Operation::Lookup, files.Dir(), LookupPath::MODULE);
+    const auto countsOf = [&](const YangXpathLookup &what, Operation operation, const char *module) {
+        Counts counts = CountsOf([&] { (void)TELMYANG_KorvFindTreeNodeByXpath(&what); });
+        counts.instructions = InstructionsOf(operation, files.Dir(), module);
+        return counts;
+    };
     return {{"lookup of a path of " + std::to_string(LookupPath::LEVELS) + " components",
-             "bare walk with string compares, two blocks", runner.Ratio("lookup", "lookup_bare"), 1.5, counts}};
+             "bare walk with string compares, two blocks", runner.Ratio("lookup", "lookup_bare"), 1.5,
+             countsOf(lookup, Operation::Lookup, LookupPath::MODULE)},
+            {"lookup of as many components in an augment", "the lookup above", runner.Ratio("lookup_augment", "lookup"),
+             2.0, countsOf(augment, Operation::AugmentLookup, AugmentPath::AUGMENT)}};
 }
 
 } // namespace bench

@@ -24,7 +24,8 @@
  *  - All memory comes from ZOR_Malloc_F with the host's memory module id and goes back through ZOR_Free_F.
  *  - One instance is driven by one thread at a time; the library takes no locks and creates no threads. Different
  *    instances may be driven by different threads, as far as the layers below allow it (korv_platform.h). Hooks and
- *    callbacks run on the calling thread and must not load or unload modules. YANGLIB_Initial and YANGLIB_Uninitial
+ *    callbacks run on the calling thread. They let no exception out, may ask (lookups, travel, dumps, small questions), and
+ *    must not load or unload modules or change directories on the same instance. YANGLIB_Initial and YANGLIB_Uninitial
  *    write g_pstKORVLibYangLocalData: call them from one thread.
  *  - No C++ exception leaves a function.
  *
@@ -202,9 +203,9 @@ KORV_LAYOUT(offsetof(KorvTreeNode, pstCaseLeafList) == 92);
 
 /** One augment of a module. */
 typedef struct {
-    QY_NODE *pAugNode;           /**< the augment itself; borrowed */
+    QY_NODE *pAugNode;           /**< the augment itself, or null once it is gone; borrowed */
     QY_NODE *pTargetParentRoot;  /**< topmost node above the target while the module is being loaded, else null */
-    QY_NODE *pFirstChild;        /**< first child of pAugNode; borrowed */
+    QY_NODE *pFirstChild;        /**< first child of pAugNode, or null once it is gone; borrowed */
     KorvTreeNode *pstTargetTree; /**< the tree that the augment extends, from its top down; may be null; owned */
     KorvTreeNode *pstSelfTree;   /**< the augment's own nodes; may be null; owned */
     uint32_t uiSelfTreeDone;     /**< 1 once the self tree is built, while the load goes on */
@@ -231,11 +232,14 @@ typedef struct TELMYANG_YANG_FILE_INFO_S {
     TELMYANG_AUGMENT_INFO_S astAugment[KORV_AUGMENT_NUM]; /**< in statement order */
     uint8_t ucInUse;                                      /**< 1 */
     uint8_t ucAugmentNum;                                 /**< used entries of astAugment */
+    uint8_t ucBorrows;       /**< the library's: schema nodes in the trees that another module's unload may take away */
+    uint8_t ucBorrowsBehind; /**< the library's: ucBorrows is set here or in a later record */
 } TELMYANG_YANG_FILE_INFO_S;
 
 KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, pstOriginTree) == 40);
 KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, astAugment) == 48);
 KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, ucInUse) == 6128);
+KORV_LAYOUT(offsetof(TELMYANG_YANG_FILE_INFO_S, ucBorrows) == 6130);
 KORV_LAYOUT(sizeof(TELMYANG_YANG_FILE_INFO_S) == 6132);
 
 #pragma pack(pop)

@@ -178,13 +178,15 @@ KORV_PLATFORM_API uint32_t QY_CTX_LoadModule(QY_CTX *pCtx, const char *pcModuleN
 KORV_PLATFORM_API QY_MOD *QY_CTX_GetModuleByModName(QY_CTX *pCtx, const char *pcModuleName);
 
 /** Takes the module's name out of the context; its nodes are released as soon as no loaded module needs them. A node
- * whose private slot is set goes through the private-data free function first. 0 = unloaded; nonzero when no module
- * was loaded under that name. */
+ * whose private slot is set goes through the private-data free function first; that function may ask for type, module,
+ * children and slot of other nodes that have not been through it, and set their slots. 0 = unloaded; nonzero when no
+ * module was loaded under that name. */
 KORV_PLATFORM_API uint32_t QY_CTX_UnloadModule(QY_CTX *pCtx, const char *pcModuleName);
 
-/** Reports each failure that the latest load call recorded: module name, file, line, text, column. Any of the texts may
- * be null and line and column 0 when they are not known; the text begins with "file:line:column: " when they are. The
- * texts live until the next load call. */
+/** Reports each failure that the latest load call recorded: module name, file, line, text, column. The library says
+ * nothing of a failure without name or text, so both are there, also when memory ran out (the name of the module that
+ * was to be loaded, which may be empty). The file may be null and line and column 0 when they are not known; the text begins
+ * with "file:line:column: " when they are. The texts live until the next load call. */
 KORV_PLATFORM_API uint32_t QY_CTX_ScanAllSchemaLoadFail(QY_CTX *pCtx, QY_LOADFAIL_SCAN_PF pfnCb, void *pvCookie);
 
 /** @} */

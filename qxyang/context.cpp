@@ -1,12 +1,13 @@
 #include "context.h"
 
+#include <iterator>
 #include <string>
 
 using namespace qxyang;
 
 QY_CTX::~QY_CTX()
 {
-    ReleaseFrom(0);
+    ReleaseAfter(nullptr);
 }
 
 const char *QY_CTX::KeepName(std::string_view name)
@@ -31,10 +32,8 @@ const ExtensionName *QY_CTX::KeepExtension(std::string_view module, std::string_
 
 QY_MOD *QY_CTX::ModuleByName(std::string_view name) const
 {
-    for (const auto &module : modules)
-        if (module->byName && name == module->name)
-            return module.get();
-    return nullptr;
+    const PooledName *known = names_.Find(name);
+    return known != nullptr ? known->loaded : nullptr;
 }
 
 QY_MOD *QY_CTX::ModuleOfRevision(std::string_view name, std::string_view revision) const
@@ -57,64 +56,85 @@ QY_MOD *QY_CTX::PreferredModule(std::string_view name) const
     return nullptr;
 }
 
-bool QY_CTX::ReleaseUnneeded()
+void QY_CTX::Promote(QY_MOD *module) noexcept
 {
+    module->byName = true;
+    names_.Find(module->name)->loaded = module;
+    ++featureEpoch;
+}
+
+namespace {
+
+/* Marks the module as dying when nothing needs it, and what it imports when nothing else needs that, and so on: a chain of
+ * modules from the first one on, linked by nextDying. */
+QY_MOD *MarkUnneeded(QY_MOD *module)
+{
+    if (module->byName || module->importers != 0)
+        return nullptr;
+    module->dying = true;
+    QY_MOD *last = module;
+    for (QY_MOD *dying = module; dying != nullptr; dying = dying->nextDying) {
+        for (QY_MOD *import : dying->imports) {
+            if (--import->importers != 0 || import->byName)
+                continue;
+            import->dying = true;
+            last->nextDying = import;
+            last = import;
+        }
+    }
+    return module;
+}
+
+void UnmarkAll(QY_MOD *first)
+{
+    while (first != nullptr) {
+        QY_MOD *next = first->nextDying;
+        first->dying = false;
+        first->nextDying = nullptr;
+        for (QY_MOD *import : first->imports)
+            ++import->importers;
+        first = next;
+    }
+}
+
+} // namespace
+
+bool QY_CTX::Unload(QY_MOD *module) noexcept
+{
+    module->byName = false;
+    QY_MOD *first = MarkUnneeded(module);
+    PooledName *name = names_.Find(module->name);
     try {
-        MarkUnneeded();
-        ReleaseDying(deviations.PrepareRemoval(modules));
+        DeviationLog::Removal removal = deviations.PrepareRemoval(first);
+        name->loaded = nullptr;
+        ReleaseDying(first, std::move(removal));
         return true;
     } catch (const std::bad_alloc &) {
-        for (const auto &module : modules)
-            module->dying = false;
+        UnmarkAll(first);
+        module->byName = true;
         return false;
     }
 }
 
-/* Marks the modules that no module loaded by name imports, nor one that it imports, and so on. */
-void QY_CTX::MarkUnneeded()
+QY_MOD &QY_CTX::Add(std::unique_ptr<QY_MOD> module)
 {
-    std::vector<QY_MOD *> needed;
-    needed.reserve(modules.size());
-    for (const auto &module : modules) {
-        module->dying = !module->byName;
-        if (module->byName)
-            needed.push_back(module.get());
+    modules.push_back(std::move(module));
+    QY_MOD &added = *modules.back();
+    added.place = std::prev(modules.end());
+    return added;
+}
+
+void QY_CTX::ReleaseAfter(QY_MOD *last) noexcept
+{
+    QY_MOD *first = nullptr;
+    for (auto module = modules.rbegin(); module != modules.rend() && module->get() != last; ++module) {
+        (*module)->dying = true;
+        (*module)->nextDying = first;
+        first = module->get();
+        for (QY_MOD *import : first->imports)
+            --import->importers;
     }
-    for (size_t i = 0; i < needed.size(); ++i) {
-        for (QY_MOD *import : needed[i]->imports) {
-            if (import->dying)
-                needed.push_back(import);
-            import->dying = false;
-        }
-    }
-}
-
-void QY_CTX::ReleaseFrom(size_t first) noexcept
-{
-    for (size_t i = first; i < modules.size(); ++i)
-        modules[i]->dying = true;
-    ReleaseDying(deviations.PrepareRemoval(modules));
-}
-
-void QY_CTX::ReleaseDying(DeviationLog::Removal &&removal) noexcept
-{
-    for (auto module = modules.rbegin(); module != modules.rend(); ++module)
-        if ((*module)->dying)
-            FreePrivateData(**module);
-    deviations.Remove(modules, removal);
-    WithdrawAugments();
-    std::erase_if(modules, [](const auto &module) { return module->dying; });
-    ++featureEpoch;
-}
-
-void QY_CTX::FreePrivateData(QY_MOD &module) noexcept
-{
-    if (freePrivate == nullptr)
-        return;
-    module.nodes.ForEach([this](QY_NODE *node) {
-        if (node->priv != nullptr)
-            freePrivate(this, node, node->priv);
-    });
+    ReleaseDying(first, deviations.PrepareRemoval(first));
 }
 
 namespace {
@@ -135,19 +155,14 @@ void UnlinkDying(QY_NODE *parent)
     parent->last = last;
 }
 
-} // namespace
-
 /* Takes the dying modules' nodes out of the targets that stay. Each target is looked through once. */
-void QY_CTX::WithdrawAugments() noexcept
+void WithdrawAugments(QY_MOD *first)
 {
-    auto forEachTarget = [this](auto &&visit) {
-        for (const auto &module : modules) {
-            if (!module->dying)
-                continue;
+    auto forEachTarget = [first](auto &&visit) {
+        for (QY_MOD *module = first; module != nullptr; module = module->nextDying)
             for (QY_NODE *augment : module->augments)
                 if (augment->parent != nullptr && !augment->parent->module->dying)
                     visit(augment->parent);
-        }
     };
     forEachTarget([](QY_NODE *target) {
         if ((target->flags & NODE_SWEPT) == 0)
@@ -155,4 +170,30 @@ void QY_CTX::WithdrawAugments() noexcept
         target->flags |= NODE_SWEPT;
     });
     forEachTarget([](QY_NODE *target) { target->flags &= static_cast<uint16_t>(~NODE_SWEPT); });
+}
+
+} // namespace
+
+void QY_CTX::ReleaseDying(QY_MOD *first, DeviationLog::Removal &&removal) noexcept
+{
+    for (QY_MOD *module = first; module != nullptr; module = module->nextDying)
+        FreePrivateData(*module);
+    deviations.Remove(first, removal);
+    WithdrawAugments(first);
+    while (first != nullptr) {
+        QY_MOD *next = first->nextDying;
+        modules.erase(first->place);
+        first = next;
+    }
+    ++featureEpoch;
+}
+
+void QY_CTX::FreePrivateData(QY_MOD &module) noexcept
+{
+    if (freePrivate == nullptr)
+        return;
+    module.nodes.ForEach([this](QY_NODE *node) {
+        if (node->priv != nullptr)
+            freePrivate(this, node, node->priv);
+    });
 }

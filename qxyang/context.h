@@ -3,6 +3,7 @@
 
 #include <korv_platform.h>
 
+#include <list>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,7 @@ namespace qxyang {
 
 struct PooledName {
     const char *name;
+    QY_MOD *loaded = nullptr; /* the module loaded under that name */
 };
 
 } // namespace qxyang
@@ -41,13 +43,23 @@ struct QY_CTX {
     /* The module that an import without a revision gets, or null when none was asked for so far. */
     QY_MOD *PreferredModule(std::string_view name) const;
 
-    /* Releases the modules that no module loaded by name needs. False: no memory, and everything is as it was. */
-    bool ReleaseUnneeded();
+    /* Makes the module one that is loaded by name. */
+    void Promote(QY_MOD *module) noexcept;
 
-    /* Releases the modules from that index on: the ones that a failed load added. */
-    void ReleaseFrom(size_t first) noexcept;
+    /* Takes a module's name away, and releases it with what only it needed as soon as no module loaded by name needs it.
+     * False: no memory, and everything is as it was. */
+    bool Unload(QY_MOD *module) noexcept;
 
-    std::vector<std::unique_ptr<QY_MOD>> modules; /* in the order in which their loads began */
+    /* Adds an empty module behind the others. */
+    QY_MOD &Add(std::unique_ptr<QY_MOD> module);
+
+    /* The module that was added last, or null. */
+    QY_MOD *Latest() const { return modules.empty() ? nullptr : modules.back().get(); }
+
+    /* Releases the modules that were added after that one (null: all): those of a failed load. */
+    void ReleaseAfter(QY_MOD *last) noexcept;
+
+    std::list<std::unique_ptr<QY_MOD>> modules; /* in the order in which their loads began */
     qxyang::SearchPath path;
     qxyang::Failures failures;
     qxyang::DeviationLog deviations;
@@ -55,10 +67,8 @@ struct QY_CTX {
     uint64_t featureEpoch = 1; /* grows when the value of a feature may have changed */
 
   private:
-    void MarkUnneeded();
-    void ReleaseDying(qxyang::DeviationLog::Removal &&removal) noexcept;
+    void ReleaseDying(QY_MOD *first, qxyang::DeviationLog::Removal &&removal) noexcept;
     void FreePrivateData(QY_MOD &module) noexcept;
-    void WithdrawAugments() noexcept;
 
     qxyang::Arena pool_;
     qxyang::NameTable<qxyang::PooledName> names_;

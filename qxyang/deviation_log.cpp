@@ -163,12 +163,10 @@ void DeviationLog::Show(QY_NODE *node, const Deviated &deviated)
     node->target = change != nullptr ? change->target : deviated.target;
 }
 
-DeviationLog::Removal DeviationLog::PrepareRemoval(const std::vector<std::unique_ptr<QY_MOD>> &modules)
+DeviationLog::Removal DeviationLog::PrepareRemoval(QY_MOD *first)
 {
     Removal removal;
-    for (const auto &module : modules) {
-        if (!module->dying)
-            continue;
+    for (QY_MOD *module = first; module != nullptr; module = module->nextDying) {
         for (QY_NODE *node : module->deviated) {
             auto entry = nodes_.find(node);
             if (entry == nodes_.end())
@@ -195,13 +193,11 @@ DeviationLog::Removal DeviationLog::PrepareRemoval(const std::vector<std::unique
     return removal;
 }
 
-void DeviationLog::Remove(const std::vector<std::unique_ptr<QY_MOD>> &modules, Removal &removal) noexcept
+void DeviationLog::Remove(QY_MOD *first, Removal &removal) noexcept
 {
     for (auto &[change, result] : removal.results_)
         change->result.swap(result);
-    for (const auto &module : modules) {
-        if (!module->dying)
-            continue;
+    for (QY_MOD *module = first; module != nullptr; module = module->nextDying) {
         for (QY_NODE *node : module->deviated) {
             auto entry = nodes_.find(node);
             if (entry == nodes_.end())

@@ -44,14 +44,14 @@ class DeviationLog {
     /* The first of the modules that leave the node out, or null. */
     const QY_MOD *RemoverOf(QY_NODE *node) const;
 
-    /* Takes back what modules that are dying changed. The first step may run out of memory, with nothing changed; it
+    /* Takes back what the dying modules, the first one and those linked to it, changed. The first step may run out of memory, with nothing changed; it
      * needs none when the dying modules are those that deviated last. The second one cannot fail. */
     class Removal {
         friend class DeviationLog;
         std::vector<std::pair<Deviation *, OwnedSet>> results_;
     };
-    Removal PrepareRemoval(const std::vector<std::unique_ptr<QY_MOD>> &modules);
-    void Remove(const std::vector<std::unique_ptr<QY_MOD>> &modules, Removal &removal) noexcept;
+    Removal PrepareRemoval(QY_MOD *first);
+    void Remove(QY_MOD *first, Removal &removal) noexcept;
 
   private:
     struct Deviated {

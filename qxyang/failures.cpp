@@ -4,6 +4,14 @@
 
 namespace qxyang {
 
+void Failures::Begin(std::string_view module) noexcept
+{
+    failures_.clear();
+    count_ = 0;
+    outOfMemory_ = false;
+    wanted_[module.copy(wanted_.data(), wanted_.size() - 1)] = '\0';
+}
+
 void Failures::Add(Source &source, uint32_t offset, std::string_view sentence)
 {
     ++count_;
@@ -41,12 +49,12 @@ uint32_t Failures::Scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const
 {
     auto orNull = [](const std::string &text) { return text.empty() ? nullptr : text.c_str(); };
     for (const Failure &failure : failures_) {
-        uint32_t result = callback(orNull(failure.module), orNull(failure.file), failure.line, failure.text.c_str(),
+        uint32_t result = callback(failure.module.c_str(), orNull(failure.file), failure.line, failure.text.c_str(),
                                    failure.column, cookie);
         if (result != 0)
             return result;
     }
-    return outOfMemory_ ? callback(nullptr, nullptr, 0, "out of memory", 0, cookie) : 0;
+    return outOfMemory_ ? callback(wanted_.data(), nullptr, 0, "out of memory", 0, cookie) : 0;
 }
 
 } // namespace qxyang

@@ -3,6 +3,7 @@
 
 #include <korv_platform.h>
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -25,19 +26,15 @@ struct Failure {
 /* Records failures up to a limit, each once; what comes after it only counts. */
 class Failures {
   public:
-    void Clear()
-    {
-        failures_.clear();
-        count_ = 0;
-        outOfMemory_ = false;
-    }
+    /* Forgets what was recorded: the load of that module begins. */
+    void Begin(std::string_view module) noexcept;
 
     void Add(Source &source, uint32_t offset, std::string_view sentence);
 
     /* A failure that no place in a file explains. */
     void Add(std::string_view module, std::string_view sentence);
 
-    /* Memory ran out: needs none itself. */
+    /* Memory ran out in the load that has begun: needs none itself. */
     void AddOutOfMemory() noexcept { outOfMemory_ = true; }
 
     /* A point in time, to learn later whether something failed since. */
@@ -60,6 +57,7 @@ class Failures {
   private:
     void Record(Failure failure);
 
+    std::array<char, 256> wanted_{}; /* name of the module being loaded, cut where it does not fit */
     std::vector<Failure> failures_;
     size_t count_ = 0;
     bool outOfMemory_ = false;

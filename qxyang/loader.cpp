@@ -149,8 +149,7 @@ bool Loader::Read(std::string_view name, std::string_view revision, std::string 
         }
         module->revision = own.revision;
         module->preferred = revision.empty();
-        context_.modules.push_back(std::move(module));
-        OpenModule(*context_.modules.back(), own, std::move(key));
+        OpenModule(context_.Add(std::move(module)), own, std::move(key));
         return true;
     }
     outcome.why =
@@ -324,8 +323,10 @@ void Loader::Import(Running &running, const Outcome &outcome)
                              "cannot import module " + Quoted(statement->argument) + ": " + outcome.why);
     Bind(unit, FindChild(statement, Kw::Prefix), outcome.module);
     auto &imports = running.module->imports;
-    if (std::find(imports.begin(), imports.end(), outcome.module) == imports.end())
-        imports.push_back(outcome.module);
+    if (std::find(imports.begin(), imports.end(), outcome.module) != imports.end())
+        return;
+    imports.push_back(outcome.module);
+    ++outcome.module->importers;
 }
 
 void Loader::FailInclude(const OpenFile &file, std::string_view why)

@@ -4,6 +4,7 @@
 #include <korv_platform.h>
 
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <string_view>
 #include <unordered_map>
@@ -313,6 +314,10 @@ struct QY_MOD {
     bool preferred = false; /* what an import without a revision gets */
     bool complete = false;  /* its load has succeeded so far */
     bool dying = false;     /* while modules are being released */
+
+    std::list<std::unique_ptr<QY_MOD>>::iterator place; /* in the context */
+    QY_MOD *nextDying = nullptr;                        /* while modules are being released */
+    uint32_t importers = 0;                             /* modules in the context that import this one */
 
     QY_NODE root{}; /* the top-level nodes are its children */
     const qxyang::ExtensionSet *extensions = nullptr;

@@ -56,15 +56,14 @@ void QY_CTX_UnSetSearchDir(QY_CTX *pCtx, const char *pcDir)
 
 uint32_t QY_CTX_LoadModule(QY_CTX *pCtx, const char *pcModuleName, const char *pcRevision)
 {
-    size_t before = pCtx->modules.size();
-    pCtx->failures.Clear();
+    QY_MOD *before = pCtx->Latest();
+    pCtx->failures.Begin(OrEmpty(pcModuleName));
     try {
         Loader loader(*pCtx);
         if (QY_MOD *module = loader.Load(OrEmpty(pcModuleName), OrEmpty(pcRevision))) {
             if (!module->byName)
                 module->features.ForEach([](Feature &feature) { feature.enabled = false; });
-            module->byName = true;
-            ++pCtx->featureEpoch;
+            pCtx->Promote(module);
             return OK;
         }
     } catch (const LoadStopped &) {
@@ -72,7 +71,7 @@ uint32_t QY_CTX_LoadModule(QY_CTX *pCtx, const char *pcModuleName, const char *p
     } catch (...) {
         pCtx->failures.AddOutOfMemory();
     }
-    pCtx->ReleaseFrom(before);
+    pCtx->ReleaseAfter(before);
     return FAILED;
 }
 
@@ -84,14 +83,7 @@ QY_MOD *QY_CTX_GetModuleByModName(QY_CTX *pCtx, const char *pcModuleName)
 uint32_t QY_CTX_UnloadModule(QY_CTX *pCtx, const char *pcModuleName)
 {
     QY_MOD *module = pCtx->ModuleByName(OrEmpty(pcModuleName));
-    if (module == nullptr)
-        return FAILED;
-    module->byName = false;
-    if (!pCtx->ReleaseUnneeded()) {
-        module->byName = true;
-        return FAILED;
-    }
-    return OK;
+    return module != nullptr && pCtx->Unload(module) ? OK : FAILED;
 }
 
 uint32_t QY_CTX_ScanAllSchemaLoadFail(QY_CTX *pCtx, QY_LOADFAIL_SCAN_PF pfnCb, void *pvCookie)

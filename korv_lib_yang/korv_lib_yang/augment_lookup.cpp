@@ -24,6 +24,57 @@ bool CutTargetPath(const char *pcXpathMain, const char *pcLastColon, char (&acOu
     return false;
 }
 
+/* True when the path fits the buffer for full paths even if all of it but its slashes were the prefix of every component. */
+bool SurelyFitsFull(const char *pcPath)
+{
+    uint32_t uiSlashes = 0;
+    for (const char *pcSlash = XUR_StrChr(pcPath, '/'); pcSlash != nullptr; pcSlash = XUR_StrChr(pcSlash + 1, '/'))
+        ++uiSlashes;
+    const uint32_t uiLen = XUR_StrLen(pcPath);
+    return uiSlashes * (uiLen - uiSlashes) + uiLen < KORV_AUGMENT_FULL_PATH_SIZE;
+}
+
+/* True when it fits even if every component took the longest prefix. */
+bool FitsWithLongestPrefix(const char *pcPath)
+{
+    uint32_t uiSlashes = 0;
+    ptrdiff_t lLongest = 0;
+    const char *pcBegin = pcPath;
+    const char *pcChar = pcPath;
+    for (; *pcChar != '\0'; ++pcChar) {
+        if (*pcChar == '/') {
+            ++uiSlashes;
+            pcBegin = pcChar + 1;
+        } else if (*pcChar == ':' && pcChar + 1 - pcBegin > lLongest) {
+            lLongest = pcChar + 1 - pcBegin;
+        }
+    }
+    return uiSlashes * lLongest + (pcChar - pcPath) < ptrdiff_t{KORV_AUGMENT_FULL_PATH_SIZE};
+}
+
+/* The path with a prefix on every component, for the one line that shows it. */
+const char *FullPath(TELMYANG_LOCAL_DATA_S *pstLocal, const AugmentPaths &stPaths, char *pcOut)
+{
+    if (*pcOut == '\0')
+        (void)TELMYANG_BuildAugmentFullPath(pstLocal, stPaths.acAugmentXpath, sizeof(stPaths.acAugmentXpath), pcOut,
+                                            KORV_AUGMENT_FULL_PATH_SIZE);
+    return pcOut;
+}
+
+/* Fills the paths; false when one does not fit. The full path is built here only where it may be too long. */
+bool FillPaths(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcPath, const char *pcXpathMain, const char *pcLastColon,
+               AugmentPaths *pstPaths, char *pcFullPath)
+{
+    if (!CutTargetPath(pcXpathMain, pcLastColon, pstPaths->acAugmentXpath))
+        return false;
+    if (!SurelyFitsFull(pstPaths->acAugmentXpath) && !FitsWithLongestPrefix(pstPaths->acAugmentXpath) &&
+        TELMYANG_BuildAugmentFullPath(pstLocal, pstPaths->acAugmentXpath, sizeof(pstPaths->acAugmentXpath), pcFullPath,
+                                      KORV_AUGMENT_FULL_PATH_SIZE) != KORV_OK)
+        return false;
+    return TELMYANG_BuildAugmentXpath(pstLocal, pcPath, pstPaths->acNoPrefixXpath, sizeof(pstPaths->acNoPrefixXpath)) ==
+           KORV_OK;
+}
+
 } // namespace
 
 TELMYANG_AUGMENT_INFO_S *TELMYANG_FindAugmentInfoNode(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcTargetPath,
@@ -49,11 +100,7 @@ KorvTreeNode *TELMYANG_KorvFindAugmentNodeByname(TELMYANG_LOCAL_DATA_S *pstLocal
     if (pcLastColon == nullptr)
         return nullptr;
     AugmentPaths stPaths = {};
-    if (!CutTargetPath(pcXpathMain, pcLastColon, stPaths.acAugmentXpath) ||
-        TELMYANG_BuildAugmentFullPath(pstLocal, stPaths.acAugmentXpath, sizeof(stPaths.acAugmentXpath),
-                                      pAugmentFullPath.get(), KORV_AUGMENT_FULL_PATH_SIZE) != KORV_OK ||
-        TELMYANG_BuildAugmentXpath(pstLocal, pcPath, stPaths.acNoPrefixXpath, sizeof(stPaths.acNoPrefixXpath)) !=
-            KORV_OK)
+    if (!FillPaths(pstLocal, pcPath, pcXpathMain, pcLastColon, &stPaths, pAugmentFullPath.get()))
         return nullptr;
     const TELMYANG_AUGMENT_INFO_S *pstAugment =
         TELMYANG_FindAugmentInfoNode(pstLocal, stPaths.acAugmentXpath, pstFileInfo);
@@ -61,6 +108,7 @@ KorvTreeNode *TELMYANG_KorvFindAugmentNodeByname(TELMYANG_LOCAL_DATA_S *pstLocal
     if (pstAugment != nullptr)
         pstNode = TELMYANG_KorvFindNodeByNodename(pstLocal, stPaths.acNoPrefixXpath, pstAugment->pstTargetTree);
     KORV_LOG_INFO(pstLocal, "find augment augmentXpath(%s)acNoPrefixXpath(%s)pAugmentFullPath(%s)pcXpathMain(%s)",
-                  stPaths.acAugmentXpath, stPaths.acNoPrefixXpath, pAugmentFullPath.get(), pcXpathMain);
+                  stPaths.acAugmentXpath, stPaths.acNoPrefixXpath, FullPath(pstLocal, stPaths, pAugmentFullPath.get()),
+                  pcXpathMain);
     return pstNode;
 }

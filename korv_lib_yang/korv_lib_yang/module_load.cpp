@@ -1,6 +1,7 @@
 /* Loading a module: all or nothing, as far as the registry goes. */
 #include "korv_lib_yang/korv_lib_yang.h"
 #include "telem_yang/file_list.h"
+#include "telem_yang/leaf_nodes.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 
@@ -19,9 +20,11 @@ class NewYangFile {
 
     TELMYANG_YANG_FILE_INFO_S *Get() const { return m_pstFile; }
 
-    void Register()
+    /* bTwin: the module is registered under another revision as well. */
+    void Register(bool bTwin)
     {
         korv::LinkAtEnd(m_pstLocal->pstYangCtx, m_pstFile);
+        korv::MarkBorrower(m_pstLocal->pstYangCtx, m_pstFile, bTwin);
         m_pstLocal->uiModuleNum++;
         m_pstFile = nullptr;
     }
@@ -81,7 +84,7 @@ uint32_t GenerateTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_
 }
 
 /* Steps 2 to 5 for a module that is not registered. */
-uint32_t LoadNewModule(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, const char *pcRevision)
+uint32_t LoadNewModule(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, const char *pcRevision, bool bTwin)
 {
     NewYangFile file(pstLocal);
     if (file.Get() == nullptr) {
@@ -99,7 +102,7 @@ uint32_t LoadNewModule(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName
         KORV_LOG_ERROR(pstLocal, "Load Module (%s) fail!", pcModuleName);
         return uiRet;
     }
-    file.Register();
+    file.Register(bTwin);
     KORV_LOG_INFO(pstLocal, "Load Module (%s) success. Now total module : %u.", pcModuleName, pstLocal->uiModuleNum);
     return KORV_OK;
 }
@@ -114,11 +117,12 @@ uint32_t YANGLIB_LoadYangModule(TELMYANG_LOCAL_DATA_S *pYangModule, const char *
     }
     const char *pcRevision = pcReversionIn != nullptr && pcReversionIn[0] != '\0' ? pcReversionIn : nullptr;
     KORV_LOG_INFO(pYangModule, "1. Check module (%s) is exists or not", pcModuleName);
-    if (TELMYANG_GetIfYangModuleExist(pYangModule, pYangModule->pstYangCtx, pcModuleName, pcRevision) != nullptr) {
+    const korv::Registered stFound = korv::FindRegistered(pYangModule->pstYangCtx, pcModuleName, pcRevision);
+    if (stFound.pstFile != nullptr) {
         KORV_LOG_INFO(pYangModule, "No need load exists Module (%s).", pcModuleName);
         return KORV_OK;
     }
-    const uint32_t uiRet = LoadNewModule(pYangModule, pcModuleName, pcRevision);
+    const uint32_t uiRet = LoadNewModule(pYangModule, pcModuleName, pcRevision, stFound.bAnyRevision);
     if (uiRet == KORV_OK)
         YANGLIB_PrintYangModuleData(pYangModule, pcModuleName, pcReversionIn);
     return uiRet;

@@ -7,17 +7,29 @@
 namespace {
 
 enum class Others {
-    Stay, /* their trees must not point at nodes that go */
-    Go,   /* they are unloaded next: nobody reads their trees any more */
+    Stay, /* their records must not point at nodes that go */
+    Go,   /* they are unloaded next, and show no nodes any more */
 };
 
-uint32_t UnloadSchema(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, Others eOthers)
+uint32_t UnloadSchema(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName, Others eOthers)
 {
-    QY_CTX *pSchemaCtx = pstLocal->pstYangCtx->pSchemaCtx;
     if (eOthers == Others::Go)
-        return QY_CTX_UnloadModule(pSchemaCtx, pcModuleName);
-    korv::LeafNodeWatch watch(pstLocal);
-    return QY_CTX_UnloadModule(pSchemaCtx, pcModuleName);
+        return QY_CTX_UnloadModule(pstYangCtx->pSchemaCtx, pcModuleName);
+    korv::LeafNodeWatch watch(pstYangCtx);
+    return QY_CTX_UnloadModule(pstYangCtx->pSchemaCtx, pcModuleName);
+}
+
+/* Takes the record's module out of the schema context. The record itself goes next, or shows what it showed. */
+uint32_t UnloadSchemaOf(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, const char *pcModuleName,
+                        Others eOthers)
+{
+    if (pstFile == nullptr)
+        return UnloadSchema(pstLocal->pstYangCtx, pcModuleName, eOthers);
+    korv::HiddenAugments augments(pstFile);
+    const uint32_t uiRet = UnloadSchema(pstLocal->pstYangCtx, pcModuleName, eOthers);
+    if (uiRet != 0)
+        augments.Show();
+    return uiRet;
 }
 
 uint32_t Unload(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, const char *pcRevision, Others eOthers)
@@ -27,7 +39,9 @@ uint32_t Unload(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, const
         KORV_LOG_ERROR(pstLocal, "TELEMYANG_DestroyYangMouleTree error!");
         return KORV_FAIL;
     }
-    uint32_t uiRet = UnloadSchema(pstLocal, pcModuleName, eOthers);
+    TELMYANG_YANG_FILE_INFO_S *pstFile =
+        TELMYANG_GetIfYangModuleExist(pstLocal, pstLocal->pstYangCtx, pcModuleName, pcRevision);
+    uint32_t uiRet = UnloadSchemaOf(pstLocal, pstFile, pcModuleName, eOthers);
     if (uiRet != 0) {
         KORV_LOG_ERROR(pstLocal, "QY_CTX_UnloadModule %s fail return 0x%x!", pcModuleName, uiRet);
         return KORV_FAIL;
@@ -56,6 +70,7 @@ uint32_t YANGLIB_UnloadYangModuleAll(TELMYANG_LOCAL_DATA_S *pstLocal)
     TELMYANG_YANG_CTX_S *pstYangCtx = pstLocal->pstYangCtx;
     if (pstYangCtx == nullptr)
         return KORV_FAIL;
+    korv::ForgetSchemaNodes(pstYangCtx);
     TELMYANG_YANG_FILE_INFO_S *const pstEnd = korv::ListEnd(pstYangCtx);
     for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != pstEnd;) {
         TELMYANG_YANG_FILE_INFO_S *pstNext = pstFile->pstNext;

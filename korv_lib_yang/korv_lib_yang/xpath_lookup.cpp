@@ -54,16 +54,14 @@ struct PathCopies {
     korv::HostPtr<char> pcPath;
 };
 
-/* Text and "/" into a zero-filled block. A text that fits needs no formatter, and one that does not is the formatter's to
- * report. */
+/* Text and "/" into a zero-filled block: negative when the host's formatter refuses. A copy does for a text that fits; one
+ * that does not, or that the copy refuses, is the formatter's to judge. */
 int AppendSlash(char *pcOut, uint32_t uiSize, const char *pcSrc, uint32_t uiSrcLen)
 {
-    if (uint64_t{uiSrcLen} + 2 > uiSize)
+    if (uint64_t{uiSrcLen} + 2 > uiSize || memcpy_s(pcOut, uiSize, pcSrc, uiSrcLen) != 0)
         return sprintf_s(pcOut, uiSize, "%s/", pcSrc);
-    const int iRet = memcpy_s(pcOut, uiSize, pcSrc, uiSrcLen);
-    if (iRet == 0)
-        pcOut[uiSrcLen] = '/';
-    return iRet;
+    pcOut[uiSrcLen] = '/';
+    return 0;
 }
 
 /* The text with "/" appended in a block of uiSize bytes. */
@@ -76,7 +74,7 @@ uint32_t CopyWithSlash(TELMYANG_LOCAL_DATA_S *pstLocal, char **ppcOut, const cha
         return KORV_FAIL;
     }
     const int iRet = AppendSlash(*ppcOut, uiSize, pcSrc, uiSrcLen);
-    if (iRet != 0) {
+    if (iRet < 0) {
         KORV_LOG_ERROR(pstLocal, "sprintf_s return 0x%x!", static_cast<uint32_t>(iRet));
         return KORV_FAIL;
     }

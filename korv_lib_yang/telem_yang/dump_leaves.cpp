@@ -20,16 +20,15 @@ char *AllocText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, uint32_t u
     return pcText;
 }
 
-/* "path/name" into a block of exactly that size, which a formatter would take far longer for. Empty on failure. */
-bool JoinPath(char *pcOut, const char *pcXpath, uint32_t uiXpathLen, const char *pcName, uint32_t uiNameLen)
+/* "path/name" into a block of uiSize bytes, by two copies: a formatter would take far longer. False: the copies did not do,
+ * whatever is in the block. */
+bool JoinPath(char *pcOut, uint32_t uiSize, const char *pcXpath, uint32_t uiXpathLen, const char *pcName)
 {
-    if (memcpy_s(pcOut, uiXpathLen + 1, pcXpath, uiXpathLen) == 0) {
-        pcOut[uiXpathLen] = '/';
-        if (memcpy_s(pcOut + uiXpathLen + 1, uiNameLen + 1, pcName, uiNameLen + 1) == 0)
-            return true;
-    }
-    *pcOut = '\0';
-    return false;
+    if (memcpy_s(pcOut, uiSize, pcXpath, uiXpathLen) != 0)
+        return false;
+    pcOut[uiXpathLen] = '/';
+    const uint32_t uiNamePos = uiXpathLen + 1;
+    return memcpy_s(pcOut + uiNamePos, uiSize - uiNamePos, pcName, uiSize - uiNamePos) == 0;
 }
 
 /* Name and path of an entry; what was made stays in the entry on failure. */
@@ -46,7 +45,9 @@ uint32_t FillTexts(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpLeafData *pstEntry, 
     pstEntry->pcPath = AllocText(pstLocal, ulModuleId, uiNameLen + uiXpathLen + 2);
     if (pstEntry->pcPath == nullptr)
         return KORV_FAIL;
-    if (!JoinPath(pstEntry->pcPath, pcXpath, uiXpathLen, pstLeaf->pcName, uiNameLen)) {
+    const uint32_t uiPathSize = uiNameLen + uiXpathLen + 2;
+    if (!JoinPath(pstEntry->pcPath, uiPathSize, pcXpath, uiXpathLen, pstLeaf->pcName) &&
+        sprintf_s(pstEntry->pcPath, uiPathSize, "%s/%s", pcXpath, pstLeaf->pcName) < 0) {
         KORV_LOG_ERROR(pstLocal, "path too long! (%s)", pstEntry->pcPath);
         return KORV_FAIL;
     }

@@ -48,6 +48,13 @@ inline void Unlink(TELMYANG_YANG_CTX_S *pstYangCtx, TELMYANG_YANG_FILE_INFO_S *p
     SetPrev(pstYangCtx, pstFile->pstNext, pstFile->pstPrev);
 }
 
+/* What the registry knows of a module. */
+struct Registered {
+    TELMYANG_YANG_FILE_INFO_S *pstFile; /* the first record of that name and revision, or null */
+    bool bAnyRevision;                  /* one of that name was met on the way to it, or to the end */
+};
+Registered FindRegistered(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName, const char *pcRevision);
+
 } // namespace korv
 
 #endif // KORV_FILE_LIST_H

@@ -39,18 +39,26 @@ bool HasRevision(const TELMYANG_YANG_FILE_INFO_S *pstFile, const char *pcRevisio
 
 } // namespace
 
+korv::Registered korv::FindRegistered(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName, const char *pcRevision)
+{
+    Registered stFound = {};
+    TELMYANG_YANG_FILE_INFO_S *const pstEnd = ListEnd(pstYangCtx);
+    for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != pstEnd; pstFile = pstFile->pstNext) {
+        if (pstFile->ucInUse == 0 || XUR_StrCmp(pstFile->pcModuleName, pcModuleName) != 0)
+            continue;
+        stFound.bAnyRevision = true;
+        if (!HasRevision(pstFile, pcRevision))
+            continue;
+        stFound.pstFile = pstFile;
+        break;
+    }
+    return stFound;
+}
+
 TELMYANG_YANG_FILE_INFO_S *TELMYANG_GetIfYangModuleExist(TELMYANG_LOCAL_DATA_S *, TELMYANG_YANG_CTX_S *pstYangCtx,
                                                          const char *pcModuleName, const char *pcRevision)
 {
-    if (pcModuleName == nullptr)
-        return nullptr;
-    TELMYANG_YANG_FILE_INFO_S *const pstEnd = korv::ListEnd(pstYangCtx);
-    for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != pstEnd; pstFile = pstFile->pstNext) {
-        if (pstFile->ucInUse != 0 && XUR_StrCmp(pstFile->pcModuleName, pcModuleName) == 0 &&
-            HasRevision(pstFile, pcRevision))
-            return pstFile;
-    }
-    return nullptr;
+    return pcModuleName != nullptr ? korv::FindRegistered(pstYangCtx, pcModuleName, pcRevision).pstFile : nullptr;
 }
 
 uint32_t TELMYANG_FillYangModuleInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile,

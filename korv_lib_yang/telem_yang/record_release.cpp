@@ -16,7 +16,7 @@ void ReleaseRecord(QY_NODE *pNode, void *pvPrivate)
 
 void TELEM_COR_FreeYinNodePrivateData(void *, QY_NODE *pNode, void *pvPrivate)
 {
-    if (pNode != nullptr && pvPrivate != nullptr && !korv::ReleaseWatchedNode(pNode, pvPrivate))
+    if (pNode != nullptr && pvPrivate != nullptr && !korv::ReleaseWatchedModule(pNode, pvPrivate))
         ReleaseRecord(pNode, pvPrivate);
 }
 

@@ -39,13 +39,16 @@ uint32_t TELMYANG_FreeYangtreeAllAugmentNodes(TELMYANG_LOCAL_DATA_S *pstLocal, T
 {
     for (uint32_t uiLoop = 0; uiLoop < pstFile->ucAugmentNum; ++uiLoop) {
         TELMYANG_AUGMENT_INFO_S *pstAugment = &pstFile->astAugment[uiLoop];
-        (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstAugment->pstTargetTree);
+        /* The record forgets what goes first: the host's memory functions may look at it. */
+        KorvTreeNode *pstTargetTree = pstAugment->pstTargetTree;
+        KorvTreeNode *pstSelfTree = pstAugment->pstSelfTree;
         pstAugment->pstTargetTree = nullptr;
         pstAugment->pTargetParentRoot = nullptr;
-        (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstAugment->pstSelfTree);
         pstAugment->pstSelfTree = nullptr;
         pstAugment->pFirstChild = nullptr;
         pstAugment->uiSelfTreeDone = 0;
+        (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstTargetTree);
+        (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstSelfTree);
     }
     return KORV_OK;
 }
@@ -60,8 +63,9 @@ uint32_t TELEMYANG_DestroyYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const c
                        korv::Shown(pcRevision));
         return KORV_FAIL;
     }
-    (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstFile->pstOriginTree);
+    KorvTreeNode *pstOriginTree = pstFile->pstOriginTree;
     pstFile->pstOriginTree = nullptr;
+    (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstOriginTree);
     (void)TELMYANG_FreeYangtreeAllAugmentNodes(pstLocal, pstFile);
     return KORV_OK;
 }

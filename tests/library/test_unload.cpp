@@ -2,6 +2,8 @@
 #include <malloc.h>
 
 #include <filesystem>
+#include <set>
+#include <sstream>
 
 #include "support/host.h"
 
@@ -138,6 +140,132 @@ TEST_F(UnloadModule, SecondRevisionStaysReadable)
     EXPECT_EQ(Load("m", "1"), 0u);
     EXPECT_EQ(Pairs(LeafOf(File("m", "1")->pstOriginTree, "e")), 2);
     EXPECT_EQ(Unload("m", "2"), 0u);
+}
+
+/* Checks whenever host code runs that no record of the registry points at a schema node that is gone. */
+class BorrowedNodes : public UnloadModule {
+  protected:
+    void SetUp() override
+    {
+        UnloadModule::SetUp();
+        dir.Add("y", "<augment target-node=\"/m:c/x:d\"><choice name=\"ch\">" + Leaf("i", ENUM) + "</choice></augment>",
+                "m x");
+        dir.Add("bare", "<augment target-node=\"/m:c\"/>" + Container("b", Leaf("l", "int8")), "m");
+        dir.Add("keeper", Container("k", Leaf("l", "int8")), "x");
+        ASSERT_NE(Local(), nullptr);
+        Services().watcher = [this] { CheckRegistry(); };
+    }
+
+    static uint32_t AddNode(QY_NODE *node, uint32_t, void *live)
+    {
+        static_cast<std::set<QY_NODE *> *>(live)->insert(node);
+        return 0;
+    }
+
+    static uint32_t AddTree(QY_NODE *node, void *, void *live) { return QY_NODE_TreeScanAllNode(node, AddNode, live); }
+
+    static uint32_t AddAugment(QY_NODE *node, void *, void *live)
+    {
+        (void)AddTree(node, nullptr, live);
+        QY_NODE *top = QY_NODE_GetAugmentTargetNode(node);
+        while (QY_NODE *parent = QY_NODE_GetParentNode(top))
+            top = parent;
+        return AddTree(top, nullptr, live);
+    }
+
+    /* Every node that a module loaded by name has or sees. */
+    std::set<QY_NODE *> LiveNodes()
+    {
+        std::set<QY_NODE *> live;
+        for (const char *name : {"m", "x", "y", "bare", "keeper"}) {
+            if (QY_MOD *mod = SchemaModule(name)) {
+                (void)QY_MOD_IterScanTopmostNode(mod, AddTree, &live);
+                (void)QY_MOD_IterScanAugmentNode(mod, AddAugment, &live);
+            }
+        }
+        return live;
+    }
+
+    void CheckLeaves(const VEC_VECTOR_S *leaves, const std::set<QY_NODE *> &live)
+    {
+        for (uint32_t i = 0; leaves != nullptr && i < leaves->uiCount; ++i)
+            Check(static_cast<const KorvTreeLeaf *>(leaves->ppvItem[i])->pYinNode, live);
+    }
+
+    void CheckTree(const KorvTreeNode *node, const std::set<QY_NODE *> &live)
+    {
+        for (; node != nullptr; node = node->pstNextSibling) {
+            CheckLeaves(node->pstLeafList, live);
+            CheckLeaves(node->pstCaseLeafList, live);
+            CheckTree(node->pstFirstChild, live);
+        }
+    }
+
+    void Check(QY_NODE *node, const std::set<QY_NODE *> &live)
+    {
+        dangling += node != nullptr && live.count(node) == 0 ? 1 : 0;
+        shown += node != nullptr ? 1 : 0;
+    }
+
+    void CheckRegistry()
+    {
+        const TELMYANG_YANG_FILE_LIST_S &list = Local()->pstYangCtx->stYangFileList;
+        const std::set<QY_NODE *> live = LiveNodes();
+        shown = 0;
+        for (const auto *file = list.pstNext; static_cast<const void *>(file) != &list; file = file->pstNext) {
+            CheckTree(file->pstOriginTree, live);
+            for (uint32_t i = 0; i < file->ucAugmentNum; ++i) {
+                const TELMYANG_AUGMENT_INFO_S &augment = file->astAugment[i];
+                CheckTree(augment.pstTargetTree, live);
+                CheckTree(augment.pstSelfTree, live);
+                Check(augment.pAugNode, live);
+                Check(augment.pFirstChild, live);
+            }
+        }
+    }
+
+    uint32_t dangling = 0;
+    uint32_t shown = 0; /* pointers at schema nodes in the registry */
+};
+
+TEST_F(BorrowedNodes, NeverDangle)
+{
+    struct Life {
+        std::string steps; /* module and revision; "-": unload, "!": refused; all that is left goes at the end */
+        uint32_t shown;    /* before the end */
+    };
+    const Life lives[] = {
+        {"x m -x", 3},
+        {"x m -m", 8},
+        {"m/1 m/2 -m/1", 0},
+        {"m/1 m/2 -m/2 -m/1!", 0},
+        {"x/1 x/2 -x/1", 0},
+        {"x/1 x/2 m -x/2", 3},
+        {"y m -y", 3},
+        {"keeper m -keeper", 3},
+        {"keeper y m -keeper", 16},
+        {"x bare/1 bare/2 m -bare/1", 18},
+        {"y x m/1 m/2 -y -m/1 -x", 0},
+    };
+    for (const Life &life : lives) {
+        SCOPED_TRACE(life.steps);
+        std::istringstream steps(life.steps);
+        for (std::string step; steps >> step;) {
+            const bool refused = step.back() == '!';
+            const bool unload = step.front() == '-';
+            const std::string key = step.substr(unload ? 1 : 0, step.size() - (unload ? 1 : 0) - (refused ? 1 : 0));
+            const std::string name = key.substr(0, key.find('/'));
+            const std::string revision = key == name ? "" : key.substr(name.size() + 1);
+            const uint32_t result = unload ? Unload(name, revision.c_str()) : Load(name, revision.c_str());
+            EXPECT_EQ(result, refused ? 1u : 0u) << step;
+        }
+        CheckRegistry();
+        EXPECT_EQ(shown, life.shown);
+        EXPECT_EQ(YANGLIB_UnloadYangModuleAll(Local()), 0u);
+        EXPECT_EQ(dangling, 0u);
+        EXPECT_EQ(shown, 0u);
+        dangling = 0;
+    }
 }
 
 TEST_F(UnloadModule, ThousandRoundsKeepMemoryFlat)

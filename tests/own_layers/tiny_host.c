@@ -74,6 +74,31 @@ static void Dump(TELMYANG_LOCAL_DATA_S *pstLib)
     ZOR_Free_F(ppstRecords, __FILE__, __LINE__);
 }
 
+/* The module extra goes, and what it had added to tiny's tree with it. */
+static void UnloadExtra(TELMYANG_LOCAL_DATA_S *pstLib)
+{
+    CHECK(YANGLIB_LoadYangModule(pstLib, "extra", NULL) == 0);
+    CHECK(YANGLIB_LoadYangModule(pstLib, "tiny", NULL) == 0);
+    KorvTreeNode *pstItem =
+        TELMYANG_KorvFindTreeNodeByLeafXpath(pstLib, "tiny", NULL, "/box/item/speed", "t:box/t:item/t:speed");
+    CHECK(pstItem != NULL && pstItem->pstLeafList->uiCount == 3);
+    if (pstItem == NULL)
+        return;
+    KorvTreeLeaf *const *ppstLeaf = (KorvTreeLeaf *const *)pstItem->pstLeafList->ppvItem;
+    CHECK(ppstLeaf[2]->pYinNode == TinyNode(4));
+    CHECK(YANGLIB_UnloadYangModule(pstLib, "extra", NULL) == 0);
+    CHECK(ppstLeaf[0]->pYinNode == TinyNode(2) && ppstLeaf[1]->pYinNode == TinyNode(3));
+    CHECK(ppstLeaf[2]->pYinNode == NULL);
+    for (unsigned i = 0; i < 4; ++i)
+        CHECK(QY_NODE_GetPrivate(TinyNode(i)) == NULL);
+    CHECK(YANGLIB_LoadYangModule(pstLib, "extra", NULL) == 0);
+    CHECK(YANGLIB_LoadYangModule(pstLib, "extra", "r") == 0);
+    CHECK(YANGLIB_UnloadYangModule(pstLib, "extra", NULL) == 0);
+    const TELMYANG_YANG_FILE_INFO_S *pstFile = TELMYANG_GetIfYangModuleExist(pstLib, pstLib->pstYangCtx, "extra", "r");
+    CHECK(pstFile != NULL && pstFile->astAugment[0].pAugNode == NULL && pstFile->astAugment[0].pFirstChild == NULL);
+    CHECK(YANGLIB_UnloadYangModuleAll(pstLib) == 0);
+}
+
 int main(void)
 {
     const TELMYANG_DEBUG_HOOK_S astHook[4] = {
@@ -83,14 +108,16 @@ int main(void)
     CHECK(YANGLIB_LoadYangModule(pstLib, "other", NULL) == 1);
     CHECK(strcmp(g_acLastError, "Load Module (other) fail!") == 0);
     CHECK(YANGLIB_LoadYangModule(pstLib, "tiny", NULL) == 0);
-    for (unsigned i = 0; i < g_uiTinyNodeNum; ++i)
+    for (unsigned i = 0; i < 4; ++i)
         CHECK(QY_NODE_GetPrivate(TinyNode(i)) == NULL);
     Query(pstLib);
     Dump(pstLib);
     CHECK(YANGLIB_UnloadYangModule(pstLib, "tiny", NULL) == 0);
     CHECK(g_uiLiveBlocks == 2);
+    UnloadExtra(pstLib);
+    CHECK(g_uiLiveBlocks == 2);
     CHECK(YANGLIB_LoadYangModule(pstLib, "tiny", "r") == 0);
     YANGLIB_Uninitial(pstLib);
-    CHECK(g_uiLiveBlocks == 0 && g_uiContexts == 0 && g_uiAssertions == 0);
+    CHECK(g_uiLiveBlocks == 0 && g_uiContexts == 0 && g_uiAssertions == 0 && g_uiWrongHandles == 0);
     return g_iFailures != 0;
 }

@@ -1,102 +1,174 @@
-/* The module "tiny" in tables, without files:
+/* Two modules in tables, without files:
  *
- *   container box (class 0x77)
- *     list item, key id (class 0x78, ancestor keys from a list)
- *       leaf id uint32 1..9, leaf state enumeration
+ *   tiny:  container box (class 0x77)
+ *            list item, key id (class 0x78, ancestor keys from a list)
+ *              leaf id uint32 1..9, leaf state enumeration
+ *   extra: augment /t:box/t:item
+ *            leaf speed enumeration
  */
 #include "tiny_schema.h"
 
 #include <string.h>
 
-struct QY_EXT {
+struct Ext {
     const char *pcKeyword;
     const char *pcArgument;
 };
 
-struct QY_TYPE {
+struct Type {
     uint32_t uiBase;
     int64_t llMin;
     int64_t llMax;
 };
 
-struct QY_NODE {
+struct Mod {
+    const char *pcName;
+    int bByName;
+    int bThere; /* loaded by name, or imported by what is */
+};
+
+struct Node {
     uint32_t uiType;
     const char *pcName;
     int iParent;
-    struct QY_EXT astExt[3];
-    struct QY_TYPE stType;
+    struct Ext astExt[3];
+    struct Type stType;
     int bKey;
+    struct Mod *pstMod;
+    int bThere;
     void *pvPrivate;
 };
 
-struct QY_MOD {
-    const char *pcName;
+struct Ctx {
+    QY_PRIDATA_FREE_PF pfnFree;
 };
 
-struct QY_CTX {
-    int bLoaded;
+enum {
+    ITEM = 1,
+    AUGMENT = 5
 };
 
-static struct QY_NODE g_astNode[] = {
-    {1, "box", -1, {{"class-id", "0x77"}, {"tlmt-sample-id", "5"}, {NULL, NULL}}, {0, 0, 0}, 0, NULL},
-    {4, "item", 0, {{"class-id", "0x78"}, {"ancestor-key-fid", "8 9"}, {NULL, NULL}}, {0, 0, 0}, 0, NULL},
-    {2, "id", 1, {{"field-id", "1"}, {NULL, NULL}, {NULL, NULL}}, {17, 1, 9}, 1, NULL},
-    {2, "state", 1, {{"field-id", "2"}, {NULL, NULL}, {NULL, NULL}}, {6, 0, 0}, 0, NULL},
+static struct Mod g_stTiny = {"tiny", 0, 0};
+static struct Mod g_stExtra = {"extra", 0, 0};
+
+static struct Node g_astNode[] = {
+    {1, "box", -1, {{"class-id", "0x77"}, {"tlmt-sample-id", "5"}}, {0, 0, 0}, 0, &g_stTiny, 0, NULL},
+    {4, "item", 0, {{"class-id", "0x78"}, {"ancestor-key-fid", "8 9"}}, {0, 0, 0}, 0, &g_stTiny, 0, NULL},
+    {2, "id", 1, {{"field-id", "1"}}, {17, 1, 9}, 1, &g_stTiny, 0, NULL},
+    {2, "state", 1, {{"field-id", "2"}}, {6, 0, 0}, 0, &g_stTiny, 0, NULL},
+    {2, "speed", 1, {{"field-id", "3"}}, {6, 0, 0}, 0, &g_stExtra, 0, NULL},
+    {14, "/t:box/t:item", -1, {{NULL, NULL}}, {0, 0, 0}, 0, &g_stExtra, 0, NULL},
 };
 const unsigned g_uiTinyNodeNum = sizeof(g_astNode) / sizeof(g_astNode[0]);
 
-static struct QY_MOD g_stModule = {"tiny"};
-static struct QY_CTX g_stContext;
+static struct Ctx g_stContext;
 unsigned g_uiContexts = 0;
+unsigned g_uiWrongHandles = 0;
+
+/* --- handles: one more than the record's address --- */
+
+static void *Handle(void *pvRecord)
+{
+    return pvRecord != NULL ? (char *)pvRecord + 1 : NULL;
+}
+
+static void *Record(const void *pvHandle)
+{
+    g_uiWrongHandles += ((uintptr_t)pvHandle & 1) == 0 ? 1 : 0;
+    return (char *)(uintptr_t)pvHandle - 1;
+}
+
+static struct Mod *ModOf(const QY_MOD *pMod)
+{
+    return Record(pMod);
+}
+
+static struct Node *NodeOf(const QY_NODE *pNode)
+{
+    struct Node *pstNode = Record(pNode);
+    g_uiWrongHandles += pstNode->bThere ? 0 : 1;
+    return pstNode;
+}
 
 QY_NODE *TinyNode(unsigned uiIndex)
 {
-    return &g_astNode[uiIndex];
+    return Handle(&g_astNode[uiIndex]);
 }
 
-static int IndexOf(const QY_NODE *pNode)
-{
-    return (int)(pNode - g_astNode);
-}
+/* --- the tables --- */
 
-static QY_NODE *NextSibling(QY_NODE *pNode)
+static struct Node *FindNode(unsigned uiFrom, int iParent)
 {
-    for (unsigned i = (unsigned)IndexOf(pNode) + 1; i < g_uiTinyNodeNum; ++i) {
-        if (g_astNode[i].iParent == pNode->iParent)
+    for (unsigned i = uiFrom; i < g_uiTinyNodeNum; ++i) {
+        if (g_astNode[i].bThere && g_astNode[i].iParent == iParent && g_astNode[i].uiType != 14)
             return &g_astNode[i];
     }
     return NULL;
 }
 
-static QY_NODE *FirstChild(const QY_NODE *pNode)
+static struct Node *NextSibling(const struct Node *pstNode)
 {
-    for (unsigned i = 0; i < g_uiTinyNodeNum; ++i) {
-        if (g_astNode[i].iParent == IndexOf(pNode))
-            return &g_astNode[i];
+    return FindNode((unsigned)(pstNode - g_astNode) + 1, pstNode->iParent);
+}
+
+static struct Node *FirstChild(const struct Node *pstNode)
+{
+    if (pstNode->uiType == 14)
+        return &g_astNode[AUGMENT - 1];
+    return FindNode(0, (int)(pstNode - g_astNode));
+}
+
+/* Releases a module that nothing needs any more, node by node. */
+static void Settle(struct Mod *pstMod, int bNeeded)
+{
+    if (pstMod->bThere && !bNeeded) {
+        for (unsigned i = 0; i < g_uiTinyNodeNum; ++i) {
+            if (g_astNode[i].pstMod != pstMod)
+                continue;
+            if (g_astNode[i].pvPrivate != NULL)
+                g_stContext.pfnFree(NULL, TinyNode(i), g_astNode[i].pvPrivate);
+            g_astNode[i].bThere = 0;
+        }
     }
-    return NULL;
+    for (unsigned i = 0; bNeeded && i < g_uiTinyNodeNum; ++i)
+        g_astNode[i].bThere |= g_astNode[i].pstMod == pstMod;
+    pstMod->bThere = bNeeded;
+}
+
+static void SettleAll(void)
+{
+    Settle(&g_stExtra, g_stExtra.bByName);
+    Settle(&g_stTiny, g_stTiny.bByName || g_stExtra.bByName);
+}
+
+static struct Mod *FindMod(const char *pcName)
+{
+    if (strcmp(pcName, g_stTiny.pcName) == 0)
+        return &g_stTiny;
+    return strcmp(pcName, g_stExtra.pcName) == 0 ? &g_stExtra : NULL;
 }
 
 QY_CTX *QY_CTX_Create(uint32_t uiOptions)
 {
     g_uiContexts++;
-    g_stContext.bLoaded = 0;
-    return uiOptions == QY_CTX_OPTION_KORV ? &g_stContext : NULL;
+    return uiOptions == QY_CTX_OPTION_KORV ? Handle(&g_stContext) : NULL;
 }
 
 void QY_CTX_Delete(QY_CTX *pCtx)
 {
-    g_uiContexts -= pCtx == &g_stContext ? 1 : 0;
+    g_uiContexts -= Record(pCtx) == &g_stContext ? 1 : 0;
+    g_stTiny.bByName = g_stExtra.bByName = 0;
+    SettleAll();
 }
 
 void QY_CTX_SetPridataFreeFunc(QY_CTX *pCtx, QY_PRIDATA_FREE_PF pfnFree)
 {
-    (void)pCtx, (void)pfnFree;
+    ((struct Ctx *)Record(pCtx))->pfnFree = pfnFree;
 }
 
 uint32_t QY_CTX_SetSearchDir(QY_CTX *pCtx, const char *pcDir)
 {
-    return (void)pCtx, (void)pcDir, 0;
+    return (void)Record(pCtx), (void)pcDir, 0;
 }
 
 void QY_CTX_UnSetSearchDir(QY_CTX *pCtx, const char *pcDir)
@@ -106,29 +178,37 @@ void QY_CTX_UnSetSearchDir(QY_CTX *pCtx, const char *pcDir)
 
 uint32_t QY_CTX_LoadModule(QY_CTX *pCtx, const char *pcModuleName, const char *pcRevision)
 {
-    (void)pcRevision;
-    if (strcmp(pcModuleName, g_stModule.pcName) != 0)
+    (void)Record(pCtx), (void)pcRevision;
+    struct Mod *pstMod = FindMod(pcModuleName);
+    if (pstMod == NULL)
         return 0x44;
-    pCtx->bLoaded = 1;
+    pstMod->bByName = 1;
+    SettleAll();
     return 0;
 }
 
 QY_MOD *QY_CTX_GetModuleByModName(QY_CTX *pCtx, const char *pcModuleName)
 {
-    return pCtx->bLoaded && strcmp(pcModuleName, g_stModule.pcName) == 0 ? &g_stModule : NULL;
+    (void)Record(pCtx);
+    struct Mod *pstMod = FindMod(pcModuleName);
+    return pstMod != NULL && pstMod->bByName ? Handle(pstMod) : NULL;
 }
 
 uint32_t QY_CTX_UnloadModule(QY_CTX *pCtx, const char *pcModuleName)
 {
-    (void)pcModuleName;
-    pCtx->bLoaded = 0;
+    (void)Record(pCtx);
+    struct Mod *pstMod = FindMod(pcModuleName);
+    if (pstMod == NULL || !pstMod->bByName)
+        return 0x45;
+    pstMod->bByName = 0;
+    SettleAll();
     return 0;
 }
 
 uint32_t QY_CTX_ScanAllSchemaLoadFail(QY_CTX *pCtx, QY_LOADFAIL_SCAN_PF pfnCb, void *pvCookie)
 {
     (void)pCtx;
-    return pfnCb("other", NULL, 0, "there is only the module tiny", 0, pvCookie);
+    return pfnCb("other", NULL, 0, "there are only the modules tiny and extra", 0, pvCookie);
 }
 
 uint32_t QY_MOD_EnableFeature(QY_MOD *pMod, const char *pcFeature)
@@ -138,7 +218,7 @@ uint32_t QY_MOD_EnableFeature(QY_MOD *pMod, const char *pcFeature)
 
 const char *QY_MOD_GetModuleName(QY_MOD *pMod)
 {
-    return pMod->pcName;
+    return ModOf(pMod)->pcName;
 }
 
 const char *QY_MOD_GetRevision(QY_MOD *pMod)
@@ -148,44 +228,44 @@ const char *QY_MOD_GetRevision(QY_MOD *pMod)
 
 uint32_t QY_MOD_IterScanTopmostNode(QY_MOD *pMod, QY_NODE_SCAN_PF pfnCb, void *pvCookie)
 {
-    (void)pMod;
-    return pfnCb(&g_astNode[0], NULL, pvCookie);
+    return ModOf(pMod) == &g_stTiny ? pfnCb(TinyNode(0), NULL, pvCookie) : 0;
 }
 
 uint32_t QY_MOD_IterScanAugmentNode(QY_MOD *pMod, QY_NODE_SCAN_PF pfnCb, void *pvCookie)
 {
-    return (void)pMod, (void)pfnCb, (void)pvCookie, 0;
+    return ModOf(pMod) == &g_stExtra ? pfnCb(TinyNode(AUGMENT), NULL, pvCookie) : 0;
 }
 
 uint32_t QY_MOD_ScanAllExtInsts(QY_MOD *pMod, QY_EXT_SCAN_PF pfnCb, void *pvCookie)
 {
-    (void)pMod;
+    (void)ModOf(pMod);
     return pfnCb(NULL, "quelvo-mim-extensions", "aaa-task-id", "12", pvCookie);
 }
 
 uint32_t QY_NODE_GetNodeType(QY_NODE *pNode)
 {
-    return pNode->uiType;
+    return NodeOf(pNode)->uiType;
 }
 
 const char *QY_NODE_GetNodeName(QY_NODE *pNode)
 {
-    return pNode->pcName;
+    return NodeOf(pNode)->pcName;
 }
 
 QY_NODE *QY_NODE_GetParentNode(QY_NODE *pNode)
 {
-    return pNode->iParent >= 0 ? &g_astNode[pNode->iParent] : NULL;
+    const int iParent = NodeOf(pNode)->iParent;
+    return iParent >= 0 ? TinyNode((unsigned)iParent) : NULL;
 }
 
 QY_MOD *QY_NODE_GetModule(QY_NODE *pNode)
 {
-    return (void)pNode, &g_stModule;
+    return Handle(NodeOf(pNode)->pstMod);
 }
 
 QY_NODE *QY_NODE_GetAugmentTargetNode(QY_NODE *pNode)
 {
-    return (void)pNode, NULL;
+    return NodeOf(pNode)->uiType == 14 ? TinyNode(ITEM) : NULL;
 }
 
 QY_NODE *QY_NODE_GetLeafrefTargetNode(QY_NODE *pNode, uint32_t uiFlag)
@@ -195,12 +275,12 @@ QY_NODE *QY_NODE_GetLeafrefTargetNode(QY_NODE *pNode, uint32_t uiFlag)
 
 uint32_t QY_NODE_GetNodeKeyNum(QY_NODE *pNode)
 {
-    return pNode->uiType == 4 ? 1 : 0;
+    return NodeOf(pNode)->uiType == 4 ? 1 : 0;
 }
 
 uint32_t QY_NODE_IsKey(QY_NODE *pNode)
 {
-    return pNode->bKey ? 0xFFFFFFFF : 0xFFFFFFFE; /* bit 0 alone counts */
+    return NodeOf(pNode)->bKey ? 0xFFFFFFFF : 0xFFFFFFFE; /* bit 0 alone counts */
 }
 
 uint32_t QY_NODE_IsEnabled(QY_NODE *pNode)
@@ -210,44 +290,49 @@ uint32_t QY_NODE_IsEnabled(QY_NODE *pNode)
 
 void *QY_NODE_GetPrivate(QY_NODE *pNode)
 {
-    return pNode->pvPrivate;
+    return NodeOf(pNode)->pvPrivate;
 }
 
 void QY_NODE_SetPrivate(QY_NODE *pNode, void *pvPrivate)
 {
-    pNode->pvPrivate = pvPrivate;
+    NodeOf(pNode)->pvPrivate = pvPrivate;
 }
 
 uint32_t QY_NODE_IterScanChildrenNode(QY_NODE *pNode, QY_NODE_SCAN_PF pfnCb, void *pvCookie)
 {
-    QY_NODE *pFirst = FirstChild(pNode);
-    return pFirst != NULL ? QY_NODE_IterScanSiblingNode(pFirst, pfnCb, pvCookie) : 0;
-}
-
-uint32_t QY_NODE_IterScanSiblingNode(QY_NODE *pNode, QY_NODE_SCAN_PF pfnCb, void *pvCookie)
-{
-    for (; pNode != NULL; pNode = NextSibling(pNode)) {
-        const uint32_t uiRet = pfnCb(pNode, NULL, pvCookie);
+    struct Node *pstNode = NodeOf(pNode);
+    for (struct Node *pstChild = FirstChild(pstNode); pstChild != NULL; pstChild = NextSibling(pstChild)) {
+        const uint32_t uiRet = pfnCb(Handle(pstChild), NULL, pvCookie);
         if (uiRet != 0)
             return uiRet;
     }
     return 0;
 }
 
-/* The siblings from pNode on with everything below them; uiTravType is how the first one is reached. */
-static uint32_t ScanLevel(QY_NODE *pNode, uint32_t uiTravType, QY_TREE_SCAN_PF pfnCb, void *pvCookie)
+uint32_t QY_NODE_IterScanSiblingNode(QY_NODE *pNode, QY_NODE_SCAN_PF pfnCb, void *pvCookie)
 {
-    for (; pNode != NULL; pNode = uiTravType != QY_TRAV_START ? NextSibling(pNode) : NULL) {
-        uint32_t uiRet = pfnCb(pNode, uiTravType, pvCookie);
+    for (struct Node *pstNode = NodeOf(pNode); pstNode != NULL; pstNode = NextSibling(pstNode)) {
+        const uint32_t uiRet = pfnCb(Handle(pstNode), NULL, pvCookie);
+        if (uiRet != 0)
+            return uiRet;
+    }
+    return 0;
+}
+
+/* The siblings from pstNode on with everything below them; uiTravType is how the first one is reached. */
+static uint32_t ScanLevel(struct Node *pstNode, uint32_t uiTravType, QY_TREE_SCAN_PF pfnCb, void *pvCookie)
+{
+    for (; pstNode != NULL; pstNode = uiTravType != QY_TRAV_START ? NextSibling(pstNode) : NULL) {
+        uint32_t uiRet = pfnCb(Handle(pstNode), uiTravType, pvCookie);
         if (uiRet == KORV_TREE_SCAN_SKIP) {
             uiTravType = QY_TRAV_SIBLING;
             continue;
         }
-        QY_NODE *pChild = FirstChild(pNode);
-        if (uiRet == 0 && pChild != NULL) {
-            uiRet = ScanLevel(pChild, QY_TRAV_CHILD, pfnCb, pvCookie);
+        struct Node *pstChild = FirstChild(pstNode);
+        if (uiRet == 0 && pstChild != NULL) {
+            uiRet = ScanLevel(pstChild, QY_TRAV_CHILD, pfnCb, pvCookie);
             if (uiRet == 0)
-                uiRet = pfnCb(pNode, QY_TRAV_RETURN, pvCookie);
+                uiRet = pfnCb(Handle(pstNode), QY_TRAV_RETURN, pvCookie);
         }
         if (uiRet != 0)
             return uiRet;
@@ -259,13 +344,14 @@ static uint32_t ScanLevel(QY_NODE *pNode, uint32_t uiTravType, QY_TREE_SCAN_PF p
 
 uint32_t QY_NODE_TreeScanAllNode(QY_NODE *pNode, QY_TREE_SCAN_PF pfnCb, void *pvCookie)
 {
-    return ScanLevel(pNode, QY_TRAV_START, pfnCb, pvCookie);
+    return ScanLevel(NodeOf(pNode), QY_TRAV_START, pfnCb, pvCookie);
 }
 
 uint32_t QY_NODE_ScanAllExtInsts(QY_NODE *pNode, QY_EXT_SCAN_PF pfnCb, void *pvCookie)
 {
-    for (struct QY_EXT *pstExt = pNode->astExt; pstExt->pcKeyword != NULL; ++pstExt) {
-        const uint32_t uiRet = pfnCb(pstExt, "quelvo-mim-extensions", pstExt->pcKeyword, pstExt->pcArgument, pvCookie);
+    for (struct Ext *pstExt = NodeOf(pNode)->astExt; pstExt->pcKeyword != NULL; ++pstExt) {
+        const uint32_t uiRet =
+            pfnCb(Handle(pstExt), "quelvo-mim-extensions", pstExt->pcKeyword, pstExt->pcArgument, pvCookie);
         if (uiRet != 0)
             return uiRet;
     }
@@ -279,25 +365,26 @@ uint32_t QY_NODE_ReplaceDstExtInst(QY_NODE *pDst, QY_NODE *pSrc)
 
 uint32_t QY_NODE_ScanDerivedType(QY_NODE *pNode, QY_TYPE_SCAN_PF pfnCb, void *pvCookie)
 {
-    return pfnCb(NULL, NULL, &pNode->stType, pvCookie);
+    return pfnCb(NULL, NULL, Handle(&NodeOf(pNode)->stType), pvCookie);
 }
 
 uint32_t QY_EXT_ScanAllChildExtInsts(QY_EXT *pExt, QY_EXT_SCAN_PF pfnCb, void *pvCookie)
 {
-    return (void)pExt, (void)pfnCb, (void)pvCookie, 0;
+    return (void)Record(pExt), (void)pfnCb, (void)pvCookie, 0;
 }
 
 uint32_t QY_TYPE_GetBuiltInBaseType(QY_TYPE *pType)
 {
-    return pType->uiBase;
+    return ((struct Type *)Record(pType))->uiBase;
 }
 
 uint32_t QY_TYPE_ScanNameValuePair(QY_TYPE *pType, QY_ENUM_SCAN_PF pfnCb, void *pvCookie)
 {
-    return pType->uiBase == 6 ? pfnCb("on", 3, NULL, pvCookie) : 0;
+    return ((struct Type *)Record(pType))->uiBase == 6 ? pfnCb("on", 3, NULL, pvCookie) : 0;
 }
 
 uint32_t QY_TYPE_ScanStartEndPair(QY_TYPE *pType, QY_RANGE_SCAN_PF pfnCb, void *pvCookie)
 {
-    return pfnCb(&pType->llMin, &pType->llMax, pvCookie);
+    const struct Type *pstType = Record(pType);
+    return pfnCb(&pstType->llMin, &pstType->llMax, pvCookie);
 }

@@ -1,4 +1,5 @@
-/* A schema library of one module, held in tables: what a host may bring instead of ours. */
+/* A schema library of two modules, held in tables: what a host may bring instead of ours. Its handles are odd numbers, since
+ * nothing promises that they are addresses. */
 #ifndef TINY_SCHEMA_H
 #define TINY_SCHEMA_H
 
@@ -12,5 +13,8 @@ extern unsigned g_uiContexts;
 /* Node of the table by index, to look at its private data. */
 QY_NODE *TinyNode(unsigned uiIndex);
 extern const unsigned g_uiTinyNodeNum;
+
+/* Calls with a handle that was never handed out, or with a node that is gone. */
+extern unsigned g_uiWrongHandles;
 
 #endif /* TINY_SCHEMA_H */

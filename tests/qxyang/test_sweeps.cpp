@@ -64,18 +64,21 @@ namespace {
 
 using test::Schema;
 
-/* How many failures the latest load recorded, and how many of them name no place in a file. */
+/* How many failures the latest load recorded, how many of them name no place in a file, and how many no module. */
 struct FailureCount {
     int all = 0;
     int unplaced = 0;
+    int unnamed = 0;
 };
 
 FailureCount CountFailures(Schema &schema)
 {
     FailureCount count;
-    auto add = [](const char *, const char *file, uint32_t line, const char *text, uint32_t column, void *cookie) {
+    auto add = [](const char *module, const char *file, uint32_t line, const char *text, uint32_t column,
+                  void *cookie) {
         auto &failures = *static_cast<FailureCount *>(cookie);
         ++failures.all;
+        failures.unnamed += module == nullptr || *module == '\0' ? 1 : 0;
         std::string place =
             std::string(file != nullptr ? file : "") + ":" + std::to_string(line) + ":" + std::to_string(column) + ": ";
         failures.unplaced += line == 0 || std::string(text).find(place) != 0 ? 1 : 0;
@@ -184,6 +187,7 @@ TEST(AllocationSweep, LoadsThatFailAnyway)
         EXPECT_NE(QY_CTX_LoadModule(schema.Context(), "bad", nullptr), 0u);
         g_allocationsLeft = -1;
         EXPECT_NE(CountFailures(schema).all, 0);
+        EXPECT_EQ(CountFailures(schema).unnamed, 0);
     }
 }
 

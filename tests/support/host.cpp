@@ -15,14 +15,20 @@ uint32_t IsOpen(uint64_t component, uint32_t debugType)
     if (debugType < DEBUG_TYPE || debugType >= DEBUG_TYPE + KORV_LOG_LEVEL_NUM)
         return 0;
     sink->asked[debugType - DEBUG_TYPE]++;
+    if (Services().watcher)
+        Services().watcher();
     return sink->open[debugType - DEBUG_TYPE] ? 1 : 0;
 }
 
 void Print(uint64_t component, uint32_t debugType, const char *reserved, const char *text)
 {
     auto *sink = reinterpret_cast<LogSink *>(component);
+    if (Services().watcher)
+        Services().watcher();
     sink->otherArguments |= std::strcmp(reserved, "NULL") != 0;
     sink->lines.push_back({debugType - DEBUG_TYPE, text});
+    if (sink->onPrint)
+        sink->onPrint();
 }
 
 std::string FirstWord(std::string *path)
@@ -72,6 +78,7 @@ void HostTest::SetUp()
 
 void HostTest::TearDown()
 {
+    Services().watcher = nullptr;
     Stop();
     EXPECT_EQ(Services().Leaks(), "");
     (void)Services().ReleaseAllBut({}); /* the next test starts clean */

@@ -40,7 +40,8 @@ class LogSink {
     std::array<bool, KORV_LOG_LEVEL_NUM> open = {true, true, true, true};
     std::array<uint64_t, KORV_LOG_LEVEL_NUM> asked = {};
     std::vector<LogLine> lines;
-    bool otherArguments = false; /* a hook got something that it must not get */
+    std::function<void()> onPrint; /* called by the print hook */
+    bool otherArguments = false;   /* a hook got something that it must not get */
 };
 
 /* The fixture of the library's tests: one directory, one instance (started on first use), and at the end nothing is left

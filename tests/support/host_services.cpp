@@ -25,9 +25,16 @@ F *Real(const char *name)
     return reinterpret_cast<F *>(dlsym(RTLD_NEXT, name));
 }
 
+void CallWatcher()
+{
+    if (Services().watcher)
+        Services().watcher();
+}
+
 bool BoundedFails()
 {
-    return Services().boundedCalls++ == Services().failBounded;
+    const uint64_t number = Services().boundedCalls++;
+    return number >= Services().failBounded && number - Services().failBounded < Services().failBoundedCalls;
 }
 
 /* Result of a bounded text function, and its empty text where it fails. */
@@ -100,6 +107,7 @@ std::string HostServices::Leaks() const
 
 /* Part of this program, so the libraries find these functions before those of the host services library. */
 using test::BoundedFails;
+using test::CallWatcher;
 using test::Live;
 using test::Real;
 using test::Services;
@@ -107,6 +115,7 @@ using test::TextResult;
 
 void *ZOR_Malloc_F(uint64_t ulModuleId, uint8_t ucPartition, uint64_t ulSize, const char *pcFile, uint32_t uiLine)
 {
+    CallWatcher();
     const uint64_t number = Services().allocations++;
     if (number == Services().failAllocation || (Services().failForGood && number > Services().failAllocation))
         return nullptr;
@@ -117,6 +126,7 @@ void *ZOR_Malloc_F(uint64_t ulModuleId, uint8_t ucPartition, uint64_t ulSize, co
 
 void ZOR_Free_F(void *pvBlock, const char *, uint32_t)
 {
+    CallWatcher();
     if (pvBlock == nullptr)
         return;
     Services().frees++;
@@ -132,6 +142,7 @@ void ZOR_Assert(const char *pcFile, uint32_t uiLine, uint32_t)
 
 VEC_VECTOR_S *VEC_VectorInit_F(uint64_t ulModuleId, uint32_t uiCapacity, const char *pcFile, uint32_t uiLine)
 {
+    CallWatcher();
     if (Services().vectorInits++ == Services().failVectorInit)
         return nullptr;
     return Real<decltype(VEC_VectorInit_F)>("VEC_VectorInit_F")(ulModuleId, uiCapacity, pcFile, uiLine);
@@ -139,6 +150,7 @@ VEC_VECTOR_S *VEC_VectorInit_F(uint64_t ulModuleId, uint32_t uiCapacity, const c
 
 uint32_t VEC_VectorSet(VEC_VECTOR_S *pstVector, void *pvItem)
 {
+    CallWatcher();
     if (Services().vectorSets++ == Services().failVectorSet)
         return 0xFFFFFFFF;
     return Real<decltype(VEC_VectorSet)>("VEC_VectorSet")(pstVector, pvItem);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <set>
 #include <string>
@@ -41,10 +42,11 @@ class HostServices {
         failVectorSet = n;
         vectorSets = 0;
     }
-    /* Lets call number n (from 0, counted from here on) of a bounded memory or text function report a violation. */
-    void FailBounded(uint64_t n)
+    /* Lets calls from number n (from 0, counted from here on) of a bounded memory or text function report a violation. */
+    void FailBounded(uint64_t n, uint64_t calls)
     {
         failBounded = n;
+        failBoundedCalls = calls;
         boundedCalls = 0;
     }
 
@@ -63,12 +65,14 @@ class HostServices {
     uint64_t vectorSets = 0;
     uint64_t boundedCalls = 0;
     std::vector<std::string> assertions; /* file:line */
+    std::function<void()> watcher;       /* called whenever host code runs: hooks, memory, vectors */
 
     uint64_t failAllocation = NEVER;
     bool failForGood = false;
     uint64_t failVectorInit = NEVER;
     uint64_t failVectorSet = NEVER;
     uint64_t failBounded = NEVER;
+    uint64_t failBoundedCalls = 1;
 };
 
 HostServices &Services();
