@@ -18,14 +18,6 @@ struct PlannedAugment {
     SchemaPath path;
 };
 
-/* The node whose children's names the node's children share. */
-QY_NODE *NameScope(QY_NODE *node)
-{
-    while (IsChoiceOrCase(node))
-        node = node->parent;
-    return node;
-}
-
 } // namespace
 
 void TreeBuilder::ApplyAugments()
@@ -122,31 +114,40 @@ OnHeap TreeBuilder::AddToTarget(const Statement *augment, QY_NODE *target, Scope
     added_.push_back({target, augment, scope});
 }
 
-/* Looks for names that the additions from that index on brought a second time, in each target once. */
-void TreeBuilder::CheckAdditions(size_t first)
+/* Looks for names that the additions from that index on brought a second time, in each target once. Additions to a node
+ * that gets more children still wait until it has them all. */
+void TreeBuilder::CheckAdditions(size_t first, const QY_NODE *unfinished)
 {
+    if (first == added_.size())
+        return;
     std::unordered_set<const QY_NODE *> checked;
     for (size_t i = first; i < added_.size(); ++i) {
         QY_NODE *target = added_[i].target;
         QY_NODE *parent = NameScope(target);
+        if (parent == unfinished)
+            continue;
         const QY_NODE *twice = nullptr;
         if (target->kind == QY_NODE_TYPE_CHOICE && checked.insert(target).second)
             twice = names_.FindTwiceAmongCases(target, &build_.module);
         if (twice == nullptr && checked.insert(parent).second)
             twice = names_.FindTwice(parent, &build_.module);
         if (twice != nullptr)
-            FailAddedTwice(*twice, *parent, first);
+            FailAddedTwice(*twice, *parent, first, i);
     }
-    added_.resize(first);
+    auto isChecked = [unfinished](const Addition &addition) { return NameScope(addition.target) != unfinished; };
+    auto begin = added_.begin() + static_cast<std::ptrdiff_t>(first);
+    added_.erase(std::remove_if(begin, added_.end(), isChecked), added_.end());
 }
 
-/* Reports the name at the last of the augments that bring it. */
-void TreeBuilder::FailAddedTwice(const QY_NODE &node, const QY_NODE &parent, size_t first)
+/* Reports the name at the last of the augments that bring it. A case stands twice in one choice. */
+void TreeBuilder::FailAddedTwice(const QY_NODE &node, const QY_NODE &parent, size_t first, size_t met)
 {
-    const Addition *last = &added_[first];
+    const Addition *last = &added_[met];
+    bool isCase = node.kind == QY_NODE_TYPE_CASE;
     for (size_t i = first; i < added_.size(); ++i) {
         std::vector<const Statement *> found;
-        if (NameScope(added_[i].target) == &parent)
+        QY_NODE *target = added_[i].target;
+        if (isCase ? target == node.parent : NameScope(target) == &parent)
             FindStatements(added_[i].augment, added_[i].scope, node.name, found);
         if (!found.empty())
             last = &added_[i];

@@ -29,12 +29,24 @@ QY_MOD *Build::ModuleOf(Unit &unit, const Statement *statement, const Reference 
     QY_MOD *found = unit.BoundModule(reference.prefix);
     if (found != nullptr)
         return found;
-    NearestName nearest(reference.prefix);
-    for (const PrefixBinding &binding : unit.bindings)
-        nearest.Offer(binding.prefix);
     std::string text = std::string(reference.prefix) + ":" + std::string(reference.name);
-    Fail(unit, statement, "unknown prefix " + Quoted(reference.prefix) + " in " + Quoted(text) + nearest.Hint());
+    Fail(unit, statement, "unknown prefix " + Quoted(reference.prefix) + " in " + Quoted(text), {{}, reference.prefix},
+         [&unit](auto &&offer) {
+             for (const PrefixBinding *binding : unit.bindings)
+                 offer(binding->name);
+         });
     return nullptr;
+}
+
+void Build::CountJoined(Unit &unit, const Statement *statement, size_t count)
+{
+    load.joinedExtensions += count;
+    if (load.joinedExtensions <= limits::JOINED_STATEMENTS)
+        return;
+    Fail(unit, statement,
+         "the load needs more than " + std::to_string(limits::JOINED_STATEMENTS) +
+             " extension statements of nodes that are refined or deviated");
+    throw LoadStopped{};
 }
 
 void Build::ForgetStatements()
@@ -48,6 +60,7 @@ void Build::ForgetStatements()
         unit->root = nullptr;
         unit->extensionUses = {};
         unit->bindings.clear();
+        unit->prefixes = {};
         unit->statements.Clear();
     }
 }

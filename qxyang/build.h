@@ -9,6 +9,7 @@
 
 #include "child_finder.h"
 #include "context.h"
+#include "enum_names.h"
 #include "statement.h"
 #include "text.h"
 
@@ -29,6 +30,7 @@ struct PendingLeafref {
     const QY_TYPE *type; /* the leaf's, or a member of its union */
     Unit *unit;          /* where a failure is reported */
     uint32_t offset;
+    uint32_t member; /* of the leaf's union */
 };
 
 /* A deviation of the load that leaves a node out. */
@@ -40,7 +42,10 @@ struct Removal {
 
 /* One load call. */
 struct LoadState {
-    explicit LoadState(QY_CTX &owner) : context(owner), failures(owner.failures), files(owner.path) {}
+    explicit LoadState(QY_CTX &owner)
+        : context(owner), failures(owner.failures), files(owner.path, owner.failures.names)
+    {
+    }
 
     QY_CTX &context;
     Failures &failures;
@@ -48,7 +53,13 @@ struct LoadState {
     ChildFinder finder;
     std::vector<PendingLeafref> leafrefs;
     std::unordered_map<const QY_NODE *, Removal> removals;
-    size_t nodes = 0; /* made so far, those of groupings included */
+    EnumNames enumNames;
+    size_t nodes = 0; /* made so far, those of groupings included, as are the following */
+    size_t extensions = 0;
+    size_t joinedExtensions = 0;
+    size_t rangeParts = 0;
+    size_t leafrefSteps = 0;
+    size_t membersTried = 0; /* of unions, for defaults */
 };
 
 /* One module that is being built, its submodules included. */
@@ -80,11 +91,24 @@ class Build {
                      ForEachName &&forEachName)
     {
         Reference reference = SplitReference(text);
-        NearestName nearest(reference.name, reference.prefix);
-        if (!load.failures.Full()) // nobody sees the hint otherwise, and finding it takes time
-            forEachName([&nearest](std::string_view name) { nearest.Offer(name); });
-        Fail(unit, statement, "unknown " + std::string(what) + " " + Quoted(text) + nearest.Hint());
+        Fail(unit, statement, "unknown " + std::string(what) + " " + Quoted(text), reference, forEachName);
     }
+
+    /* Records a failure about a wrong name, with the nearest of the names that the visitor offers. */
+    template <class ForEachName>
+    void Fail(Unit &unit, const Statement *statement, const std::string &sentence, const Reference &wrong,
+              ForEachName &&forEachName)
+    {
+        load.failures.Add(unit.source, statement->offset, sentence, [&] {
+            NearestName nearest(load.failures.names, wrong.name, wrong.prefix);
+            if (nearest.IsOpen())
+                forEachName([&nearest](std::string_view name) { nearest.Offer(name); });
+            return nearest.Hint();
+        });
+    }
+
+    /* Counts extension statements that are copied because a refine or deviation changes those of a node. */
+    void CountJoined(Unit &unit, const Statement *statement, size_t count);
 
     /* What has records only for this module's load does not outlive it. */
     void ForgetStatements();

@@ -22,12 +22,13 @@ bool VisitSchemaChildren(const QY_NODE *parent, Visit &&visit)
     return false;
 }
 
+/* Choices and cases on the way are visited as well. */
 template <class Visit>
 bool VisitDataChildren(const QY_NODE *parent, Visit &&visit)
 {
     auto *top = const_cast<QY_NODE *>(parent); // the walk changes nothing
     for (QY_NODE *node = NextOfNames(top, top); node != nullptr; node = NextOfNames(top, node))
-        if (!IsChoiceOrCase(node) && visit(node))
+        if (visit(node))
             return true;
     return false;
 }
@@ -90,7 +91,7 @@ QY_NODE *ChildFinder::DataChild(const QY_NODE *parent, const QY_MOD *module, std
     QY_NODE *found = nullptr;
     int walked = 0;
     bool ended = VisitDataChildren(parent, [&](QY_NODE *child) {
-        if (Is(child, module, name))
+        if (!IsChoiceOrCase(child) && Is(child, module, name))
             found = child;
         return found != nullptr || ++walked == SHORT;
     });
@@ -99,7 +100,8 @@ QY_NODE *ChildFinder::DataChild(const QY_NODE *parent, const QY_MOD *module, std
     auto [entry, isNew] = dataIndexes_.try_emplace(parent);
     if (isNew)
         VisitDataChildren(parent, [&index = entry->second](QY_NODE *child) {
-            index.Add(child);
+            if (!IsChoiceOrCase(child))
+                index.Add(child);
             return false;
         });
     return entry->second.Find(module, name);

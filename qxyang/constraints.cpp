@@ -27,11 +27,10 @@ constexpr FlagRule FLAG_RULES[] = {
     {SETS_MUST, NODE_HAS_MUST},
 };
 
-/* Members of unions that are tried for one default: a few statements can name more of them than there is time for. */
+/* Members of unions that are tried for one default, and for all defaults of a load: a few statements can name more of them
+ * than there is time for. Long texts count several times. */
 constexpr size_t MEMBERS = 4096;
-
-/* Values of a type up to this number are walked. */
-constexpr uint32_t FEW = 16;
+constexpr size_t MEMBERS_OF_LOAD = size_t{1} << 20;
 
 bool IsInOperation(const QY_NODE *node)
 {
@@ -238,8 +237,8 @@ std::string ConstraintChecker::NoDefaultCase(const Statement *value, const QY_NO
 {
     Reference reference = SplitReference(value->argument);
     const QY_MOD *module = reference.prefix.empty() ? choice->module : build_.ModuleOf(unit, value, reference);
-    NearestName nearest(reference.name, reference.prefix);
-    for (const QY_NODE *child = choice->first; child != nullptr; child = child->next)
+    NearestName nearest(build_.load.failures.names, reference.name, reference.prefix);
+    for (const QY_NODE *child = choice->first; child != nullptr && nearest.IsOpen(); child = child->next)
         if (child->module == module)
             nearest.Offer(child->name);
     return "default " + Quoted(value->argument) + " is no case of " + DescribeNode(choice) + nearest.Hint();
@@ -300,11 +299,10 @@ std::string ConstraintChecker::WhyNotNumber(std::string_view text, const QY_TYPE
 
 std::string ConstraintChecker::WhyNotNamed(std::string_view name, const QY_TYPE &type)
 {
-    if (type.values == nullptr || FindValue(name, *type.values) != nullptr)
+    if (type.values == nullptr || build_.load.enumNames.Find(*type.values, name) != nullptr)
         return {};
-    NearestName nearest(name);
-    bool isTold = !build_.load.failures.Full(); // many wrong ones would take the square of the time
-    for (uint32_t i = 0; isTold && i < type.values->count; ++i)
+    NearestName nearest(build_.load.failures.names, name);
+    for (uint32_t i = 0; i < type.values->count && nearest.IsOpen(); ++i)
         nearest.Offer(type.values->values[i].name);
     return "the type has no " + std::string(type.builtin == QY_TYPE_BITS ? "bit " : "enum ") + Quoted(name) +
            nearest.Hint();
@@ -323,7 +321,8 @@ std::string ConstraintChecker::WhyNotOfUnion(std::string_view text, const QY_TYP
         }
         const QY_TYPE &member = *rest.back().front();
         rest.back() = rest.back().subspan(1);
-        if (++tried > MEMBERS)
+        build_.load.membersTried += 1 + text.size() / 64;
+        if (++tried > MEMBERS || build_.load.membersTried > MEMBERS_OF_LOAD)
             return {};
         if (member.builtin != QY_TYPE_UNION ? WhyNot(text, member).empty() : member.members == nullptr)
             return {};
@@ -331,20 +330,6 @@ std::string ConstraintChecker::WhyNotOfUnion(std::string_view text, const QY_TYP
             rest.emplace_back(member.members->types, member.members->count);
     }
     return "no type of the union has this value";
-}
-
-const EnumValue *ConstraintChecker::FindValue(std::string_view name, const EnumSet &set)
-{
-    if (set.count > FEW) {
-        auto [names, isNew] = names_.try_emplace(&set);
-        for (uint32_t i = 0; isNew && i < set.count; ++i)
-            names->second.Insert(const_cast<EnumValue *>(&set.values[i]));
-        return names->second.Find(name);
-    }
-    for (uint32_t i = 0; i < set.count; ++i)
-        if (name == set.values[i].name)
-            return &set.values[i];
-    return nullptr;
 }
 
 } // namespace qxyang

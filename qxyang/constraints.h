@@ -83,12 +83,10 @@ class ConstraintChecker {
     std::string WhyNotNumber(std::string_view text, const QY_TYPE &type);
     std::string WhyNotNamed(std::string_view name, const QY_TYPE &type);
     std::string WhyNotOfUnion(std::string_view text, const QY_TYPE &type);
-    const EnumValue *FindValue(std::string_view name, const EnumSet &set);
 
     Build &build_;
     std::vector<Pending> pending_;
     std::unordered_map<const QY_NODE *, const Statement *> lastDeviate_; /* with a default, of a leaf */
-    std::unordered_map<const EnumSet *, NameTable<EnumValue>> names_;    /* of types with many values */
 };
 
 } // namespace qxyang

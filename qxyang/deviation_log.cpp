@@ -15,59 +15,17 @@ const ExtensionSet *&OwnExtensions(QY_NODE *node)
     return node->module->replacedSets.find(node)->second.own;
 }
 
-size_t CountOf(const ExtensionSet *set)
-{
-    return set != nullptr ? set->count : 0;
-}
-
-bool IsSameArgument(const char *left, const char *right)
-{
-    if (left == nullptr || right == nullptr)
-        return left == right;
-    return std::strcmp(left, right) == 0;
-}
-
-/* Whether the instance is one that the change names: replacing looks at the extension alone. */
-bool Names(const Deviation &change, const QY_EXT &named, const QY_EXT &instance)
-{
-    bool isReplaced = change.kind == Deviation::Kind::ReplaceExtensions;
-    return named.name == instance.name && (isReplaced || IsSameArgument(named.argument, instance.argument));
-}
-
-bool TakesAway(const Deviation &change, const QY_EXT &instance)
-{
-    return change.kind != Deviation::Kind::AddExtensions &&
-           std::any_of(change.operand->begin(), change.operand->end(),
-                       [&](const QY_EXT &named) { return Names(change, named, instance); });
-}
-
 } // namespace
 
-bool DeviationLog::ChangesExtensions(const Deviation &change)
+const ExtensionSet *DeviationLog::ExtensionsOf(QY_NODE *node)
 {
-    return change.kind >= Deviation::Kind::AddExtensions;
-}
-
-/* The set after the change: instances taken away leave their place to nobody, added ones follow at the end. */
-OwnedSet DeviationLog::Changed(const ExtensionSet *set, const Deviation &change)
-{
-    bool adds = change.kind != Deviation::Kind::DeleteExtensions;
-    size_t room = CountOf(set) + (adds ? change.operand->count : 0);
-    OwnedSet result(new (::operator new(sizeof(ExtensionSet) + room * sizeof(QY_EXT))) ExtensionSet{0});
-    if (set != nullptr)
-        for (const QY_EXT &instance : *set)
-            if (!TakesAway(change, instance))
-                result->begin()[result->count++] = instance;
-    if (adds)
-        for (const QY_EXT &instance : *change.operand)
-            result->begin()[result->count++] = instance;
-    return result;
+    return OwnExtensions(node);
 }
 
 const ExtensionSet *DeviationLog::Deviated::EffectiveExtensions() const
 {
     for (auto change = changes.rbegin(); change != changes.rend(); ++change)
-        if (ChangesExtensions(*change))
+        if (change->result != nullptr)
             return change->result.get();
     return extensions;
 }
@@ -75,7 +33,7 @@ const ExtensionSet *DeviationLog::Deviated::EffectiveExtensions() const
 const Deviation *DeviationLog::Deviated::TypeChange() const
 {
     for (auto change = changes.rbegin(); change != changes.rend(); ++change)
-        if (change->kind == Deviation::Kind::Type)
+        if (change->type != nullptr)
             return &*change;
     return nullptr;
 }
@@ -90,8 +48,7 @@ uint16_t DeviationLog::Deviated::Properties() const
 
 const QY_MOD *DeviationLog::Deviated::Remover() const
 {
-    auto removal = std::find_if(changes.begin(), changes.end(),
-                                [](const Deviation &change) { return change.kind == Deviation::Kind::Remove; });
+    auto removal = std::find_if(changes.begin(), changes.end(), [](const Deviation &change) { return change.removes; });
     return removal != changes.end() ? removal->by : nullptr;
 }
 
@@ -101,20 +58,55 @@ const QY_MOD *DeviationLog::RemoverOf(QY_NODE *node) const
     return entry != nodes_.end() ? entry->second.Remover() : nullptr;
 }
 
-void DeviationLog::Apply(QY_NODE *node, Deviation change)
+/* Calls change(deviation) with what the module changes on the node. */
+template <class Change>
+void DeviationLog::Apply(QY_NODE *node, QY_MOD *by, Change &&change)
 {
-    QY_MOD *by = change.by;
-    by->deviated.push_back(node);
-    try {
-        Deviated &deviated = DeviatedNode(node);
-        if (ChangesExtensions(change))
-            change.result = Changed(deviated.EffectiveExtensions(), change);
-        deviated.changes.push_back(std::move(change));
-        Show(node, deviated);
-    } catch (...) {
-        by->deviated.pop_back();
-        throw;
+    Deviated &deviated = DeviatedNode(node);
+    if (deviated.changes.empty() || deviated.changes.back().by != by) {
+        by->deviated.push_back(node);
+        try {
+            deviated.changes.emplace_back();
+            deviated.changes.back().by = by;
+        } catch (...) {
+            by->deviated.pop_back();
+            throw;
+        }
     }
+    change(deviated.changes.back());
+    Show(node, deviated);
+}
+
+void DeviationLog::Remove(QY_NODE *node, QY_MOD *by)
+{
+    Apply(node, by, [](Deviation &deviation) { deviation.removes = true; });
+}
+
+void DeviationLog::SetType(QY_NODE *node, QY_MOD *by, const QY_TYPE *type)
+{
+    Apply(node, by, [type](Deviation &deviation) {
+        deviation.type = type;
+        deviation.target = nullptr;
+    });
+}
+
+void DeviationLog::SetProperties(QY_NODE *node, QY_MOD *by, uint16_t properties)
+{
+    uint16_t before = node->flags & NODE_PROPERTIES;
+    Apply(node, by, [before, properties](Deviation &deviation) {
+        auto set = static_cast<uint16_t>(properties & ~before);
+        auto cleared = static_cast<uint16_t>(before & ~properties);
+        deviation.set = static_cast<uint16_t>((deviation.set & ~cleared) | set);
+        deviation.cleared = static_cast<uint16_t>((deviation.cleared & ~set) | cleared);
+    });
+}
+
+void DeviationLog::SetExtensions(QY_NODE *node, QY_MOD *by, std::vector<ExtensionChange> changes, OwnedSet result)
+{
+    Apply(node, by, [&](Deviation &deviation) {
+        deviation.extensions = std::move(changes);
+        deviation.result = std::move(result);
+    });
 }
 
 /* The node's entry: a new one, which may stay without changes, holds what the node is without deviations. */
@@ -131,13 +123,6 @@ DeviationLog::Deviated &DeviationLog::DeviatedNode(QY_NODE *node)
     return deviated;
 }
 
-bool DeviationLog::HasInstance(QY_NODE *node, const Deviation &change, const QY_EXT &named) const
-{
-    const ExtensionSet *set = OwnExtensions(node);
-    return set != nullptr && std::any_of(set->begin(), set->end(),
-                                         [&](const QY_EXT &instance) { return Names(change, named, instance); });
-}
-
 void DeviationLog::SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target)
 {
     auto entry = nodes_.find(leaf);
@@ -146,7 +131,7 @@ void DeviationLog::SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target
     if (entry->second.type == type)
         entry->second.target = target;
     for (Deviation &change : entry->second.changes)
-        if (change.kind == Deviation::Kind::Type && change.type == type)
+        if (change.type == type)
             change.target = target;
 }
 
@@ -174,14 +159,17 @@ DeviationLog::Removal DeviationLog::PrepareRemoval(QY_MOD *first)
             const ExtensionSet *below = entry->second.extensions;
             bool stale = false;
             for (Deviation &change : entry->second.changes) {
-                if (!ChangesExtensions(change))
+                if (change.result == nullptr)
                     continue;
                 if (change.by->dying) {
                     stale = true;
                     continue;
                 }
                 if (stale) {
-                    OwnedSet result = Changed(below, change);
+                    ExtensionEdit edit(below);
+                    for (const ExtensionChange &step : change.extensions)
+                        edit.Apply(step);
+                    OwnedSet result = edit.Result();
                     below = result.get();
                     removal.results_.emplace_back(&change, std::move(result));
                 } else {

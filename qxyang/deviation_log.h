@@ -5,38 +5,33 @@
 #include <utility>
 #include <vector>
 
+#include "extension_edit.h"
 #include "model.h"
 
 namespace qxyang {
 
-/* One change of one node. */
+/* All that one module's deviations change on one node. Modules go as a whole, and so do their changes. */
 struct Deviation {
-    enum class Kind : uint8_t {
-        Remove,
-        Type,
-        Properties,
-        AddExtensions,
-        ReplaceExtensions,
-        DeleteExtensions
-    };
-
     QY_MOD *by;
-    Kind kind;
-    const QY_TYPE *type = nullptr;         /* Type */
-    const ExtensionSet *operand = nullptr; /* the extension statements in the deviate */
-    QY_NODE *target = nullptr;             /* Type: what the new type refers to */
-    uint16_t set = 0;                      /* Properties: flags of the node */
-    uint16_t cleared = 0;                  /* likewise */
-    OwnedSet result = nullptr;             /* extension instances after the change */
+    bool removes = false;
+    uint16_t set = 0;                        /* flags of the node */
+    uint16_t cleared = 0;                    /* likewise */
+    const QY_TYPE *type = nullptr;           /* null: not changed */
+    QY_NODE *target = nullptr;               /* what that type refers to */
+    std::vector<ExtensionChange> extensions; /* in their order */
+    OwnedSet result = nullptr;               /* extension instances after these changes; null: there are none */
 };
 
 class DeviationLog {
   public:
-    /* Changes the node. Nothing is changed when memory runs out. */
-    void Apply(QY_NODE *node, Deviation change);
+    /* Each changes the node. Nothing is changed when memory runs out. */
+    void Remove(QY_NODE *node, QY_MOD *by);
+    void SetType(QY_NODE *node, QY_MOD *by, const QY_TYPE *type);
+    void SetProperties(QY_NODE *node, QY_MOD *by, uint16_t properties);
+    void SetExtensions(QY_NODE *node, QY_MOD *by, std::vector<ExtensionChange> changes, OwnedSet result);
 
-    /* Whether the node has an extension instance that the change would replace or delete. */
-    bool HasInstance(QY_NODE *node, const Deviation &change, const QY_EXT &named) const;
+    /* The node's extension instances, apart from those that replaced them on request. */
+    static const ExtensionSet *ExtensionsOf(QY_NODE *node);
 
     /* What a type that the leaf has or had refers to becomes known. */
     void SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target);
@@ -58,8 +53,8 @@ class DeviationLog {
         const ExtensionSet *extensions; /* those below are the node's own, without deviations */
         const QY_TYPE *type;
         QY_NODE *target;
-        uint16_t properties; /* flags */
-        std::vector<Deviation> changes;
+        uint16_t properties;            /* flags */
+        std::vector<Deviation> changes; /* one of each module */
 
         const ExtensionSet *EffectiveExtensions() const;
         const Deviation *TypeChange() const;
@@ -67,9 +62,9 @@ class DeviationLog {
         const QY_MOD *Remover() const;
     };
 
+    template <class Change>
+    void Apply(QY_NODE *node, QY_MOD *by, Change &&change);
     Deviated &DeviatedNode(QY_NODE *node);
-    static bool ChangesExtensions(const Deviation &change);
-    static OwnedSet Changed(const ExtensionSet *set, const Deviation &change);
     static void Show(QY_NODE *node, const Deviated &deviated);
 
     std::unordered_map<QY_NODE *, Deviated> nodes_;

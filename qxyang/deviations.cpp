@@ -41,17 +41,64 @@ uint16_t DeviableOn(uint8_t kind)
 /* Every node has config, and every leaf a type, whether they are written or not. */
 constexpr uint16_t ALWAYS_THERE = SETS_CONFIG | SETS_TYPE;
 
-Deviation::Kind ExtensionChange(DeviateKind kind)
+ExtensionChange::Kind ExtensionChangeOf(DeviateKind kind)
 {
     if (kind == DeviateKind::Add)
-        return Deviation::Kind::AddExtensions;
-    return kind == DeviateKind::Replace ? Deviation::Kind::ReplaceExtensions : Deviation::Kind::DeleteExtensions;
+        return ExtensionChange::Kind::Add;
+    return kind == DeviateKind::Replace ? ExtensionChange::Kind::Replace : ExtensionChange::Kind::Delete;
 }
+
+/* The extension instances that a module's deviations change, until it is known what remains of them. */
+class ExtensionEdits {
+  public:
+    explicit ExtensionEdits(Build &build) : build_(build) {}
+
+    ExtensionEdit &Of(QY_NODE *node)
+    {
+        auto [entry, isNew] = places_.try_emplace(node, nodes_.size());
+        if (isNew)
+            nodes_.push_back({node, ExtensionEdit(DeviationLog::ExtensionsOf(node)), {}, nullptr, nullptr});
+        return nodes_[entry->second].edit;
+    }
+
+    void Apply(QY_NODE *node, const ExtensionChange &change, Unit &unit, const Statement *deviate)
+    {
+        Of(node).Apply(change);
+        Edited &edited = nodes_[places_.at(node)];
+        edited.changes.push_back(change);
+        edited.unit = &unit;
+        edited.deviate = deviate;
+    }
+
+    void Finish()
+    {
+        for (Edited &edited : nodes_) {
+            if (edited.changes.empty())
+                continue;
+            build_.CountJoined(*edited.unit, edited.deviate, edited.edit.Count());
+            build_.load.context.deviations.SetExtensions(edited.node, &build_.module, std::move(edited.changes),
+                                                         edited.edit.Result());
+        }
+    }
+
+  private:
+    struct Edited {
+        QY_NODE *node;
+        ExtensionEdit edit;
+        std::vector<ExtensionChange> changes;
+        Unit *unit; /* where the latest of them stands */
+        const Statement *deviate;
+    };
+
+    Build &build_;
+    std::vector<Edited> nodes_;
+    std::unordered_map<QY_NODE *, size_t> places_; /* in nodes_ */
+};
 
 class Deviator {
   public:
-    Deviator(Build &build, TreeBuilder &builder, Scope *scope)
-        : build_(build), builder_(builder), scope_(scope), log_(build.load.context.deviations)
+    Deviator(Build &build, TreeBuilder &builder, ExtensionEdits &edits, Scope *scope)
+        : build_(build), builder_(builder), edits_(edits), scope_(scope), log_(build.load.context.deviations)
     {
     }
 
@@ -88,7 +135,7 @@ class Deviator {
             if ((node->flags & NODE_IS_KEY) != 0)
                 builder_.Constraints().AwaitListOf(deviate, node, *scope_->unit,
                                                    Sentence(DescribeNode(node) + " is a key and cannot be left out"));
-            log_.Apply(node, {&build_.module, Deviation::Kind::Remove});
+            log_.Remove(node, &build_.module);
             Removal removal{scope_->unit, deviate->offset, deviation_->argument};
             build_.load.removals.emplace(node, std::move(removal));
             return;
@@ -145,21 +192,15 @@ class Deviator {
                 if ((deviate->properties & property) != 0 && !IsRepeatable(property, node))
                     after &= static_cast<uint16_t>(~FlagsOf(property));
         }
-        if (after != before) {
-            Deviation change{&build_.module, Deviation::Kind::Properties};
-            change.set = after & ~before;
-            change.cleared = before & ~after;
-            log_.Apply(node, std::move(change));
-        }
+        if (after != before)
+            log_.SetProperties(node, &build_.module, after);
         if (static_cast<DeviateKind>(deviate->detail) != DeviateKind::Delete)
             builder_.Constraints().CheckDeviate(deviate, node, *scope_->unit);
     }
 
     void ReplaceType(const Statement *statement, QY_NODE *node)
     {
-        Deviation change{&build_.module, Deviation::Kind::Type};
-        change.type = builder_.Types().Compile(statement, scope_);
-        log_.Apply(node, std::move(change));
+        log_.SetType(node, &build_.module, builder_.Types().Compile(statement, scope_));
         if (node->type->refers)
             builder_.AwaitTargets(node, scope_->unit, statement);
     }
@@ -167,13 +208,12 @@ class Deviator {
     void ChangeExtensions(const Statement *deviate, const ExtensionSet *operand, QY_NODE *node)
     {
         auto kind = static_cast<DeviateKind>(deviate->detail);
-        Deviation change{&build_.module, ExtensionChange(kind)};
-        change.operand = operand;
+        ExtensionChange change{ExtensionChangeOf(kind), operand};
         for (const QY_EXT &named : *operand)
-            if (kind != DeviateKind::Add && !log_.HasInstance(node, change, named))
+            if (kind != DeviateKind::Add && !edits_.Of(node).Has(change.kind, named))
                 return Fail(deviate, DescribeNode(node) + " has no extension statement " + Quoted(named.name->name) +
                                          " to " + deviate->argument);
-        log_.Apply(node, std::move(change));
+        edits_.Apply(node, change, *scope_->unit, deviate);
     }
 
     std::string Sentence(std::string_view what) const
@@ -188,6 +228,7 @@ class Deviator {
 
     Build &build_;
     TreeBuilder &builder_;
+    ExtensionEdits &edits_;
     Scope *scope_;
     DeviationLog &log_;
     const Statement *deviation_ = nullptr;
@@ -197,12 +238,15 @@ class Deviator {
 
 void ApplyDeviations(Build &build, TreeBuilder &builder)
 {
+    ExtensionEdits edits(build);
     for (Unit *unit : build.units) {
-        Deviator deviator(build, builder, build.UnitScope(*unit));
+        Deviator deviator(build, builder, edits, build.UnitScope(*unit));
         for (const Statement *statement = unit->root->first; statement != nullptr; statement = statement->next)
             if (statement->keyword == Kw::Deviation)
                 deviator.Apply(statement);
     }
+    if (!build.Failed())
+        edits.Finish();
 }
 
 } // namespace qxyang

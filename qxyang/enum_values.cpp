@@ -16,10 +16,6 @@ class ValueList {
     ValueList(Build &build, Unit &unit, const Statement *type, const QY_TYPE &base)
         : build_(build), unit_(unit), type_(type), isBits_(base.builtin == QY_TYPE_BITS), base_(base.values)
     {
-        if (base_ == nullptr)
-            return;
-        for (uint32_t i = 0; i < base_->count; ++i)
-            baseNames_.Insert(const_cast<EnumValue *>(&base_->values[i]));
     }
 
     const EnumSet *Compile()
@@ -71,12 +67,14 @@ class ValueList {
     /* A type that restricts another keeps the values of the names that it keeps. */
     bool TakeOver(EnumValue &value, bool isGiven, const Statement *statement)
     {
-        const EnumValue *base = baseNames_.Find(value.name);
+        const EnumValue *base = build_.load.enumNames.Find(*base_, value.name);
         if (base == nullptr) {
-            NearestName nearest(value.name);
-            ForEachNameIn(baseNames_, [&nearest](std::string_view name) { nearest.Offer(name); });
-            return Reject(statement, What() + " " + Quoted(value.name) + " is not in the type that is restricted" +
-                                         nearest.Hint());
+            build_.Fail(unit_, statement, What() + " " + Quoted(value.name) + " is not in the type that is restricted",
+                        {{}, value.name}, [this](auto &&offer) {
+                            for (uint32_t i = 0; i < base_->count; ++i)
+                                offer(base_->values[i].name);
+                        });
+            return false;
         }
         if (isGiven && value.value != base->value)
             return Reject(statement, What() + " " + Quoted(value.name) + " has the " + ValueWord() + " " +
@@ -126,7 +124,6 @@ class ValueList {
     const Statement *type_;
     bool isBits_;
     const EnumSet *base_; /* of the type that is restricted; null: none */
-    NameTable<EnumValue> baseNames_;
     NameTable<EnumValue> names_;
     int64_t next_ = 0;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <unordered_map>
 
 namespace qxyang {
 
@@ -11,7 +12,12 @@ namespace {
 
 class UseResolver {
   public:
-    UseResolver(Build &build, Unit &unit) : build_(build), unit_(unit) {}
+    UseResolver(Build &build, Unit &unit) : build_(build), unit_(unit)
+    {
+        AddModule(&build.module);
+        for (const PrefixBinding *binding : unit.bindings)
+            AddModule(binding->module);
+    }
 
     void Resolve(ExtensionUse &use)
     {
@@ -31,34 +37,36 @@ class UseResolver {
     /* Looks among all modules of the namespace: several revisions of one may be imported. */
     void Find(ExtensionUse &use)
     {
-        NearestName nearest(use.keyword);
-        const char *module = nullptr;
-        auto look = [&](const QY_MOD *candidate) {
-            if (use.definition != nullptr || use.space != candidate->space)
+        auto space = spaces_.find(use.space);
+        if (space == spaces_.end())
+            return build_.load.failures.Add(unit_.source, use.offset,
+                                            "extension statement " + Quoted(use.keyword) + " is of namespace " +
+                                                Quoted(use.space) + ", which no imported module has");
+        const std::vector<const QY_MOD *> &modules = space->second;
+        for (const QY_MOD *module : modules)
+            if ((use.definition = module->extensionDefinitions.Find(use.keyword)) != nullptr)
                 return;
-            module = candidate->name;
-            use.definition = candidate->extensionDefinitions.Find(use.keyword);
-            ForEachNameIn(candidate->extensionDefinitions, [&nearest](std::string_view name) { nearest.Offer(name); });
-        };
-        look(&build_.module);
-        for (const PrefixBinding &binding : unit_.bindings)
-            look(binding.module);
-        if (use.definition != nullptr)
-            return;
-        std::string keyword = Quoted(use.keyword);
-        if (module == nullptr)
-            return Fail(use, "extension statement " + keyword + " is of namespace " + Quoted(use.space) +
-                                 ", which no imported module has");
-        Fail(use, "module " + Quoted(module) + " has no extension " + keyword + nearest.Hint());
+        build_.load.failures.Add(unit_.source, use.offset,
+                                 "module " + Quoted(modules.back()->name) + " has no extension " + Quoted(use.keyword),
+                                 [&] {
+                                     NearestName nearest(build_.load.failures.names, use.keyword);
+                                     for (size_t i = 0; i < modules.size() && nearest.IsOpen(); ++i)
+                                         ForEachNameIn(modules[i]->extensionDefinitions,
+                                                       [&nearest](std::string_view name) { nearest.Offer(name); });
+                                     return nearest.Hint();
+                                 });
     }
 
-    void Fail(const ExtensionUse &use, std::string_view sentence)
+    void AddModule(const QY_MOD *module)
     {
-        build_.load.failures.Add(unit_.source, use.offset, sentence);
+        auto &modules = spaces_[module->space];
+        if (std::find(modules.begin(), modules.end(), module) == modules.end())
+            modules.push_back(module);
     }
 
     Build &build_;
     Unit &unit_;
+    std::unordered_map<std::string_view, std::vector<const QY_MOD *>> spaces_; /* in the order of the imports */
 };
 
 /* ---- instances ------------------------------------------------------------------------------------------------- */
@@ -70,17 +78,20 @@ class SetMaker {
     /* `around` is the extension that the statement is an instance of, or null: its argument element is no instance. */
     const ExtensionSet *Make(const Statement *statement, const Extension *around)
     {
-        uint64_t count = 0;
+        uint32_t count = 0;
         for (Statement *child = statement->first; child != nullptr; child = child->next)
             count += IsInstance(child, around) ? 1 : 0;
         if (count == 0)
             return nullptr;
         void *memory = build_.module.records.Allocate(sizeof(ExtensionSet) + count * sizeof(QY_EXT), alignof(QY_EXT));
-        auto *set = new (memory) ExtensionSet{count};
+        auto *set = new (memory) ExtensionSet{count, count};
         QY_EXT *instance = set->begin();
-        for (Statement *child = statement->first; child != nullptr; child = child->next)
-            if (IsInstance(child, around))
-                new (instance++) QY_EXT(MakeInstance(*AsExtension(child)));
+        for (Statement *child = statement->first; child != nullptr; child = child->next) {
+            if (!IsInstance(child, around))
+                continue;
+            new (instance) QY_EXT(MakeInstance(*AsExtension(child)));
+            set->total += TotalOf((instance++)->nested);
+        }
         return set;
     }
 
@@ -162,7 +173,7 @@ void Measure(const ExtensionSet &set, CopySize &size)
 
 ExtensionSet *Copy(const ExtensionSet &set, char *&records, char *&texts)
 {
-    auto *made = new (records) ExtensionSet{set.count};
+    auto *made = new (records) ExtensionSet{set.count, set.total};
     records += sizeof(ExtensionSet) + set.count * sizeof(QY_EXT);
     QY_EXT *target = made->begin();
     for (const QY_EXT &instance : set) {
@@ -197,14 +208,29 @@ const ExtensionSet *ExtensionsOf(Build &build, Unit &unit, const Statement *stat
     return SetMaker(build, unit).Make(statement, nullptr);
 }
 
-const ExtensionSet *JoinedSets(Arena &arena, const ExtensionSet *first, const ExtensionSet *second)
+const ExtensionSet *JoinedSets(Arena &arena, const std::vector<const ExtensionSet *> &sets)
 {
-    if (first == nullptr || second == nullptr)
-        return first != nullptr ? first : second;
-    uint64_t count = first->count + second->count;
-    void *memory = arena.Allocate(sizeof(ExtensionSet) + count * sizeof(QY_EXT), alignof(QY_EXT));
-    auto *joined = new (memory) ExtensionSet{count};
-    std::copy(second->begin(), second->end(), std::copy(first->begin(), first->end(), joined->begin()));
+    const ExtensionSet *only = nullptr;
+    size_t instances = 0;
+    size_t several = 0;
+    for (const ExtensionSet *set : sets) {
+        if (set == nullptr)
+            continue;
+        only = set;
+        instances += set->count;
+        ++several;
+    }
+    if (several < 2)
+        return only;
+    void *memory = arena.Allocate(sizeof(ExtensionSet) + instances * sizeof(QY_EXT), alignof(QY_EXT));
+    auto *joined = new (memory) ExtensionSet{static_cast<uint32_t>(instances), 0};
+    QY_EXT *end = joined->begin();
+    for (const ExtensionSet *set : sets) {
+        if (set == nullptr)
+            continue;
+        end = std::copy(set->begin(), set->end(), end);
+        joined->total += set->total;
+    }
     return joined;
 }
 

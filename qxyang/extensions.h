@@ -11,8 +11,8 @@ void ResolveExtensionUses(Build &build);
 /* The extension statements directly in a statement, those nested in them included; null: there are none. */
 const ExtensionSet *ExtensionsOf(Build &build, Unit &unit, const Statement *statement);
 
-/* Both sets in one, the first one's instances first; either may be null. */
-const ExtensionSet *JoinedSets(Arena &arena, const ExtensionSet *first, const ExtensionSet *second);
+/* All sets in one, in their order; any may be null. */
+const ExtensionSet *JoinedSets(Arena &arena, const std::vector<const ExtensionSet *> &sets);
 
 /* A copy in one block that depends on nothing but the context; null stays null. */
 OwnedSet CopyOfSet(const ExtensionSet *set);

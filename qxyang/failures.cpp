@@ -1,5 +1,7 @@
 #include "failures.h"
 
+#include <algorithm>
+
 #include "source.h"
 
 namespace qxyang {
@@ -8,41 +10,66 @@ void Failures::Begin(std::string_view module) noexcept
 {
     failures_.clear();
     count_ = 0;
+    names = {};
     outOfMemory_ = false;
     wanted_[module.copy(wanted_.data(), wanted_.size() - 1)] = '\0';
 }
 
+bool Failure::Says(std::string_view sentence) const
+{
+    std::string_view rest = text;
+    if (!file.empty())
+        rest.remove_prefix(file.size() + std::to_string(line).size() + std::to_string(column).size() + 4);
+    if (!rest.starts_with(sentence))
+        return false;
+    rest.remove_prefix(sentence.size());
+    return rest.empty() || rest.starts_with(HINT);
+}
+
+/* The same mistake met on two ways is told once. */
+bool Failures::IsKnown(const Source &source, uint32_t offset, std::string_view sentence) const
+{
+    return std::any_of(failures_.begin(), failures_.end(), [&](const Failure &known) {
+        return known.offset == offset && known.file == source.Path() && known.Says(sentence);
+    });
+}
+
 void Failures::Add(Source &source, uint32_t offset, std::string_view sentence)
 {
-    ++count_;
-    if (Full())
-        return;
+    if (IsKnown(source, offset, sentence))
+        return Count();
     Position position = source.Locate(offset);
     std::string text = source.Path();
     text.append(":").append(std::to_string(position.line)).append(":").append(std::to_string(position.column));
     text.append(": ").append(sentence);
-    Record({source.Module(), source.Path(), position.line, position.column, std::move(text)});
+    Record({source.Module(), source.Path(), position.line, position.column, std::move(text), offset});
 }
 
 void Failures::Add(std::string_view module, std::string_view sentence)
 {
-    ++count_;
-    if (!Full())
-        Record({std::string(module), {}, 0, 0, std::string(sentence)});
+    for (const Failure &known : failures_)
+        if (known.text == sentence)
+            return Count();
+    Record({std::string(module), {}, 0, 0, std::string(sentence), 0});
+}
+
+void Failures::Count()
+{
+    if (++count_ > limits::FAILURES_MET)
+        throw LoadStopped{};
+}
+
+void Failures::Record(Failure failure)
+{
+    failures_.push_back(std::move(failure));
+    Count();
+    if (failures_.size() >= limits::FAILURES)
+        throw LoadStopped{};
 }
 
 std::string Failures::FirstSince(Mark mark) const
 {
     return mark.recorded < failures_.size() ? failures_[mark.recorded].text : "what is wrong was told before";
-}
-
-/* The same mistake met on two ways is told once. */
-void Failures::Record(Failure failure)
-{
-    for (const Failure &known : failures_)
-        if (known.text == failure.text)
-            return;
-    failures_.push_back(std::move(failure));
 }
 
 uint32_t Failures::Scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "schema_limits.h"
+#include "text.h"
 
 namespace qxyang {
 
@@ -21,15 +22,33 @@ struct Failure {
     uint32_t line = 0;
     uint32_t column = 0;
     std::string text;
+    uint32_t offset = 0; /* in the file */
+
+    /* True if the sentence, apart from a hint, is this failure's. */
+    bool Says(std::string_view sentence) const;
 };
 
-/* Records failures up to a limit, each once; what comes after it only counts. */
+/* Leaves a load that cannot go on: its failure is recorded. */
+struct LoadStopped {};
+
+/* Records the failures of a load, each once. A load that has more of them than are recorded, or meets the same ones too
+ * often, ends: then LoadStopped is thrown. */
 class Failures {
   public:
     /* Forgets what was recorded: the load of that module begins. */
     void Begin(std::string_view module) noexcept;
 
     void Add(Source &source, uint32_t offset, std::string_view sentence);
+
+    /* The same with a hint, which is looked for when the failure is a new one: it is what makes failures expensive. */
+    template <class MakeHint>
+    void Add(Source &source, uint32_t offset, const std::string &sentence, MakeHint &&makeHint)
+    {
+        if (IsKnown(source, offset, sentence))
+            Count();
+        else
+            Add(source, offset, sentence + makeHint());
+    }
 
     /* A failure that no place in a file explains. */
     void Add(std::string_view module, std::string_view sentence);
@@ -50,11 +69,13 @@ class Failures {
     /* The text of the first failure since: the cause of those that followed from it. */
     std::string FirstSince(Mark mark) const;
 
-    bool Full() const { return failures_.size() >= limits::FAILURES; }
-
     uint32_t Scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const;
 
+    NameBudget names; /* of hints */
+
   private:
+    bool IsKnown(const Source &source, uint32_t offset, std::string_view sentence) const;
+    void Count();
     void Record(Failure failure);
 
     std::array<char, 256> wanted_{}; /* name of the module being loaded, cut where it does not fit */
@@ -62,8 +83,5 @@ class Failures {
     size_t count_ = 0;
     bool outOfMemory_ = false;
 };
-
-/* Leaves a load that cannot go on: its failure is recorded. */
-struct LoadStopped {};
 
 } // namespace qxyang

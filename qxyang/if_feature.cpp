@@ -279,7 +279,7 @@ const Condition *ConditionsOf(Build &build, Unit &unit, const Statement *stateme
             continue;
         FeatureExpression expression;
         if (ExpressionParser(build, unit, child).Parse(expression))
-            list = build.module.records.Make<Condition>(list, expression);
+            list = build.module.records.Make<Condition>(list, nullptr, expression);
     }
     return list;
 }
@@ -307,12 +307,27 @@ void CompileFeatures(Build &build)
     ForEachFeature(build, [&chains](Feature &feature) { chains.Measure(feature); });
 }
 
+/* What was walked is remembered, so that conditions that many nodes share are evaluated once. */
 bool Holds(const Condition *condition)
 {
-    for (; condition != nullptr; condition = condition->next)
-        if (!Evaluate(condition->expression))
-            return false;
-    return true;
+    if (condition == nullptr)
+        return true;
+    const Condition *first = condition->shared != nullptr ? condition->shared : condition;
+    const uint64_t epoch = first->expression.steps[0].feature->module->context->featureEpoch;
+    bool holds = true;
+    const Condition *end = condition;
+    for (; holds && end != nullptr; end = end->next) {
+        if (end->epoch == epoch) {
+            holds = end->holds;
+            break;
+        }
+        holds = end->shared != nullptr ? Holds(end->shared) : Evaluate(end->expression);
+    }
+    for (; condition != end; condition = condition->next) {
+        condition->epoch = epoch;
+        condition->holds = holds;
+    }
+    return holds;
 }
 
 void SetCondition(QY_NODE *node, const Condition *condition)

@@ -25,7 +25,7 @@ class PathWalk {
     {
     }
 
-    /* The leaf, or null: Why() says why there is none. */
+    /* The leaf, or null: Why() says why there is none, and Hint() what may be meant. */
     QY_NODE *Run()
     {
         if (path_.absolute)
@@ -42,6 +42,18 @@ class PathWalk {
     }
 
     const std::string &Why() const { return why_; }
+
+    std::string Hint(NameBudget &names) const
+    {
+        if (missing_ == nullptr)
+            return {};
+        NearestName nearest(names, missing_->name);
+        if (nearest.IsOpen()) {
+            const QY_MOD *module = ModuleOf(*missing_);
+            OfferChildren(at_ == nullptr ? const_cast<QY_NODE *>(&module->root) : at_, module, nearest);
+        }
+        return nearest.Hint();
+    }
 
   private:
     bool Climb()
@@ -90,13 +102,13 @@ class PathWalk {
 
     bool FailStep(const PathStep &step)
     {
-        NearestName nearest(step.name);
-        const QY_MOD *module = step.module != nullptr ? step.module : leaf_->module;
-        OfferChildren(at_ == nullptr ? const_cast<QY_NODE *>(&module->root) : at_, module, nearest);
-        std::string where = at_ == nullptr ? "module " + Quoted(module->name) : Quoted(at_->name);
-        why_ = where + " has no " + Quoted(step.name) + nearest.Hint();
+        std::string where = at_ == nullptr ? "module " + Quoted(ModuleOf(step)->name) : Quoted(at_->name);
+        why_ = where + " has no " + Quoted(step.name);
+        missing_ = &step;
         return false;
     }
+
+    const QY_MOD *ModuleOf(const PathStep &step) const { return step.module != nullptr ? step.module : leaf_->module; }
 
     void OfferChildren(QY_NODE *parent, const QY_MOD *module, NearestName &nearest) const
     {
@@ -111,6 +123,7 @@ class PathWalk {
     const LeafrefPath &path_;
     QY_NODE *at_; /* null: above all modules' top-level nodes */
     const QY_NODE *branch_ = nullptr;
+    const PathStep *missing_ = nullptr; /* that names no child */
     std::string why_;
 };
 
@@ -137,8 +150,7 @@ class RemovalCheck {
     void Check(const PendingLeafref &pending, QY_NODE *target)
     {
         QY_NODE *removed = RemovedFrom(target);
-        if (removed == nullptr || FindRemoval(target) != nullptr || !IsEffective(*pending.leaf->type, pending.type) ||
-            IsRemoved(pending.leaf))
+        if (removed == nullptr || FindRemoval(target) != nullptr || !IsEffective(pending) || IsRemoved(pending.leaf))
             return;
         load_.failures.Add(pending.unit->source, pending.offset,
                            LeafrefTitle(pending.leaf, *pending.type->path) + ": module " +
@@ -159,12 +171,12 @@ class RemovalCheck {
     }
 
   private:
-    static bool IsEffective(const QY_TYPE &type, const QY_TYPE *pending)
+    static bool IsEffective(const PendingLeafref &pending)
     {
+        const QY_TYPE &type = *pending.leaf->type;
         if (type.builtin != QY_TYPE_UNION)
-            return &type == pending;
-        return std::find(type.members->types, type.members->types + type.members->count, pending) !=
-               type.members->types + type.members->count;
+            return &type == pending.type;
+        return pending.member < type.members->count && type.members->types[pending.member] == pending.type;
     }
 
     const Removal *FindRemoval(const QY_NODE *node) const
@@ -261,7 +273,8 @@ void ResolveLeafrefs(LoadState &load)
         QY_NODE *target = walk.Run();
         if (target == nullptr)
             load.failures.Add(pending.unit->source, pending.offset,
-                              LeafrefTitle(pending.leaf, *pending.type->path) + ": " + walk.Why());
+                              LeafrefTitle(pending.leaf, *pending.type->path) + ": " + walk.Why(),
+                              [&] { return walk.Hint(load.failures.names); });
         removals.Check(pending, target);
         if (pending.leaf->type == pending.type) // neither a member of a union nor replaced by a deviation
             pending.leaf->target = target;

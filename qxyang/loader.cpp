@@ -171,10 +171,6 @@ std::unique_ptr<Unit> Loader::Parse(const std::string &path, std::string_view na
 {
     Failures::Mark before = failures_.Now();
     auto unit = std::make_unique<Unit>(path, std::string(name), module);
-    if (failures_.Full()) { // nothing more would be told of it
-        why = failures_.FirstSince(before);
-        return nullptr;
-    }
     why = unit->source.Read();
     if (!why.empty()) {
         why = Quoted(path) + " " + why;
@@ -259,6 +255,7 @@ void Loader::CloseInclude(Running &running)
     OpenFile closed = running.files.back();
     running.files.pop_back();
     running.units.push_back(closed.unit);
+    running.included.insert(closed.unit->Name());
     if (!running.files.empty() && failures_.AnySince(closed.start))
         FailInclude(running.files.back(), failures_.FirstSince(closed.start));
 }
@@ -305,12 +302,12 @@ bool Loader::BuildModule(Running &running)
 void Loader::Bind(Unit &unit, const Statement *statement, QY_MOD *module)
 {
     std::string_view prefix = statement->argument;
-    for (const PrefixBinding &binding : unit.bindings)
-        if (binding.prefix == prefix)
-            return failures_.Add(
-                unit.source, statement->offset,
-                "prefix " + Quoted(prefix) + " stands for module " + Quoted(binding.module->name) + " already");
-    unit.bindings.push_back({prefix, module});
+    auto *binding = unit.statements.Make<PrefixBinding>(prefix, module);
+    if (const PrefixBinding *known = unit.prefixes.Insert(binding))
+        return failures_.Add(
+            unit.source, statement->offset,
+            "prefix " + Quoted(prefix) + " stands for module " + Quoted(known->module->name) + " already");
+    unit.bindings.push_back(binding);
 }
 
 /* What the import that the innermost file waits for has come to. */
@@ -340,8 +337,7 @@ void Loader::Include(Running &running)
 {
     const OpenFile &file = running.files.back();
     std::string_view name = file.current->argument;
-    auto isIncluded = [name](const Unit *unit) { return unit->Name() == name; };
-    if (std::any_of(running.units.begin(), running.units.end(), isIncluded))
+    if (running.included.contains(name))
         return;
     auto nameOf = [](const OpenFile &entry) { return std::string_view(entry.unit->Name()); };
     for (const OpenFile &open : running.files)

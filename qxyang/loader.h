@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "build.h"
@@ -41,10 +42,11 @@ class Loader {
     /* A module whose files are being linked: its own file, and those of submodules that include one another. */
     struct Running {
         QY_MOD *module;
-        std::string key;             /* in `failed_` */
-        Failures::Mark start;        /* before its linking */
-        std::vector<Unit *> units;   /* complete with what they include, in the order of inclusion */
-        std::vector<OpenFile> files; /* each includes the next */
+        std::string key;                               /* in `failed_` */
+        Failures::Mark start;                          /* before its linking */
+        std::vector<Unit *> units;                     /* complete with what they include, in the order of inclusion */
+        std::unordered_set<std::string_view> included; /* their names */
+        std::vector<OpenFile> files;                   /* each includes the next */
     };
 
     Outcome Obtain(std::string_view name, std::string_view revision);

@@ -44,12 +44,18 @@ struct Extension {
 /* The extension instances of one statement: `count` QY_EXT records follow. Never changed once made, so the copies of a
  * grouping's nodes share them. */
 struct ExtensionSet {
-    uint64_t count;
+    uint32_t count;
+    uint32_t total; /* with those within others */
 
     QY_EXT *begin() { return reinterpret_cast<QY_EXT *>(this + 1); }
     const QY_EXT *begin() const { return reinterpret_cast<const QY_EXT *>(this + 1); }
     inline const QY_EXT *end() const;
 };
+
+inline uint32_t TotalOf(const ExtensionSet *set)
+{
+    return set != nullptr ? set->total : 0;
+}
 
 /* ---- features -------------------------------------------------------------------------------------------------- */
 
@@ -73,10 +79,13 @@ struct FeatureExpression {
     const FeatureStep *steps;
 };
 
-/* A list of expressions that must all hold. Tails are shared. */
+/* A list of expressions that must all hold. Tails are shared, and so are lists that were put in front of others. */
 struct Condition {
     const Condition *next;
-    FeatureExpression expression;
+    const Condition *shared;           /* a list of expressions that stands here, or null */
+    FeatureExpression expression = {}; /* otherwise */
+    mutable uint64_t epoch = 0;        /* of the context when it was known last */
+    mutable bool holds = false;        /* with all that follow it, as long as the epoch is the context's */
 };
 
 struct Feature {
@@ -106,6 +115,7 @@ struct Identity {
 struct RangePart {
     int64_t start;
     int64_t end;
+    int64_t reach; /* end of the last part behind it that is reached without a gap, or its own */
 };
 
 struct RangeSet {
@@ -233,6 +243,14 @@ inline bool IsLeaf(const QY_NODE *node)
 inline bool IsChoiceOrCase(const QY_NODE *node)
 {
     return node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE;
+}
+
+/* The node whose children's names the node's children share. */
+inline QY_NODE *NameScope(QY_NODE *node)
+{
+    while (IsChoiceOrCase(node))
+        node = node->parent;
+    return node;
 }
 
 /* False for nodes that scans leave out although they are linked. What stands below a removed node is not asked for. */

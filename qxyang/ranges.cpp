@@ -75,7 +75,7 @@ class RangeParser {
     {
         for (;;) {
             size_t end = std::min(text.find('|'), text.size());
-            RangePart part;
+            RangePart part{};
             if (!ParsePart(Trim(text.substr(0, end)), part))
                 return false;
             if (!parts.empty() && Order(part.start) <= Order(parts.back().end))
@@ -116,20 +116,13 @@ class RangeParser {
         return true;
     }
 
-    /* Whether every number of the part is in the base; parts of it that adjoin count as one. Parts ascend on both sides,
-     * so the search goes on where it ended for the part before. */
+    /* True if every number of the part is in the base; parts of it that adjoin count as one. */
     bool IsCovered(const RangePart &part)
     {
-        while (at_ < base_.count && Order(base_.parts[at_].end) < Order(part.start))
-            ++at_;
-        if (at_ == base_.count || Order(base_.parts[at_].start) > Order(part.start))
-            return false;
-        while (Order(base_.parts[at_].end) < Order(part.end)) {
-            if (at_ + 1 == base_.count || Order(base_.parts[at_ + 1].start) != Order(base_.parts[at_].end) + 1)
-                return false;
-            ++at_;
-        }
-        return true;
+        const RangePart *end = base_.parts + base_.count;
+        const RangePart *first = std::partition_point(
+            base_.parts, end, [&](const RangePart &candidate) { return Order(candidate.end) < Order(part.start); });
+        return first != end && Order(first->start) <= Order(part.start) && Order(first->reach) >= Order(part.end);
     }
 
     bool Reject(std::string why)
@@ -143,7 +136,6 @@ class RangeParser {
     NumberForm form_;
     const RangeSet &base_;
     std::string &why_;
-    uint32_t at_ = 0; /* part of the base */
 };
 
 } // namespace
@@ -197,6 +189,10 @@ const RangeSet *ParseRange(std::string_view text, NumberForm form, const RangeSe
         return nullptr;
     auto *kept = arena.MakeArray<RangePart>(parts.size());
     std::copy(parts.begin(), parts.end(), kept);
+    for (size_t i = parts.size(); i-- > 0;) {
+        bool adjoins = i + 1 < parts.size() && OrderOf(kept[i + 1].start, form) == OrderOf(kept[i].end, form) + 1;
+        kept[i].reach = adjoins ? kept[i + 1].reach : kept[i].end;
+    }
     return arena.Make<RangeSet>(static_cast<uint32_t>(parts.size()), kept);
 }
 

@@ -17,9 +17,16 @@ struct NumberForm {
     static NumberForm Of(const QY_TYPE &type);
 };
 
+constexpr RangePart SinglePart(int64_t start, int64_t end)
+{
+    return {start, end, end};
+}
+
 inline constexpr RangePart BUILTIN_PARTS[] = {
-    {INT8_MIN, INT8_MAX}, {INT16_MIN, INT16_MAX}, {INT32_MIN, INT32_MAX}, {INT64_MIN, INT64_MAX},
-    {0, UINT8_MAX},       {0, UINT16_MAX},        {0, UINT32_MAX},        {0, -1 /* the same 64 bits */},
+    SinglePart(INT8_MIN, INT8_MAX),   SinglePart(INT16_MIN, INT16_MAX),
+    SinglePart(INT32_MIN, INT32_MAX), SinglePart(INT64_MIN, INT64_MAX),
+    SinglePart(0, UINT8_MAX),         SinglePart(0, UINT16_MAX),
+    SinglePart(0, UINT32_MAX),        SinglePart(0, -1 /* the same 64 bits */),
 };
 
 inline constexpr RangeSet BUILTIN_RANGES[] = {

@@ -21,6 +21,14 @@ inline constexpr size_t SCHEMA_DEPTH = 512;
 inline constexpr size_t LIST_KEYS = 255; /* the key count is an 8-bit number for readers */
 inline constexpr size_t PATH_STEPS = 512;
 
+/* What the nodes of one load may have together, those of groupings included. Many nodes share what takes memory once, but
+ * readers read it of each. */
+inline constexpr size_t EXTENSION_STATEMENTS = size_t{32} << 20;
+inline constexpr size_t JOINED_STATEMENTS = size_t{4} << 20; /* of nodes that a refine or deviation gives some */
+inline constexpr size_t RANGE_PARTS = size_t{256} << 20;     /* of ranges with several parts */
+inline constexpr size_t LEAFREFS = size_t{4} << 20;          /* each member of a union counts */
+inline constexpr size_t LEAFREF_STEPS = size_t{32} << 20;    /* in the paths of the leafrefs */
+
 /* Chains of references: import of import, grouping in grouping, typedef of typedef, identity of identity, feature of
  * feature, union in union. */
 inline constexpr size_t CHAIN = 128;
@@ -28,8 +36,13 @@ inline constexpr size_t CHAIN = 128;
 /* Operands that a feature expression may have pending at a time, and nested parentheses in it. */
 inline constexpr size_t EXPRESSION_DEPTH = 64;
 
-/* Failures that one load call records. */
+/* Failures that one load call records; with the last of them the load ends. */
 inline constexpr size_t FAILURES = 64;
+
+/* What failures may cost one load call. Failures that it meets: the same mistake counts again in each copy of a grouping.
+ * Names that it compares with wrong ones; afterwards failures suggest none. */
+inline constexpr size_t FAILURES_MET = size_t{64} << 10;
+inline constexpr size_t NAMES_COMPARED = size_t{1} << 20;
 
 /* Bytes of a model's text that a failure quotes. */
 inline constexpr size_t QUOTED_LENGTH = 120;

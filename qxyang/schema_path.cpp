@@ -51,13 +51,14 @@ QY_NODE *SchemaPath::Follow(Build &build, Unit &unit, const Statement *statement
     for (const SchemaStep &step : steps_) {
         QY_NODE *child = build.load.finder.SchemaChild(at, step.module, step.name);
         if (child == nullptr) {
-            NearestName nearest(step.name);
-            for (child = FirstChild(at); child != nullptr; child = child->next)
-                if (child->module == step.module)
-                    nearest.Offer(child->name);
             build.Fail(unit, statement,
                        PathTitle(statement) + ": " + DescribeNode(at) + " has no node " + Quoted(step.name) +
-                           " of module " + Quoted(step.module->name) + nearest.Hint());
+                           " of module " + Quoted(step.module->name),
+                       {{}, step.name}, [at, &step](auto &&offer) {
+                           for (const QY_NODE *other = FirstChild(at); other != nullptr; other = other->next)
+                               if (other->module == step.module)
+                                   offer(other->name);
+                       });
             return nullptr;
         }
         at = child;

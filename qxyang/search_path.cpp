@@ -100,6 +100,7 @@ const FileFinder::Directory &FileFinder::Read(const std::string &directory)
         if (name.size() > SUFFIX.size() && name.ends_with(SUFFIX))
             entry->second.files.emplace_back(name);
     }
+    std::sort(entry->second.files.begin(), entry->second.files.end());
     return entry->second;
 }
 
@@ -113,14 +114,15 @@ std::string FileFinder::WhyUnseen(const std::string &directory)
 template <class Visit>
 void FileFinder::ForEachRevision(std::string_view name, Visit &&visit)
 {
+    const std::string beginning = std::string(name) + "@";
     for (const std::string &directory : path_.Directories()) {
-        for (const std::string &file : Listing(directory)) {
-            if (!file.starts_with(name) || file.size() <= name.size() + 1 || file[name.size()] != '@')
-                continue;
-            std::string_view revision = std::string_view(file).substr(name.size() + 1);
+        const std::vector<std::string> &files = Listing(directory);
+        for (auto file = std::lower_bound(files.begin(), files.end(), beginning);
+             file != files.end() && file->starts_with(beginning); ++file) {
+            std::string_view revision = std::string_view(*file).substr(beginning.size());
             revision.remove_suffix(SUFFIX.size());
             if (IsDate(revision))
-                visit(directory, file, revision);
+                visit(directory, *file, revision);
         }
     }
 }
@@ -186,8 +188,9 @@ std::string FileFinder::Missing(std::string_view name, std::string_view revision
     }
     if (std::string others = OtherRevisions(name, revision); !others.empty())
         return text + others;
-    NearestName nearest(name);
-    ForEachName([&nearest](std::string_view candidate) { nearest.Offer(candidate); });
+    NearestName nearest(names_, name);
+    if (nearest.IsOpen())
+        ForEachName([&nearest](std::string_view candidate) { nearest.Offer(candidate); });
     return text + nearest.Hint();
 }
 

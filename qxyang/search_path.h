@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "text.h"
+
 namespace qxyang {
 
 /* The registered directories, absolute, in the order of their registration. */
@@ -24,7 +26,8 @@ class SearchPath {
 /* Finds files during one load call, in which a directory's listing is read at most once. */
 class FileFinder {
   public:
-    explicit FileFinder(const SearchPath &path) : path_(path) {}
+    /* The budget pays for the names that are offered to whoever misses a file. */
+    FileFinder(const SearchPath &path, NameBudget &names) : path_(path), names_(names) {}
 
     /* Files to try, the best first. Without a revision: NAME.yin of the first directory that has it, else the newest
      * NAME@REVISION.yin of all directories. With one: NAME@REVISION.yin, then every NAME.yin, which has to say the
@@ -49,7 +52,7 @@ class FileFinder {
 
   private:
     struct Directory {
-        std::vector<std::string> files; /* names that end in ".yin" */
+        std::vector<std::string> files; /* names that end in ".yin", in the order of the alphabet */
         int error = 0;                  /* why there are none to be seen, or 0 */
     };
 
@@ -65,6 +68,7 @@ class FileFinder {
     void ForEachRevision(std::string_view name, Visit &&visit);
 
     const SearchPath &path_;
+    NameBudget &names_;
     std::unordered_map<std::string, Directory> listings_;
 };
 

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <new>
@@ -152,21 +153,24 @@ bool Source::StartsCharacter(uint32_t unit) const
 
 Position Source::Locate(uint32_t offset)
 {
-    if (offset < at_ || at_ == 0) {
-        at_ = start_;
-        position_ = {1, 1};
-    }
+    if (marks_.empty())
+        marks_.push_back({start_, {1, 1}});
+    auto behind = std::upper_bound(marks_.begin() + 1, marks_.end(), offset,
+                                   [](uint32_t wanted, const Mark &mark) { return wanted < mark.offset; });
+    Mark at = *(behind - 1);
     uint32_t step = UnitSize();
-    for (; at_ < offset && at_ < size_; at_ += step) {
-        uint32_t unit = UnitAt(at_);
+    for (; at.offset < offset && at.offset < size_; at.offset += step) {
+        if (at.offset >= marks_.back().offset + MARK_DISTANCE)
+            marks_.push_back(at);
+        uint32_t unit = UnitAt(at.offset);
         if (unit == '\n') {
-            ++position_.line;
-            position_.column = 1;
+            ++at.position.line;
+            at.position.column = 1;
         } else if (StartsCharacter(unit)) {
-            ++position_.column;
+            ++at.position.column;
         }
     }
-    return position_;
+    return at.position;
 }
 
 } // namespace qxyang

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qxyang {
 
@@ -65,8 +66,7 @@ class Source {
      * `end` when there is none. */
     uint32_t FindText(uint32_t begin, uint32_t end) const;
 
-    /* Counts lines from the place that was asked for before when that lies ahead, so failures in file order cost one
-     * pass. */
+    /* Counts lines from the nearest place before it that is known, so all failures of a file together cost one pass. */
     Position Locate(uint32_t offset);
 
   private:
@@ -87,6 +87,8 @@ class Source {
         return ((bytes | (bytes + EACH * (0x7F - ' '))) & EACH * 0x80) == 0;
     }
 
+    static constexpr uint32_t MARK_DISTANCE = 1 << 16;
+
     bool IsAt(uint32_t offset, uint32_t end, std::string_view ascii) const;
     uint32_t UnitSize() const { return encoding_ == Encoding::Utf16Little || encoding_ == Encoding::Utf16Big ? 2 : 1; }
     uint32_t UnitAt(uint32_t offset) const;
@@ -103,8 +105,12 @@ class Source {
     size_t size_ = 0;
     Encoding encoding_ = Encoding::Utf8;
     uint32_t start_ = 0; /* where the text begins behind a byte order mark */
-    uint32_t at_ = 0;    /* the place that was asked for last */
-    Position position_{1, 1};
+    struct Mark {
+        uint32_t offset;
+        Position position;
+    };
+    std::vector<Mark>
+        marks_; /* places in the order of the file, at most MARK_DISTANCE apart as far as it was looked at */
 };
 
 } // namespace qxyang

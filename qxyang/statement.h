@@ -92,7 +92,7 @@ inline std::string_view ArgumentOf(const Statement *statement, Kw keyword)
 
 /* A prefix that the file may use and what it stands for. */
 struct PrefixBinding {
-    std::string_view prefix;
+    std::string_view name;
     QY_MOD *module;
 };
 
@@ -105,8 +105,9 @@ class Unit {
     Source source;
     Statement *root = nullptr;
     bool isVersion11 = false;
-    const char *revision = nullptr; /* latest, or null */
-    std::vector<PrefixBinding> bindings;
+    const char *revision = nullptr;        /* latest, or null */
+    std::vector<PrefixBinding *> bindings; /* in the order of the imports */
+    NameTable<PrefixBinding> prefixes;     /* the same */
     NameTable<ExtensionUse> extensionUses;
     Arena statements; /* every record of the file; emptied when the module is complete */
 
@@ -117,10 +118,8 @@ class Unit {
     {
         if (prefix.empty())
             return module;
-        for (const PrefixBinding &binding : bindings)
-            if (binding.prefix == prefix)
-                return binding.module;
-        return nullptr;
+        const PrefixBinding *binding = prefixes.Find(prefix);
+        return binding != nullptr ? binding->module : nullptr;
     }
 };
 

@@ -29,7 +29,8 @@ constexpr std::array<bool, 256> MakeNameCharacters(bool first)
 constexpr std::array<bool, 256> FIRST_CHARACTERS = MakeNameCharacters(true);
 constexpr std::array<bool, 256> NAME_CHARACTERS = MakeNameCharacters(false);
 
-/* Number of single-character edits between both names, neighbours swapped counting as one; limit + 1 when it is more. */
+/* Number of single-character edits between both names, neighbours swapped counting as one; more than the limit when it is
+ * more. Places that differ by more than the limit are not looked at. */
 size_t EditDistance(std::string_view left, std::string_view right, size_t limit)
 {
     constexpr size_t MAX = 64;
@@ -39,12 +40,13 @@ size_t EditDistance(std::string_view left, std::string_view right, size_t limit)
     size_t *before = rows[0].data();
     size_t *previous = rows[1].data();
     size_t *current = rows[2].data();
-    for (size_t j = 0; j <= right.size(); ++j)
+    for (size_t j = 0; j <= std::min(right.size(), limit + 1); ++j)
         previous[j] = j;
     for (size_t i = 1; i <= left.size(); ++i) {
-        current[0] = i;
-        size_t least = i;
-        for (size_t j = 1; j <= right.size(); ++j) {
+        size_t first = i > limit ? i - limit : 1;
+        size_t last = std::min(right.size(), i + limit);
+        size_t least = current[first - 1] = first == 1 ? i : limit + 1;
+        for (size_t j = first; j <= last; ++j) {
             size_t change = previous[j - 1] + (left[i - 1] == right[j - 1] ? 0 : 1);
             current[j] = std::min({change, previous[j] + 1, current[j - 1] + 1});
             if (i > 1 && j > 1 && left[i - 1] == right[j - 2] && left[i - 2] == right[j - 1])
@@ -53,6 +55,8 @@ size_t EditDistance(std::string_view left, std::string_view right, size_t limit)
         }
         if (least > limit)
             return limit + 1;
+        if (last < right.size())
+            current[last + 1] = limit + 1;
         std::swap(before, previous);
         std::swap(previous, current);
     }
@@ -168,15 +172,24 @@ std::string Quoted(std::string_view text)
 }
 
 /* Names of one or two letters are all alike: none of them is nearer than another. */
-NearestName::NearestName(std::string_view wanted, std::string_view prefix)
-    : wanted_(wanted.substr(0, limits::QUOTED_LENGTH)), prefix_(prefix), distance_(0)
+NearestName::NearestName(std::string_view wanted) : wanted_(wanted.substr(0, limits::QUOTED_LENGTH)), distance_(0)
 {
     if (wanted.size() >= 3)
         distance_ = std::clamp<size_t>(wanted.size() / 3, 1, 4);
 }
 
+NearestName::NearestName(NameBudget &budget, std::string_view wanted, std::string_view prefix) : NearestName(wanted)
+{
+    budget_ = &budget;
+    prefix_ = prefix;
+    if (budget.left == 0)
+        distance_ = 0;
+}
+
 void NearestName::Offer(std::string_view candidate)
 {
+    if (budget_ != nullptr && budget_->left > 0)
+        --budget_->left;
     size_t difference =
         wanted_.size() > candidate.size() ? wanted_.size() - candidate.size() : candidate.size() - wanted_.size();
     if (distance_ == 0 || difference > distance_ || candidate.empty() || candidate == wanted_)
@@ -194,7 +207,7 @@ std::string NearestName::Hint() const
 {
     if (best_.empty())
         return {};
-    return "; did you mean " + Quoted(prefix_.empty() ? best_ : prefix_ + ":" + best_) + "?";
+    return std::string(HINT) + Quoted(prefix_.empty() ? best_ : prefix_ + ":" + best_) + "?";
 }
 
 } // namespace qxyang

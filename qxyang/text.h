@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "schema_limits.h"
+
 namespace qxyang {
 
 /* A name as a model refers to it: "prefix:name", the prefix empty when there is none. */
@@ -61,11 +63,26 @@ std::string ChainText(const Names &names, std::string_view closing, GetName &&na
     return text.append(closing);
 }
 
+/* How many names a load may still compare with wrong ones. */
+struct NameBudget {
+    size_t left = limits::NAMES_COMPARED;
+};
+
+/* What a hint begins with. */
+inline constexpr std::string_view HINT = "; did you mean ";
+
 /* Finds the name that somebody who wrote a wrong one probably meant. */
 class NearestName {
   public:
-    /* The hint has the prefix, if any, in front of the name. */
-    explicit NearestName(std::string_view wanted, std::string_view prefix = {});
+    /* For names of a list that no model makes longer. */
+    explicit NearestName(std::string_view wanted);
+
+    /* Whoever pays for the names that are offered. The hint has the prefix, if any, in front of the name. */
+    NearestName(NameBudget &budget, std::string_view wanted, std::string_view prefix = {});
+
+    /* False: no name can be near, or the budget is spent, so none needs to be offered. A search that has begun may spend
+     * more than is left: its hint does not depend on the order of the names. */
+    bool IsOpen() const { return distance_ != 0; }
 
     void Offer(std::string_view candidate);
 
@@ -73,6 +90,7 @@ class NearestName {
     std::string Hint() const;
 
   private:
+    NameBudget *budget_ = nullptr;
     std::string wanted_;
     std::string prefix_;
     std::string best_;

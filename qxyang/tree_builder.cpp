@@ -3,6 +3,7 @@
 #include "definitions.h"
 #include "extensions.h"
 #include "if_feature.h"
+#include "ranges.h"
 #include "schema_path.h"
 
 namespace qxyang {
@@ -57,10 +58,13 @@ void TreeBuilder::BuildModule()
     for (Unit *unit : build_.units)
         RunOnHeap(CompileDefinitions(unit->root, build_.UnitScope(*unit)));
     QY_MOD &module = build_.module;
+    std::vector<const ExtensionSet *> extensions;
     for (Unit *unit : build_.units) {
         RunOnHeap(AddChildren(unit->root, &module.root, build_.UnitScope(*unit)));
-        module.extensions = JoinedSets(module.records, module.extensions, ExtensionsOf(build_, *unit, unit->root));
+        extensions.push_back(ExtensionsOf(build_, *unit, unit->root));
     }
+    module.extensions = JoinedSets(module.records, extensions);
+    CheckAdditions(0);
     CheckModuleNames();
 }
 
@@ -133,7 +137,7 @@ QY_NODE *TreeBuilder::AddNode(const Statement *statement, QY_NODE *parent, Scope
     unit_ = scope->unit;
     statement_ = statement;
     QY_NODE *node = Append(parent, KindOf(statement->keyword), NameOf(statement));
-    node->extensions = ExtensionsOf(build_, *scope->unit, statement);
+    ShowExtensions(node, ExtensionsOf(build_, *scope->unit, statement));
     node->flags |= FlagsOf(statement->properties);
     SetCondition(node, ConditionsOf(build_, *scope->unit, statement));
     if (IsLeaf(node))
@@ -145,6 +149,7 @@ void TreeBuilder::FillLeaf(const Statement *statement, QY_NODE *leaf, Scope *sco
 {
     const Statement *type = FindChild(statement, Kw::Type);
     leaf->type = types_.Compile(type, scope);
+    CountRange(leaf->type);
     if (leaf->type->refers)
         AwaitTargets(leaf, scope->unit, type);
     constraints_.CheckNode(statement, leaf, *scope->unit, !chain_.empty());
@@ -154,14 +159,51 @@ void TreeBuilder::AwaitTargets(QY_NODE *leaf, Unit *unit, const Statement *state
 {
     if (!chain_.empty()) // of a grouping: where it is used matters
         return;
-    auto &pending = build_.load.leafrefs;
-    if (leaf->type->builtin == QY_TYPE_LEAFREF) {
-        pending.push_back({leaf, leaf->type, unit, statement->offset});
-        return;
-    }
+    if (leaf->type->builtin == QY_TYPE_LEAFREF)
+        return AwaitTarget({leaf, leaf->type, unit, statement->offset, 0}, statement);
     for (uint32_t i = 0; i < leaf->type->members->count; ++i)
         if (const QY_TYPE *member = leaf->type->members->types[i]; member->builtin == QY_TYPE_LEAFREF)
-            pending.push_back({leaf, member, unit, statement->offset});
+            AwaitTarget({leaf, member, unit, statement->offset, i}, statement);
+}
+
+void TreeBuilder::AwaitTarget(const PendingLeafref &pending, const Statement *statement)
+{
+    LoadState &load = build_.load;
+    if (const LeafrefPath *path = pending.type->path)
+        load.leafrefSteps += path->up + path->count;
+    if (load.leafrefs.size() >= limits::LEAFREFS || load.leafrefSteps > limits::LEAFREF_STEPS) {
+        bool many = load.leafrefs.size() >= limits::LEAFREFS;
+        build_.Fail(*pending.unit, statement,
+                    "the load needs more than " + std::to_string(many ? limits::LEAFREFS : limits::LEAFREF_STEPS) +
+                        (many ? " leafrefs" : " steps of leafrefs"));
+        throw LoadStopped{};
+    }
+    load.leafrefs.push_back(pending);
+}
+
+/* Gives a node that was made extension instances that may be those of many others. */
+void TreeBuilder::ShowExtensions(QY_NODE *node, const ExtensionSet *set)
+{
+    node->extensions = set;
+    if (set == nullptr || (build_.load.extensions += set->total) <= limits::EXTENSION_STATEMENTS)
+        return;
+    build_.Fail(*unit_, statement_,
+                "the load needs more than " + std::to_string(limits::EXTENSION_STATEMENTS) +
+                    " extension statements of schema nodes");
+    throw LoadStopped{};
+}
+
+/* Readers visit all parts of each leaf's range. */
+void TreeBuilder::CountRange(const QY_TYPE *type)
+{
+    if (type->base == nullptr || BuiltinRange(type->builtin) == nullptr || type->range->count == 1)
+        return;
+    build_.load.rangeParts += type->range->count;
+    if (build_.load.rangeParts <= limits::RANGE_PARTS)
+        return;
+    build_.Fail(*unit_, statement_,
+                "the load needs more than " + std::to_string(limits::RANGE_PARTS) + " parts of ranges of leaves");
+    throw LoadStopped{};
 }
 
 OnHeap TreeBuilder::FillParent(const Statement *statement, QY_NODE *node, Scope *scope)
@@ -170,7 +212,10 @@ OnHeap TreeBuilder::FillParent(const Statement *statement, QY_NODE *node, Scope 
     Scope *inner = ScopeOf(build_, statement, scope);
     if (inner != scope)
         co_await CompileDefinitions(statement, inner);
+    const size_t additions = added_.size();
     co_await AddChildren(statement, node, inner);
+    if (NameScope(node) == node)
+        CheckAdditions(additions);
     CompleteParent(statement, node, scope, inner);
 }
 
@@ -230,11 +275,12 @@ void TreeBuilder::SetKey(const Statement *key, std::string_view text, QY_NODE *l
         build_.Fail(unit, key, "key " + Quoted(text) + " of list " + Quoted(list->name) + std::string(what));
     };
     if (leaf == nullptr) {
-        NearestName nearest(reference.name, reference.prefix);
-        for (QY_NODE *child = list->first; child != nullptr; child = child->next)
-            if (child->kind == QY_NODE_TYPE_LEAF)
-                nearest.Offer(child->name);
-        return fail(" is no leaf of it" + nearest.Hint());
+        return build_.Fail(unit, key, "key " + Quoted(text) + " of list " + Quoted(list->name) + " is no leaf of it",
+                           reference, [list](auto &&offer) {
+                               for (QY_NODE *child = list->first; child != nullptr; child = child->next)
+                                   if (child->kind == QY_NODE_TYPE_LEAF)
+                                       offer(child->name);
+                           });
     }
     if (leaf->kind != QY_NODE_TYPE_LEAF)
         return fail(" is " + DescribeNode(leaf) + ", not a leaf");
@@ -365,12 +411,9 @@ void TreeBuilder::MarkGated()
 
 void AddConditions(QY_NODE *node, const Condition *conditions)
 {
-    const Condition *list = ConditionOf(node);
-    if (list == nullptr)
-        return SetCondition(node, conditions);
-    for (; conditions != nullptr; conditions = conditions->next)
-        list = node->module->records.Make<Condition>(list, conditions->expression);
-    SetCondition(node, list);
+    if (const Condition *list = ConditionOf(node))
+        conditions = node->module->records.Make<Condition>(list, conditions);
+    SetCondition(node, conditions);
 }
 
 } // namespace qxyang

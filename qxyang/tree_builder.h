@@ -44,8 +44,16 @@ class TreeBuilder {
     void CheckUnique(const Statement *statement, QY_NODE *list, Unit &unit);
     void AddMissingBranches(QY_NODE *operation);
     OnHeap CompileDefinitions(const Statement *statement, Scope *scope);
+    void AwaitTarget(const PendingLeafref &pending, const Statement *statement);
+    void ShowExtensions(QY_NODE *node, const ExtensionSet *set);
+    void CountRange(const QY_TYPE *type);
 
     /* groupings */
+    struct RefinedExtensions {
+        QY_NODE *node;
+        const ExtensionSet *set;
+        const Statement *refine;
+    };
     bool StartGrouping(Grouping &grouping);
     OnHeap Compile(Grouping &grouping);
     OnHeap ExpandUses(const Statement *uses, QY_NODE *parent, Scope *scope);
@@ -54,6 +62,7 @@ class TreeBuilder {
     QY_NODE *FindChanged(const Statement *change, const QY_NODE *grouping, QY_NODE *parent, Unit &unit);
     OnHeap ChangeUse(const Statement *uses, const QY_NODE *grouping, QY_NODE *parent, Scope *scope);
     void Refine(const Statement *statement, QY_NODE *node, Unit &unit);
+    void JoinRefined(size_t first, Unit &unit);
 
     /* augments */
     struct Addition {
@@ -61,8 +70,8 @@ class TreeBuilder {
         const Statement *augment;
         Scope *scope;
     };
-    void CheckAdditions(size_t first);
-    void FailAddedTwice(const QY_NODE &node, const QY_NODE &parent, size_t first);
+    void CheckAdditions(size_t first, const QY_NODE *unfinished = nullptr);
+    void FailAddedTwice(const QY_NODE &node, const QY_NODE &parent, size_t first, size_t met);
     OnHeap AddToTarget(const Statement *augment, QY_NODE *target, Scope *scope);
     bool Accepts(const Statement *augment, const QY_NODE *target, Unit &unit);
     void ApplyAugment(QY_NODE *augment, const Statement *statement, const SchemaPath &path, Scope *scope);
@@ -78,10 +87,11 @@ class TreeBuilder {
     ConstraintChecker constraints_;
     TypeCompiler types_;
     SiblingNames names_;
-    std::vector<Grouping *> chain_; /* groupings being compiled, each using the next */
-    std::vector<Addition> added_;   /* whose names are not checked yet */
-    size_t depth_ = 0;              /* of the node being built */
-    Unit *unit_ = nullptr;          /* where the statement being expanded stands */
+    std::vector<Grouping *> chain_;          /* groupings being compiled, each using the next */
+    std::vector<Addition> added_;            /* whose names are not checked yet */
+    std::vector<RefinedExtensions> refined_; /* of the uses being changed, not joined yet */
+    size_t depth_ = 0;                       /* of the node being built */
+    Unit *unit_ = nullptr;                   /* where the statement being expanded stands */
     const Statement *statement_ = nullptr;
     const Statement *outermostUse_ = nullptr; /* that copies nodes into the tree, and where it stands */
     Unit *outermostUnit_ = nullptr;

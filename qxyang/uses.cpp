@@ -1,4 +1,7 @@
 /* Groupings and what uses make of them. */
+#include <algorithm>
+#include <functional>
+
 #include "definitions.h"
 #include "extensions.h"
 #include "grammar.h"
@@ -42,7 +45,9 @@ OnHeap TreeBuilder::Compile(Grouping &grouping)
     Scope *inner = ScopeOf(build_, grouping.statement, grouping.scope);
     if (inner != grouping.scope)
         co_await CompileDefinitions(grouping.statement, inner);
+    const size_t additions = added_.size();
     co_await AddChildren(grouping.statement, root, inner);
+    CheckAdditions(additions);
     CheckNames(root, grouping.statement, inner);
     chain_.pop_back();
     grouping.root = root;
@@ -101,7 +106,7 @@ void TreeBuilder::CopyTree(const QY_NODE *top, QY_NODE *parent)
 QY_NODE *TreeBuilder::CopyNode(const QY_NODE *from, QY_NODE *parent)
 {
     QY_NODE *node = Append(parent, from->kind, from->name);
-    node->extensions = from->extensions;
+    ShowExtensions(node, from->extensions);
     node->keyCount = from->keyCount;
     node->flags = from->flags;
     if (from->module == node->module)
@@ -112,6 +117,7 @@ QY_NODE *TreeBuilder::CopyNode(const QY_NODE *from, QY_NODE *parent)
     if (!IsLeaf(from))
         return node;
     node->type = from->type;
+    CountRange(node->type);
     if (node->type->refers)
         AwaitTargets(node, outermostUnit_, outermostUse_);
     return node;
@@ -122,6 +128,7 @@ OnHeap TreeBuilder::ChangeUse(const Statement *uses, const QY_NODE *grouping, QY
 {
     Unit &unit = *scope->unit;
     size_t additions = added_.size();
+    size_t refines = refined_.size();
     for (const Statement *child = uses->first; child != nullptr; child = child->next) {
         if (child->keyword != Kw::Refine && child->keyword != Kw::Augment)
             continue;
@@ -139,7 +146,8 @@ OnHeap TreeBuilder::ChangeUse(const Statement *uses, const QY_NODE *grouping, QY
         co_await AddToTarget(child, node, scope);
         depth_ -= levels;
     }
-    CheckAdditions(additions);
+    JoinRefined(refines, unit);
+    CheckAdditions(additions, NameScope(parent));
 }
 
 /* The node that a refine or augment names, or null: the failure is recorded. */
@@ -150,12 +158,13 @@ QY_NODE *TreeBuilder::FindChanged(const Statement *change, const QY_NODE *groupi
         return nullptr;
     std::string_view first = path.Steps().front().name;
     if (build_.load.finder.SchemaChild(grouping, grouping->module, first) == nullptr) {
-        NearestName nearest(first);
-        for (const QY_NODE *node = grouping->first; node != nullptr; node = node->next)
-            nearest.Offer(node->name);
         build_.Fail(unit, change,
                     std::string(KeywordOf(change->keyword).name) + " " + Quoted(change->argument) + ": " +
-                        DescribeNode(grouping) + " has no node " + Quoted(first) + nearest.Hint());
+                        DescribeNode(grouping) + " has no node " + Quoted(first),
+                    {{}, first}, [grouping](auto &&offer) {
+                        for (const QY_NODE *node = grouping->first; node != nullptr; node = node->next)
+                            offer(node->name);
+                    });
         return nullptr;
     }
     QY_NODE *start =
@@ -200,9 +209,30 @@ void TreeBuilder::Refine(const Statement *statement, QY_NODE *node, Unit &unit)
                                    Quoted(KeywordOf(child->keyword).name));
     node->flags = ChangedFlags(node->flags, statement->properties);
     constraints_.CheckRefine(statement, node, unit);
-    node->extensions = JoinedSets(build_.module.records, node->extensions, ExtensionsOf(build_, unit, statement));
+    if (const ExtensionSet *set = ExtensionsOf(build_, unit, statement))
+        refined_.push_back({node, set, statement});
     if (const Condition *conditions = ConditionsOf(build_, unit, statement))
         AddConditions(node, conditions);
+}
+
+/* Each refined node gets all that its refines add at once. */
+void TreeBuilder::JoinRefined(size_t first, Unit &unit)
+{
+    if (first == refined_.size())
+        return;
+    std::stable_sort(refined_.begin() + static_cast<std::ptrdiff_t>(first), refined_.end(),
+                     [](const auto &left, const auto &right) { return std::less<>()(left.node, right.node); });
+    std::vector<const ExtensionSet *> sets;
+    for (size_t i = first; i < refined_.size();) {
+        QY_NODE *node = refined_[i].node;
+        sets.assign(1, node->extensions);
+        for (; i < refined_.size() && refined_[i].node == node; ++i)
+            sets.push_back(refined_[i].set);
+        const ExtensionSet *joined = JoinedSets(build_.module.records, sets);
+        build_.CountJoined(unit, refined_[i - 1].refine, joined->count);
+        ShowExtensions(node, joined);
+    }
+    refined_.resize(first);
 }
 
 } // namespace qxyang

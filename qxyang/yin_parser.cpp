@@ -91,8 +91,6 @@ void YinParser::Guard(void *self, Handle &&handle)
         return;
     try {
         handle(parser);
-        if (parser.failures_.Full())
-            parser.Stop();
     } catch (...) {
         parser.thrown_ = std::current_exception();
         parser.Stop();
