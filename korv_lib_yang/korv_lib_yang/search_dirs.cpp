@@ -14,7 +14,7 @@ constexpr uint32_t DIR_ENTRY_NUM = 3; /* both base directories and the null behi
  * later, whatever the process's working directory is then. */
 uint32_t Register(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcDir)
 {
-    if (pcDir != nullptr && pcDir[0] != '\0')
+    if (pcDir != nullptr && pcDir[0] != '\0' && pcDir[0] != '/')
         (void)XUR_VFS_IsDirExist(pcDir);
     return QY_CTX_SetSearchDir(pstYangCtx->pSchemaCtx, pcDir);
 }
