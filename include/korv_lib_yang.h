@@ -206,8 +206,10 @@ typedef struct {
     QY_NODE *pAugNode;           /**< the augment itself, or null once it is gone; borrowed */
     QY_NODE *pTargetParentRoot;  /**< topmost node above the target while the module is being loaded, else null */
     QY_NODE *pFirstChild;        /**< first child of pAugNode, or null once it is gone; borrowed */
-    KorvTreeNode *pstTargetTree; /**< the tree that the augment extends, from its top down; may be null; owned */
-    KorvTreeNode *pstSelfTree;   /**< the augment's own nodes; may be null; owned */
+    KorvTreeNode *pstTargetTree; /**< the tree that the augment extends, from its top down; its siblings are the
+                                      containers behind that top node, with ids only where another augment of the
+                                      module adds to them; may be null; owned */
+    KorvTreeNode *pstSelfTree;   /**< the containers that the augment adds; may be null; owned */
     uint32_t uiSelfTreeDone;     /**< 1 once the self tree is built, while the load goes on */
     char acAugNodeName[KORV_AUG_NODE_NAME_SIZE]; /**< target path as the augment statement has it */
 } TELMYANG_AUGMENT_INFO_S;
