@@ -5,6 +5,7 @@
 
 #include "grammar.h"
 #include "ranges.h"
+#include "schema_limits.h"
 #include "schema_path.h"
 
 namespace qxyang {
@@ -26,11 +27,6 @@ constexpr FlagRule FLAG_RULES[] = {
     {SETS_UNITS, NODE_HAS_UNITS},
     {SETS_MUST, NODE_HAS_MUST},
 };
-
-/* Members of unions that are tried for one default, and for all defaults of a load: a few statements can name more of them
- * than there is time for. Long texts count several times. */
-constexpr size_t MEMBERS = 4096;
-constexpr size_t MEMBERS_OF_LOAD = size_t{1} << 20;
 
 bool IsInOperation(const QY_NODE *node)
 {
@@ -322,7 +318,7 @@ std::string ConstraintChecker::WhyNotOfUnion(std::string_view text, const QY_TYP
         const QY_TYPE &member = *rest.back().front();
         rest.back() = rest.back().subspan(1);
         build_.load.membersTried += 1 + text.size() / 64;
-        if (++tried > MEMBERS || build_.load.membersTried > MEMBERS_OF_LOAD)
+        if (++tried > limits::DEFAULT_MEMBERS || build_.load.membersTried > limits::DEFAULT_MEMBERS_OF_LOAD)
             return {};
         if (member.builtin != QY_TYPE_UNION ? WhyNot(text, member).empty() : member.members == nullptr)
             return {};

@@ -1,4 +1,5 @@
-/* Every limit of the schema layer. Beyond one of them a load fails with a text that names it; nothing is cut silently. */
+/* Every limit of the schema layer. Beyond one of them a load fails with a text that names it, unless its comment says what
+ * happens instead. */
 #pragma once
 
 #include <cstddef>
@@ -39,12 +40,18 @@ inline constexpr size_t EXPRESSION_DEPTH = 64;
 /* Failures that one load call records; with the last of them the load ends. */
 inline constexpr size_t FAILURES = 64;
 
-/* What failures may cost one load call. Failures that it meets: the same mistake counts again in each copy of a grouping.
- * Names that it compares with wrong ones; afterwards failures suggest none. */
+/* Failures that one load call meets, a mistake in a grouping once for each copy; behind the last of them the load ends. */
 inline constexpr size_t FAILURES_MET = size_t{64} << 10;
+
+/* Names that one load call compares with wrong ones; afterwards failures suggest no name. */
 inline constexpr size_t NAMES_COMPARED = size_t{1} << 20;
 
-/* Bytes of a model's text that a failure quotes. */
+/* Members of unions that are tried for one default, and for all defaults of a load. Long texts count several times. Beyond
+ * it a default counts as right. */
+inline constexpr size_t DEFAULT_MEMBERS = 4096;
+inline constexpr size_t DEFAULT_MEMBERS_OF_LOAD = size_t{1} << 20;
+
+/* Bytes of a model's text that a failure quotes; the rest is cut. */
 inline constexpr size_t QUOTED_LENGTH = 120;
 
 } // namespace qxyang::limits
