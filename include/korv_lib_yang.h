@@ -371,14 +371,15 @@ KORV_LIB_API int32_t YANGLIB_PkgDllCompare(const char *pcKey, const YANGLIB_INST
 /**
  * Loads a module with everything that it imports, reads its extension statements and registers it with its trees.
  *
- * After a failure the registry is as before and nothing stays allocated, unless an allocation fails while a half-built
- * tree is being released: what is left of that tree is given up. A module that the schema library did load stays in its
- * context, and a later load of the same name goes on from there. The reasons are reported at level 0; once the module's
+ * After a failure the registry is as before and the library keeps no block of the load, unless an allocation fails while
+ * a half-built tree is being released: what is left of that tree is given up. A module that the schema library did load
+ * stays in its context, and a later load of the same name goes on from there. The reasons are reported at level 0; once the module's
  * file has been looked for, "Load Module (...) fail!" is the last of them. A successful load may report at level 0,
  * too: only the result tells.
  *
- * The load succeeds without two things that cannot be had: the deviation module that the module takes along, and the
- * self tree of an augment. Loading the module again does not bring them, unloading and loading it does.
+ * Two parts may be missing after a load that succeeds, by a fault in a file or for want of memory: the deviations that
+ * the module takes along, and self trees of its augments. Loading the module again does not bring them, unloading and
+ * loading it does.
  *
  * @param pYangModule    the instance
  * @param pcModuleName   the module's name; its file is found in the search directories

@@ -53,7 +53,8 @@ extern "C" {
 /**
  * @defgroup contract_handles Handles of the schema library
  *
- * Pointers to records that only the schema library knows. Null means "none".
+ * Pointers to records that only the schema library knows. Null means "none"; any other number will do, since the library
+ * compares handles and hands them back, and keeps no marks in them.
  * @{
  */
 
@@ -379,8 +380,8 @@ KORV_PLATFORM_API uint32_t XUR_VFS_FindNext(XUR_VFS_FIND_S *pstFind);
 /** Ends a search that XUR_VFS_FindFirst started; the record keeps the name of its last match. */
 KORV_PLATFORM_API void XUR_VFS_FindClose(XUR_VFS_FIND_S *pstFind);
 
-/** 1 when the path is an existing directory. The library asks for each search directory when it registers it, so that a
- * relative one can be kept for XUR_VFS_SetWorkPath. */
+/** 1 when the path is an existing directory. The library asks for each relative search directory when it registers it, so
+ * that its place can be kept for XUR_VFS_SetWorkPath, and for each install path. */
 KORV_PLATFORM_API uint32_t XUR_VFS_IsDirExist(const char *pcPath);
 
 /** @} */
