@@ -216,3 +216,10 @@ int sprintf_s(char *pcDest, size_t ulDestMax, const char *pcFormat, ...)
         *pcDest = '\0';
     return TextResult(violation ? -1 : length, -1, pcDest);
 }
+
+int32_t XUR_StrCmp(const char *pcLeft, const char *pcRight)
+{
+    REAL_ONCE(XUR_StrCmp);
+    CallWatcher();
+    return real(pcLeft, pcRight);
+}

@@ -65,7 +65,7 @@ class HostServices {
     uint64_t vectorSets = 0;
     uint64_t boundedCalls = 0;
     std::vector<std::string> assertions; /* file:line */
-    std::function<void()> watcher;       /* called whenever host code runs: hooks, memory, vectors */
+    std::function<void()> watcher;       /* called when host code runs: hooks, memory, vectors, compared texts */
 
     uint64_t failAllocation = NEVER;
     bool failForGood = false;
