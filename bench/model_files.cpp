@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "model_generator.h"
+#include "support/compact_twin.h"
 
 namespace bench {
 
@@ -28,6 +29,11 @@ std::string ModelFiles::Add(const std::string &name, std::string text) const
 {
     std::ofstream(m_dir + "/" + name + ".yin", std::ios::binary) << text;
     return text;
+}
+
+void ModelFiles::AddCompact(const std::string &name, const std::string &yin) const
+{
+    std::ofstream(m_dir + "/" + name + ".yang", std::ios::binary) << test::CompactTwin(yin);
 }
 
 } // namespace bench

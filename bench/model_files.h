@@ -16,6 +16,8 @@ class ModelFiles {
     const std::string &Dir() const { return m_dir; }
     /* Writes NAME.yin and returns its text. */
     std::string Add(const std::string &name, std::string text) const;
+    /* Writes NAME.yang: the compact form of a module in YIN. */
+    void AddCompact(const std::string &name, const std::string &yin) const;
 
   private:
     std::string m_dir;

@@ -80,12 +80,17 @@ Rows LoadRows(Runner &runner, const ModelFiles &files)
     const std::string text = files.Add(NAME, MixedModule(NAME, NODES));
     runner.Add("expat", [&](benchmark::State &state) { ExpatAlone(state, text); });
     runner.Add("load", [&](benchmark::State &state) { Load(state, files.Dir()); });
+    const ModelFiles compact;
+    compact.AddCompact(NAME, text);
+    runner.Add("load_compact", [&](benchmark::State &state) { Load(state, compact.Dir()); });
     runner.Add("load_schema", [&](benchmark::State &state) { LoadInParts(state, files.Dir(), true); });
     runner.Add("load_own", [&](benchmark::State &state) { LoadInParts(state, files.Dir(), false); });
     runner.Run();
     const std::string load = "load of " + Grouped(NODES) + " nodes";
     return {
         {load, "expat on the same bytes", runner.Ratio("load", "expat"), 2.0, CountLoad(files.Dir(), false)},
+        {load + " in compact syntax", "expat on the same model in YIN", runner.Ratio("load_compact", "expat"), 1.0,
+         CountLoad(compact.Dir(), false)},
         {"the library's own part of it", "the schema layer's part", runner.Ratio("load_own", "load_schema"), 1.0,
          CountLoad(files.Dir(), true)},
     };

@@ -2,7 +2,7 @@
  * @file
  * The host's interface of libkorv_libyang.
  *
- * The library turns YANG modules (YIN files) into the class and attribute model by which a host samples and addresses
+ * The library turns YANG modules (YIN or compact syntax) into the class and attribute model by which a host samples and addresses
  * data, and answers the host's questions about it.
  *
  * In short
@@ -310,7 +310,7 @@ KORV_LIB_API extern TELMYANG_LOCAL_DATA_S *g_pstKORVLibYangLocalData;
  * @param ulModuleId      memory module id of every allocation that the instance makes
  * @param pKorvComponent  the host's own value, handed to every hook
  * @param pstHookTable    the host's four debug hooks (copied), or null: nothing is logged
- * @param pcDir1          directory of YIN files that is searched first (copied), at most 255 characters, or null
+ * @param pcDir1          directory of module files that is searched first (copied), at most 255 characters, or null
  * @param pcDir2          directory that is searched next, likewise
  * @return the instance, which g_pstKORVLibYangLocalData points at from then on; release it with YANGLIB_Uninitial.
  *         Null when memory or the schema context is missing or a directory is too long: nothing stays allocated then

@@ -163,7 +163,7 @@ KORV_PLATFORM_API void QY_CTX_Delete(QY_CTX *pCtx);
  * Null: private data are left to their owner. */
 KORV_PLATFORM_API void QY_CTX_SetPridataFreeFunc(QY_CTX *pCtx, QY_PRIDATA_FREE_PF pfnFree);
 
-/** Adds a directory to those searched for YIN files; a null or empty text is accepted and ignored. 0 = accepted, also
+/** Adds a directory to those searched for module files; a null or empty text is accepted and ignored. 0 = accepted, also
  * when it is registered already. */
 KORV_PLATFORM_API uint32_t QY_CTX_SetSearchDir(QY_CTX *pCtx, const char *pcDir);
 

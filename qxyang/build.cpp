@@ -49,6 +49,13 @@ void Build::CountJoined(Unit &unit, const Statement *statement, size_t count)
     throw LoadStopped{};
 }
 
+void Build::KeepFiles()
+{
+    for (const Unit *unit : units)
+        module.files.push_back(
+            {module.texts.Text(unit->Name()), module.texts.Text(unit->source.Path()), unit->source.IsCompact()});
+}
+
 void Build::ForgetStatements()
 {
     auto forget = [](auto &record) { record.statement = nullptr; };

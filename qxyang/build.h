@@ -85,13 +85,19 @@ class Build {
     /* The module that the reference's prefix stands for, or null: the failure is recorded. */
     QY_MOD *ModuleOf(Unit &unit, const Statement *statement, const Reference &reference);
 
-    /* Records that a name is not found, with the nearest of the names that the visitor offers. */
-    template <class ForEachName>
+    /* Records that a name is not found, with the nearest of the names that the visitor offers. A name without prefix is
+     * looked for in the imported modules as well: isIn(module) tells whether one has it. */
+    template <class ForEachName, class IsIn>
     void FailUnknown(Unit &unit, const Statement *statement, std::string_view what, std::string_view text,
-                     ForEachName &&forEachName)
+                     ForEachName &&forEachName, IsIn &&isIn)
     {
         Reference reference = SplitReference(text);
-        Fail(unit, statement, "unknown " + std::string(what) + " " + Quoted(text), reference, forEachName);
+        load.failures.Add(unit.source, statement->offset, "unknown " + std::string(what) + " " + Quoted(text), [&] {
+            for (const PrefixBinding *binding : unit.bindings)
+                if (reference.prefix.empty() && isIn(*binding->module))
+                    return PrefixHint(binding->name, reference.name);
+            return NearestHint(reference, forEachName);
+        });
     }
 
     /* Records a failure about a wrong name, with the nearest of the names that the visitor offers. */
@@ -99,16 +105,24 @@ class Build {
     void Fail(Unit &unit, const Statement *statement, const std::string &sentence, const Reference &wrong,
               ForEachName &&forEachName)
     {
-        load.failures.Add(unit.source, statement->offset, sentence, [&] {
-            NearestName nearest(load.failures.names, wrong.name, wrong.prefix);
-            if (nearest.IsOpen())
-                forEachName([&nearest](std::string_view name) { nearest.Offer(name); });
-            return nearest.Hint();
-        });
+        load.failures.Add(unit.source, statement->offset, sentence, [&] { return NearestHint(wrong, forEachName); });
+    }
+
+    /* A hint at the nearest of the names that the visitor offers, or nothing. */
+    template <class ForEachName>
+    std::string NearestHint(const Reference &wrong, ForEachName &&forEachName)
+    {
+        NearestName nearest(load.failures.names, wrong.name, wrong.prefix);
+        if (nearest.IsOpen())
+            forEachName([&nearest](std::string_view name) { nearest.Offer(name); });
+        return nearest.Hint();
     }
 
     /* Counts extension statements that are copied because a refine or deviation changes those of a node. */
     void CountJoined(Unit &unit, const Statement *statement, size_t count);
+
+    /* Notes the files for those who ask which the module came from. */
+    void KeepFiles();
 
     /* What has records only for this module's load does not outlive it. */
     void ForgetStatements();

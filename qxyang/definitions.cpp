@@ -163,15 +163,18 @@ T *FindDefinition(Build &build, Scope *scope, const Statement *statement, NameTa
             return found;
     if (T *found = (module->*top).Find(reference.name))
         return found;
-    build.FailUnknown(unit, statement, what, statement->argument, [&](auto &&offer) {
-        for (Scope *around = innermost; around != nullptr; around = around->outer)
-            ForEachNameIn(around->*nested, offer);
-        ForEachNameIn(module->*top, offer);
-        if (!std::is_same_v<T, Typedef> || !reference.prefix.empty())
-            return;
-        for (uint8_t type = 1; type <= QY_TYPE_UNION; ++type)
-            offer(BuiltinTypeName(type));
-    });
+    build.FailUnknown(
+        unit, statement, what, statement->argument,
+        [&](auto &&offer) {
+            for (Scope *around = innermost; around != nullptr; around = around->outer)
+                ForEachNameIn(around->*nested, offer);
+            ForEachNameIn(module->*top, offer);
+            if (!std::is_same_v<T, Typedef> || !reference.prefix.empty())
+                return;
+            for (uint8_t type = 1; type <= QY_TYPE_UNION; ++type)
+                offer(BuiltinTypeName(type));
+        },
+        [&](const QY_MOD &imported) { return (imported.*top).Find(reference.name) != nullptr; });
     return nullptr;
 }
 
@@ -237,8 +240,10 @@ Identity *FindIdentity(Build &build, Unit &unit, const Statement *base)
         return nullptr;
     Identity *identity = module->identities.Find(reference.name);
     if (identity == nullptr)
-        build.FailUnknown(unit, base, "identity", base->argument,
-                          [module](auto &&offer) { ForEachNameIn(module->identities, offer); });
+        build.FailUnknown(
+            unit, base, "identity", base->argument,
+            [module](auto &&offer) { ForEachNameIn(module->identities, offer); },
+            [&](const QY_MOD &imported) { return imported.identities.Find(reference.name) != nullptr; });
     return identity;
 }
 

@@ -37,11 +37,14 @@ class UseResolver {
     /* Looks among all modules of the namespace: several revisions of one may be imported. */
     void Find(ExtensionUse &use)
     {
+        if (!use.prefix.empty())
+            return FindByPrefix(use);
         auto space = spaces_.find(use.space);
         if (space == spaces_.end())
             return build_.load.failures.Add(unit_.source, use.offset,
                                             "extension statement " + Quoted(use.keyword) + " is of namespace " +
-                                                Quoted(use.space) + ", which no imported module has");
+                                                Quoted(use.space) + ", which no imported module has" +
+                                                RightNamespace(use));
         const std::vector<const QY_MOD *> &modules = space->second;
         for (const QY_MOD *module : modules)
             if ((use.definition = module->extensionDefinitions.Find(use.keyword)) != nullptr)
@@ -55,6 +58,45 @@ class UseResolver {
                                                        [&nearest](std::string_view name) { nearest.Offer(name); });
                                      return nearest.Hint();
                                  });
+    }
+
+    /* What the prefix of the element means by the file's imports, when it is one of them; or nothing. */
+    std::string RightNamespace(const ExtensionUse &use)
+    {
+        std::string_view text = unit_.source.Text().substr(use.offset);
+        Reference tag = SplitReference(text.substr(0, std::min(text.find_first_of(" \t\r\n/>"), text.size())));
+        if (!tag.prefix.starts_with('<'))
+            return {};
+        std::string_view prefix = tag.prefix.substr(1);
+        const QY_MOD *module = prefix.empty() ? nullptr : unit_.BoundModule(prefix);
+        if (module == nullptr)
+            return {};
+        return "; prefix " + Quoted(prefix) + " stands for module " + Quoted(module->name) + ", whose namespace is " +
+               Quoted(module->space);
+    }
+
+    void FindByPrefix(ExtensionUse &use)
+    {
+        const QY_MOD *module = unit_.BoundModule(use.prefix);
+        if (module != nullptr)
+            use.definition = module->extensionDefinitions.Find(use.keyword);
+        if (use.definition != nullptr)
+            return;
+        auto &failures = build_.load.failures;
+        if (module == nullptr)
+            return failures.Add(unit_.source, use.offset,
+                                "unknown prefix " + Quoted(use.prefix) + " in " + Quoted(use.name), [&] {
+                                    return build_.NearestHint({{}, use.prefix}, [this](auto &&offer) {
+                                        for (const PrefixBinding *binding : unit_.bindings)
+                                            offer(binding->name);
+                                    });
+                                });
+        failures.Add(unit_.source, use.offset,
+                     "module " + Quoted(module->name) + " has no extension " + Quoted(use.keyword), [&] {
+                         return build_.NearestHint({use.prefix, use.keyword}, [module](auto &&offer) {
+                             ForEachNameIn(module->extensionDefinitions, offer);
+                         });
+                     });
     }
 
     void AddModule(const QY_MOD *module)
@@ -116,6 +158,8 @@ class SetMaker {
 
     const char *ArgumentOf(const ExtensionStatement &statement, const Extension &definition)
     {
+        if (unit_.source.IsCompact())
+            return CompactArgumentOf(statement, definition);
         if (definition.argument != nullptr && definition.argumentIsElement)
             return ElementArgumentOf(statement, definition);
         bool expected = definition.argument != nullptr;
@@ -132,6 +176,17 @@ class SetMaker {
             Fail(statement,
                  "extension statement " + Quoted(definition.name) + " has no attribute " + Quoted(definition.argument));
         return given ? statement.argument : nullptr;
+    }
+
+    const char *CompactArgumentOf(const ExtensionStatement &statement, const Extension &definition)
+    {
+        bool isGiven = statement.argument != nullptr;
+        bool isExpected = definition.argument != nullptr;
+        if (isGiven && !isExpected)
+            Fail(statement, "extension statement " + Quoted(definition.name) + " takes no argument");
+        else if (isExpected && !isGiven)
+            Fail(statement, "extension statement " + Quoted(definition.name) + " has no argument");
+        return isExpected ? statement.argument : nullptr;
     }
 
     const char *ElementArgumentOf(const ExtensionStatement &statement, const Extension &definition)

@@ -15,11 +15,14 @@ void Failures::Begin(std::string_view module) noexcept
     wanted_[module.copy(wanted_.data(), wanted_.size() - 1)] = '\0';
 }
 
+size_t Failure::PlaceLength() const
+{
+    return file.empty() ? 0 : file.size() + std::to_string(line).size() + std::to_string(column).size() + 4;
+}
+
 bool Failure::Says(std::string_view sentence) const
 {
-    std::string_view rest = text;
-    if (!file.empty())
-        rest.remove_prefix(file.size() + std::to_string(line).size() + std::to_string(column).size() + 4);
+    std::string_view rest = std::string_view(text).substr(PlaceLength());
     if (!rest.starts_with(sentence))
         return false;
     rest.remove_prefix(sentence.size());
@@ -70,6 +73,20 @@ void Failures::Record(Failure failure)
 std::string Failures::FirstSince(Mark mark) const
 {
     return mark.recorded < failures_.size() ? failures_[mark.recorded].text : "what is wrong was told before";
+}
+
+uint32_t Failures::ScanRecords(QXYANG_FAILURE_PF callback, void *cookie) const
+{
+    auto orNull = [](const std::string &text) { return text.empty() ? nullptr : text.c_str(); };
+    for (const Failure &failure : failures_) {
+        const QXYANG_FAILURE_S record = {orNull(failure.module), orNull(failure.file),
+                                         failure.line,           failure.column,
+                                         failure.text.c_str(),   failure.text.c_str() + failure.PlaceLength()};
+        if (uint32_t result = callback(&record, cookie); result != 0)
+            return result;
+    }
+    const QXYANG_FAILURE_S record = {wanted_.data(), nullptr, 0, 0, "out of memory", "out of memory"};
+    return outOfMemory_ ? callback(&record, cookie) : 0;
 }
 
 uint32_t Failures::Scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const

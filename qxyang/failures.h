@@ -2,6 +2,7 @@
 #pragma once
 
 #include <korv_platform.h>
+#include <qxyang.h>
 
 #include <array>
 #include <cstdint>
@@ -23,6 +24,9 @@ struct Failure {
     uint32_t column = 0;
     std::string text;
     uint32_t offset = 0; /* in the file */
+
+    /* Bytes of the text in front of the sentence. */
+    size_t PlaceLength() const;
 
     /* True if the sentence, apart from a hint, is this failure's. */
     bool Says(std::string_view sentence) const;
@@ -70,6 +74,7 @@ class Failures {
     std::string FirstSince(Mark mark) const;
 
     uint32_t Scan(QY_LOADFAIL_SCAN_PF callback, void *cookie) const;
+    uint32_t ScanRecords(QXYANG_FAILURE_PF callback, void *cookie) const;
 
     NameBudget names; /* of hints */
 

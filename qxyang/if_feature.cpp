@@ -156,8 +156,9 @@ bool ExpressionParser::PushFeature(std::string_view token)
         return false;
     Feature *feature = module->features.Find(reference.name);
     if (feature == nullptr) {
-        build_.FailUnknown(unit_, statement_, "feature", token,
-                           [module](auto &&offer) { ForEachNameIn(module->features, offer); });
+        build_.FailUnknown(
+            unit_, statement_, "feature", token, [module](auto &&offer) { ForEachNameIn(module->features, offer); },
+            [&](const QY_MOD &imported) { return imported.features.Find(reference.name) != nullptr; });
         return false;
     }
     steps_.push_back({FeatureStep::Kind::Operand, feature});

@@ -43,10 +43,13 @@ class PathWalk {
 
     const std::string &Why() const { return why_; }
 
-    std::string Hint(NameBudget &names) const
+    std::string Hint(NameBudget &names)
     {
         if (missing_ == nullptr)
             return {};
+        for (const QY_MOD *import : leaf_->module->imports)
+            if (missing_->module == nullptr && ChildOf(import, missing_->name) != nullptr)
+                return std::string(HINT) + "the one of module " + Quoted(import->name) + "? Its prefix is missing";
         NearestName nearest(names, missing_->name);
         if (nearest.IsOpen()) {
             const QY_MOD *module = ModuleOf(*missing_);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "compact_recording.h"
 #include "definitions.h"
 #include "deviations.h"
 #include "extensions.h"
@@ -176,7 +177,8 @@ std::unique_ptr<Unit> Loader::Parse(const std::string &path, std::string_view na
         why = Quoted(path) + " " + why;
         return nullptr;
     }
-    if (ParseYin(*unit, failures_))
+    unit->hints = &hints_;
+    if (unit->source.IsCompact() ? ParseCompact(*unit, failures_) : ParseYin(*unit, failures_))
         return unit;
     why = failures_.FirstSince(before);
     return nullptr;
@@ -294,6 +296,7 @@ bool Loader::BuildModule(Running &running)
     }
     if (build.Failed())
         return false;
+    build.KeepFiles();
     build.ForgetStatements();
     running.module->complete = true;
     return true;

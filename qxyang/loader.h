@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "build.h"
+#include "extension_hints.h"
 
 namespace qxyang {
 
@@ -16,7 +17,10 @@ namespace qxyang {
  * came with it. */
 class Loader {
   public:
-    explicit Loader(QY_CTX &context) : state_(context), context_(context), failures_(context.failures) {}
+    explicit Loader(QY_CTX &context)
+        : state_(context), context_(context), failures_(context.failures), hints_(context, state_.files)
+    {
+    }
     Loader(const Loader &) = delete;
     Loader &operator=(const Loader &) = delete;
     ~Loader();
@@ -69,6 +73,7 @@ class Loader {
     LoadState state_;
     QY_CTX &context_;
     Failures &failures_;
+    ExtensionHints hints_;
     std::vector<std::unique_ptr<Unit>> units_;            /* of all modules: leafrefs are reported in them at the end */
     std::vector<std::unique_ptr<Running>> chain_;         /* each imports the next; on the heap, however long it is */
     std::unordered_map<std::string, std::string> failed_; /* module name and revision: why */

@@ -321,6 +321,13 @@ struct ReplacedSet {
     const ExtensionSet *own; /* what the node would have without the request */
 };
 
+/* A file that a module came from. */
+struct ModuleFile {
+    const char *name; /* of the module or submodule */
+    const char *path;
+    bool isCompact;
+};
+
 } // namespace qxyang
 
 struct QY_MOD {
@@ -342,6 +349,7 @@ struct QY_MOD {
     std::vector<QY_NODE *> augments;                   /* in statement order */
     std::vector<QY_NODE *> deviated;                   /* nodes that deviations of this module changed */
     std::vector<QY_MOD *> imports;                     /* each once */
+    std::vector<qxyang::ModuleFile> files;             /* its own comes last */
     std::vector<const qxyang::Condition *> conditions; /* of nodes that have one */
 
     qxyang::NameTable<qxyang::Typedef> typedefs;

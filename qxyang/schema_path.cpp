@@ -51,19 +51,34 @@ QY_NODE *SchemaPath::Follow(Build &build, Unit &unit, const Statement *statement
     for (const SchemaStep &step : steps_) {
         QY_NODE *child = build.load.finder.SchemaChild(at, step.module, step.name);
         if (child == nullptr) {
-            build.Fail(unit, statement,
-                       PathTitle(statement) + ": " + DescribeNode(at) + " has no node " + Quoted(step.name) +
-                           " of module " + Quoted(step.module->name),
-                       {{}, step.name}, [at, &step](auto &&offer) {
-                           for (const QY_NODE *other = FirstChild(at); other != nullptr; other = other->next)
-                               if (other->module == step.module)
-                                   offer(other->name);
-                       });
+            FailStep(build, unit, statement, at, step);
             return nullptr;
         }
         at = child;
     }
     return at;
+}
+
+/* A step without a prefix may mean a node of an imported module. */
+void SchemaPath::FailStep(Build &build, Unit &unit, const Statement *statement, QY_NODE *at,
+                          const SchemaStep &step) const
+{
+    bool isTop = absolute_ && &step == &steps_.front(); // where each module has nodes of its own
+    std::string sentence = PathTitle(statement) + ": " + DescribeNode(at) + " has no node " + Quoted(step.name) +
+                           " of module " + Quoted(step.module->name);
+    build.load.failures.Add(unit.source, statement->offset, sentence, [&] {
+        for (const PrefixBinding *binding : unit.bindings) {
+            QY_NODE *above = isTop ? &binding->module->root : at;
+            if (step.module == unit.module && binding->module != unit.module &&
+                build.load.finder.SchemaChild(above, binding->module, step.name) != nullptr)
+                return PrefixHint(binding->name, step.name);
+        }
+        return build.NearestHint({{}, step.name}, [at, &step](auto &&offer) {
+            for (const QY_NODE *other = FirstChild(at); other != nullptr; other = other->next)
+                if (other->module == step.module)
+                    offer(other->name);
+        });
+    });
 }
 
 std::string_view KindName(uint8_t kind)

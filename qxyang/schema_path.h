@@ -23,6 +23,8 @@ class SchemaPath {
     const std::vector<SchemaStep> &Steps() const { return steps_; }
 
   private:
+    void FailStep(Build &build, Unit &unit, const Statement *statement, QY_NODE *at, const SchemaStep &step) const;
+
     std::vector<SchemaStep> steps_;
     bool absolute_ = false;
 };

@@ -9,13 +9,24 @@
 #include <memory>
 #include <set>
 
+#include "source.h"
 #include "text.h"
 
 namespace qxyang {
 
 namespace {
 
-constexpr std::string_view SUFFIX = ".yin";
+/* In the order of preference among twins of one directory. */
+constexpr std::string_view SUFFIXES[] = {YIN_SUFFIX, COMPACT_SUFFIX};
+
+/* The file's name without the end that makes it a module file; empty: it is none. */
+std::string_view StemOf(std::string_view file)
+{
+    for (std::string_view suffix : SUFFIXES)
+        if (file.ends_with(suffix))
+            return file.substr(0, file.size() - suffix.size());
+    return {};
+}
 
 std::string CurrentDirectory()
 {
@@ -67,6 +78,18 @@ std::string Because(const char *what, int error)
     return std::string(" (") + what + ": " + ::strerror_r(error, buffer, sizeof buffer) + ")";
 }
 
+/* Adds the directory's file of that name in the syntax that is preferred, if there is one. */
+void AddFile(const std::string &directory, const std::string &stem, std::vector<std::string> &found)
+{
+    for (std::string_view suffix : SUFFIXES) {
+        std::string path = FileIn(directory, stem).append(suffix);
+        if (!Exists(path))
+            continue;
+        found.push_back(std::move(path));
+        return;
+    }
+}
+
 struct DirectoryClose {
     void operator()(DIR *directory) const { ::closedir(directory); }
 };
@@ -97,7 +120,7 @@ const FileFinder::Directory &FileFinder::Read(const std::string &directory)
     }
     while (const dirent *file = ::readdir(open.get())) {
         std::string_view name = file->d_name;
-        if (name.size() > SUFFIX.size() && name.ends_with(SUFFIX))
+        if (!StemOf(name).empty())
             entry->second.files.emplace_back(name);
     }
     std::sort(entry->second.files.begin(), entry->second.files.end());
@@ -119,8 +142,7 @@ void FileFinder::ForEachRevision(std::string_view name, Visit &&visit)
         const std::vector<std::string> &files = Listing(directory);
         for (auto file = std::lower_bound(files.begin(), files.end(), beginning);
              file != files.end() && file->starts_with(beginning); ++file) {
-            std::string_view revision = std::string_view(*file).substr(beginning.size());
-            revision.remove_suffix(SUFFIX.size());
+            std::string_view revision = StemOf(*file).substr(beginning.size());
             if (IsDate(revision))
                 visit(directory, *file, revision);
         }
@@ -130,14 +152,17 @@ void FileFinder::ForEachRevision(std::string_view name, Visit &&visit)
 std::string FileFinder::NewestRevision(std::string_view name)
 {
     std::string_view newest;
-    std::string path;
-    ForEachRevision(name, [&](const std::string &directory, const std::string &file, std::string_view revision) {
+    const std::string *holder = nullptr; // the first directory that has it
+    ForEachRevision(name, [&](const std::string &directory, const std::string &, std::string_view revision) {
         if (revision <= newest)
             return;
         newest = revision;
-        path = FileIn(directory, file);
+        holder = &directory;
     });
-    return path;
+    std::vector<std::string> found;
+    if (holder != nullptr)
+        AddFile(*holder, std::string(name).append("@").append(newest), found);
+    return found.empty() ? std::string() : found.front();
 }
 
 std::string FileFinder::OtherRevisions(std::string_view name, std::string_view wanted)
@@ -157,16 +182,14 @@ std::string FileFinder::OtherRevisions(std::string_view name, std::string_view w
 
 std::vector<std::string> FileFinder::Candidates(std::string_view name, std::string_view revision)
 {
-    std::string plain = std::string(name).append(SUFFIX);
-    std::string dated = std::string(name).append("@").append(revision).append(SUFFIX);
+    const std::string plain(name);
+    const std::string dated = plain + "@" + std::string(revision);
     std::vector<std::string> found;
     if (!revision.empty())
         for (const std::string &directory : path_.Directories())
-            if (std::string path = FileIn(directory, dated); Exists(path))
-                found.push_back(std::move(path));
+            AddFile(directory, dated, found);
     for (const std::string &directory : path_.Directories())
-        if (std::string path = FileIn(directory, plain); Exists(path))
-            found.push_back(std::move(path));
+        AddFile(directory, plain, found);
     if (revision.empty() && found.empty())
         if (std::string path = NewestRevision(name); !path.empty())
             found.push_back(std::move(path));
@@ -180,7 +203,8 @@ std::string FileFinder::Missing(std::string_view name, std::string_view revision
     if (path_.Directories().empty())
         return "no directory to look for it is registered";
     std::string dated = std::string(name) + "@" + std::string(revision.empty() ? "REVISION" : revision) + ".yin";
-    std::string text = "no file " + Quoted(std::string(name) + ".yin") + " or " + Quoted(dated) + " in ";
+    std::string text =
+        "no file " + Quoted(std::string(name) + ".yin") + " or " + Quoted(dated) + ", nor with '.yang' instead, in ";
     const char *separator = "";
     for (const std::string &directory : path_.Directories()) {
         text.append(separator).append(Quoted(directory)).append(WhyUnseen(directory));

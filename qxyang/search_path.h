@@ -31,7 +31,8 @@ class FileFinder {
 
     /* Files to try, the best first. Without a revision: NAME.yin of the first directory that has it, else the newest
      * NAME@REVISION.yin of all directories. With one: NAME@REVISION.yin, then every NAME.yin, which has to say the
-     * revision itself. */
+     * revision itself. A file that ends in ".yang" instead counts likewise, unless its twin that ends in ".yin" stands
+     * in the same directory. */
     std::vector<std::string> Candidates(std::string_view name, std::string_view revision);
 
     /* Offers the module names of all files to whoever looks for a near one. */
@@ -43,7 +44,7 @@ class FileFinder {
                 offer(std::string_view(file).substr(0, file.find_first_of("@.")));
     }
 
-    /* "no file 'x.yin' or 'x@REVISION.yin' in '/a', '/b'", and what there is instead. */
+    /* "no file 'x.yin' or 'x@REVISION.yin', nor with '.yang' instead, in '/a', '/b'", and what there is instead. */
     std::string Missing(std::string_view name, std::string_view revision);
 
     /* "; there is 'x@2020-01-01.yin'": the files of that name with other revisions than the one that is wanted, or
@@ -52,7 +53,7 @@ class FileFinder {
 
   private:
     struct Directory {
-        std::vector<std::string> files; /* names that end in ".yin", in the order of the alphabet */
+        std::vector<std::string> files; /* names of module files in the order of the alphabet */
         int error = 0;                  /* why there are none to be seen, or 0 */
     };
 
@@ -63,7 +64,8 @@ class FileFinder {
     std::string WhyUnseen(const std::string &directory);
     std::string NewestRevision(std::string_view name);
 
-    /* Visits the files NAME@REVISION.yin with their revisions: visit(directory, file, revision). */
+    /* Visits the files NAME@REVISION.yin and NAME@REVISION.yang with their revisions: visit(directory, file,
+     * revision). */
     template <class Visit>
     void ForEachRevision(std::string_view name, Visit &&visit);
 

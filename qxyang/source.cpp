@@ -65,12 +65,7 @@ std::string Source::ReadOpen(int file)
         return "is larger than " + std::to_string(limits::FILE_BYTES >> 20) + " MiB";
 
     size_t room = static_cast<size_t>(status.st_size);
-    const char separator[] = {NAMESPACE_SEPARATOR, '\0'};
-    parser_.reset(XML_ParserCreate_MM(nullptr, &XML_MEMORY, separator));
-    text_ =
-        parser_ != nullptr ? static_cast<char *>(XML_GetBuffer(parser_.get(), static_cast<int>(room + 1))) : nullptr;
-    if (text_ == nullptr)
-        throw std::bad_alloc();
+    text_ = Buffer(room + 1);
     while (size_ < room) {
         ssize_t count = ::read(file, text_ + size_, room - size_);
         if (count < 0 && errno == EINTR)
@@ -81,9 +76,41 @@ std::string Source::ReadOpen(int file)
             break;
         size_ += static_cast<size_t>(count);
     }
-    text_[size_] = '\0';
-    DetectEncoding();
+    Complete();
     return {};
+}
+
+std::string Source::Take(std::string_view text)
+{
+    if (text.size() > limits::FILE_BYTES)
+        return "is larger than " + std::to_string(limits::FILE_BYTES >> 20) + " MiB";
+    text_ = Buffer(text.size() + 1);
+    size_ = text.size();
+    std::memcpy(text_, text.data(), size_);
+    Complete();
+    return {};
+}
+
+void Source::Complete()
+{
+    text_[size_] = '\0';
+    if (isCompact_)
+        std::memset(text_ + size_, 0, COMPACT_ROOM);
+    DetectEncoding();
+}
+
+char *Source::Buffer(size_t room)
+{
+    if (isCompact_) {
+        compactText_ = std::make_unique_for_overwrite<char[]>(room + COMPACT_ROOM);
+        return compactText_.get();
+    }
+    const char separator[] = {NAMESPACE_SEPARATOR, '\0'};
+    parser_.reset(XML_ParserCreate_MM(nullptr, &XML_MEMORY, separator));
+    void *buffer = parser_ != nullptr ? XML_GetBuffer(parser_.get(), static_cast<int>(room)) : nullptr;
+    if (buffer == nullptr)
+        throw std::bad_alloc();
+    return static_cast<char *>(buffer);
 }
 
 void Source::DetectEncoding()

@@ -1,4 +1,4 @@
-/* One YIN file in memory, and where in it something stands. */
+/* One module file in memory, and where in it something stands. */
 #pragma once
 
 #include <expat.h>
@@ -21,15 +21,28 @@ struct Position {
     uint32_t column = 0;
 };
 
-/* The text stands in expat's own buffer: expat would copy it there otherwise. It lives as long as the parser. */
+/* Ends of the names of module files. */
+inline constexpr std::string_view YIN_SUFFIX = ".yin";
+inline constexpr std::string_view COMPACT_SUFFIX = ".yang";
+
+/* The text of a YIN file stands in expat's own buffer: expat would copy it there otherwise. A zero stands behind it. */
 class Source {
   public:
-    /* `module` is the name under which failures in the file are recorded. */
-    Source(std::string path, std::string module) : path_(std::move(path)), module_(std::move(module)) {}
+    /* `module` is the name under which failures in the file are recorded. The path's end tells the syntax. */
+    Source(std::string path, std::string module)
+        : path_(std::move(path)), module_(std::move(module)), isCompact_(path_.ends_with(COMPACT_SUFFIX))
+    {
+    }
 
-    /* Makes the parser and reads the whole file. Opens regular files only, whatever the name leads to, and never waits for one. Empty on
+    /* Reads the whole file, and makes the parser of one in YIN. Opens regular files only, whatever the name leads to, and never waits for one. Empty on
      * success, otherwise why it cannot be read. */
     std::string Read();
+
+    /* Takes a copy of a text in place of what the file holds. The same result. */
+    std::string Take(std::string_view text);
+
+    /* True when the file is in compact syntax: then there is no parser. */
+    bool IsCompact() const { return isCompact_; }
 
     /* Parses what was read. The handlers are the caller's to set. */
     XML_Parser Parser() const { return parser_.get(); }
@@ -38,6 +51,15 @@ class Source {
     const std::string &Path() const { return path_; }
     const std::string &Module() const { return module_; }
     std::string_view Text() const { return {text_, size_}; }
+
+    /* Bytes that may be read behind a text in compact syntax; the first is zero. */
+    static constexpr size_t COMPACT_ROOM = 8;
+
+    /* Where the text begins behind a byte order mark. */
+    uint32_t Start() const { return start_; }
+
+    /* True when the file is in UTF-16. */
+    bool IsWide() const { return UnitSize() == 2; }
 
     /* The file says of itself that each byte is one character. */
     void SetSingleByte() { encoding_ = Encoding::SingleByte; }
@@ -78,6 +100,8 @@ class Source {
     };
 
     std::string ReadOpen(int file);
+    char *Buffer(size_t room);
+    void Complete();
     void DetectEncoding();
     bool IsBlankWord(uint32_t at) const
     {
@@ -96,11 +120,13 @@ class Source {
 
     std::string path_;
     std::string module_;
+    bool isCompact_;
     struct ParserDelete {
         void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
     };
 
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, ParserDelete> parser_;
+    std::unique_ptr<char[]> compactText_;
     char *text_ = nullptr;
     size_t size_ = 0;
     Encoding encoding_ = Encoding::Utf8;

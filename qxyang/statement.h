@@ -54,19 +54,21 @@ struct Statement {
 /* An extension keyword as a file uses it: one record for all statements with it. Those directly within another extension
  * statement of the same namespace may be its argument rather than statements, so they have records of their own. */
 struct ExtensionUse {
-    const char *name; /* keyword above, if any, then namespace and keyword: how the table finds it */
+    const char *name; /* how the table finds it; in YIN: keyword above, if any, then namespace and keyword; in compact
+                         syntax: prefix and keyword as written */
     const char *keyword;
-    std::string_view space;
-    ExtensionUse *above;   /* of the extension statement around, or null */
-    const char *attribute; /* name of the first attribute met, or null */
-    uint32_t offset;       /* of the first of the statements */
+    std::string_view space;  /* namespace; empty in compact syntax */
+    std::string_view prefix; /* in compact syntax */
+    ExtensionUse *above;     /* of the extension statement around, or null */
+    const char *attribute;   /* name of the first attribute met, or null */
+    uint32_t offset;         /* of the first of the statements */
     bool resolved;
     const Extension *definition; /* once resolved; null: it is the argument of the one above */
 };
 
 struct ExtensionStatement : Statement {
     ExtensionUse *use;
-    const char *attribute; /* name of the attribute that is the argument, or null */
+    const char *attribute; /* in YIN: name of the attribute that is the argument, or null */
 };
 
 inline ExtensionStatement *AsExtension(Statement *statement)
@@ -96,6 +98,8 @@ struct PrefixBinding {
     QY_MOD *module;
 };
 
+class ExtensionHints;
+
 /* One file of a module, the module's own or a submodule's, while it is being loaded. */
 class Unit {
   public:
@@ -106,6 +110,7 @@ class Unit {
     Statement *root = nullptr;
     bool isVersion11 = false;
     const char *revision = nullptr;        /* latest, or null */
+    ExtensionHints *hints = nullptr;       /* while the file is parsed */
     std::vector<PrefixBinding *> bindings; /* in the order of the imports */
     NameTable<PrefixBinding> prefixes;     /* the same */
     NameTable<ExtensionUse> extensionUses;

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "argument_form.h"
+#include "extension_hints.h"
 #include "text.h"
 
 namespace qxyang {
@@ -47,26 +48,50 @@ StatementRecorder::StatementRecorder(Unit &unit, Failures &failures)
 
 void StatementRecorder::StartStatement(std::string_view name, const char **attributes, uint32_t offset)
 {
+    bool isArgument = skipped_ == 0 && !frames_.empty() && IsArgumentElement(frames_.back(), name, offset);
+    Kw keyword = Place(isArgument ? Kw::Statements : FindKeyword(name), name, isArgument, offset);
+    if (keyword != Kw::Statements)
+        Push(keyword, ArgumentOf(KeywordOf(keyword), attributes, offset), offset);
+}
+
+void StatementRecorder::StartCompact(const CompactStatement &statement)
+{
+    Kw keyword = FindKeyword(statement.keyword);
+    if (keyword == Kw::Statements && statement.keyword.find(':') != std::string_view::npos)
+        return StartCompactExtension(statement);
+    keyword = Place(keyword, statement.keyword, false, statement.offset);
+    if (keyword != Kw::Statements)
+        Push(keyword, CompactArgumentOf(KeywordOf(keyword), statement), statement.offset);
+}
+
+/* The statement, or Kw::Statements: then it is left out, with all that stands in it. */
+Kw StatementRecorder::Place(Kw keyword, std::string_view name, bool isArgument, uint32_t offset)
+{
     Frame *parent = frames_.empty() ? nullptr : &frames_.back();
     // Statements within an extension statement are the extension's own affair.
-    bool isSkipped = skipped_ > 0 || (parent != nullptr &&
-                                      (parent->keyword == Kw::Instance || IsArgumentElement(*parent, name, offset)));
-    Kw keyword = isSkipped ? Kw::Statements : FindKeyword(name);
+    bool isSkipped = skipped_ > 0 || isArgument || (parent != nullptr && parent->keyword == Kw::Instance);
     if (!isSkipped && keyword == Kw::Statements) {
-        NearestName nearest(name);
-        for (const Keyword &candidate : KEYWORDS)
-            nearest.Offer(candidate.name);
-        Fail(offset, "unknown statement " + Quoted(name) + nearest.Hint());
+        failures_.Add(unit_.source, offset, "unknown statement " + Quoted(name), [&] {
+            std::string hint = unit_.hints->Hint(unit_, name);
+            NearestName nearest(name);
+            for (const Keyword &candidate : KEYWORDS)
+                nearest.Offer(candidate.name);
+            return hint.empty() ? nearest.Hint() : hint;
+        });
     }
-    if (keyword == Kw::Statements || !IsPlaced(parent, keyword, offset)) {
-        ++skipped_;
-        if (parent != nullptr)
-            parent->hasChild = true;
-        return;
-    }
-    Frame frame{.keyword = keyword, .offset = offset};
+    if (!isSkipped && keyword != Kw::Statements && IsPlaced(parent, keyword, offset))
+        return keyword;
+    ++skipped_;
+    if (parent != nullptr)
+        parent->hasChild = true;
+    return Kw::Statements;
+}
+
+void StatementRecorder::Push(Kw keyword, Argument argument, uint32_t offset)
+{
+    Frame *parent = frames_.empty() ? nullptr : &frames_.back();
+    Frame frame{.keyword = keyword, .hasText = unit_.source.IsCompact(), .offset = offset};
     const Keyword &info = KeywordOf(keyword);
-    Argument argument = ArgumentOf(info, attributes, offset);
     bool isRecorded = parent == nullptr || parent->statement != nullptr;
     if (isRecorded && parent != nullptr)
         parent->statement->properties |= PropertiesOf(keyword, argument);
@@ -95,7 +120,8 @@ bool StatementRecorder::IsPlaced(Frame *parent, Kw keyword, uint32_t offset)
     if (parent == nullptr) {
         if (keyword == Kw::Module || keyword == Kw::Submodule)
             return true;
-        Fail(offset, "the root element is " + Quoted(name) + "; expected 'module' or 'submodule'");
+        std::string what = unit_.source.IsCompact() ? "the file begins with " : "the root element is ";
+        Fail(offset, what + Quoted(name) + "; expected 'module' or 'submodule'");
         return false;
     }
     Placement placement = PlacementOf(parent->keyword, keyword);
@@ -149,6 +175,26 @@ StatementRecorder::Argument StatementRecorder::ArgumentOf(const Keyword &keyword
         return argument;
     Fail(offset, "attribute " + Quoted(expected) + " of " + Quoted(keyword.name) + " is " + Quoted(argument) +
                      "; expected " + ExpectedOf(keyword.form));
+    return {};
+}
+
+StatementRecorder::Argument StatementRecorder::CompactArgumentOf(const Keyword &keyword,
+                                                                 const CompactStatement &statement)
+{
+    bool isGiven = statement.argument.data() != nullptr;
+    if (keyword.argument == nullptr) {
+        if (isGiven)
+            Fail(statement.argumentBegin, Quoted(keyword.name) + " takes no argument; expected ';' or '{'");
+        return {};
+    }
+    if (!isGiven) {
+        Fail(statement.offset, Quoted(keyword.name) + " has no argument; expected " + ExpectedOf(keyword.form));
+        return {};
+    }
+    if (HasForm(keyword.form, statement.argument))
+        return statement.argument;
+    Fail(statement.argumentBegin, "the argument of " + Quoted(keyword.name) + " is " + Quoted(statement.argument) +
+                                      "; expected " + ExpectedOf(keyword.form));
     return {};
 }
 
@@ -218,11 +264,34 @@ void StatementRecorder::StartExtension(std::string_view space, std::string_view 
     parent.hasChild = true;
     Frame frame{.keyword = Kw::Instance, .offset = offset};
     frame.use = UseOf(space, name, parent, offset);
-    bool isKept = parent.keyword == Kw::Instance || KeywordOf(parent.keyword).IsKept();
-    if (isKept && parent.statement != nullptr)
-        RecordInstance(frame, attributes);
+    if (IsInstanceKept(parent))
+        SetAttribute(*RecordInstance(frame), attributes);
     textWanted_ = textWanted_ || frame.statement != nullptr;
     text_.clear();
+    frames_.push_back(frame);
+}
+
+void StatementRecorder::StartCompactExtension(const CompactStatement &statement)
+{
+    if (skipped_ > 0) {
+        ++skipped_;
+        return;
+    }
+    ExtensionUse *use = frames_.empty() ? nullptr : CompactUseOf(statement.keyword, statement.offset);
+    if (use == nullptr)
+        return SkipElement(
+            statement.offset,
+            "found " + Quoted(statement.keyword) + "; expected " +
+                (frames_.empty() ? "'module' or 'submodule'" : "a statement, or a prefix, a colon and a statement"));
+    Frame &parent = frames_.back();
+    parent.hasChild = true;
+    Frame frame{.keyword = Kw::Instance, .offset = statement.offset};
+    frame.use = use;
+    if (IsInstanceKept(parent)) {
+        ExtensionStatement *record = RecordInstance(frame);
+        if (statement.argument.data() != nullptr)
+            record->argument = names_.Keep(statement.argument);
+    }
     frames_.push_back(frame);
 }
 
@@ -232,8 +301,12 @@ void StatementRecorder::SkipElement(uint32_t offset, std::string_view sentence)
         Fail(offset, sentence);
 }
 
-/* Which attribute is the argument is only known when the extension's definition is. */
-void StatementRecorder::RecordInstance(Frame &frame, const char **attributes)
+bool StatementRecorder::IsInstanceKept(const Frame &parent) const
+{
+    return parent.statement != nullptr && (parent.keyword == Kw::Instance || KeywordOf(parent.keyword).IsKept());
+}
+
+ExtensionStatement *StatementRecorder::RecordInstance(Frame &frame)
 {
     CountStatement(frame.offset);
     auto *statement = unit_.statements.Make<ExtensionStatement>();
@@ -243,14 +316,20 @@ void StatementRecorder::RecordInstance(Frame &frame, const char **attributes)
     frame.statement = statement;
     frame.tail = &statement->first;
     Link(frame);
+    return statement;
+}
+
+/* Which attribute is the argument is only known when the extension's definition is. */
+void StatementRecorder::SetAttribute(ExtensionStatement &statement, const char **attributes)
+{
     for (; attributes[0] != nullptr; attributes += 2) {
         if (std::strchr(attributes[0], NAMESPACE_SEPARATOR) != nullptr)
             continue;
-        if (statement->attribute != nullptr)
-            Fail(frame.offset, "extension statement " + Quoted(frame.use->keyword) +
-                                   " has more than one attribute; its argument is one");
-        statement->attribute = KeptAttribute(*frame.use, attributes[0]);
-        statement->argument = names_.Keep(attributes[1]);
+        if (statement.attribute != nullptr)
+            Fail(statement.offset, "extension statement " + Quoted(statement.use->keyword) +
+                                       " has more than one attribute; its argument is one");
+        statement.attribute = KeptAttribute(*statement.use, attributes[0]);
+        statement.argument = names_.Keep(attributes[1]);
     }
 }
 
@@ -279,6 +358,23 @@ ExtensionUse *StatementRecorder::UseOf(std::string_view space, std::string_view 
     use->keyword = use->name + key.size() - name.size();
     use->space = std::string_view(use->keyword - 1 - space.size(), space.size());
     use->above = isWithin ? parent.use : nullptr;
+    use->offset = offset;
+    unit_.extensionUses.Insert(use);
+    return use;
+}
+
+/* Null: that is no keyword. */
+ExtensionUse *StatementRecorder::CompactUseOf(std::string_view keyword, uint32_t offset)
+{
+    if (ExtensionUse *known = unit_.extensionUses.Find(keyword))
+        return known;
+    if (!IsReference(keyword))
+        return nullptr;
+    auto *use = unit_.statements.Make<ExtensionUse>();
+    use->name = unit_.statements.Text(keyword);
+    Reference reference = SplitReference({use->name, keyword.size()});
+    use->keyword = reference.name.data();
+    use->prefix = reference.prefix;
     use->offset = offset;
     unit_.extensionUses.Insert(use);
     return use;
@@ -316,7 +412,7 @@ void StatementRecorder::EndStatement(const Frame &frame)
 /* Text counts where nothing else stands: it may be the argument of the extension statement around. */
 void StatementRecorder::EndExtension(const Frame &frame)
 {
-    if (frame.statement == nullptr)
+    if (frame.statement == nullptr || unit_.source.IsCompact())
         return;
     if (!frame.hasChild && frame.statement->argument == nullptr) {
         frame.statement->argument = names_.Keep(Trim(text_));

@@ -1,4 +1,4 @@
-/* Makes statement records of elements, checked against the grammar of statements, their places and their arguments. */
+/* Makes statement records of what stands in a file, in either syntax, checked against the grammar of statements, their places and their arguments. */
 #pragma once
 
 #include <memory>
@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "compact_parser.h"
 #include "failures.h"
 #include "grammar.h"
 #include "statement.h"
@@ -21,6 +22,9 @@ class StatementRecorder {
      * NAMESPACE_SEPARATOR. `offset` is where the element begins in the file. */
     void StartStatement(std::string_view name, const char **attributes, uint32_t offset);
     void StartExtension(std::string_view space, std::string_view name, const char **attributes, uint32_t offset);
+
+    /* The same in compact syntax: the keyword may have a prefix. */
+    void StartCompact(const CompactStatement &statement);
 
     /* An element that nothing is made of, nor of what stands in it; the failure counts only where elements do. */
     void SkipElement(uint32_t offset, std::string_view sentence);
@@ -60,13 +64,20 @@ class StatementRecorder {
     /* An attribute value; the data are null when there is none. */
     using Argument = std::string_view;
 
+    Kw Place(Kw keyword, std::string_view name, bool isArgument, uint32_t offset);
+    void Push(Kw keyword, Argument argument, uint32_t offset);
+    Argument CompactArgumentOf(const Keyword &keyword, const CompactStatement &statement);
+    void StartCompactExtension(const CompactStatement &statement);
     bool IsArgumentElement(Frame &parent, std::string_view name, uint32_t offset);
     bool IsPlaced(Frame *parent, Kw keyword, uint32_t offset);
     bool IsPlacedInDeviate(const Frame &deviate, Kw keyword) const;
     Argument ArgumentOf(const Keyword &keyword, const char **attributes, uint32_t offset);
     void FailAttribute(std::string_view name, const Keyword &keyword, uint32_t offset);
     void Record(Frame &frame, Argument argument);
-    void RecordInstance(Frame &frame, const char **attributes);
+    ExtensionStatement *RecordInstance(Frame &frame);
+    void SetAttribute(ExtensionStatement &statement, const char **attributes);
+    bool IsInstanceKept(const Frame &parent) const;
+    ExtensionUse *CompactUseOf(std::string_view keyword, uint32_t offset);
     const char *KeptAttribute(ExtensionUse &use, const char *name);
     void Link(const Frame &frame);
     ExtensionUse *UseOf(std::string_view space, std::string_view name, const Frame &parent, uint32_t offset);

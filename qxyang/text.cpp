@@ -171,6 +171,11 @@ std::string Quoted(std::string_view text)
     return quoted.append(end < text.size() ? "...'" : "'");
 }
 
+std::string PrefixHint(std::string_view prefix, std::string_view name)
+{
+    return std::string(HINT) + Quoted(std::string(prefix).append(":").append(name)) + "?";
+}
+
 /* Names of one or two letters are all alike: none of them is nearer than another. */
 NearestName::NearestName(std::string_view wanted) : wanted_(wanted.substr(0, limits::QUOTED_LENGTH)), distance_(0)
 {

@@ -71,6 +71,9 @@ struct NameBudget {
 /* What a hint begins with. */
 inline constexpr std::string_view HINT = "; did you mean ";
 
+/* "; did you mean 'prefix:name'?" */
+std::string PrefixHint(std::string_view prefix, std::string_view name);
+
 /* Finds the name that somebody who wrote a wrong one probably meant. */
 class NearestName {
   public:

@@ -12,8 +12,6 @@ namespace qxyang {
 
 namespace {
 
-constexpr std::string_view YIN_SPACE = "urn:ietf:params:xml:ns:yang:yin:1";
-
 /* Drives expat over the text and tells the recorder what comes. */
 class YinParser {
   public:
@@ -45,6 +43,7 @@ class YinParser {
     void Stop(std::string_view sentence);
     void StopAtDoctype();
     void FailXml(XML_Error error);
+    bool FailCompact();
     std::string UnboundPrefix(uint32_t at) const;
     uint32_t Offset() const { return static_cast<uint32_t>(XML_GetCurrentByteIndex(parser_)); }
 
@@ -216,8 +215,26 @@ void YinParser::StopAtDoctype()
     Stop();
 }
 
+/* Tells of a file in compact syntax, which is no XML from its first character on. */
+bool YinParser::FailCompact()
+{
+    std::string_view text = unit_.source.Text();
+    size_t at = std::min(text.find_first_not_of(" \t\r\n", unit_.source.Start()), text.size());
+    for (std::string_view begin : {"module", "submodule", "//", "/*"}) {
+        if (!text.substr(at).starts_with(begin))
+            continue;
+        recorder_.Fail(static_cast<uint32_t>(at),
+                       "found " + Quoted(begin) +
+                           ": this is YANG's compact syntax, in a file whose name says that it is YIN; expected '<'");
+        return true;
+    }
+    return false;
+}
+
 void YinParser::FailXml(XML_Error error)
 {
+    if (recorder_.Depth() == 0 && FailCompact())
+        return;
     uint32_t at = Offset();
     std::string sentence = std::string("not well-formed XML: ") + XML_ErrorString(error);
     std::string open = recorder_.DescribeOpen();

@@ -1,6 +1,8 @@
 /* The texts of failures: where, what, and what was expected. */
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "schema.h"
 
 namespace {
@@ -46,6 +48,12 @@ TEST(FailureTexts, OfFilesThatAreNoModels)
         {"<module/>",
          "m.yin:1:1: the root element is 'module'; expected 'module' or 'submodule' in the namespace "
          "'urn:ietf:params:xml:ns:yang:yin:1'\n"},
+        {"// c\nmodule m {",
+         "m.yin:1:1: found '//': this is YANG's compact syntax, in a file whose name says that it is YIN; "
+         "expected '<'\n"},
+        {"\n module m;",
+         "m.yin:2:2: found 'module': this is YANG's compact syntax, in a file whose name says that it is "
+         "YIN; expected '<'\n"},
         {std::string("<leaf xmlns=\"") + YIN + "\"/>",
          "m.yin:1:1: the root element is 'leaf'; expected 'module' or 'submodule'\n"},
         {std::string("<module xmlns=\"") + YIN + "\"/>",
@@ -371,7 +379,61 @@ TEST(FailureTexts, OfImportsAndIncludes)
     }
     schema.Module("m", "<include module=\"s9\"/>");
     EXPECT_EQ(
-        failures("m").find("m.yin:2:1: cannot include submodule 's9': no file 's9.yin' or 's9@REVISION.yin' in '"), 0u);
+        failures("m").find("m.yin:2:1: cannot include submodule 's9': no file 's9.yin' or 's9@REVISION.yin', nor with "
+                           "'.yang' instead, in '"),
+        0u);
+}
+
+/* The prefix that is missing, or the namespace that is meant, in both syntaxes. */
+TEST(FailureTexts, NameWhatIsMeant)
+{
+    struct {
+        std::string body;
+        const char *compact;
+        const char *sentence;
+    } cases[] = {
+        {"<ext value=\"1\"/>", "ext 1;", "unknown statement 'ext'; did you mean 'other:ext'?"},
+        {"<extension name=\"own\"/><container name=\"c\"><own/></container>", "extension own; container c { own; }",
+         "unknown statement 'own'; did you mean 'm:own'?"},
+        {"<leaff name=\"l\"/>", "leaff l;", "unknown statement 'leaff'; did you mean 'leaf'?"},
+        {"<leaf name=\"l\"><type name=\"known\"/></leaf>", "leaf l { type known; }",
+         "unknown type 'known'; did you mean 'other:known'?"},
+        {"<uses name=\"group\"/>", "uses group;", "unknown grouping 'group'; did you mean 'other:group'?"},
+        {"<identity name=\"i\"><base name=\"kind\"/></identity>", "identity i { base kind; }",
+         "unknown identity 'kind'; did you mean 'other:kind'?"},
+        {"<leaf name=\"l\"><if-feature name=\"fast\"/><type name=\"string\"/></leaf>",
+         "leaf l { if-feature fast; type string; }", "unknown feature 'fast'; did you mean 'other:fast'?"},
+        {"<augment target-node=\"/top\"/>", "augment /top;",
+         "augment '/top': module 'm' has no node 'top' of module 'm'; did you mean 'other:top'?"},
+        {"<augment target-node=\"/other:top/in\"/>", "augment /other:top/in;",
+         "augment '/other:top/in': container 'top' has no node 'in' of module 'm'; did you mean 'other:in'?"},
+        {"<leaf name=\"l\"><type name=\"leafref\"><path value=\"/top/in\"/></type></leaf>",
+         "leaf l { type leafref { path /top/in; } }",
+         "leafref 'l' with path '/top/in': module 'm' has no 'top'; did you mean the one of module 'other'? Its prefix "
+         "is missing"},
+        {"<other:ext xmlns:other=\"urn:others\" value=\"1\"/>", nullptr,
+         "extension statement 'ext' is of namespace 'urn:others', which no imported module has; prefix 'other' stands "
+         "for "
+         "module 'other', whose namespace is 'urn:other'"},
+    };
+    for (const auto &test : cases) {
+        Schema schema;
+        schema.Module("other", R"(<typedef name="known"><type name="string"/></typedef><grouping name="group"/>
+            <extension name="ext"><argument name="value"/></extension><identity name="kind"/><feature name="fast"/>
+            <container name="top"><container name="in"/></container>)");
+        schema.Module("m", test.body, "other");
+        EXPECT_NE(schema.Failures("m").find(std::string(": ") + test.sentence + "\n"), std::string::npos)
+            << schema.Failures("m");
+        if (test.compact == nullptr)
+            continue;
+        std::filesystem::remove(schema.Dir() + "/m.yin");
+        schema.File("m.yang",
+                    std::string("module m { yang-version 1.1; namespace urn:m; prefix m; import other { prefix "
+                                "other; }\n") +
+                        test.compact + "}");
+        EXPECT_NE(schema.Failures("m").find(std::string(": ") + test.sentence + "\n"), std::string::npos)
+            << schema.Failures("m");
+    }
 }
 
 /* After any failure the context holds what it held. */

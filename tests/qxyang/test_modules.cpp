@@ -73,15 +73,18 @@ TEST(ModuleFiles, AreFoundByNameAndRevision)
         return text.substr(0, text.size() - 1);
     };
     schema.File("named.yin", ModuleText("other", ""));
-    EXPECT_EQ(failure("fur", nullptr), "cannot load module 'fur': no file 'fur.yin' or 'fur@REVISION.yin' in '" +
-                                           schema.Dir() + "', 'second'; did you mean 'far'?");
+    EXPECT_EQ(failure("fur", nullptr),
+              "cannot load module 'fur': no file 'fur.yin' or 'fur@REVISION.yin', nor with '.yang' instead, in '" +
+                  schema.Dir() + "', 'second'; did you mean 'far'?");
     EXPECT_EQ(failure("both", "2003-03-03"),
               "cannot load module 'both': revision '2003-03-03' is wanted; 'second/both.yin' has revision "
               "'2002-02-02'; there "
               "is 'both@2019-01-01.yin'");
-    EXPECT_EQ(failure("dated", "2003-03-03"),
-              "cannot load module 'dated': no file 'dated.yin' or 'dated@2003-03-03.yin' in '" + schema.Dir() +
-                  "', 'second'; there is 'dated@2019-01-01.yin', 'dated@2020-02-02.yin', 'dated@2021-01-01.yin'");
+    EXPECT_EQ(
+        failure("dated", "2003-03-03"),
+        "cannot load module 'dated': no file 'dated.yin' or 'dated@2003-03-03.yin', nor with '.yang' instead, in '" +
+            schema.Dir() +
+            "', 'second'; there is 'dated@2019-01-01.yin', 'dated@2020-02-02.yin', 'dated@2021-01-01.yin'");
     EXPECT_EQ(failure("far", "2003-03-03"),
               "cannot load module 'far': revision '2003-03-03' is wanted; 'second/far.yin' has none");
     EXPECT_EQ(failure("named", nullptr), "named.yin:1:1: the file holds module 'other', not module 'named'");
@@ -127,8 +130,8 @@ TEST(ModuleFiles, InDirectoriesThatDoNotShowThem)
         return schema.Failures(name);
     };
     auto missing = [&](const std::string &name, const std::string &why) {
-        return "cannot load module '" + name + "': no file '" + name + ".yin' or '" + name + "@REVISION.yin' in '" +
-               schema.Dir() + "' (" + why + ": Permission denied)\n";
+        return "cannot load module '" + name + "': no file '" + name + ".yin' or '" + name +
+               "@REVISION.yin', nor with '.yang' instead, in '" + schema.Dir() + "' (" + why + ": Permission denied)\n";
     };
     EXPECT_EQ(load("dated", test::EnterOnly()), missing("dated", "cannot be listed"));
     EXPECT_EQ(load("plain", test::ListOnly()), missing("plain", "cannot be entered"));

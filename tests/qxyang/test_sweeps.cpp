@@ -1,6 +1,7 @@
 /* Loads with every allocation failing in turn, and with files cut or changed at every byte. */
 #include <gtest/gtest.h>
 #include <korv_lib_yang.h>
+#include <qxyang.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -9,6 +10,7 @@
 #include <new>
 
 #include "schema.h"
+#include "support/compact_twin.h"
 
 namespace {
 
@@ -167,6 +169,33 @@ TEST(AllocationSweep, LoadsWithNothingToBeginWith)
     EXPECT_EQ(unexplained, 0);
 }
 
+/* The same models in compact syntax, but for the one whose extensions the others use. */
+void WriteCompactModels(Schema &schema)
+{
+    WriteModels(schema);
+    for (const char *name : {"base", "m", "sub"}) {
+        std::ifstream file(schema.Dir() + "/" + name + ".yin", std::ios::binary);
+        schema.File(std::string(name) + ".yang",
+                    test::CompactTwin(std::string(std::istreambuf_iterator<char>(file), {})));
+        std::filesystem::remove(schema.Dir() + "/" + name + ".yin");
+    }
+}
+
+TEST(AllocationSweep, LoadsOfCompactModels)
+{
+    Schema schema;
+    WriteCompactModels(schema);
+    SweepAllocations(schema, [&] { return QY_CTX_LoadModule(schema.Context(), "m", nullptr); });
+    schema.File("bad.yang", "module bad { namespace urn:b; prefix b; description \"a\n  \\q\" + 'c'; unknown x; leaf");
+    for (long allowed = 0; allowed < 100; ++allowed) {
+        g_allFail = false;
+        g_allocationsLeft = allowed;
+        EXPECT_NE(QY_CTX_LoadModule(schema.Context(), "bad", nullptr), 0u);
+        g_allocationsLeft = -1;
+        EXPECT_NE(CountFailures(schema).all, 0);
+    }
+}
+
 TEST(AllocationSweep, LoadsThatChangeOtherModules)
 {
     Schema schema;
@@ -230,6 +259,17 @@ TEST(AllocationSweep, OtherCalls)
     EXPECT_EQ(test::Extensions(top), "ext:id(1) ext:id(d2)");
     EXPECT_GT(sweep([&] { return QY_CTX_SetSearchDir(schema.Context(), "/a/name/that/fits/into/no/small/string"); }),
               1);
+    for (const char *name : {"m.yin", "m.yang"}) {
+        const std::string text = name == std::string("m.yin") ? test::ModuleText("m", "<leaf name=\"l\"/>")
+                                                              : "module m { prefix 'm' + \"\\n\"; } // end";
+        EXPECT_GT(sweep([&] {
+                      QXYANG_FILE *file =
+                          QXYANG_ReadText(name, text.data(), text.size(), uint32_t{QXYANG_OPTION_COMMENTS});
+                      QXYANG_CloseFile(file);
+                      return file != nullptr ? 0u : 1u;
+                  }),
+                  3);
+    }
     EXPECT_GT(sweep([] {
                   QY_CTX *context = QY_CTX_Create(QY_CTX_OPTION_KORV);
                   QY_CTX_Delete(context);
@@ -323,9 +363,10 @@ TEST(Rounds, LeaveNothingBehind)
 }
 
 /* A load or a located failure, and a context that goes on working. */
-void ExpectLoadOrFailure(Schema &schema, const std::string &name, const std::string &text, size_t at)
+void ExpectLoadOrFailure(Schema &schema, const std::string &name, const std::string &text, size_t at,
+                         const char *suffix = ".yin")
 {
-    schema.File(name + ".yin", text);
+    schema.File(name + suffix, text);
     if (QY_CTX_LoadModule(schema.Context(), name.c_str(), nullptr) == 0) {
         ASSERT_EQ(QY_CTX_UnloadModule(schema.Context(), name.c_str()), 0u);
         return;
@@ -367,11 +408,17 @@ TEST(FileSweep, ExamplesCutAtEveryByte)
         std::filesystem::copy(entry.path(), schema.Dir());
     for (const auto &entry : std::filesystem::directory_iterator(KORV_SOURCE_DIR "/examples/yin")) {
         std::ifstream file(entry.path(), std::ios::binary);
-        const std::string text(std::istreambuf_iterator<char>(file), {});
-        ASSERT_FALSE(text.empty());
-        for (size_t size = 0; size <= text.size() && !HasFatalFailure(); ++size)
-            ExpectLoadOrFailure(schema, entry.path().stem(), text.substr(0, size), size);
-        schema.Load(entry.path().stem());
+        const std::string yin(std::istreambuf_iterator<char>(file), {});
+        ASSERT_FALSE(yin.empty());
+        for (const char *suffix : {".yin", ".yang"}) {
+            const std::string text = std::string(suffix) == ".yin" ? yin : test::CompactTwin(yin);
+            for (size_t size = 0; size <= text.size() && !HasFatalFailure(); ++size)
+                ExpectLoadOrFailure(schema, entry.path().stem(), text.substr(0, size), size, suffix);
+            schema.Load(entry.path().stem());
+            EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), entry.path().stem().c_str()), 0u);
+            std::filesystem::remove(schema.Dir() + "/" + entry.path().stem().string() + suffix);
+        }
+        schema.File(entry.path().filename(), yin);
     }
 }
 
@@ -385,6 +432,15 @@ TEST(FileSweep, ChangedAtEveryByte)
             std::string changed = text;
             changed[at] = change;
             ExpectLoadOrFailure(schema, "m", changed, at);
+        }
+    }
+    std::filesystem::remove(schema.Dir() + "/m.yin");
+    const std::string compact = test::CompactTwin(text);
+    for (size_t at = 0; at < compact.size(); ++at) {
+        for (char change : {'\0', ' ', '"', '\'', '/', '*', '{', '}', ';', '\\', ':', '\n', 'x', '\x80'}) {
+            std::string changed = compact;
+            changed[at] = change;
+            ExpectLoadOrFailure(schema, "m", changed, at, ".yang");
         }
     }
     EXPECT_EQ(State(schema), before);

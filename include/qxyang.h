@@ -1,0 +1,186 @@
+/**
+ * @file
+ * What this project's schema layer offers tools beyond the contract.
+ *
+ * A tool needs more of a model than a device: which statements a file holds, where each of them stands, which file a module
+ * came from. The schema layer reads the files, so it says that, and no tool reads them a second time. The library itself
+ * never uses this header, and a device's own schema layer has none of it.
+ *
+ * In short
+ *
+ *     QXYANG_FILE *pstFile = QXYANG_ReadFile("models/acme.yang", 0);
+ *     QXYANG_ScanFile(pstFile, OnEvent, pvCookie);
+ *     QXYANG_CloseFile(pstFile);
+ *
+ * Conventions are those of korv_platform.h: texts are zero-terminated UTF-8, a scan ends with the first nonzero result of its
+ * callback and returns it, pointer arguments must not be null unless a function says otherwise, and no C++ exception leaves a
+ * function. A file's handle and a context are driven by one thread at a time.
+ *
+ * The header compiles as C11 and as C++17.
+ */
+#ifndef QXYANG_H
+#define QXYANG_H
+
+#include "korv_platform.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ------------------------------------------------------------------------------------------------------------------ */
+/**
+ * @defgroup qxyang_file The statements of one file
+ *
+ * The file is read as it is, alone: nothing that it imports is looked for, and nothing is checked but its syntax, so that
+ * a tool can show models that do not load.
+ * @{
+ */
+
+typedef struct QXYANG_FILE QXYANG_FILE; /**< a file that was read; release it with QXYANG_CloseFile */
+
+/** The two syntaxes of YANG. */
+enum {
+    QXYANG_SYNTAX_YIN = 1,    /**< XML; file names end in ".yin" */
+    QXYANG_SYNTAX_COMPACT = 2 /**< braces; file names end in ".yang" */
+};
+
+/** Options of QXYANG_ReadFile and QXYANG_ReadText, to be joined by "or". */
+enum {
+    QXYANG_OPTION_COMMENTS = 1 /**< comments are events, too */
+};
+
+/** How a statement's argument is written. */
+enum {
+    QXYANG_ARGUMENT_NONE = 0,      /**< the statement has none */
+    QXYANG_ARGUMENT_STRING = 1,    /**< compact syntax: behind the keyword */
+    QXYANG_ARGUMENT_ATTRIBUTE = 2, /**< YIN: an attribute */
+    QXYANG_ARGUMENT_ELEMENT = 3,   /**< YIN: the element that YANG prescribes, which is no statement itself */
+    QXYANG_ARGUMENT_TEXT = 4 /**< YIN: the text of an extension's element that holds nothing else, without the white
+                                        space around it. It may be the argument of the extension statement around: that
+                                        extension's definition tells. */
+};
+
+/** Kinds of events. */
+enum {
+    QXYANG_EVENT_BEGIN = 0,  /**< a statement begins; those within it follow */
+    QXYANG_EVENT_END = 1,    /**< the statement ends */
+    QXYANG_EVENT_COMMENT = 2 /**< a comment; one within a statement's head comes behind the event of its beginning */
+};
+
+/** No statement: an index. */
+#define QXYANG_NO_STATEMENT 0xFFFFFFFFu
+
+/** Where something stands in a file. Line and column count from 1, the column in characters; offset and length in bytes.
+ * Line 0: not known. */
+typedef struct QXYANG_PLACE_S {
+    uint32_t uiLine;   /**< line, or 0 */
+    uint32_t uiColumn; /**< column, or 0 */
+    uint32_t uiOffset; /**< bytes of the file in front of it */
+    uint32_t uiLength; /**< its bytes */
+} QXYANG_PLACE_S;
+
+/** A statement. Texts live as long as the file's handle. */
+typedef struct QXYANG_STATEMENT_S {
+    const char *pcPrefix;   /**< prefix of the keyword as written; null for a statement of YANG itself. In YIN it is the
+                                element's, and empty for one without. */
+    const char *pcModule;   /**< module that the prefix stands for by the file's own imports, or its own; else null */
+    const char *pcKeyword;  /**< keyword without prefix */
+    const char *pcArgument; /**< argument, quotes and escapes resolved, or null */
+    const char *pcArgumentName; /**< YIN: name of the attribute or element that is the argument; else null */
+    uint32_t uiArgumentForm;    /**< QXYANG_ARGUMENT_ value */
+    uint32_t uiIndex;           /**< number of the statement in the file, from 0 */
+    uint32_t uiParent;          /**< index of the statement around, or QXYANG_NO_STATEMENT */
+    uint32_t uiFirstChild;      /**< index of the first statement in it, or QXYANG_NO_STATEMENT */
+    uint32_t uiNext;            /**< index of the next statement in the one around, or QXYANG_NO_STATEMENT */
+    uint32_t uiLevel;           /**< number of the statements around it */
+    QXYANG_PLACE_S stPlace;     /**< the whole statement, from its keyword or tag to behind its end */
+    QXYANG_PLACE_S
+        stArgument; /**< the argument as written: with its quotes in compact syntax, what stands between quotes
+                                     or tags in YIN. Line 0 when there is none, or in a YIN file in UTF-16. */
+} QXYANG_STATEMENT_S;
+
+/** A comment. */
+typedef struct QXYANG_COMMENT_S {
+    const char *pcText;     /**< what stands between its marks */
+    uint32_t uiIsAlone;     /**< 1 when nothing else stands on its lines; else 0 */
+    QXYANG_PLACE_S stPlace; /**< the comment with its marks */
+} QXYANG_COMMENT_S;
+
+/** A failure: of a file that was read, or of a load. The texts live as long as the file's handle, or until the next load. */
+typedef struct QXYANG_FAILURE_S {
+    const char *pcModule;   /**< name of the module or submodule, or null */
+    const char *pcFile;     /**< path of the file, or null: no place in a file explains it */
+    uint32_t uiLine;        /**< line, or 0 */
+    uint32_t uiColumn;      /**< column, or 0 */
+    const char *pcText;     /**< "file:line:column: sentence", or the sentence alone */
+    const char *pcSentence; /**< what was found and what was expected: the end of pcText */
+} QXYANG_FAILURE_S;
+
+/** An event: pstStatement is null for a comment, pstComment for anything else. Both are the callback's until it returns. */
+typedef uint32_t (*QXYANG_EVENT_PF)(uint32_t uiEvent, const QXYANG_STATEMENT_S *pstStatement,
+                                    const QXYANG_COMMENT_S *pstComment, void *pvCookie);
+/** A failure; the record is the callback's until it returns. */
+typedef uint32_t (*QXYANG_FAILURE_PF)(const QXYANG_FAILURE_S *pstFailure, void *pvCookie);
+
+/** Reads a file. The end of its name says which syntax it is in: compact for ".yang", YIN for any other.
+ *
+ * @param pcPath    the file; the limits of a load hold for it
+ * @param uiOptions QXYANG_OPTION_ values
+ * @return a handle, also when the file cannot be read or is not well formed: QXYANG_ScanFileFailures says so, and the
+ *         statements are those up to the failure. Null: no memory. */
+KORV_PLATFORM_API QXYANG_FILE *QXYANG_ReadFile(const char *pcPath, uint32_t uiOptions);
+
+/** The same with a text in memory, which is copied.
+ *
+ * @param pcName    stands for the file's name in failures; its end says which syntax the text is in
+ * @param pcText    the text, of any bytes; may be null when ulSize is 0
+ * @param ulSize    its bytes
+ * @param uiOptions QXYANG_OPTION_ values */
+KORV_PLATFORM_API QXYANG_FILE *QXYANG_ReadText(const char *pcName, const char *pcText, uint64_t ulSize,
+                                               uint32_t uiOptions);
+
+/** Releases the handle with all its texts. Null does nothing. */
+KORV_PLATFORM_API void QXYANG_CloseFile(QXYANG_FILE *pstFile);
+
+/** The file's syntax (QXYANG_SYNTAX_). */
+KORV_PLATFORM_API uint32_t QXYANG_GetFileSyntax(const QXYANG_FILE *pstFile);
+
+/** The file's bytes, to which offsets and lengths refer; *pulSize receives their number. They live as long as the handle. */
+KORV_PLATFORM_API const char *QXYANG_GetFileText(const QXYANG_FILE *pstFile, uint64_t *pulSize);
+
+/** Reports the statements, and the comments when the handle has them, in the order of the file. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanFile(const QXYANG_FILE *pstFile, QXYANG_EVENT_PF pfnCb, void *pvCookie);
+
+/** One statement by its index: statement 0 is the module or submodule. 0 = done; nonzero: the file has no such statement,
+ * and *pstStatement is unchanged. */
+KORV_PLATFORM_API uint32_t QXYANG_GetStatement(const QXYANG_FILE *pstFile, uint32_t uiIndex,
+                                               QXYANG_STATEMENT_S *pstStatement);
+
+/** Reports why the file cannot be read or is not well formed; nothing when it is. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanFileFailures(const QXYANG_FILE *pstFile, QXYANG_FAILURE_PF pfnCb, void *pvCookie);
+
+/** @} */
+
+/* ------------------------------------------------------------------------------------------------------------------ */
+/**
+ * @defgroup qxyang_load Loads
+ * @{
+ */
+
+/** A file of a module: pcName is the module's name or a submodule's, uiSyntax a QXYANG_SYNTAX_ value. */
+typedef uint32_t (*QXYANG_MODULE_FILE_PF)(const char *pcName, const char *pcPath, uint32_t uiSyntax, void *pvCookie);
+
+/** Reports the files that the module was loaded from: its submodules' in the order of inclusion, its own last. The texts
+ * live as long as the module. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanModuleFiles(const QY_MOD *pMod, QXYANG_MODULE_FILE_PF pfnCb, void *pvCookie);
+
+/** Reports the failures of the latest load call in the order in which they were met. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanLoadFailures(const QY_CTX *pCtx, QXYANG_FAILURE_PF pfnCb, void *pvCookie);
+
+/** @} */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* QXYANG_H */
