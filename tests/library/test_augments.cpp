@@ -85,6 +85,9 @@ TEST_F(Augments, SelfTreeEndsWithTheAugmentsLastChild)
     ASSERT_NE(self, nullptr);
     EXPECT_STREQ(self->pcName, "mine");
     EXPECT_EQ(self->pstNextSibling, nullptr);
+    const YangXpathLookup lookup = {Local(), "x", nullptr, "/sys/not-mine", "m:sys/x:not-mine", 0, 0};
+    KorvTreeNode *notMine = NodeBelow(Entry("x", 0).pstTargetTree, "sys/not-mine");
+    EXPECT_EQ(TELMYANG_KorvFindTreeNodeByXpath(&lookup), notMine) << "of equal targets the first entry answers";
 }
 
 TEST_F(Augments, IntoNodesOfAnotherAugment)
@@ -161,16 +164,16 @@ TEST_F(Augments, FailingNodeUnderATargetFailsTheAugmentingModule)
 TEST_F(Augments, FailingTargetTreeIsReleasedWithItsEarlierSiblings)
 {
     /* 17 ancestor keys are read, but cannot be placed in a tree. */
-    dir.Add(
-        "x",
-        Augment("/m:other", Container("bad", Ext("class-id", "3") + Ext("ancestor-key-fid",
-                                                                        "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17"))) +
-            Augment("/m:sys", Container("good", "")),
-        "m");
+    dir.Add("x",
+            Augment("/m:sys", Container("good", "")) +
+                Augment("/m:other",
+                        Container("bad", Ext("class-id", "3") +
+                                             Ext("ancestor-key-fid", "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17"))),
+            "m");
     EXPECT_EQ(Load("x"), 1u);
     const std::vector<std::string> errors = log.Errors();
     EXPECT_TRUE(log.Has("DupYangtree child failed, node(other)!"));
-    EXPECT_TRUE(log.Has("DupYangtree target failed,uiLoop(0) node(other)!"));
+    EXPECT_TRUE(log.Has("DupYangtree target failed,uiLoop(0) node(sys)!"));
     EXPECT_EQ(errors[errors.size() - 4], "DupYangtree target failed!");
     EXPECT_EQ(errors[errors.size() - 3], "GenerateAugmentTree failed,pcModuleName(x)!");
     EXPECT_EQ(Services().LiveBlocks().size(), 2u) << Services().Leaks();

@@ -90,7 +90,7 @@ TEST_F(Deviations, FileChoice)
         {"first", {""}, {}, false, true},
         {"first wins", {"-x"}, {"-y"}, false, true},
         {"second", {}, {"-y"}, true, false},
-        {"never -vs-", {"-a-vs-b", "-c"}, {}, false, true},
+        {"never -vs-", {"-a-vs-b", "-b-vs-c", "-c"}, {}, false, true},
         {"never -vs- behind", {"-a", "-b-vs-c"}, {}, false, true},
         {"only -vs- counts as none", {"-a-vs-b"}, {"-y"}, true, false},
     };

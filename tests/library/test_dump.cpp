@@ -170,7 +170,6 @@ TEST_F(Dump, TreeThatGrewMeanwhileDoesNotOverrunTheArray)
 TEST_F(Dump, FailingVectors)
 {
     ASSERT_EQ(Load("m"), 0u);
-    Services().vectorInits = 0;
     Services().FailVectorInit(0);
     log.Clear();
     EXPECT_EQ(DumpOf("m"), 0u);
@@ -178,10 +177,14 @@ TEST_F(Dump, FailingVectors)
     EXPECT_EQ(records, nullptr);
     EXPECT_EQ(log.Errors(), (std::vector<std::string>{"VEC_VectorInit failed!", "Fill List Data return 0x1!",
                                                       "Dump Yang Node Data Fail!"}));
-    Services().vectorSets = 0;
     Services().FailVectorSet(1);
     log.Clear();
-    EXPECT_EQ(DumpOf("m"), 0u);
+    YangDumpNodeData *earlier = nullptr;
+    records = &earlier;
+    count = 9;
+    YANGLIB_DumpYangModuleData(Local(), File("m")->pstOriginTree, &records, &count);
+    EXPECT_EQ(records, nullptr);
+    EXPECT_EQ(count, 0u);
     EXPECT_EQ(log.Errors(), (std::vector<std::string>{"VEC_VectorSet failed!", "Fill List Data return 0x1!",
                                                       "Dump Yang Node Data Fail!"}));
 }

@@ -136,7 +136,14 @@ TEST_F(Lifecycle, InstallPathListOfTheHostIsEmptiedAtTheEnd)
 {
     DLL_S &list = Local()->stInstallPathList;
     auto *head = reinterpret_cast<DLL_NODE_S *>(&list);
-    for (const char *path : {"/a", "/b"}) {
+    for (const char *path : {"/a", "/b", "", "/c"}) {
+        if (*path == '\0') {
+            YANGLIB_DeInitPkgSearchPath(Local());
+            EXPECT_EQ(list.uiCount, 0u);
+            EXPECT_TRUE(list.pstNext == head);
+            YANGLIB_DeInitPkgSearchPath(Local());
+            continue;
+        }
         auto *entry = static_cast<YANGLIB_INSTALL_PATH_S *>(
             ZOR_Malloc_F(MODULE_ID, 0, sizeof(YANGLIB_INSTALL_PATH_S), __FILE__, __LINE__));
         *entry = {{head, list.pstPrev}, path};
@@ -144,12 +151,10 @@ TEST_F(Lifecycle, InstallPathListOfTheHostIsEmptiedAtTheEnd)
         list.pstPrev = &entry->stNode;
         list.uiCount++;
         EXPECT_EQ(YANGLIB_PkgDllCompare(path, entry), 0);
-        EXPECT_NE(YANGLIB_PkgDllCompare("/c", entry), 0);
+        EXPECT_NE(YANGLIB_PkgDllCompare("/d", entry), 0);
     }
-    YANGLIB_DeInitPkgSearchPath(Local());
-    EXPECT_EQ(list.uiCount, 0u);
-    EXPECT_TRUE(list.pstNext == head);
-    YANGLIB_DeInitPkgSearchPath(Local());
+    Stop();
+    EXPECT_EQ(Services().Leaks(), "") << "the end of the instance empties it as well";
 }
 
 TEST_F(Lifecycle, ZeroFilledAllocation)

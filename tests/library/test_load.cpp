@@ -22,21 +22,23 @@ class LoadModule : public HostTest {
 
 TEST_F(LoadModule, TellsItsStepsInOrder)
 {
-    dir.Add("m", Container("c", ""));
+    dir.Add("m", Container("c", Container("d", "")));
+    const std::string keys = ", Class:0x0 SelfNodeKey(0 0 0 0 0 0 0 0)AncestorKey(0 0 0 0 0 0 0 0)";
     ASSERT_EQ(Load("m"), 0u);
-    EXPECT_EQ(log.lines,
-              (Lines{{2, "1. Check module (m) is exists or not"},
-                     {2, "2. Init module (m) file info"},
-                     {2, "3. Load module file: m"},
-                     {2, "4. Read module (m) mimext info."},
-                     {2, "qyNode info: name c, node type: 1"},
-                     {2, "5. Generate Module (m) tree."},
-                     {2, "augment null,size(0)!"},
-                     {2, "Load Module (m) success. Now total module : 1."},
-                     {2, "PrintYangModuleOriginData:"},
-                     {2, "Name:c, xpath:/c, Class:0x0 SelfNodeKey(0 0 0 0 0 0 0 0)AncestorKey(0 0 0 0 0 0 0 0)"},
-                     {2, "PrintYangModuleAugmentData:"},
-                     {0, "augment can not findYangModuleTree!"}}));
+    EXPECT_EQ(log.lines, (Lines{{2, "1. Check module (m) is exists or not"},
+                                {2, "2. Init module (m) file info"},
+                                {2, "3. Load module file: m"},
+                                {2, "4. Read module (m) mimext info."},
+                                {2, "qyNode info: name c, node type: 1"},
+                                {2, "qyNode info: name d, node type: 1"},
+                                {2, "5. Generate Module (m) tree."},
+                                {2, "augment null,size(0)!"},
+                                {2, "Load Module (m) success. Now total module : 1."},
+                                {2, "PrintYangModuleOriginData:"},
+                                {2, "Name:c, xpath:/c" + keys},
+                                {2, "Name:d, xpath:/c/d" + keys},
+                                {2, "PrintYangModuleAugmentData:"},
+                                {0, "augment can not findYangModuleTree!"}}));
     log.Clear();
     ASSERT_EQ(Load("m", ""), 0u);
     EXPECT_EQ(log.lines, (Lines{{2, "1. Check module (m) is exists or not"}, {2, "No need load exists Module (m)."}}));

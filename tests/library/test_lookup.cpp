@@ -233,7 +233,8 @@ TEST_F(Lookup, PathsAreRewritten)
 TEST_F(Lookup, DirectChildNodes)
 {
     ASSERT_EQ(Load("m"), 0u);
-    dir.Add("n", Container("c", "<choice name=\"ch\">" + Container("box", "") + "</choice>"));
+    const std::string choice = "<choice name=\"ch\">" + Container("box", "") + "</choice>";
+    dir.Add("n", Container("c", choice) + Container("d", choice + Container("behind", "")));
     ASSERT_EQ(Load("n"), 0u);
     const auto has = [&](const char *module, const char *path, const char *main) {
         const YangPathRequest request = {module, nullptr, path, main};
@@ -243,6 +244,7 @@ TEST_F(Lookup, DirectChildNodes)
     EXPECT_EQ(has("m", "/sys/ports/port", "m:sys/m:ports/m:port"), 0u);
     EXPECT_EQ(has("m", "/nosuch", "m:nosuch"), 0u);
     EXPECT_EQ(has("n", "/c", "n:c"), 0u) << "only a choice, whatever it holds";
+    EXPECT_EQ(has("n", "/d", "n:d"), 1u) << "a container behind the choice";
     EXPECT_EQ(has("m", nullptr, "m:sys"), 0u);
 }
 

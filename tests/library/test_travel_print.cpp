@@ -157,6 +157,26 @@ TEST_F(Queries, PrintWithTwoAugments)
     EXPECT_EQ(log.lines, expected);
 }
 
+TEST_F(Queries, PrintOfKeysAndRangesAfterALoadWithARevision)
+{
+    std::string names;
+    std::string leaves;
+    for (const char *number : {"1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
+        names += std::string(names.empty() ? "k" : " k") + number;
+        leaves += Leaf(std::string("k") + number,
+                       "<type name=\"uint16\"><range value=\"5..2" + std::string(number) + "\"/></type>",
+                       Ext("field-id", number) + Ext("datatype-id", "4" + std::string(number)) +
+                           Ext("name2id-key-fid", "3" + std::string(number)));
+    }
+    dir.Add("k", Container(
+                     "c", List("l", names,
+                               Ext("class-id", "2") + Ext("ancestor-key-fid", "11 12 13 14 15 16 17 18 19") + leaves)));
+    ASSERT_EQ(Load("k", "2026-01-01"), 0u);
+    EXPECT_TRUE(
+        log.Has("Name:l, xpath:/c/l, Class:0x2 SelfNodeKey(1 2 3 4 5 6 7 8)AncestorKey(11 12 13 14 15 16 17 18)"));
+    EXPECT_TRUE(log.Has(" Leaf:k9, mask:0x2a, Field:9, DataType:49, indexmap:39, range(5, 29), path:/c/l/k9"));
+}
+
 TEST_F(Queries, PrintAsksTheLevelsAndCostsNothingWhenAllAreClosed)
 {
     ASSERT_EQ(Load("m"), 0u);

@@ -140,6 +140,11 @@ TEST_F(UnloadModule, SecondRevisionStaysReadable)
     EXPECT_EQ(Load("m", "1"), 0u);
     EXPECT_EQ(Pairs(LeafOf(File("m", "1")->pstOriginTree, "e")), 2);
     EXPECT_EQ(Unload("m", "2"), 0u);
+    ASSERT_EQ(Load("x", "1"), 0u);
+    ASSERT_EQ(Load("x", "2"), 0u);
+    ASSERT_EQ(Unload("x", "1"), 0u);
+    EXPECT_EQ(Pairs(LeafOf(File("x", "2")->astAugment[0].pstSelfTree, "h")), -1);
+    EXPECT_EQ(Pairs(LeafOf(NodeBelow(File("x", "2")->astAugment[0].pstTargetTree, "c/d"), "h")), -1);
 }
 
 /* Checks whenever host code runs that no record of the registry points at a schema node that is gone. */

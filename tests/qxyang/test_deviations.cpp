@@ -59,7 +59,8 @@ TEST_F(Deviations, OfSeveralModulesAreTakenBackInAnyOrder)
     schema.Module("d1",
                   Deviation("/base:top/base:n", R"(<deviate value="replace"><type name="int8"/><ext:id value="d1"/>
         </deviate>)") +
-                      Deviation("/base:top/base:gone", R"(<deviate value="not-supported"/>)"),
+                      Deviation("/base:top/base:gone", R"(<deviate value="not-supported"/>)") +
+                      Deviation("/base:top/base:gone", R"(<deviate value="add"><ext:mark/></deviate>)"),
                   "base ext");
     schema.Module("d2",
                   Deviation("/base:top/base:n", R"(<deviate value="replace"><type name="int16"/></deviate>

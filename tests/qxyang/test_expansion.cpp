@@ -123,6 +123,7 @@ TEST(Expansion, EveryStatementIsAccepted)
         <deviation target-node="/base:ch"><deviate value="add"><mandatory value="false"/></deviate></deviation>
         <deviation target-node="/base:ax"><deviate value="add"><mandatory value="true"/></deviate></deviation>
         <deviation target-node="/base:op/base:input"><deviate value="add">$must</deviate></deviation>
+        <deviation target-node="/base:op/base:output"><deviate value="add">$must</deviate></deviation>
         <deviation target-node="/base:op"><deviate value="not-supported"/></deviation>)"),
                     "base");
     EXPECT_STREQ(QY_MOD_GetRevision(schema.Mod("m")), "2020-01-01");
@@ -136,7 +137,8 @@ TEST(Expansion, UsesIsExpandedInPlaceAndRefined)
     schema.Module("lib",
                   R"(<grouping name="inner"><leaf name="i"><type name="uint8"/><ext:id value="i"/></leaf></grouping>
         <grouping name="outer"><container name="o"><uses name="inner"/><choice name="ch"><leaf name="a"><type name="string"/>
-          </leaf></choice></container></grouping>)",
+          </leaf></choice><list name="keys"><key value="k"/><leaf name="k"><type name="string"/></leaf></list></container>
+        </grouping>)",
                   "ext");
     schema.LoadText("m", R"(<feature name="f"/>
         <container name="c"><leaf name="before"><type name="string"/></leaf>
@@ -160,6 +162,8 @@ TEST(Expansion, UsesIsExpandedInPlaceAndRefined)
       case b off
         leaf b string off
       case c2 off
+    list keys [1] off
+      leaf k string key off
     leaf added string off ext:id(x)
   leaf after string
 list keyed [1]

@@ -115,8 +115,10 @@ TEST(FailureTexts, OfStatementsAndArguments)
          "@1: attribute 'date' of 'revision' is '2020-13-01'; expected a date of the form YYYY-MM-DD\n"},
         {"<leaf-list name=\"l\"><type name=\"string\"/><max-elements value=\"0\"/></leaf-list>",
          "@42: attribute 'value' of 'max-elements' is '0'; expected a number from 1 to 4294967295, or 'unbounded'\n"},
-        {"<revision date=\"2020-02-29\"/><revision date=\"2021-02-29\"/>",
-         "@30: attribute 'date' of 'revision' is '2021-02-29'; expected a date of the form YYYY-MM-DD\n"},
+        {"<revision date=\"2020-02-29\"/><revision date=\"2000-02-29\"/>\n<revision date=\"2021-02-29\"/>"
+         "<revision date=\"1900-02-29\"/>",
+         "m.yin:3:1: attribute 'date' of 'revision' is '2021-02-29'; expected a date of the form YYYY-MM-DD\n"
+         "m.yin:3:30: attribute 'date' of 'revision' is '1900-02-29'; expected a date of the form YYYY-MM-DD\n"},
         {"<container name=\"c\"><when condition=\"a[b='(' and (c]\"/><must condition=\" \"/></container>",
          "@21: attribute 'condition' of 'when' is 'a[b='(' and (c]'; expected an XPath expression whose quotes and "
          "brackets match\n@56: attribute 'condition' of 'must' is ' '; expected an XPath expression whose quotes and "
@@ -138,8 +140,32 @@ TEST(FailureTexts, OfStatementsAndArguments)
              .c_str()},
     });
     Schema schema;
-    schema.File("old.yin", ModuleText("old", "<container name=\"c\"><action name=\"a\"/></container>", "", "1"));
-    EXPECT_EQ(schema.Failures("old"), "old.yin:2:21: 'action' in container 'c' needs yang-version 1.1\n");
+    const struct {
+        const char *body;
+        const char *failure;
+    } versionOne[] = {
+        {R"(<container name="c"><action name="a"/></container>)",
+         "21: 'action' in container 'c' needs yang-version 1.1"},
+        {R"(<container name="c"/><augment target-node="/c"><action name="a"/></augment>)",
+         "48: 'action' in augment '/c' needs yang-version 1.1"},
+        {R"(<container name="c"/><augment target-node="/c"><notification name="n"/></augment>)",
+         "48: 'notification' in augment '/c' needs yang-version 1.1"},
+        {R"(<typedef name="t"><type name="enumeration"><enum name="a"/></type></typedef><leaf name="l"><type name="t">
+<enum name="a"/></type></leaf>)",
+         "1: 'enum' is not allowed in type 't', which is derived from 'enumeration', before yang-version 1.1"},
+        {R"(<typedef name="t"><type name="bits"><bit name="a"/></type></typedef><leaf name="l"><type name="t">
+<bit name="a"/></type></leaf>)",
+         "1: 'bit' is not allowed in type 't', which is derived from 'bits', before yang-version 1.1"},
+        {R"(<typedef name="t"><type name="instance-identifier"/></typedef><leaf name="l"><type name="t">
+<require-instance value="true"/></type></leaf>)",
+         "1: 'require-instance' is not allowed in type 't', which is derived from 'instance-identifier', before "
+         "yang-version 1.1"},
+    };
+    for (const auto &test : versionOne) {
+        schema.File("old.yin", ModuleText("old", test.body, "", "1"));
+        const char *line = std::string(test.body).find('\n') != std::string::npos ? "3:" : "2:";
+        EXPECT_EQ(schema.Failures("old"), std::string("old.yin:") + line + test.failure + "\n");
+    }
     schema.File(
         "late.yin",
         std::string("<module name=\"late\" xmlns=\"") + YIN +
@@ -174,6 +200,9 @@ TEST(FailureTexts, OfDefinitions)
          "@1: typedef 'string' has the name of a built-in type\n"},
         {"<typedef name=\"t\"><type name=\"int8\"/></typedef><typedef name=\"t\"><type name=\"int8\"/></typedef>",
          "@48: second typedef 't'\n"},
+        {"<typedef name=\"t\"><type name=\"int8\"/></typedef>\n<container name=\"c\"><typedef name=\"t\">"
+         "<type name=\"int8\"/></typedef></container>",
+         "m.yin:3:21: typedef 't' has the name of one defined around it\n"},
         {"<grouping name=\"g\"/><container name=\"c\"><grouping name=\"g\"/></container>",
          "@41: grouping 'g' has the name of one defined around it\n"},
         {"<typedef name=\"a\"><type name=\"b\"/></typedef><typedef name=\"b\"><type name=\"m:a\"/></typedef>",
@@ -213,6 +242,9 @@ TEST(FailureTexts, OfNamesAndTargets)
          "@16: key 'c' of list 'l' is container 'c', not a leaf\n"},
         {"<list name=\"l\"><key value=\"k k\"/><leaf name=\"k\"><type name=\"string\"/></leaf></list>",
          "@16: key 'k' of list 'l' is named twice\n"},
+        {"<leaf name=\"l\"><type name=\"union\"><type name=\"leafref\"><path value=\"/m:x\"/></type><type "
+         "name=\"int8\"/></type></leaf>",
+         "@16: leafref 'l' with path '/m:x': module 'm' has no 'x'\n"},
         {"<list name=\"l\"><unique tag=\"u\"/></list>", "@16: unique 'u' is no leaf below list 'l'\n"},
         {group + "<container name=\"c\"><uses name=\"g\">\n<refine target-node=\"y\"/></uses></container>",
          "m.yin:3:1: refine 'y': grouping 'g' has no node 'y'\n"},
@@ -245,6 +277,7 @@ TEST(Constraints, HoldForWhatTheModuleMakesOfItInTheEnd)
         state + R"(<notification name="n">)" + leaf + "</notification></container>",
         R"(<grouping name="g">)" + leaf + "</grouping>" + state +
             R"(<uses name="g"><refine target-node="x"><config value="false"/></refine></uses></container>)",
+        R"(<leaf-list name="l"><min-elements value="2"/><max-elements value="2"/>)" + number + "</leaf-list>",
         R"(<container name="c"><choice name="ch"><default value="z"/><leaf name="l">)" + number +
             R"(</leaf></choice></container><augment target-node="/m:c/m:ch"><leaf name="z">)" + number +
             "</leaf></augment>",

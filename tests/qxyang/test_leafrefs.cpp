@@ -24,11 +24,11 @@ TEST(Leafrefs, FindTheirTargets)
                       LeafrefLeaf("b", "../a") + "</grouping>");
     schema.LoadText("m",
                     "<container name=\"c\"><leaf name=\"x\"><type name=\"string\"/></leaf>" +
-                        LeafrefLeaf("up", "../x") + LeafrefLeaf("spaced", " ../ ../ m:c / x ") +
-                        LeafrefLeaf("current", "current()/../x") +
+                        LeafrefLeaf("up", "../x") + LeafrefLeaf("spaced", " .. / ../ m:c / x ") +
+                        LeafrefLeaf("current", "current() / ../x") +
                         LeafrefLeaf("far", "/lib:sys/lib:if[lib:name = current()/../x][name=']']/lib:name") +
                         LeafrefLeaf("chained", "../up") + LeafrefLeaf("into-op", "/m:op/m:o2") +
-                        LeafrefLeaf("deref", "deref(../up)/../x") +
+                        LeafrefLeaf("deref", "deref (../up) /../x") +
                         R"(<leaf name="typed"><type name="lib:if-ref"/></leaf>
           <leaf name="home"><type name="lib:local-ref"/></leaf>
           <leaf-list name="many"><type name="leafref"><path value="../late"/></type></leaf-list>
@@ -41,7 +41,7 @@ TEST(Leafrefs, FindTheirTargets)
                         LeafrefLeaf("i2", "../i") + R"(</input>
           <output><leaf name="i"><type name="int8"/></leaf>)" +
                         LeafrefLeaf("o2", "../i") + R"(</output></rpc>
-        <augment target-node="/c"><leaf name="late"><type name="string"/></leaf></augment>)",
+        <augment target-node="/ m:c "><leaf name="late"><type name="string"/></leaf></augment>)",
                     "lib");
     struct {
         const char *leaf;
@@ -112,12 +112,20 @@ TEST(Leafrefs, CyclesAreReportedWithTheirChain)
               "m.yin:2:17: leafref cycle: a -> b -> c -> a\nm.yin:6:19: leafref cycle: self -> self\n");
 }
 
+/* A mistake that a grouping brings twice by one use is told once. */
 TEST(Leafrefs, UnknownUseOfAGroupingIsReportedWhereItIsUsed)
 {
     Schema schema;
     schema.LoadText("lib", "<grouping name=\"g\">" + LeafrefLeaf("l", "../missing") + "</grouping>");
     schema.Module("m", "<container name=\"c\">\n<uses name=\"lib:g\"/></container>", "lib");
     EXPECT_EQ(schema.Failures("m"), "m.yin:3:1: leafref 'l' with path '../missing': 'c' has no 'missing'\n");
+    schema.Module("twice",
+                  "<grouping name=\"g\">" + LeafrefLeaf("l", "/twice:x") +
+                      R"(</grouping><grouping name="h"><container name="a"><uses name="g"/></container>
+        <container name="b"><uses name="g"/></container></grouping>)"
+                      "\n<uses name=\"h\"/>",
+                  "");
+    EXPECT_EQ(schema.Failures("twice"), "twice.yin:5:1: leafref 'l' with path '/twice:x': module 'twice' has no 'x'\n");
 }
 
 } // namespace

@@ -184,6 +184,19 @@ TEST(Modules, RevisionsStandSideBySide)
               "'lib.yin' has revision '2020-01-01'; there is 'lib@2010-01-01.yin'\n");
 }
 
+/* An import without a revision made of the module that an import by revision had brought, in a load that fails. */
+TEST(Modules, FailedLoadChangesNotWhatLaterImportsGet)
+{
+    Schema schema;
+    schema.File("lib.yin", Revised("lib", "2020-01-01", OneLeaf("old")));
+    schema.LoadText("early", "", "lib@2020-01-01");
+    schema.Module("bad", "<leaf name=\"l\"><type name=\"none\"/></leaf>", "lib");
+    EXPECT_NE(schema.Failures("bad"), "");
+    schema.File("lib.yin", Revised("lib", "2021-01-01", OneLeaf("new")));
+    schema.LoadText("late", R"(<leaf name="l"><type name="leafref"><path value="/lib:new"/></type></leaf>)", "lib");
+    EXPECT_EQ(schema.Tree("late"), "leaf l leafref -> /new\n");
+}
+
 /* Every order in which three modules that build on one another can go. */
 TEST(Modules, GoInAnyOrder)
 {

@@ -13,6 +13,7 @@ TEST(Types, ChainsCarryEffectiveRestrictions)
     schema.Module("lib", R"(<typedef name="percent"><type name="uint8"><range value="0..100"/></type></typedef>
         <typedef name="alias"><type name="percent"/></typedef>
         <typedef name="parts"><type name="int16"><range value="min..-1 | 5 | 10 .. max"/></type></typedef>
+        <typedef name="adjoining"><type name="int8"><range value="1..4|5..9|11"/></type></typedef>
         <typedef name="big"><type name="uint64"><range value="9223372036854775808..max"/></type></typedef>
         <typedef name="state"><type name="enumeration"><enum name="down"/><enum name="up"><value value="7"/></enum>
           <enum name="testing"/><enum name="low"><value value="-3"/></enum><enum name="next"/></type></typedef>
@@ -33,7 +34,10 @@ TEST(Types, ChainsCarryEffectiveRestrictions)
         {R"(<type name="lib:parts"><range value="-7..-1|11|12..20"/></type>)",
          "int16 -32768..32767 | int16 -32768..-1 5..5 10..32767 | int16 -7..-1 11..11 12..20"},
         {R"(<type name="lib:big"/>)", "uint64 0..-1 | uint64 -9223372036854775808..-1"},
-        {R"(<type name="int8"><range value="1..4|5..9"/></type>)", "int8 -128..127 | int8 1..4 5..9"},
+        {R"(<type name="lib:adjoining"><range value="3..7"/></type>)",
+         "int8 -128..127 | int8 1..4 5..9 11..11 | int8 3..7"},
+        {R"(<type name="int64"><range value="-9223372036854775808..-7"/></type>)",
+         "int64 -9223372036854775808..9223372036854775807 | int64 -9223372036854775808..-7"},
         {R"(<type name="lib:state"/>)", "enumeration | enumeration down=0 up=7 testing=8 low=-3 next=9"},
         {R"(<type name="lib:state"><enum name="up"/><enum name="low"><value value="-3"/></enum></type>)",
          "enumeration | enumeration down=0 up=7 testing=8 low=-3 next=9 | enumeration up=7 low=-3"},
@@ -99,6 +103,8 @@ TEST(Types, MistakesAreReportedWhereTheyStand)
         {R"(<type name="uint8"><range value="1..x"/></type>)", ":20: range '1..x': 'x' is no number of the type"},
         {R"(<type name="uint8"><range value="1..99999999999999999999999"/></type>)",
          ":20: range '1..99999999999999999999999': '99999999999999999999999' is no number of the type"},
+        {R"(<type name="int64"><range value="-9223372036854775809..0"/></type>)",
+         ":20: range '-9223372036854775809..0': '-9223372036854775809' is no number of the type"},
         {R"(<type name="uint8"><range value="1||2"/></type>)", ":20: range '1||2': '' is no number of the type"},
         {R"(<type name="sized"><range value="0"/></type>)", ":20: range '0': it leaves what it restricts, 1..9"},
         {R"(<type name="decimal64"><fraction-digits value="2"/><range value="1.234"/></type>)",

@@ -81,6 +81,7 @@ void HostTest::TearDown()
     Services().watcher = nullptr;
     Stop();
     EXPECT_EQ(Services().Leaks(), "");
+    EXPECT_EQ(LiveContexts(), 0u);
     (void)Services().ReleaseAllBut({}); /* the next test starts clean */
     EXPECT_FALSE(log.otherArguments);
     if (!assertionsExpected) {

@@ -5,6 +5,8 @@
 namespace test {
 namespace {
 
+uint32_t g_liveContexts = 0;
+
 struct NameSearch {
     std::string name;
     QY_NODE *found;
@@ -25,6 +27,11 @@ SchemaFaults &Faults()
 {
     static SchemaFaults faults;
     return faults;
+}
+
+uint32_t LiveContexts()
+{
+    return g_liveContexts;
 }
 
 QY_NODE *SchemaChild(QY_NODE *node, const std::string &path)
@@ -55,7 +62,15 @@ using test::Faults;
 
 QY_CTX *QY_CTX_Create(uint32_t uiOptions)
 {
-    return Faults().noContext || uiOptions != 17 ? nullptr : REAL(QY_CTX_Create)(uiOptions);
+    QY_CTX *context = Faults().noContext || uiOptions != 17 ? nullptr : REAL(QY_CTX_Create)(uiOptions);
+    test::g_liveContexts += context != nullptr ? 1 : 0;
+    return context;
+}
+
+void QY_CTX_Delete(QY_CTX *pCtx)
+{
+    test::g_liveContexts -= pCtx != nullptr ? 1 : 0;
+    REAL(QY_CTX_Delete)(pCtx);
 }
 
 uint32_t QY_CTX_SetSearchDir(QY_CTX *pCtx, const char *pcDir)

@@ -26,6 +26,9 @@ struct SchemaFaults {
 
 SchemaFaults &Faults();
 
+/* Schema contexts that were created and not deleted. */
+uint32_t LiveContexts();
+
 /* The schema node at the path of names ("a/b/c"), from a module's top-level nodes down; null when there is none. */
 QY_NODE *SchemaNode(QY_MOD *mod, const std::string &path);
 QY_NODE *SchemaChild(QY_NODE *node, const std::string &path);
