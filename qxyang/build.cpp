@@ -1,6 +1,38 @@
 #include "build.h"
 
+#include "ranges.h"
+
 namespace qxyang {
+
+void LoadState::CountRange(Source &source, uint32_t offset, const QY_TYPE &type)
+{
+    if (type.base == nullptr || BuiltinRange(type.builtin) == nullptr || type.range->count == 1)
+        return;
+    rangeParts += type.range->count;
+    if (rangeParts > limits::RANGE_PARTS)
+        StopAtLimit(source, offset, limits::RANGE_PARTS, "parts of ranges of leaves");
+}
+
+void LoadState::CountLeafref(const PendingLeafref &pending)
+{
+    const QY_NODE *leaf = pending.leaf;
+    for (size_t i = 0; leaf != nullptr && i < limits::CHAIN; ++i) {
+        typesPassed += leaf->type->depth + size_t{1};
+        if (leaf->type->builtin != QY_TYPE_LEAFREF)
+            break;
+        leaf = leaf->target;
+    }
+    if (typesPassed > limits::LEAFREF_TYPES)
+        StopAtLimit(pending.unit->source, pending.offset, limits::LEAFREF_TYPES, "types on the ways of leafrefs");
+    if (leaf != nullptr)
+        CountRange(pending.unit->source, pending.offset, *leaf->type);
+}
+
+void LoadState::StopAtLimit(Source &source, uint32_t offset, size_t limit, std::string_view what)
+{
+    failures.Add(source, offset, "the load needs more than " + std::to_string(limit) + " " + std::string(what));
+    throw LoadStopped{};
+}
 
 Build::Build(LoadState &state, QY_MOD &built, std::vector<Unit *> files)
     : load(state), module(built), units(std::move(files)), start_(state.failures.Now())

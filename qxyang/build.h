@@ -59,7 +59,17 @@ struct LoadState {
     size_t joinedExtensions = 0;
     size_t rangeParts = 0;
     size_t leafrefSteps = 0;
+    size_t typesPassed = 0;  /* on the ways from leafrefs to what they lead to */
     size_t membersTried = 0; /* of unions, for defaults */
+
+    /* Counts the parts of a leaf's range: readers visit all of them for each leaf. */
+    void CountRange(Source &source, uint32_t offset, const QY_TYPE &type);
+
+    /* Counts the types that readers pass when they follow a leafref whose target is known, and the range behind it. */
+    void CountLeafref(const PendingLeafref &pending);
+
+  private:
+    [[noreturn]] void StopAtLimit(Source &source, uint32_t offset, size_t limit, std::string_view what);
 };
 
 /* One module that is being built, its submodules included. */

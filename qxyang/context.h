@@ -64,7 +64,8 @@ struct QY_CTX {
     qxyang::Failures failures;
     qxyang::DeviationLog deviations;
     QY_PRIDATA_FREE_PF freePrivate = nullptr;
-    uint64_t featureEpoch = 1; /* grows when the value of a feature may have changed */
+    size_t extensionsGiven = 0; /* to nodes on request, since the latest load began */
+    uint64_t featureEpoch = 1;  /* grows when the value of a feature may have changed */
 
   private:
     void ReleaseDying(QY_MOD *first, qxyang::DeviationLog::Removal &&removal) noexcept;

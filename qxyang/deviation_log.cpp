@@ -52,6 +52,12 @@ const QY_MOD *DeviationLog::Deviated::Remover() const
     return removal != changes.end() ? removal->by : nullptr;
 }
 
+bool DeviationLog::HasExtensionsOf(QY_NODE *node) const
+{
+    auto entry = nodes_.find(node);
+    return entry != nodes_.end() && entry->second.EffectiveExtensions() != entry->second.extensions;
+}
+
 const QY_MOD *DeviationLog::RemoverOf(QY_NODE *node) const
 {
     auto entry = nodes_.find(node);

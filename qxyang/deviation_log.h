@@ -33,6 +33,9 @@ class DeviationLog {
     /* The node's extension instances, apart from those that replaced them on request. */
     static const ExtensionSet *ExtensionsOf(QY_NODE *node);
 
+    /* True if the node shows extension instances that a deviation made, and that go with it. */
+    bool HasExtensionsOf(QY_NODE *node) const;
+
     /* What a type that the leaf has or had refers to becomes known. */
     void SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target);
 

@@ -53,21 +53,18 @@ class ExtensionEdits {
   public:
     explicit ExtensionEdits(Build &build) : build_(build) {}
 
-    ExtensionEdit &Of(QY_NODE *node)
+    /* True if the node has an instance that a change of that kind would take away for this one. */
+    bool Has(QY_NODE *node, ExtensionChange::Kind kind, const QY_EXT &named, Unit &unit, const Statement *deviate)
     {
-        auto [entry, isNew] = places_.try_emplace(node, nodes_.size());
-        if (isNew)
-            nodes_.push_back({node, ExtensionEdit(DeviationLog::ExtensionsOf(node)), {}, nullptr, nullptr});
-        return nodes_[entry->second].edit;
+        return Of(node, unit, deviate).edit.Has(kind, named);
     }
 
     void Apply(QY_NODE *node, const ExtensionChange &change, Unit &unit, const Statement *deviate)
     {
-        Of(node).Apply(change);
-        Edited &edited = nodes_[places_.at(node)];
+        build_.CountJoined(unit, deviate, change.operand->count);
+        Edited &edited = Of(node, unit, deviate);
+        edited.edit.Apply(change);
         edited.changes.push_back(change);
-        edited.unit = &unit;
-        edited.deviate = deviate;
     }
 
     void Finish()
@@ -75,7 +72,6 @@ class ExtensionEdits {
         for (Edited &edited : nodes_) {
             if (edited.changes.empty())
                 continue;
-            build_.CountJoined(*edited.unit, edited.deviate, edited.edit.Count());
             build_.load.context.deviations.SetExtensions(edited.node, &build_.module, std::move(edited.changes),
                                                          edited.edit.Result());
         }
@@ -86,9 +82,19 @@ class ExtensionEdits {
         QY_NODE *node;
         ExtensionEdit edit;
         std::vector<ExtensionChange> changes;
-        Unit *unit; /* where the latest of them stands */
-        const Statement *deviate;
     };
+
+    /* The node's instances are copied by the first deviate that asks for them, and counted before. */
+    Edited &Of(QY_NODE *node, Unit &unit, const Statement *deviate)
+    {
+        auto [entry, isNew] = places_.try_emplace(node, nodes_.size());
+        if (isNew) {
+            const ExtensionSet *set = DeviationLog::ExtensionsOf(node);
+            build_.CountJoined(unit, deviate, set != nullptr ? set->count : 0);
+            nodes_.push_back({node, ExtensionEdit(set), {}});
+        }
+        return nodes_[entry->second];
+    }
 
     Build &build_;
     std::vector<Edited> nodes_;
@@ -201,6 +207,7 @@ class Deviator {
     void ReplaceType(const Statement *statement, QY_NODE *node)
     {
         log_.SetType(node, &build_.module, builder_.Types().Compile(statement, scope_));
+        build_.load.CountRange(scope_->unit->source, statement->offset, *node->type);
         if (node->type->refers)
             builder_.AwaitTargets(node, scope_->unit, statement);
     }
@@ -210,7 +217,7 @@ class Deviator {
         auto kind = static_cast<DeviateKind>(deviate->detail);
         ExtensionChange change{ExtensionChangeOf(kind), operand};
         for (const QY_EXT &named : *operand)
-            if (kind != DeviateKind::Add && !edits_.Of(node).Has(change.kind, named))
+            if (kind != DeviateKind::Add && !edits_.Has(node, change.kind, named, *scope_->unit, deviate))
                 return Fail(deviate, DescribeNode(node) + " has no extension statement " + Quoted(named.name->name) +
                                          " to " + deviate->argument);
         edits_.Apply(node, change, *scope_->unit, deviate);

@@ -288,6 +288,8 @@ void ResolveLeafrefs(LoadState &load)
     CycleCheck cycles(load);
     for (const PendingLeafref &pending : load.leafrefs)
         cycles.Check(pending);
+    for (const PendingLeafref &pending : load.leafrefs)
+        load.CountLeafref(pending);
     removals.CheckAll();
 }
 

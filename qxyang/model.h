@@ -317,7 +317,7 @@ using OwnedSet = std::unique_ptr<ExtensionSet, OwnedSetDelete>;
 
 /* Extension instances that replaced a node's own on request. */
 struct ReplacedSet {
-    OwnedSet shown;
+    OwnedSet shown;          /* null: those of another node, which live as long as the module */
     const ExtensionSet *own; /* what the node would have without the request */
 };
 

@@ -58,6 +58,7 @@ uint32_t QY_CTX_LoadModule(QY_CTX *pCtx, const char *pcModuleName, const char *p
 {
     QY_MOD *before = pCtx->Latest();
     pCtx->failures.Begin(OrEmpty(pcModuleName));
+    pCtx->extensionsGiven = 0;
     try {
         Loader loader(*pCtx);
         if (QY_MOD *module = loader.Load(OrEmpty(pcModuleName), OrEmpty(pcRevision))) {

@@ -1,4 +1,5 @@
 /* Contract functions of schema nodes, types and extension instances: all of them only read what loading made. */
+#include <algorithm>
 #include <iterator>
 
 #include "context.h"
@@ -73,13 +74,28 @@ void QY_NODE_SetPrivate(QY_NODE *pNode, void *pvPrivate)
 
 namespace {
 
-void Replace(QY_NODE *node, OwnedSet copy)
+/* True if the source's extension instances live as long as the node's module, and never change. */
+bool CanShare(const QY_NODE *node, QY_NODE *source)
 {
+    const QY_MOD *module = node->module;
+    if (source->module != module &&
+        std::find(module->imports.begin(), module->imports.end(), source->module) == module->imports.end())
+        return false;
+    if ((source->flags & NODE_OWN_SET) != 0)
+        return source->module->replacedSets.find(source)->second.shown == nullptr && source->module == module;
+    return !module->context->deviations.HasExtensionsOf(source);
+}
+
+/* Many leaves may refer to one: they share its instances where they can. */
+void Replace(QY_NODE *node, QY_NODE *source)
+{
+    OwnedSet copy = CanShare(node, source) ? nullptr : CopyOfSet(source->extensions);
+    const ExtensionSet *shown = copy != nullptr ? copy.get() : source->extensions;
     ReplacedSet &replaced = node->module->replacedSets[node];
     if ((node->flags & NODE_OWN_SET) == 0)
         replaced.own = node->extensions;
     node->flags |= NODE_OWN_SET;
-    node->extensions = copy.get();
+    node->extensions = shown;
     replaced.shown = std::move(copy);
 }
 
@@ -108,16 +124,22 @@ void RestoreClassOf(QY_NODE *leaf) noexcept
 
 uint32_t QY_NODE_ReplaceDstExtInst(QY_NODE *pDst, QY_NODE *pSrc)
 {
-    if (pDst == pSrc)
+    const bool isAgain = (pDst->flags & NODE_OWN_SET) != 0 && pDst->extensions == pSrc->extensions;
+    if (pDst == pSrc || isAgain)
         return 0;
     try {
-        Replace(pDst, CopyOfSet(pSrc->extensions));
-        return 0;
+        size_t &given = pDst->module->context->extensionsGiven;
+        given += TotalOf(pSrc->extensions);
+        if (given <= limits::EXTENSION_STATEMENTS) {
+            Replace(pDst, pSrc);
+            return 0;
+        }
     } catch (...) {
-        if (pDst->kind == QY_NODE_TYPE_LEAF)
-            RestoreClassOf(pDst);
-        return 1;
+        // No memory.
     }
+    if (pDst->kind == QY_NODE_TYPE_LEAF)
+        RestoreClassOf(pDst);
+    return 1;
 }
 
 /* ---- types ----------------------------------------------------------------------------------------------------- */

@@ -26,9 +26,10 @@ inline constexpr size_t PATH_STEPS = 512;
  * readers read it of each. */
 inline constexpr size_t EXTENSION_STATEMENTS = size_t{32} << 20;
 inline constexpr size_t JOINED_STATEMENTS = size_t{4} << 20; /* of nodes that a refine or deviation gives some */
-inline constexpr size_t RANGE_PARTS = size_t{256} << 20;     /* of ranges with several parts */
+inline constexpr size_t RANGE_PARTS = size_t{256} << 20;     /* of ranges with several parts, behind leafrefs as well */
 inline constexpr size_t LEAFREFS = size_t{4} << 20;          /* each member of a union counts */
 inline constexpr size_t LEAFREF_STEPS = size_t{32} << 20;    /* in the paths of the leafrefs */
+inline constexpr size_t LEAFREF_TYPES = size_t{256} << 20; /* that the types on the ways of leafrefs are derived from */
 
 /* Chains of references: import of import, grouping in grouping, typedef of typedef, identity of identity, feature of
  * feature, union in union. */

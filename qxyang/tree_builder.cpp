@@ -3,7 +3,6 @@
 #include "definitions.h"
 #include "extensions.h"
 #include "if_feature.h"
-#include "ranges.h"
 #include "schema_path.h"
 
 namespace qxyang {
@@ -149,7 +148,7 @@ void TreeBuilder::FillLeaf(const Statement *statement, QY_NODE *leaf, Scope *sco
 {
     const Statement *type = FindChild(statement, Kw::Type);
     leaf->type = types_.Compile(type, scope);
-    CountRange(leaf->type);
+    build_.load.CountRange(scope->unit->source, type->offset, *leaf->type);
     if (leaf->type->refers)
         AwaitTargets(leaf, scope->unit, type);
     constraints_.CheckNode(statement, leaf, *scope->unit, !chain_.empty());
@@ -190,19 +189,6 @@ void TreeBuilder::ShowExtensions(QY_NODE *node, const ExtensionSet *set)
     build_.Fail(*unit_, statement_,
                 "the load needs more than " + std::to_string(limits::EXTENSION_STATEMENTS) +
                     " extension statements of schema nodes");
-    throw LoadStopped{};
-}
-
-/* Readers visit all parts of each leaf's range. */
-void TreeBuilder::CountRange(const QY_TYPE *type)
-{
-    if (type->base == nullptr || BuiltinRange(type->builtin) == nullptr || type->range->count == 1)
-        return;
-    build_.load.rangeParts += type->range->count;
-    if (build_.load.rangeParts <= limits::RANGE_PARTS)
-        return;
-    build_.Fail(*unit_, statement_,
-                "the load needs more than " + std::to_string(limits::RANGE_PARTS) + " parts of ranges of leaves");
     throw LoadStopped{};
 }
 

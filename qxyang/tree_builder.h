@@ -46,7 +46,6 @@ class TreeBuilder {
     OnHeap CompileDefinitions(const Statement *statement, Scope *scope);
     void AwaitTarget(const PendingLeafref &pending, const Statement *statement);
     void ShowExtensions(QY_NODE *node, const ExtensionSet *set);
-    void CountRange(const QY_TYPE *type);
 
     /* groupings */
     struct RefinedExtensions {

@@ -117,7 +117,7 @@ QY_NODE *TreeBuilder::CopyNode(const QY_NODE *from, QY_NODE *parent)
     if (!IsLeaf(from))
         return node;
     node->type = from->type;
-    CountRange(node->type);
+    build_.load.CountRange(unit_->source, statement_->offset, *node->type);
     if (node->type->refers)
         AwaitTargets(node, outermostUnit_, outermostUse_);
     return node;

@@ -289,6 +289,38 @@ TEST(Costs, WhatManyNodesShareIsLimited)
                          "</uses></container>");
          },
          "the load needs more than 4194304 extension statements of nodes that are refined or deviated"},
+        {"a node's statements, once for each deviation",
+         [](int) {
+             return Grouping("<container name=\"k\">" + Each(5700, "<m:x v=\"1\"/>") + "</container>") +
+                    Container(Each(5700, "<container name=\"c#\"><uses name=\"g\"/></container>")) +
+                    Each(5700, Deviations("/c/c#/k", "add", "<m:x v=\"1\"/>"));
+         },
+         "the load needs more than 4194304 extension statements of nodes that are refined or deviated"},
+        {"a range with many parts, put there by deviations",
+         [](int) {
+             return Typedef("uint32\">" + Parts(17000, 2)) + Container(Each(17000, LEAVES)) +
+                    Each(17000, Deviations("/c/name#", "replace", "<type name=\"t\"/>"));
+         },
+         "the load needs more than 268435456 parts of ranges of leaves"},
+        {"a range that many leafrefs lead to",
+         [](int) {
+             return Container(Leaf("l", "uint32\">" + Parts(17000, 2)) +
+                              Each(17000, Leaf("r#", "leafref\"><path value=\"../l\"/>")));
+         },
+         "the load needs more than 268435456 parts of ranges of leaves"},
+        {"types that many leafrefs lead through",
+         [](int) {
+             std::string nested = Each(33000, Leaf("r#", "leafref\"><path value=\"../l\"/>"));
+             for (int i = 0; i < 64; ++i)
+                 nested = Container(Leaf("l", "t126\">") + nested);
+             std::string typedefs =
+                 "<typedef name=\"t0\"><type name=\"leafref\"><path value=\"../../l\"/></type></typedef>";
+             for (int i = 1; i < 127; ++i)
+                 typedefs += "<typedef name=\"t" + std::to_string(i) + "\"><type name=\"t" + std::to_string(i - 1) +
+                             "\"/></typedef>";
+             return typedefs + Container(Leaf("l", "int8\">") + nested);
+         },
+         "the load needs more than 268435456 types on the ways of leafrefs"},
         {"a range with many parts",
          [](int) { return Typedef("uint32\">" + Parts(17000, 2)) + Each(17000, Leaf("l#", "t\">")); },
          "the load needs more than 268435456 parts of ranges of leaves"},
@@ -305,7 +337,33 @@ TEST(Costs, WhatManyNodesShareIsLimited)
          "the load needs more than 33554432 steps of leafrefs"},
     };
     for (const Model &model : models)
-        CostOf(model, 0);
+        EXPECT_LE(CostOf(model, 0).bytes, size_t{512} << 20) << model.what;
+}
+
+TEST(Costs, LeavesShareTheStatementsThatTheyTakeOver)
+{
+    constexpr uint32_t STATEMENTS = 6000;
+    constexpr uint32_t LEAVES_WITH_THEM = (32u << 20) / STATEMENTS;
+    Schema schema;
+    schema.Module("m", HEAD + Container("<leaf name=\"l\">" + STRING + Each(STATEMENTS, "<m:x v=\"#\"/>") + "</leaf>" +
+                                        Each(LEAVES_WITH_THEM + 1, LEAVES)));
+    schema.Load("m");
+    struct Given {
+        QY_NODE *source;
+        uint32_t leaves = 0;
+    } given{schema.Node("m", "c/l")};
+    auto give = [](QY_NODE *leaf, void *, void *cookie) -> uint32_t {
+        auto *to = static_cast<Given *>(cookie);
+        if (QY_NODE_ReplaceDstExtInst(leaf, to->source) != 0)
+            return 1;
+        to->leaves += leaf != to->source ? 1 : 0;
+        return 0;
+    };
+    g_cost = {};
+    EXPECT_EQ(QY_NODE_IterScanChildrenNode(schema.Node("m", "c"), give, &given), 1u);
+    EXPECT_EQ(given.leaves, LEAVES_WITH_THEM);
+    EXPECT_LE(g_cost.bytes, size_t{2} << 20);
+    EXPECT_EQ(test::Extensions(schema.Node("m", "c/name0")), ""); // as the model has it
 }
 
 TEST(Costs, HintsEndWhenTooManyNamesAreCompared)
