@@ -3,7 +3,8 @@
  * imported, or all of them when the module was registered under another revision as well.
  *
  * A record is marked when it is registered: most have no such node, and those that follow the last marked one are never
- * looked at. So unloading modules one by one takes time in proportion to what they hold, and no memory. */
+ * looked at. So unloading modules one by one takes no memory, and time in proportion to what they hold, as long as few of
+ * the others are marked: the trees of those are looked through at each unload. */
 #ifndef KORV_LEAF_NODES_H
 #define KORV_LEAF_NODES_H
 
