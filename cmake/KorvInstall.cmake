@@ -36,6 +36,10 @@ foreach(unit telem_yang_lib telem_yang korv_lib_yang)
           COMPONENT development)
 endforeach()
 
+# The schema layer finds it from where its own library lies: qxyang/own_models.cpp.
+install(FILES examples/yin/quelvo-mim-extensions.yin DESTINATION ${CMAKE_INSTALL_DATADIR}/korv_libyang/models
+        COMPONENT runtime)
+
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development PATTERN *.in EXCLUDE)
 install(DIRECTORY examples/host_c examples/yin DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)

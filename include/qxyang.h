@@ -95,7 +95,7 @@ typedef struct QXYANG_STATEMENT_S {
     uint32_t uiLevel;           /**< number of the statements around it */
     QXYANG_PLACE_S stPlace;     /**< the whole statement, from its keyword or tag to behind its end */
     QXYANG_PLACE_S
-        stArgument; /**< the argument as written: with its quotes in compact syntax, what stands between quotes
+    stArgument; /**< the argument as written: with its quotes in compact syntax, what stands between quotes
                                      or tags in YIN. Line 0 when there is none, or in a YIN file in UTF-16. */
 } QXYANG_STATEMENT_S;
 
@@ -158,6 +158,29 @@ KORV_PLATFORM_API uint32_t QXYANG_GetStatement(const QXYANG_FILE *pstFile, uint3
 
 /** Reports why the file cannot be read or is not well formed; nothing when it is. */
 KORV_PLATFORM_API uint32_t QXYANG_ScanFileFailures(const QXYANG_FILE *pstFile, QXYANG_FAILURE_PF pfnCb, void *pvCookie);
+
+/** How YIN writes the argument of a statement of YANG itself.
+ *
+ * @param pcKeyword keyword without prefix
+ * @param puiForm   receives QXYANG_ARGUMENT_ATTRIBUTE, QXYANG_ARGUMENT_ELEMENT, or QXYANG_ARGUMENT_NONE for a statement
+ *                  without argument
+ * @return name of the attribute or element, empty for QXYANG_ARGUMENT_NONE. Null: YANG has no such statement, and *puiForm
+ *         is unchanged. */
+KORV_PLATFORM_API const char *QXYANG_GetArgumentName(const char *pcKeyword, uint32_t *puiForm);
+
+/** The path of a file; the text is the callback's until it returns. */
+typedef uint32_t (*QXYANG_PATH_PF)(const char *pcPath, void *pvCookie);
+
+/** Reports the files that a load would try for a module or submodule, the best first. They exist, but nothing of them is
+ * read.
+ *
+ * @param ppcDirs    directories in the order in which they are searched; may be null when uiDirCount is 0
+ * @param uiDirCount their number
+ * @param pcName     the module's name or the submodule's
+ * @param pcRevision the wanted revision, or null: any
+ * @return what the callback returned; 1 without a callback when there is no memory */
+KORV_PLATFORM_API uint32_t QXYANG_ScanModulePaths(const char *const *ppcDirs, uint32_t uiDirCount, const char *pcName,
+                                                  const char *pcRevision, QXYANG_PATH_PF pfnCb, void *pvCookie);
 
 /** @} */
 

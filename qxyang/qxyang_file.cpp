@@ -4,7 +4,10 @@
 #include <new>
 
 #include "context.h"
+#include "keywords.h"
+#include "search_path.h"
 #include "statement_file.h"
+#include "text.h"
 
 using namespace qxyang;
 
@@ -98,6 +101,40 @@ uint32_t QXYANG_GetStatement(const QXYANG_FILE *pstFile, uint32_t uiIndex, QXYAN
 uint32_t QXYANG_ScanFileFailures(const QXYANG_FILE *pstFile, QXYANG_FAILURE_PF pfnCb, void *pvCookie)
 {
     return pstFile->failures.ScanRecords(pfnCb, pvCookie);
+}
+
+const char *QXYANG_GetArgumentName(const char *pcKeyword, uint32_t *puiForm)
+{
+    const Kw keyword = FindKeyword(pcKeyword);
+    if (keyword == Kw::Statements)
+        return nullptr;
+    const Keyword &info = KeywordOf(keyword);
+    if (info.argument == nullptr) {
+        *puiForm = QXYANG_ARGUMENT_NONE;
+        return "";
+    }
+    *puiForm = info.InElement() ? QXYANG_ARGUMENT_ELEMENT : QXYANG_ARGUMENT_ATTRIBUTE;
+    return info.argument;
+}
+
+uint32_t QXYANG_ScanModulePaths(const char *const *ppcDirs, uint32_t uiDirCount, const char *pcName,
+                                const char *pcRevision, QXYANG_PATH_PF pfnCb, void *pvCookie)
+{
+    if (!IsIdentifier(pcName))
+        return 0;
+    try {
+        SearchPath path;
+        for (uint32_t i = 0; i < uiDirCount; ++i)
+            if (*ppcDirs[i] != '\0')
+                path.Add(ppcDirs[i]);
+        NameBudget names;
+        for (const std::string &file : FileFinder(path, names).Candidates(pcName, OrEmpty(pcRevision)))
+            if (uint32_t result = pfnCb(file.c_str(), pvCookie); result != 0)
+                return result;
+        return 0;
+    } catch (...) {
+        return 1;
+    }
 }
 
 uint32_t QXYANG_ScanModuleFiles(const QY_MOD *pMod, QXYANG_MODULE_FILE_PF pfnCb, void *pvCookie)

@@ -9,6 +9,7 @@
 #include <memory>
 #include <set>
 
+#include "own_models.h"
 #include "source.h"
 #include "text.h"
 
@@ -180,6 +181,15 @@ std::string FileFinder::OtherRevisions(std::string_view name, std::string_view w
     return text;
 }
 
+void FileFinder::AddOwnFile(const std::string &name, std::vector<std::string> &found)
+{
+    if (!isOwnKnown_)
+        own_ = OwnModelDirectory();
+    isOwnKnown_ = true;
+    if (!own_.empty())
+        AddFile(own_, name, found);
+}
+
 std::vector<std::string> FileFinder::Candidates(std::string_view name, std::string_view revision)
 {
     const std::string plain(name);
@@ -195,6 +205,8 @@ std::vector<std::string> FileFinder::Candidates(std::string_view name, std::stri
             found.push_back(std::move(path));
     if (revision.empty() && found.size() > 1)
         found.resize(1);
+    if (found.empty() || !revision.empty())
+        AddOwnFile(plain, found);
     return found;
 }
 

@@ -32,7 +32,7 @@ class FileFinder {
     /* Files to try, the best first. Without a revision: NAME.yin of the first directory that has it, else the newest
      * NAME@REVISION.yin of all directories. With one: NAME@REVISION.yin, then every NAME.yin, which has to say the
      * revision itself. A file that ends in ".yang" instead counts likewise, unless its twin that ends in ".yin" stands
-     * in the same directory. */
+     * in the same directory. NAME.yin of the models that are installed with this layer comes last. */
     std::vector<std::string> Candidates(std::string_view name, std::string_view revision);
 
     /* Offers the module names of all files to whoever looks for a near one. */
@@ -63,6 +63,7 @@ class FileFinder {
     /* " (cannot be listed: Permission denied)" and the like; empty when the directory can be listed and entered. */
     std::string WhyUnseen(const std::string &directory);
     std::string NewestRevision(std::string_view name);
+    void AddOwnFile(const std::string &name, std::vector<std::string> &found);
 
     /* Visits the files NAME@REVISION.yin and NAME@REVISION.yang with their revisions: visit(directory, file,
      * revision). */
@@ -72,6 +73,8 @@ class FileFinder {
     const SearchPath &path_;
     NameBudget &names_;
     std::unordered_map<std::string, Directory> listings_;
+    std::string own_;         /* directory of this layer's own models, once it was asked for */
+    bool isOwnKnown_ = false; /* it was */
 };
 
 } // namespace qxyang

@@ -23,7 +23,7 @@ installed documents.
 
 'korv-inspect COMMAND --help' says more about a command.
 Exit status: 0 success; 1 a node is not found, check found errors, diff found breaking
-changes; 2 wrong usage; 3 a module cannot be loaded.)";
+changes, a file cannot be converted; 2 wrong usage; 3 a module cannot be loaded.)";
 
 std::string LibraryVersion()
 {

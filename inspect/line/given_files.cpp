@@ -12,7 +12,15 @@ namespace {
 
 constexpr const char *STANDARD_INPUT = "-";
 
-/* The ending of a file that holds this text: YIN is XML, and nothing else begins with "<". */
+/* "acme" of "models/acme@2026-01-01.yin". */
+std::string ModuleOf(const std::filesystem::path &file)
+{
+    const std::string stem = file.stem().string();
+    return stem.substr(0, stem.find('@'));
+}
+
+} // namespace
+
 const char *EndingFor(const std::string &text)
 {
     const size_t first = text.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
@@ -29,15 +37,6 @@ std::string ReadStandardInput()
         throw Failure("standard input cannot be read", EXIT_NOT_LOADED);
     return text;
 }
-
-/* "acme" of "models/acme@2026-01-01.yin". */
-std::string ModuleOf(const std::filesystem::path &file)
-{
-    const std::string stem = file.stem().string();
-    return stem.substr(0, stem.find('@'));
-}
-
-} // namespace
 
 bool LooksLikeFile(const std::string &text)
 {

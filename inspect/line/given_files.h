@@ -14,6 +14,12 @@ namespace inspect {
 /* True if a person who writes this means a file, not a module: "-", or with a directory or the ending of a module file. */
 bool LooksLikeFile(const std::string &text);
 
+/* All of standard input. Throws Failure. */
+std::string ReadStandardInput();
+
+/* The ending of a file that holds this text: YIN is XML, and nothing else begins with "<". */
+const char *EndingFor(const std::string &text);
+
 class GivenFiles {
   public:
     GivenFiles() = default;

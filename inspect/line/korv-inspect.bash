@@ -32,7 +32,7 @@ _korv_inspect_modules() {
 
 _korv_inspect() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
-    local commands="tree find walk dump enums modules check diff"
+    local commands="tree find walk dump enums modules check diff convert"
     local options="--verbose --load --install-path --recursive --format --help" formats="text json"
     COMPREPLY=()
     if [[ $cur == = ]]; then
@@ -49,10 +49,20 @@ _korv_inspect() {
     dump) options+=" --dir --as --augment --self --target" formats+=" csv" ;;
     check) options+=" --dir --as --all" ;;
     diff) options+=" --old --new" ;;
+    convert) options="--output --to --dir --recursive --help" ;;
     find | walk | enums | modules) options+=" --dir --as" ;;
     *) return ;;
     esac
     case $prev in
+    --to)
+        mapfile -t COMPREPLY < <(compgen -W "yin yang" -- "$cur")
+        return
+        ;;
+    -o | --output)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$cur")
+        return
+        ;;
     -d | --dir | --install-path | --old | --new)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$cur")
@@ -66,7 +76,7 @@ _korv_inspect() {
     esac
     if [[ $cur == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
-    elif [[ $cur == */* ]]; then
+    elif [[ $cur == */* || $command == convert ]]; then
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$cur"; compgen -f -X '!*.yin' -- "$cur"; compgen -f -X '!*.yang' -- "$cur")
     else

@@ -28,6 +28,16 @@ done
 
 if [ -e bin/korv-inspect ]; then
     bin/korv-inspect tree example-qos -d share/doc/korv_libyang/examples/yin >/dev/null
+    # The extension module is found without being told, and a file of a registered directory wins over it.
+    mkdir "$work/models"
+    cp share/doc/korv_libyang/examples/yin/example-types.yin share/doc/korv_libyang/examples/yin/example-interfaces.yin \
+        "$work/models"
+    bin/korv-inspect tree "$work/models/example-interfaces.yin" | grep -q 'class' || fail "no class without -d"
+    echo '<module/>' >"$work/models/quelvo-mim-extensions.yin"
+    if bin/korv-inspect tree "$work/models/example-interfaces.yin" >/dev/null 2>"$work/error"; then
+        fail "the installed module won over the file beside the model"
+    fi
+    grep -q 'models/quelvo-mim-extensions.yin:1:' "$work/error" || fail "$(cat "$work/error")"
     [ -s share/man/man1/korv-inspect.1 ] || fail "no manual page"
     [ -s share/bash-completion/completions/korv-inspect ] || fail "no completion"
 fi

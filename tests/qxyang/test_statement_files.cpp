@@ -197,6 +197,53 @@ TEST(StatementFiles, TellWhyTheyCannotBeRead)
     QXYANG_CloseFile(nullptr);
 }
 
+TEST(StatementFiles, HowYinWritesAnArgumentIsToldByTheKeyword)
+{
+    const struct {
+        const char *keyword;
+        const char *name; /* null: no statement of YANG */
+        uint32_t form;
+    } cases[] = {{"leaf", "name", QXYANG_ARGUMENT_ATTRIBUTE},
+                 {"error-message", "value", QXYANG_ARGUMENT_ELEMENT},
+                 {"reference", "text", QXYANG_ARGUMENT_ELEMENT},
+                 {"input", "", QXYANG_ARGUMENT_NONE},
+                 {"unique", "tag", QXYANG_ARGUMENT_ATTRIBUTE},
+                 {"leef", nullptr, 99},
+                 {"", nullptr, 99}};
+    for (const auto &test : cases) {
+        uint32_t form = 99;
+        EXPECT_STREQ(QXYANG_GetArgumentName(test.keyword, &form), test.name) << test.keyword;
+        EXPECT_EQ(form, test.form) << test.keyword;
+    }
+}
+
+TEST(StatementFiles, PathsOfAModuleAreThoseThatALoadTries)
+{
+    Schema schema;
+    std::filesystem::create_directory(schema.Dir() + "/sub");
+    schema.File("sub/m.yang", "");
+    schema.File("sub/m@2020-01-01.yin", "");
+    schema.File("m.yin", "");
+    const std::string below = schema.Dir() + "/sub";
+    const char *const dirs[] = {"", below.c_str(), schema.Dir().c_str()};
+    auto paths = [&](const char *name, const char *revision) {
+        std::string text;
+        auto add = [](const char *path, void *cookie) {
+            *static_cast<std::string *>(cookie) += std::string(path) + "\n";
+            return 0u;
+        };
+        EXPECT_EQ(QXYANG_ScanModulePaths(dirs, 3, name, revision, add, &text), 0u);
+        return text;
+    };
+    EXPECT_EQ(paths("m", nullptr), below + "/m.yang\n");
+    EXPECT_EQ(paths("m", "2020-01-01"),
+              below + "/m@2020-01-01.yin\n" + below + "/m.yang\n" + schema.Dir() + "/m.yin\n");
+    EXPECT_EQ(paths("none", nullptr) + paths("../m", nullptr), "");
+    auto stop = [](const char *, void *) { return 7u; };
+    EXPECT_EQ(QXYANG_ScanModulePaths(dirs, 3, "m", nullptr, stop, nullptr), 7u);
+    EXPECT_EQ(QXYANG_ScanModulePaths(nullptr, 0, "m", nullptr, stop, nullptr), 0u);
+}
+
 TEST(Loads, TellTheirFilesAndFailures)
 {
     Schema schema;

@@ -1,0 +1,19 @@
+/* One model file in another syntax. */
+#ifndef KORV_INSPECT_CONVERSION_H
+#define KORV_INSPECT_CONVERSION_H
+
+#include <string>
+#include <vector>
+
+#include "convert/model_file.h"
+#include "convert/writers.h"
+
+namespace inspect {
+
+/* The file, which is well formed, in YIN or in compact syntax. What was written is read again: it has the file's
+ * statements and arguments, or ConvertError is thrown. `dirs` are the directories of modules that the file imports. */
+Written Convert(const ModelFile &file, bool toYin, const std::vector<std::string> &dirs);
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_CONVERSION_H

@@ -1,0 +1,60 @@
+/* What YIN needs to know of other modules: their namespaces, and how the arguments of their extensions are written. */
+#ifndef KORV_INSPECT_EXTENSIONS_H
+#define KORV_INSPECT_EXTENSIONS_H
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "convert/model_file.h"
+
+namespace inspect {
+
+struct Extension {
+    std::string argument;   /* name of the attribute or element; "" when the extension takes no argument */
+    bool inElement = false; /* the argument is an element */
+};
+
+/* Finds modules for one file that is converted. */
+class Extensions {
+  public:
+    /* The directories are those in which modules are looked for, in their order. */
+    Extensions(const ModelFile &file, std::vector<std::string> dirs);
+
+    /* The module's namespace, which a submodule has from the module that it belongs to; "" when no file of it is found. */
+    std::string NamespaceOf(const std::string &module);
+
+    /* True if a file of the module is found. */
+    bool IsFound(const std::string &module) { return Load(module) != nullptr; }
+
+    /* The extension, or null. */
+    const Extension *Find(const std::string &module, const std::string &name);
+
+    /* Prefixes of the file and the modules that they mean, in the order of the file. */
+    const std::vector<std::pair<std::string, std::string>> &Prefixes() const { return prefixes_; }
+
+  private:
+    struct Module {
+        std::string space;
+        std::vector<std::string> submodules;
+        std::map<std::string, Extension, std::less<>> extensions;
+    };
+
+    void ReadPrefixes(const ModelFile &file);
+    const Module *Load(const std::string &name);
+    std::optional<Module> ReadFirst(const std::string &name, const std::string &revision) const;
+    static Module Describe(const ModelFile &file);
+
+    std::vector<std::string> dirs_;
+    std::string own_;       /* name of the file's module or submodule */
+    std::string belongsTo_; /* module of the file when that is a submodule, else "" */
+    std::vector<std::pair<std::string, std::string>> prefixes_;
+    std::map<std::string, std::string> revisions_; /* that imports and includes ask for */
+    std::map<std::string, std::optional<Module>> modules_;
+};
+
+} // namespace inspect
+
+#endif // KORV_INSPECT_EXTENSIONS_H

@@ -1,0 +1,127 @@
+/* YIN. */
+#include <string_view>
+
+#include "convert/writers.h"
+
+namespace inspect {
+namespace {
+
+constexpr const char *YIN_NAMESPACE = "urn:ietf:params:xml:ns:yang:yin:1";
+
+std::string Escaped(std::string_view text, bool inAttribute)
+{
+    std::string out;
+    out.reserve(text.size());
+    for (const char c : text) {
+        if (c == '&')
+            out += "&amp;";
+        else if (c == '<')
+            out += "&lt;";
+        else if (c == '>')
+            out += "&gt;";
+        else if (c == '\r')
+            out += "&#13;";
+        else if (inAttribute && c == '"')
+            out += "&quot;";
+        else if (inAttribute && c == '\n')
+            out += "&#10;";
+        else if (inAttribute && c == '\t')
+            out += "&#9;";
+        else
+            out += c;
+    }
+    return out;
+}
+
+class YinWriter {
+  public:
+    explicit YinWriter(const Namespaces &namespaces) : namespaces_(namespaces) {}
+
+    Written Write(const Outline &outline)
+    {
+        written_.text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+        for (size_t i = 0; i < outline.size(); ++i) {
+            const OutlineItem &item = outline[i];
+            CloseTo(item.level);
+            if (item.isComment)
+                Comment(item);
+            else
+                Statement(item, item.level == 0 || (i + 1 < outline.size() && outline[i + 1].level > item.level));
+        }
+        CloseTo(0);
+        written_.text += '\n';
+        return std::move(written_);
+    }
+
+  private:
+    void NewLine(size_t level, bool withBlank = false)
+    {
+        written_.text += withBlank ? "\n\n" : "\n";
+        written_.text.append(level * INDENT, ' ');
+    }
+
+    void CloseTo(size_t level)
+    {
+        while (open_.size() > level) {
+            NewLine(open_.size() - 1);
+            written_.text += "</" + open_.back() + ">";
+            open_.pop_back();
+        }
+    }
+
+    void Statement(const OutlineItem &item, bool hasBlock)
+    {
+        NewLine(item.level, item.blankBefore);
+        const std::string name = item.Name();
+        written_.text += "<" + name;
+        if (item.argument && !item.inElement)
+            written_.text += " " + item.argumentName + "=\"" + Escaped(*item.argument, true) + "\"";
+        if (item.level == 0)
+            DeclareNamespaces(name.size() + INDENT);
+        const bool hasElement = item.argument && item.inElement;
+        written_.text += hasBlock || hasElement ? ">" : "/>";
+        if (hasBlock || hasElement)
+            open_.push_back(name);
+        if (!hasElement)
+            return;
+        const std::string element = (item.prefix.empty() ? "" : item.prefix + ":") + item.argumentName;
+        NewLine(item.level + 1);
+        written_.text += "<" + element + ">" + Escaped(*item.argument, false) + "</" + element + ">";
+    }
+
+    void DeclareNamespaces(size_t indent)
+    {
+        const std::string lineBreak = "\n" + std::string(indent, ' ');
+        written_.text += lineBreak + "xmlns=\"" + YIN_NAMESPACE + "\"";
+        for (const auto &[prefix, space] : namespaces_)
+            written_.text += lineBreak + "xmlns:" + prefix + "=\"" + Escaped(space, true) + "\"";
+    }
+
+    /* XML has no comment with two hyphens in a row. */
+    void Comment(const OutlineItem &comment)
+    {
+        const std::string text = MovedComment(comment, comment.level * INDENT);
+        if (text.find("--") != std::string::npos || text.ends_with('-')) {
+            ++written_.lostComments;
+            return;
+        }
+        if (comment.onSameLine)
+            written_.text += ' ';
+        else
+            NewLine(comment.level, comment.blankBefore);
+        written_.text += "<!--" + text + (comment.endsWithLine ? " " : "") + "-->";
+    }
+
+    const Namespaces &namespaces_;
+    Written written_;
+    std::vector<std::string> open_; /* elements that are open */
+};
+
+} // namespace
+
+Written WriteYin(const Outline &outline, const Namespaces &namespaces)
+{
+    return YinWriter(namespaces).Write(outline);
+}
+
+} // namespace inspect
