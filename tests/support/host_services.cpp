@@ -83,16 +83,16 @@ std::set<void *> HostServices::LiveAddresses() const
     return blocks;
 }
 
-std::set<std::string> HostServices::ReleaseAllBut(const std::set<void *> &blocks) const
+std::vector<Block> HostServices::ReleaseAllBut(const std::set<void *> &blocks) const
 {
-    std::set<std::string> places;
+    std::vector<Block> released;
     for (void *block : LiveAddresses()) {
         if (blocks.count(block) != 0)
             continue;
-        places.insert(Live().at(block).place);
+        released.push_back(Live().at(block));
         ZOR_Free_F(block, __FILE__, __LINE__);
     }
-    return places;
+    return released;
 }
 
 std::string HostServices::Leaks() const

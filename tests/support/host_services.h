@@ -54,8 +54,8 @@ class HostServices {
 
     std::vector<Block> LiveBlocks() const;
     std::set<void *> LiveAddresses() const;
-    /* Releases what is alive beyond the given blocks; the places that had asked for it. */
-    std::set<std::string> ReleaseAllBut(const std::set<void *> &blocks) const;
+    /* Releases what is alive beyond the given blocks, and answers it. */
+    std::vector<Block> ReleaseAllBut(const std::set<void *> &blocks) const;
     /* "" when nothing is alive, otherwise a line a block. */
     std::string Leaks() const;
 
