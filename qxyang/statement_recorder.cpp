@@ -102,9 +102,11 @@ void StatementRecorder::Push(Kw keyword, Argument argument, uint32_t offset)
     frames_.push_back(frame);
 }
 
-/* Whether the element is the argument of the statement around it. */
+/* True if the element is the argument of the statement around it, which is one of YANG's own. */
 bool StatementRecorder::IsArgumentElement(Frame &parent, std::string_view name, uint32_t offset)
 {
+    if (parent.keyword == Kw::Instance)
+        return false;
     const Keyword &keyword = KeywordOf(parent.keyword);
     if (!keyword.InElement() || name != keyword.argument)
         return false;
