@@ -6,7 +6,7 @@
 #include "base/json_out.h"
 #include "base/text.h"
 #include "commands/commands.h"
-#include "line/model_options.h"
+#include "commands/node_command.h"
 #include "model/enum_values.h"
 #include "model/load_causes.h"
 #include "model/path_finder.h"
@@ -45,22 +45,9 @@ void PrintJson(const std::vector<EnumValue> &values)
     out.EndArray();
 }
 
-class EnumsCommand final : public Command {
+class EnumsCommand final : public NodeCommand {
   public:
-    void AddTo(CLI::App *app) override
-    {
-        options_.AddCommon(app);
-        options_.AddModule(app);
-        options_.AddPath(app);
-        options_.AddFormats(app, {"text", "json"});
-    }
-
-    void Understand() override { options_.Understand(); }
-
     int Run() override;
-
-  private:
-    ModelOptions options_;
 };
 
 int EnumsCommand::Run()

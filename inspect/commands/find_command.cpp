@@ -4,7 +4,7 @@
 #include "base/json_out.h"
 #include "base/text.h"
 #include "commands/commands.h"
-#include "line/model_options.h"
+#include "commands/node_command.h"
 #include "model/load_causes.h"
 #include "model/node_request.h"
 #include "tree/tree_rows.h"
@@ -184,22 +184,9 @@ void PrintJson(const ModuleFile &file, const Answer &answer)
     out.EndObject();
 }
 
-class FindCommand final : public Command {
+class FindCommand final : public NodeCommand {
   public:
-    void AddTo(CLI::App *app) override
-    {
-        options_.AddCommon(app);
-        options_.AddModule(app);
-        options_.AddPath(app);
-        options_.AddFormats(app, {"text", "json"});
-    }
-
-    void Understand() override { options_.Understand(); }
-
     int Run() override;
-
-  private:
-    ModelOptions options_;
 };
 
 int FindCommand::Run()

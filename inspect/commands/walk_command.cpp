@@ -6,7 +6,7 @@
 #include "base/json_out.h"
 #include "base/text.h"
 #include "commands/commands.h"
-#include "line/model_options.h"
+#include "commands/node_command.h"
 #include "model/load_causes.h"
 #include "model/path_finder.h"
 #include "tree/tree_rows.h"
@@ -89,22 +89,9 @@ void PrintJson(const Calls &calls)
     out.EndArray();
 }
 
-class WalkCommand final : public Command {
+class WalkCommand final : public NodeCommand {
   public:
-    void AddTo(CLI::App *app) override
-    {
-        options_.AddCommon(app);
-        options_.AddModule(app);
-        options_.AddPath(app);
-        options_.AddFormats(app, {"text", "json"});
-    }
-
-    void Understand() override { options_.Understand(); }
-
     int Run() override;
-
-  private:
-    ModelOptions options_;
 };
 
 int WalkCommand::Run()
