@@ -36,7 +36,7 @@ foreach(unit telem_yang_lib telem_yang korv_lib_yang)
           COMPONENT development)
 endforeach()
 
-# The schema layer finds it from where its own library lies: qxyang/own_models.cpp.
+# The schema layer finds it from where its own library lies: qxyang/files/own_models.cpp.
 install(FILES examples/yin/quelvo-mim-extensions.yin DESTINATION ${CMAKE_INSTALL_DATADIR}/korv_libyang/models
         COMPONENT runtime)
 

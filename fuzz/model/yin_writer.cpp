@@ -3,7 +3,7 @@
 #include <map>
 #include <set>
 
-#include "qxyang/keywords.h"
+#include "qxyang/syntax/keywords.h"
 
 namespace fuzz {
 namespace {

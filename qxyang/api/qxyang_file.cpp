@@ -1,0 +1,153 @@
+/* Functions of qxyang.h. No exception leaves them. */
+#include <qxyang.h>
+
+#include <new>
+
+#include "base/text.h"
+#include "files/search_path.h"
+#include "schema/context.h"
+#include "syntax/keywords.h"
+#include "syntax/statement_file.h"
+
+using namespace qxyang;
+
+namespace {
+
+/* A handle over what `readText` puts into its source; null: no memory. */
+template <class ReadText>
+QXYANG_FILE *Read(const char *path, uint32_t options, ReadText &&readText)
+{
+    try {
+        auto file = std::make_unique<QXYANG_FILE>(path, options);
+        if (std::string why = readText(file->source); !why.empty())
+            file->failures.Add(std::string_view(), std::string(path) + ": the file " + why);
+        else
+            ReadStatements(*file);
+        return file.release();
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+} // namespace
+
+QXYANG_FILE *QXYANG_ReadFile(const char *pcPath, uint32_t uiOptions)
+{
+    return Read(pcPath, uiOptions, [](Source &source) { return source.Read(); });
+}
+
+QXYANG_FILE *QXYANG_ReadText(const char *pcName, const char *pcText, uint64_t ulSize, uint32_t uiOptions)
+{
+    return Read(pcName, uiOptions, [=](Source &source) {
+        return source.Take(std::string_view(pcText != nullptr ? pcText : "", static_cast<size_t>(ulSize)));
+    });
+}
+
+void QXYANG_CloseFile(QXYANG_FILE *pstFile)
+{
+    delete pstFile;
+}
+
+uint32_t QXYANG_GetFileSyntax(const QXYANG_FILE *pstFile)
+{
+    return pstFile->source.IsCompact() ? QXYANG_SYNTAX_COMPACT : QXYANG_SYNTAX_YIN;
+}
+
+const char *QXYANG_GetFileText(const QXYANG_FILE *pstFile, uint64_t *pulSize)
+{
+    std::string_view text = pstFile->source.Text();
+    *pulSize = text.size();
+    return text.data() != nullptr ? text.data() : "";
+}
+
+uint32_t QXYANG_ScanFile(const QXYANG_FILE *pstFile, QXYANG_EVENT_PF pfnCb, void *pvCookie)
+{
+    const auto &statements = pstFile->statements;
+    auto comment = pstFile->comments.begin();
+    auto tellComments = [&](uint32_t before) {
+        for (; comment != pstFile->comments.end() && comment->stPlace.uiOffset < before; ++comment)
+            if (uint32_t result = pfnCb(QXYANG_EVENT_COMMENT, nullptr, &*comment, pvCookie); result != 0)
+                return result;
+        return 0u;
+    };
+    auto tell = [&](uint32_t event, const QXYANG_STATEMENT_S &statement) {
+        uint32_t at = statement.stPlace.uiOffset + (event == QXYANG_EVENT_END ? statement.stPlace.uiLength : 0);
+        uint32_t result = tellComments(at);
+        return result != 0 ? result : pfnCb(event, &statement, nullptr, pvCookie);
+    };
+    for (uint32_t i = statements.empty() ? QXYANG_NO_STATEMENT : 0; i != QXYANG_NO_STATEMENT;) {
+        if (uint32_t result = tell(QXYANG_EVENT_BEGIN, statements[i]); result != 0)
+            return result;
+        uint32_t next = statements[i].uiFirstChild;
+        while (next == QXYANG_NO_STATEMENT && i != QXYANG_NO_STATEMENT) {
+            if (uint32_t result = tell(QXYANG_EVENT_END, statements[i]); result != 0)
+                return result;
+            next = statements[i].uiNext;
+            i = statements[i].uiParent;
+        }
+        i = next;
+    }
+    return tellComments(QXYANG_NO_STATEMENT);
+}
+
+uint32_t QXYANG_GetStatement(const QXYANG_FILE *pstFile, uint32_t uiIndex, QXYANG_STATEMENT_S *pstStatement)
+{
+    if (uiIndex >= pstFile->statements.size())
+        return 1;
+    *pstStatement = pstFile->statements[uiIndex];
+    return 0;
+}
+
+uint32_t QXYANG_ScanFileFailures(const QXYANG_FILE *pstFile, QXYANG_FAILURE_PF pfnCb, void *pvCookie)
+{
+    return pstFile->failures.ScanRecords(pfnCb, pvCookie);
+}
+
+const char *QXYANG_GetArgumentName(const char *pcKeyword, uint32_t *puiForm)
+{
+    const Kw keyword = FindKeyword(pcKeyword);
+    if (keyword == Kw::Statements)
+        return nullptr;
+    const Keyword &info = KeywordOf(keyword);
+    if (info.argument == nullptr) {
+        *puiForm = QXYANG_ARGUMENT_NONE;
+        return "";
+    }
+    *puiForm = info.InElement() ? QXYANG_ARGUMENT_ELEMENT : QXYANG_ARGUMENT_ATTRIBUTE;
+    return info.argument;
+}
+
+uint32_t QXYANG_ScanModulePaths(const char *const *ppcDirs, uint32_t uiDirCount, const char *pcName,
+                                const char *pcRevision, QXYANG_PATH_PF pfnCb, void *pvCookie)
+{
+    if (!IsIdentifier(pcName))
+        return 0;
+    try {
+        SearchPath path;
+        for (uint32_t i = 0; i < uiDirCount; ++i)
+            if (*ppcDirs[i] != '\0')
+                path.Add(ppcDirs[i]);
+        NameBudget names;
+        for (const std::string &file : FileFinder(path, names).Candidates(pcName, OrEmpty(pcRevision)))
+            if (uint32_t result = pfnCb(file.c_str(), pvCookie); result != 0)
+                return result;
+        return 0;
+    } catch (...) {
+        return 1;
+    }
+}
+
+uint32_t QXYANG_ScanModuleFiles(const QY_MOD *pMod, QXYANG_MODULE_FILE_PF pfnCb, void *pvCookie)
+{
+    for (const ModuleFile &file : pMod->files)
+        if (uint32_t result =
+                pfnCb(file.name, file.path, file.isCompact ? QXYANG_SYNTAX_COMPACT : QXYANG_SYNTAX_YIN, pvCookie);
+            result != 0)
+            return result;
+    return 0;
+}
+
+uint32_t QXYANG_ScanLoadFailures(const QY_CTX *pCtx, QXYANG_FAILURE_PF pfnCb, void *pvCookie)
+{
+    return pCtx->failures.ScanRecords(pfnCb, pvCookie);
+}

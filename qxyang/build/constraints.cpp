@@ -1,0 +1,331 @@
+#include "build/constraints.h"
+
+#include <charconv>
+#include <span>
+
+#include "base/schema_limits.h"
+#include "build/schema_path.h"
+#include "schema/ranges.h"
+#include "syntax/grammar.h"
+
+namespace qxyang {
+
+namespace {
+
+/* Properties that no node has both share a flag. */
+struct FlagRule {
+    uint16_t properties;
+    uint16_t flag;
+};
+
+constexpr FlagRule FLAG_RULES[] = {
+    {SETS_CONFIG, NODE_HAS_CONFIG},
+    {IS_STATE, NODE_IS_STATE},
+    {SETS_DEFAULT | SETS_UNIQUE, NODE_HAS_DEFAULT},
+    {SETS_MANDATORY | SETS_MIN_ELEMENTS, NODE_HAS_MANDATORY},
+    {IS_MANDATORY | SETS_MAX_ELEMENTS, NODE_IS_MANDATORY},
+    {SETS_UNITS, NODE_HAS_UNITS},
+    {SETS_MUST, NODE_HAS_MUST},
+};
+
+bool IsInOperation(const QY_NODE *node)
+{
+    for (; node != nullptr; node = node->parent)
+        if (node->kind == QY_NODE_TYPE_RPC || node->kind == QY_NODE_TYPE_NOTIFICATION)
+            return true;
+    return false;
+}
+
+/* The node above with a config statement when that says false, or null. In operations config has no meaning. */
+const QY_NODE *StateAbove(const QY_NODE *node)
+{
+    if (IsInOperation(node))
+        return nullptr;
+    const QY_NODE *above = node->parent;
+    while (above != nullptr && (above->flags & NODE_HAS_CONFIG) == 0)
+        above = above->parent;
+    return above != nullptr && (above->flags & NODE_IS_STATE) != 0 ? above : nullptr;
+}
+
+/* Whether a deviation leaves the node out, or, without it, one above. */
+bool IsRemoved(const QY_NODE *node, bool isAbove)
+{
+    for (node = isAbove ? node->parent : node; node != nullptr; node = node->parent)
+        if ((node->flags & NODE_REMOVED) != 0)
+            return true;
+    return false;
+}
+
+uint32_t NumberOf(const Statement *statement)
+{
+    std::string_view text = statement->argument;
+    uint32_t number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+int64_t CharacterCount(std::string_view text)
+{
+    int64_t count = 0;
+    for (char c : text)
+        count += (static_cast<unsigned char>(c) & 0xC0) != 0x80 ? 1 : 0;
+    return count;
+}
+
+} // namespace
+
+uint16_t FlagsOfAny(uint16_t properties)
+{
+    uint16_t flags = 0;
+    for (const FlagRule &rule : FLAG_RULES)
+        if ((properties & rule.properties) != 0)
+            flags |= rule.flag;
+    return flags;
+}
+
+uint16_t ChangedFlags(uint16_t flags, uint16_t properties)
+{
+    if ((properties & SETS_CONFIG) != 0)
+        flags &= static_cast<uint16_t>(~NODE_IS_STATE);
+    if ((properties & SETS_MANDATORY) != 0)
+        flags &= static_cast<uint16_t>(~NODE_IS_MANDATORY);
+    return flags | FlagsOf(properties);
+}
+
+void ConstraintChecker::CheckProperties(const Statement *statement, const QY_NODE *node, Unit &unit, bool isOfGrouping)
+{
+    uint16_t properties = statement->properties;
+    if ((properties & SETS_CONFIG) != 0)
+        CheckConfig(statement, node, unit);
+    if ((properties & SETS_DEFAULT) != 0)
+        CheckMandatory(statement, node, unit);
+    if ((properties & SETS_DEFAULT) != 0 && node->kind == QY_NODE_TYPE_CHOICE && !isOfGrouping)
+        Await({Rule::DefaultCase, FindChild(statement, Kw::Default), node, &unit, {}});
+    if ((properties & SETS_MAX_ELEMENTS) != 0)
+        CheckCounts(statement, unit);
+    if ((properties & SETS_DEFAULT) != 0 && IsLeaf(node))
+        CheckDefaults(statement, *node->type, unit);
+}
+
+void ConstraintChecker::CheckRefine(const Statement *refine, const QY_NODE *node, Unit &unit)
+{
+    CheckSetting(refine, node, unit);
+    CheckMandatory(refine, node, unit);
+    if (IsLeaf(node))
+        CheckDefaults(refine, *node->type, unit);
+}
+
+void ConstraintChecker::CheckDeviate(const Statement *deviate, const QY_NODE *node, Unit &unit)
+{
+    CheckSetting(deviate, node, unit);
+    Await({Rule::Mandatory, deviate, node, &unit, {}});
+    if (!IsLeaf(node) || FindChild(deviate, Kw::Default) == nullptr)
+        return;
+    lastDeviate_[node] = deviate;
+    pending_.push_back({Rule::Value, deviate, node, &unit, {}});
+}
+
+void ConstraintChecker::CheckSetting(const Statement *change, const QY_NODE *node, Unit &unit)
+{
+    if (const Statement *config = FindChild(change, Kw::Config))
+        CheckConfig(config, node, unit);
+    if (const Statement *value = FindChild(change, Kw::Default); value != nullptr && node->kind == QY_NODE_TYPE_CHOICE)
+        Await({Rule::DefaultCase, value, node, &unit, {}});
+    CheckCounts(change, unit);
+}
+
+void ConstraintChecker::CheckConfig(const Statement *where, const QY_NODE *node, Unit &unit)
+{
+    Await({Rule::Config, where, node, &unit, {}});
+}
+
+void ConstraintChecker::CheckMandatory(const Statement *where, const QY_NODE *node, Unit &unit)
+{
+    Pending pending{Rule::Mandatory, where, node, &unit, {}};
+    if (IsBroken(pending))
+        build_.Fail(unit, where, WhyBroken(pending));
+}
+
+/* ---- what may still be mended ---------------------------------------------------------------------------------- */
+
+void ConstraintChecker::AwaitListOf(const Statement *deviate, const QY_NODE *key, Unit &unit, std::string failure)
+{
+    pending_.push_back({Rule::Key, deviate, key, &unit, std::move(failure)});
+}
+
+void ConstraintChecker::Await(Pending pending)
+{
+    if (IsBroken(pending))
+        pending_.push_back(std::move(pending));
+}
+
+void ConstraintChecker::Finish()
+{
+    for (const Pending &pending : pending_) {
+        if (!IsBroken(pending) || IsRemoved(pending.node, pending.rule == Rule::Key))
+            continue;
+        if (pending.rule == Rule::Value)
+            CheckDefaults(pending.where, *pending.node->type, *pending.unit);
+        else
+            build_.Fail(*pending.unit, pending.where, WhyBroken(pending));
+    }
+}
+
+bool ConstraintChecker::IsBroken(const Pending &pending)
+{
+    constexpr uint16_t BOTH = NODE_HAS_DEFAULT | NODE_IS_MANDATORY;
+    const QY_NODE *node = pending.node;
+    switch (pending.rule) {
+        case Rule::Config:
+            return (node->flags & (NODE_HAS_CONFIG | NODE_IS_STATE)) == NODE_HAS_CONFIG && StateAbove(node) != nullptr;
+        case Rule::DefaultCase:
+            return !HasDefaultCase(pending.where, node, *pending.unit);
+        case Rule::Mandatory:
+            return (node->kind == QY_NODE_TYPE_LEAF || node->kind == QY_NODE_TYPE_CHOICE) &&
+                   (node->flags & BOTH) == BOTH;
+        case Rule::Key:
+            return true;
+        case Rule::Value:
+            return lastDeviate_.at(node) == pending.where;
+    }
+    return false;
+}
+
+std::string ConstraintChecker::WhyBroken(const Pending &pending)
+{
+    const QY_NODE *node = pending.node;
+    switch (pending.rule) {
+        case Rule::Config:
+            return DescribeNode(node) + " has config 'true' below " + DescribeNode(StateAbove(node)) +
+                   ", which has config 'false'";
+        case Rule::DefaultCase:
+            return NoDefaultCase(pending.where, node, *pending.unit);
+        case Rule::Mandatory:
+            return DescribeNode(node) + " is mandatory and has a default";
+        case Rule::Key:
+            return pending.failure;
+        case Rule::Value:
+            break;
+    }
+    return {};
+}
+
+void ConstraintChecker::CheckCounts(const Statement *statement, Unit &unit)
+{
+    const Statement *least = FindChild(statement, Kw::MinElements);
+    const Statement *most = FindChild(statement, Kw::MaxElements);
+    if (least == nullptr || most == nullptr || std::string_view(most->argument) == "unbounded")
+        return;
+    if (NumberOf(least) > NumberOf(most))
+        build_.Fail(unit, most,
+                    std::string("max-elements ") + most->argument + " is less than min-elements " + least->argument);
+}
+
+/* True as well when the default's prefix stands for no module, which is recorded. */
+bool ConstraintChecker::HasDefaultCase(const Statement *value, const QY_NODE *choice, Unit &unit)
+{
+    Reference reference = SplitReference(value->argument);
+    QY_MOD *module = reference.prefix.empty() ? choice->module : build_.ModuleOf(unit, value, reference);
+    return module == nullptr || build_.load.finder.SchemaChild(choice, module, reference.name) != nullptr;
+}
+
+std::string ConstraintChecker::NoDefaultCase(const Statement *value, const QY_NODE *choice, Unit &unit)
+{
+    Reference reference = SplitReference(value->argument);
+    const QY_MOD *module = reference.prefix.empty() ? choice->module : build_.ModuleOf(unit, value, reference);
+    NearestName nearest(build_.load.failures.names, reference.name, reference.prefix);
+    for (const QY_NODE *child = choice->first; child != nullptr && nearest.IsOpen(); child = child->next)
+        if (child->module == module)
+            nearest.Offer(child->name);
+    return "default " + Quoted(value->argument) + " is no case of " + DescribeNode(choice) + nearest.Hint();
+}
+
+/* ---- values ---------------------------------------------------------------------------------------------------- */
+
+void ConstraintChecker::CheckDefaults(const Statement *statement, const QY_TYPE &type, Unit &unit)
+{
+    for (const Statement *value = statement->first; value != nullptr; value = value->next) {
+        if (value->keyword != Kw::Default)
+            continue;
+        if (std::string why = WhyNot(value->argument, type); !why.empty())
+            build_.Fail(unit, value, "default " + Quoted(value->argument) + ": " + why);
+    }
+}
+
+/* Why the text is no value of the type, or nothing. Patterns are not looked at, nor what depends on other nodes. */
+std::string ConstraintChecker::WhyNot(std::string_view text, const QY_TYPE &type)
+{
+    switch (type.builtin) {
+        case QY_TYPE_BOOLEAN:
+            return text == "true" || text == "false" ? "" : "expected 'true' or 'false'";
+        case QY_TYPE_EMPTY:
+            return "type 'empty' has no default";
+        case QY_TYPE_STRING:
+            if (int64_t count = CharacterCount(text); !Contains(*type.range, count, NumberForm::Of(type)))
+                return "its length is " + std::to_string(count) + "; expected " +
+                       RangeText(*type.range, NumberForm::Of(type));
+            return {};
+        case QY_TYPE_ENUMERATION:
+            return WhyNotNamed(text, type);
+        case QY_TYPE_BITS:
+            for (std::string_view name = TakeWord(text); !name.empty(); name = TakeWord(text))
+                if (std::string why = WhyNotNamed(name, type); !why.empty())
+                    return why;
+            return {};
+        case QY_TYPE_UNION:
+            return WhyNotOfUnion(text, type);
+        case QY_TYPE_BINARY:
+        case QY_TYPE_IDENTITYREF:
+        case QY_TYPE_INSTANCE_IDENTIFIER:
+        case QY_TYPE_LEAFREF:
+            return {};
+        default:
+            return WhyNotNumber(text, type);
+    }
+}
+
+std::string ConstraintChecker::WhyNotNumber(std::string_view text, const QY_TYPE &type)
+{
+    NumberForm form = NumberForm::Of(type);
+    int64_t number = 0;
+    if (!ParseValue(text, form, number))
+        return "it is no number of the type";
+    return Contains(*type.range, number, form) ? "" : "expected " + RangeText(*type.range, form);
+}
+
+std::string ConstraintChecker::WhyNotNamed(std::string_view name, const QY_TYPE &type)
+{
+    if (type.values == nullptr || build_.load.enumNames.Find(*type.values, name) != nullptr)
+        return {};
+    NearestName nearest(build_.load.failures.names, name);
+    for (uint32_t i = 0; i < type.values->count && nearest.IsOpen(); ++i)
+        nearest.Offer(type.values->values[i].name);
+    return "the type has no " + std::string(type.builtin == QY_TYPE_BITS ? "bit " : "enum ") + Quoted(name) +
+           nearest.Hint();
+}
+
+std::string ConstraintChecker::WhyNotOfUnion(std::string_view text, const QY_TYPE &type)
+{
+    if (type.members == nullptr)
+        return {};
+    std::vector<std::span<const QY_TYPE *const>> rest; // members not tried yet, of the unions around each other
+    rest.emplace_back(type.members->types, type.members->count);
+    for (size_t tried = 0; !rest.empty();) {
+        if (rest.back().empty()) {
+            rest.pop_back();
+            continue;
+        }
+        const QY_TYPE &member = *rest.back().front();
+        rest.back() = rest.back().subspan(1);
+        build_.load.membersTried += 1 + text.size() / 64;
+        if (++tried > limits::DEFAULT_MEMBERS || build_.load.membersTried > limits::DEFAULT_MEMBERS_OF_LOAD)
+            return {};
+        if (member.builtin != QY_TYPE_UNION ? WhyNot(text, member).empty() : member.members == nullptr)
+            return {};
+        if (member.builtin == QY_TYPE_UNION)
+            rest.emplace_back(member.members->types, member.members->count);
+    }
+    return "no type of the union has this value";
+}
+
+} // namespace qxyang

@@ -1,0 +1,296 @@
+#include <algorithm>
+
+#include "build/leafref_path.h"
+
+namespace qxyang {
+
+namespace {
+
+bool IsInputOrOutput(const QY_NODE *node)
+{
+    return node->kind == QY_NODE_TYPE_INPUT || node->kind == QY_NODE_TYPE_OUTPUT;
+}
+
+bool IsInData(const QY_NODE *node)
+{
+    return !IsChoiceOrCase(node) && !IsInputOrOutput(node);
+}
+
+/* Follows the path of one leafref. Input and output are no nodes of the data tree: the way down from an operation leads
+ * through the one that the way up came through. */
+class PathWalk {
+  public:
+    PathWalk(ChildFinder &finder, QY_NODE *leaf, const LeafrefPath &path)
+        : finder_(finder), leaf_(leaf), path_(path), at_(leaf)
+    {
+    }
+
+    /* The leaf, or null: Why() says why there is none, and Hint() what may be meant. */
+    QY_NODE *Run()
+    {
+        if (path_.absolute)
+            at_ = nullptr;
+        else if (!Climb())
+            return nullptr;
+        for (uint32_t i = 0; i < path_.count; ++i)
+            if (!Descend(path_.steps[i]))
+                return nullptr;
+        if (IsLeaf(at_))
+            return at_;
+        why_ = Quoted(at_->name) + " is no leaf or leaf-list";
+        return nullptr;
+    }
+
+    const std::string &Why() const { return why_; }
+
+    std::string Hint(NameBudget &names)
+    {
+        if (missing_ == nullptr)
+            return {};
+        for (const QY_MOD *import : leaf_->module->imports)
+            if (missing_->module == nullptr && ChildOf(import, missing_->name) != nullptr)
+                return std::string(HINT) + "the one of module " + Quoted(import->name) + "? Its prefix is missing";
+        NearestName nearest(names, missing_->name);
+        if (nearest.IsOpen()) {
+            const QY_MOD *module = ModuleOf(*missing_);
+            OfferChildren(at_ == nullptr ? const_cast<QY_NODE *>(&module->root) : at_, module, nearest);
+        }
+        return nearest.Hint();
+    }
+
+  private:
+    bool Climb()
+    {
+        for (uint32_t i = 0; i < path_.up; ++i) {
+            if (at_ == nullptr || at_->kind == ROOT_KIND) {
+                why_ = "it leads above the top of the schema";
+                return false;
+            }
+            for (at_ = at_->parent; !IsInData(at_); at_ = at_->parent)
+                if (IsInputOrOutput(at_))
+                    branch_ = at_;
+        }
+        if (at_->kind == ROOT_KIND)
+            at_ = nullptr;
+        return true;
+    }
+
+    bool Descend(const PathStep &step)
+    {
+        QY_NODE *child = step.module != nullptr ? ChildOf(step.module, step.name) : nullptr;
+        if (step.module == nullptr) {
+            child = ChildOf(leaf_->module, step.name);
+            if (child == nullptr && path_.home != leaf_->module)
+                child = ChildOf(path_.home, step.name);
+        }
+        if (child == nullptr)
+            return FailStep(step);
+        at_ = child;
+        return true;
+    }
+
+    QY_NODE *ChildOf(const QY_MOD *module, std::string_view name)
+    {
+        if (at_ == nullptr)
+            return finder_.DataChild(&module->root, module, name);
+        if (at_->kind != QY_NODE_TYPE_RPC)
+            return finder_.DataChild(at_, module, name);
+        if (branch_ != nullptr && branch_->parent == at_)
+            return finder_.DataChild(branch_, module, name);
+        for (QY_NODE *branch = at_->first; branch != nullptr; branch = branch->next)
+            if (QY_NODE *child = finder_.DataChild(branch, module, name))
+                return child;
+        return nullptr;
+    }
+
+    bool FailStep(const PathStep &step)
+    {
+        std::string where = at_ == nullptr ? "module " + Quoted(ModuleOf(step)->name) : Quoted(at_->name);
+        why_ = where + " has no " + Quoted(step.name);
+        missing_ = &step;
+        return false;
+    }
+
+    const QY_MOD *ModuleOf(const PathStep &step) const { return step.module != nullptr ? step.module : leaf_->module; }
+
+    void OfferChildren(QY_NODE *parent, const QY_MOD *module, NearestName &nearest) const
+    {
+        auto enters = [parent](const QY_NODE *node) { return node == parent || !IsInData(node); };
+        for (QY_NODE *node = parent; node != nullptr; node = NextBelow(parent, node, enters))
+            if (node != parent && IsInData(node) && node->module == module && node != leaf_)
+                nearest.Offer(node->name);
+    }
+
+    ChildFinder &finder_;
+    QY_NODE *leaf_;
+    const LeafrefPath &path_;
+    QY_NODE *at_; /* null: above all modules' top-level nodes */
+    const QY_NODE *branch_ = nullptr;
+    const PathStep *missing_ = nullptr; /* that names no child */
+    std::string why_;
+};
+
+std::string LeafrefTitle(const QY_NODE *leaf, const LeafrefPath &path)
+{
+    return "leafref " + Quoted(leaf->name) + " with path " + Quoted(path.text);
+}
+
+/* The node or the nearest one above it that a deviation leaves out, or null. */
+QY_NODE *RemovedFrom(QY_NODE *node)
+{
+    while (node != nullptr && (node->flags & NODE_REMOVED) == 0)
+        node = node->parent;
+    return node;
+}
+
+/* Every leafref of the schema needs a target. Looks at what deviations leave out: those of this load are reported
+ * themselves, and of earlier ones the leafref is. */
+class RemovalCheck {
+  public:
+    explicit RemovalCheck(LoadState &load) : load_(load) {}
+
+    /* A leafref of this load. */
+    void Check(const PendingLeafref &pending, QY_NODE *target)
+    {
+        QY_NODE *removed = RemovedFrom(target);
+        if (removed == nullptr || FindRemoval(target) != nullptr || !IsEffective(pending) || IsRemoved(pending.leaf))
+            return;
+        load_.failures.Add(pending.unit->source, pending.offset,
+                           LeafrefTitle(pending.leaf, *pending.type->path) + ": module " +
+                               Quoted(load_.context.deviations.RemoverOf(removed)->name) + " deviates " +
+                               Quoted(removed->name) + " as not supported");
+    }
+
+    /* All leafrefs. */
+    void CheckAll()
+    {
+        if (load_.removals.empty())
+            return;
+        for (const auto &module : load_.context.modules)
+            module->nodes.ForEach([this](QY_NODE *node) {
+                if (IsLeaf(node) && node->type->refers && !IsRemoved(node))
+                    CheckLeaf(node);
+            });
+    }
+
+  private:
+    static bool IsEffective(const PendingLeafref &pending)
+    {
+        const QY_TYPE &type = *pending.leaf->type;
+        if (type.builtin != QY_TYPE_UNION)
+            return &type == pending.type;
+        return pending.member < type.members->count && type.members->types[pending.member] == pending.type;
+    }
+
+    const Removal *FindRemoval(const QY_NODE *node) const
+    {
+        for (; node != nullptr; node = node->parent) {
+            auto removal = load_.removals.find(node);
+            if (removal != load_.removals.end())
+                return &removal->second;
+        }
+        return nullptr;
+    }
+
+    void CheckLeaf(QY_NODE *leaf)
+    {
+        if (leaf->type->builtin == QY_TYPE_LEAFREF)
+            return CheckTarget(leaf, *leaf->type->path, leaf->target);
+        for (uint32_t i = 0; i < leaf->type->members->count; ++i) {
+            const QY_TYPE &member = *leaf->type->members->types[i];
+            if (member.builtin == QY_TYPE_LEAFREF && !member.path->dereferences)
+                CheckTarget(leaf, *member.path, PathWalk(load_.finder, leaf, *member.path).Run());
+        }
+    }
+
+    void CheckTarget(const QY_NODE *leaf, const LeafrefPath &path, const QY_NODE *target)
+    {
+        if (const Removal *removal = FindRemoval(target))
+            load_.failures.Add(removal->unit->source, removal->offset,
+                               "deviation " + Quoted(removal->deviation) + ": it leaves out what " +
+                                   LeafrefTitle(leaf, path) + " of module " + Quoted(leaf->module->name) +
+                                   " refers to");
+    }
+
+    LoadState &load_;
+};
+
+/* Follows chains of leafrefs. Each leaf is passed once: what is known to end is marked for the time of the check. */
+class CycleCheck {
+  public:
+    explicit CycleCheck(LoadState &load) : load_(load) {}
+
+    ~CycleCheck()
+    {
+        for (QY_NODE *leaf : marked_)
+            leaf->flags &= static_cast<uint16_t>(~(NODE_VISITING | NODE_ACYCLIC));
+    }
+
+    void Check(const PendingLeafref &pending)
+    {
+        size_t first = marked_.size();
+        QY_NODE *leaf = pending.leaf;
+        while (leaf != nullptr && (leaf->flags & (NODE_VISITING | NODE_ACYCLIC)) == 0) {
+            marked_.push_back(leaf);
+            leaf->flags |= NODE_VISITING;
+            leaf = leaf->type->builtin == QY_TYPE_LEAFREF ? leaf->target : nullptr;
+        }
+        if (leaf != nullptr && (leaf->flags & NODE_VISITING) != 0)
+            Fail(pending, first, leaf);
+        for (size_t i = first; i < marked_.size(); ++i)
+            marked_[i]->flags = static_cast<uint16_t>((marked_[i]->flags & ~NODE_VISITING) | NODE_ACYCLIC);
+    }
+
+  private:
+    void Fail(const PendingLeafref &pending, size_t first, const QY_NODE *closing)
+    {
+        auto start = std::find(marked_.begin() + static_cast<std::ptrdiff_t>(first), marked_.end(), closing);
+        std::string chain;
+        for (auto leaf = start; leaf != marked_.end() && chain.size() < 16 * limits::QUOTED_LENGTH; ++leaf)
+            chain.append((*leaf)->name).append(" -> ");
+        load_.failures.Add(pending.unit->source, pending.offset, "leafref cycle: " + chain + closing->name);
+    }
+
+    LoadState &load_;
+    std::vector<QY_NODE *> marked_;
+};
+
+} // namespace
+
+bool IsRemoved(const QY_NODE *node)
+{
+    for (; node != nullptr && node->kind != ROOT_KIND; node = node->parent)
+        if ((node->flags & NODE_REMOVED) != 0)
+            return true;
+    return false;
+}
+
+void ResolveLeafrefs(LoadState &load)
+{
+    Failures::Mark before = load.failures.Now();
+    RemovalCheck removals(load);
+    for (const PendingLeafref &pending : load.leafrefs) {
+        if (pending.type->path == nullptr || pending.type->path->dereferences)
+            continue;
+        PathWalk walk(load.finder, pending.leaf, *pending.type->path);
+        QY_NODE *target = walk.Run();
+        if (target == nullptr)
+            load.failures.Add(pending.unit->source, pending.offset,
+                              LeafrefTitle(pending.leaf, *pending.type->path) + ": " + walk.Why(),
+                              [&] { return walk.Hint(load.failures.names); });
+        removals.Check(pending, target);
+        if (pending.leaf->type == pending.type) // neither a member of a union nor replaced by a deviation
+            pending.leaf->target = target;
+        load.context.deviations.SetTarget(pending.leaf, pending.type, target);
+    }
+    if (load.failures.AnySince(before))
+        return;
+    CycleCheck cycles(load);
+    for (const PendingLeafref &pending : load.leafrefs)
+        cycles.Check(pending);
+    for (const PendingLeafref &pending : load.leafrefs)
+        load.CountLeafref(pending);
+    removals.CheckAll();
+}
+
+} // namespace qxyang

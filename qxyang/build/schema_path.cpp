@@ -1,0 +1,121 @@
+#include "build/schema_path.h"
+
+namespace qxyang {
+
+namespace {
+
+std::string PathTitle(const Statement *statement)
+{
+    return std::string(KeywordOf(statement->keyword).name) + " " + Quoted(statement->argument);
+}
+
+} // namespace
+
+bool SchemaPath::Parse(Build &build, Unit &unit, const Statement *statement, bool absolute)
+{
+    absolute_ = absolute;
+    std::string_view rest = statement->argument;
+    if (rest.starts_with('/') != absolute) {
+        build.Fail(unit, statement,
+                   PathTitle(statement) + ": the path must " + (absolute ? "begin with '/'" : "not begin with '/'"));
+        return false;
+    }
+    if (absolute)
+        rest.remove_prefix(1);
+    for (;;) {
+        size_t end = std::min(rest.find('/'), rest.size());
+        std::string_view text = Trim(rest.substr(0, end));
+        if (!IsReference(text)) {
+            build.Fail(unit, statement, PathTitle(statement) + ": " + Quoted(text) + " is no name of a node");
+            return false;
+        }
+        if (steps_.size() == limits::PATH_STEPS) {
+            build.Fail(unit, statement,
+                       PathTitle(statement) + ": more than " + std::to_string(limits::PATH_STEPS) + " steps");
+            return false;
+        }
+        Reference reference = SplitReference(text);
+        QY_MOD *module = build.ModuleOf(unit, statement, reference);
+        if (module == nullptr)
+            return false;
+        steps_.push_back({module, reference.name});
+        if (end == rest.size())
+            return true;
+        rest.remove_prefix(end + 1);
+    }
+}
+
+QY_NODE *SchemaPath::Follow(Build &build, Unit &unit, const Statement *statement, QY_NODE *parent) const
+{
+    QY_NODE *at = absolute_ ? &steps_.front().module->root : parent;
+    for (const SchemaStep &step : steps_) {
+        QY_NODE *child = build.load.finder.SchemaChild(at, step.module, step.name);
+        if (child == nullptr) {
+            FailStep(build, unit, statement, at, step);
+            return nullptr;
+        }
+        at = child;
+    }
+    return at;
+}
+
+/* A step without a prefix may mean a node of an imported module. */
+void SchemaPath::FailStep(Build &build, Unit &unit, const Statement *statement, QY_NODE *at,
+                          const SchemaStep &step) const
+{
+    bool isTop = absolute_ && &step == &steps_.front(); // where each module has nodes of its own
+    std::string sentence = PathTitle(statement) + ": " + DescribeNode(at) + " has no node " + Quoted(step.name) +
+                           " of module " + Quoted(step.module->name);
+    build.load.failures.Add(unit.source, statement->offset, sentence, [&] {
+        for (const PrefixBinding *binding : unit.bindings) {
+            QY_NODE *above = isTop ? &binding->module->root : at;
+            if (step.module == unit.module && binding->module != unit.module &&
+                build.load.finder.SchemaChild(above, binding->module, step.name) != nullptr)
+                return PrefixHint(binding->name, step.name);
+        }
+        return build.NearestHint({{}, step.name}, [at, &step](auto &&offer) {
+            for (const QY_NODE *other = FirstChild(at); other != nullptr; other = other->next)
+                if (other->module == step.module)
+                    offer(other->name);
+        });
+    });
+}
+
+std::string_view KindName(uint8_t kind)
+{
+    switch (kind) {
+        case QY_NODE_TYPE_CONTAINER:
+            return "container";
+        case QY_NODE_TYPE_LEAF:
+            return "leaf";
+        case QY_NODE_TYPE_LEAF_LIST:
+            return "leaf-list";
+        case QY_NODE_TYPE_LIST:
+            return "list";
+        case QY_NODE_TYPE_CHOICE:
+            return "choice";
+        case QY_NODE_TYPE_CASE:
+            return "case";
+        case QY_NODE_TYPE_ANYXML:
+            return "anyxml";
+        case QY_NODE_TYPE_ANYDATA:
+            return "anydata";
+        case QY_NODE_TYPE_RPC:
+            return "operation";
+        case QY_NODE_TYPE_NOTIFICATION:
+            return "notification";
+        default:
+            return "node";
+    }
+}
+
+std::string DescribeNode(const QY_NODE *node)
+{
+    if (node->kind == ROOT_KIND)
+        return node->name != nullptr ? "grouping " + Quoted(node->name) : "module " + Quoted(node->module->name);
+    if (node->kind == QY_NODE_TYPE_INPUT || node->kind == QY_NODE_TYPE_OUTPUT)
+        return std::string(node->name) + " of " + Quoted(node->parent->name);
+    return std::string(KindName(node->kind)).append(" ").append(Quoted(node->name));
+}
+
+} // namespace qxyang

@@ -1,0 +1,77 @@
+/* A schema context: the modules of one library instance and what they share. */
+#pragma once
+
+#include <korv_platform.h>
+
+#include <list>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "files/failures.h"
+#include "files/search_path.h"
+#include "schema/deviation_log.h"
+#include "schema/model.h"
+
+namespace qxyang {
+
+struct PooledName {
+    const char *name;
+    QY_MOD *loaded = nullptr; /* the module loaded under that name */
+};
+
+} // namespace qxyang
+
+struct QY_CTX {
+    QY_CTX() = default;
+    QY_CTX(const QY_CTX &) = delete;
+    QY_CTX &operator=(const QY_CTX &) = delete;
+    ~QY_CTX();
+
+    /* A copy of a module name that lives as long as the context. */
+    const char *KeepName(std::string_view name);
+
+    /* The extension as readers see it. */
+    const qxyang::ExtensionName *KeepExtension(std::string_view module, std::string_view keyword);
+
+    /* The module loaded under that name, or null. */
+    QY_MOD *ModuleByName(std::string_view name) const;
+
+    /* The module of that name and revision, or null. */
+    QY_MOD *ModuleOfRevision(std::string_view name, std::string_view revision) const;
+
+    /* The module that an import without a revision gets, or null when none was asked for so far. */
+    QY_MOD *PreferredModule(std::string_view name) const;
+
+    /* Makes the module one that is loaded by name. */
+    void Promote(QY_MOD *module) noexcept;
+
+    /* Takes a module's name away, and releases it with what only it needed as soon as no module loaded by name needs it.
+     * False: no memory, and everything is as it was. */
+    bool Unload(QY_MOD *module) noexcept;
+
+    /* Adds an empty module behind the others. */
+    QY_MOD &Add(std::unique_ptr<QY_MOD> module);
+
+    /* The module that was added last, or null. */
+    QY_MOD *Latest() const { return modules.empty() ? nullptr : modules.back().get(); }
+
+    /* Releases the modules that were added after that one (null: all): those of a failed load. */
+    void ReleaseAfter(QY_MOD *last) noexcept;
+
+    std::list<std::unique_ptr<QY_MOD>> modules; /* in the order in which their loads began */
+    qxyang::SearchPath path;
+    qxyang::Failures failures;
+    qxyang::DeviationLog deviations;
+    QY_PRIDATA_FREE_PF freePrivate = nullptr;
+    size_t extensionsGiven = 0; /* to nodes on request, since the latest load began */
+    uint64_t featureEpoch = 1;  /* grows when the value of a feature may have changed */
+
+  private:
+    void ReleaseDying(QY_MOD *first, qxyang::DeviationLog::Removal &&removal) noexcept;
+    void FreePrivateData(QY_MOD &module) noexcept;
+
+    qxyang::Arena pool_;
+    qxyang::NameTable<qxyang::PooledName> names_;
+    qxyang::NameTable<qxyang::ExtensionName> extensionNames_;
+};

@@ -1,0 +1,34 @@
+/* Finds values of enumerations and bits by their names. */
+#pragma once
+
+#include <unordered_map>
+
+#include "schema/model.h"
+
+namespace qxyang {
+
+/* Serves one load. Types with many values get an index when they are asked first. */
+class EnumNames {
+  public:
+    /* The value of that name, or null. */
+    const EnumValue *Find(const EnumSet &set, std::string_view name)
+    {
+        if (set.count <= SHORT) {
+            for (uint32_t i = 0; i < set.count; ++i)
+                if (name == set.values[i].name)
+                    return &set.values[i];
+            return nullptr;
+        }
+        auto [index, isNew] = indexes_.try_emplace(&set);
+        for (uint32_t i = 0; isNew && i < set.count; ++i)
+            index->second.Insert(const_cast<EnumValue *>(&set.values[i]));
+        return index->second.Find(name);
+    }
+
+  private:
+    static constexpr uint32_t SHORT = 16; /* values up to this number are walked */
+
+    std::unordered_map<const EnumSet *, NameTable<EnumValue>> indexes_;
+};
+
+} // namespace qxyang

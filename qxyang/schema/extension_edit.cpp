@@ -1,0 +1,93 @@
+#include "schema/extension_edit.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+
+namespace qxyang {
+
+ExtensionEdit::ExtensionEdit(const ExtensionSet *set)
+{
+    if (set != nullptr)
+        AddAll(*set);
+}
+
+bool ExtensionEdit::Key::operator==(const Key &other) const
+{
+    if (name != other.name || argument == nullptr || other.argument == nullptr)
+        return name == other.name && argument == other.argument;
+    return std::strcmp(argument, other.argument) == 0;
+}
+
+size_t ExtensionEdit::KeyHash::operator()(const Key &key) const
+{
+    size_t text = key.argument != nullptr ? HashText(key.argument) : 0;
+    return std::hash<const void *>()(key.name) ^ text << 16;
+}
+
+void ExtensionEdit::AddAll(const ExtensionSet &set)
+{
+    instances_.insert(instances_.end(), set.begin(), set.end());
+}
+
+/* Nobody needs the index who only adds. */
+void ExtensionEdit::Index()
+{
+    for (; indexed_ < instances_.size(); ++indexed_) {
+        const QY_EXT &instance = instances_[indexed_];
+        ofExtension_[instance.name].push_back(indexed_);
+        places_[{instance.name, instance.argument}].push_back(indexed_);
+    }
+}
+
+/* The places of what such a change takes away, the last one in use; null: there are none. */
+ExtensionEdit::Places *ExtensionEdit::Find(ExtensionChange::Kind kind, const QY_EXT &named)
+{
+    Index();
+    Places *found = nullptr;
+    if (kind == ExtensionChange::Kind::Replace) {
+        auto entry = ofExtension_.find(named.name);
+        found = entry != ofExtension_.end() ? &entry->second : nullptr;
+    } else {
+        auto entry = places_.find({named.name, named.argument});
+        found = entry != places_.end() ? &entry->second : nullptr;
+    }
+    while (found != nullptr && !found->empty() && instances_[found->back()].name == nullptr)
+        found->pop_back();
+    return found == nullptr || found->empty() ? nullptr : found;
+}
+
+bool ExtensionEdit::Has(ExtensionChange::Kind kind, const QY_EXT &named)
+{
+    return Find(kind, named) != nullptr;
+}
+
+void ExtensionEdit::Apply(const ExtensionChange &change)
+{
+    for (const QY_EXT &named : *change.operand) {
+        Places *places = change.kind != ExtensionChange::Kind::Add ? Find(change.kind, named) : nullptr;
+        if (places == nullptr)
+            continue;
+        for (size_t place : *places) {
+            gone_ += instances_[place].name != nullptr ? 1 : 0;
+            instances_[place].name = nullptr;
+        }
+        places->clear();
+    }
+    if (change.kind != ExtensionChange::Kind::Delete)
+        AddAll(*change.operand);
+}
+
+OwnedSet ExtensionEdit::Result() const
+{
+    OwnedSet result(new (::operator new(sizeof(ExtensionSet) + Count() * sizeof(QY_EXT))) ExtensionSet{0, 0});
+    for (const QY_EXT &instance : instances_) {
+        if (instance.name == nullptr)
+            continue;
+        result->begin()[result->count++] = instance;
+        result->total += 1 + TotalOf(instance.nested);
+    }
+    return result;
+}
+
+} // namespace qxyang

@@ -1,0 +1,366 @@
+/* The schema as it is kept: modules, nodes, types and extension instances behind the handles of the contract. */
+#pragma once
+
+#include <korv_platform.h>
+
+#include <cstdint>
+#include <list>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/arena.h"
+#include "base/name_table.h"
+#include "base/schema_limits.h"
+
+namespace qxyang {
+
+struct Statement;
+struct Scope;
+class Unit;
+
+/* Node type of the hidden node above a module's top-level nodes, or above those of a grouping. */
+inline constexpr uint8_t ROOT_KIND = QY_NODE_TYPE_NONE;
+
+/* ---- extensions ------------------------------------------------------------------------------------------------ */
+
+/* What readers see of an extension. One per module name and keyword; it lives as long as the context, so instances may
+ * be copied to nodes of modules that outlive the extension's own. */
+struct ExtensionName {
+    const char *name; /* "module:keyword", how the table finds it */
+    const char *module;
+    const char *keyword;
+};
+
+/* An `extension` statement. */
+struct Extension {
+    const char *name;
+    const char *argument; /* null: takes none */
+    bool argumentIsElement;
+    const ExtensionName *published;
+};
+
+/* The extension instances of one statement: `count` QY_EXT records follow. Never changed once made, so the copies of a
+ * grouping's nodes share them. */
+struct ExtensionSet {
+    uint32_t count;
+    uint32_t total; /* with those within others */
+
+    QY_EXT *begin() { return reinterpret_cast<QY_EXT *>(this + 1); }
+    const QY_EXT *begin() const { return reinterpret_cast<const QY_EXT *>(this + 1); }
+    inline const QY_EXT *end() const;
+};
+
+inline uint32_t TotalOf(const ExtensionSet *set)
+{
+    return set != nullptr ? set->total : 0;
+}
+
+/* ---- features -------------------------------------------------------------------------------------------------- */
+
+struct Feature;
+
+/* One step of a feature expression in postfix order. */
+struct FeatureStep {
+    enum class Kind : uint8_t {
+        Operand,
+        And,
+        Or,
+        Not
+    };
+
+    Kind kind;
+    Feature *feature; /* of an operand */
+};
+
+struct FeatureExpression {
+    uint32_t count;
+    const FeatureStep *steps;
+};
+
+/* A list of expressions that must all hold. Tails are shared, and so are lists that were put in front of others. */
+struct Condition {
+    const Condition *next;
+    const Condition *shared;           /* a list of expressions that stands here, or null */
+    FeatureExpression expression = {}; /* otherwise */
+    mutable uint64_t epoch = 0;        /* of the context when it was known last */
+    mutable bool holds = false;        /* with all that follow it, as long as the epoch is the context's */
+};
+
+struct Feature {
+    const char *name;
+    QY_MOD *module;
+    const Condition *condition; /* or null */
+    bool enabled;               /* by name; counts only when the module was loaded by name */
+    bool known;                 /* answer of the last evaluation, as long as epoch is the context's */
+    uint64_t epoch;
+    Statement *statement; /* while the module is being loaded, as is the following */
+    Unit *unit;
+    uint32_t chain; /* length of the longest chain of features below; 0 = not known yet */
+    bool visiting;
+};
+
+struct Identity {
+    const char *name;
+    Statement *statement; /* while the module is being loaded, as is the following */
+    Unit *unit;
+    uint32_t chain;
+    bool visiting;
+};
+
+/* ---- types ----------------------------------------------------------------------------------------------------- */
+
+/* One part of a range, both ends included. For unsigned types the same 64 bits. */
+struct RangePart {
+    int64_t start;
+    int64_t end;
+    int64_t reach; /* end of the last part behind it that is reached without a gap, or its own */
+};
+
+struct RangeSet {
+    uint32_t count;
+    const RangePart *parts;
+};
+
+struct EnumValue {
+    const char *name;
+    int64_t value; /* of a bit: its position */
+    const Condition *condition;
+};
+
+struct EnumSet {
+    uint32_t count;
+    const EnumValue *values;
+};
+
+/* A leafref's path. A step without a module belongs to the module of the leaf that has the type. */
+struct PathStep {
+    const QY_MOD *module;
+    const char *name;
+};
+
+struct LeafrefPath {
+    const char *text;
+    const QY_MOD *home; /* where the path is written: the second choice for steps without a module */
+    const PathStep *steps;
+    uint32_t count;
+    uint32_t up; /* leading ".." steps */
+    bool absolute;
+    bool dereferences; /* goes through deref(), which has no one target in the schema */
+};
+
+struct UnionMembers {
+    uint32_t count;
+    const QY_TYPE *const *types;
+};
+
+} // namespace qxyang
+
+struct QY_EXT {
+    const qxyang::ExtensionName *name;
+    const char *argument; /* null: the extension takes none */
+    const qxyang::ExtensionSet *nested;
+};
+
+namespace qxyang {
+inline const QY_EXT *ExtensionSet::end() const
+{
+    return begin() + count;
+}
+} // namespace qxyang
+
+/* A type, immutable and shared by all leaves that use it. Restrictions are the effective ones: its own, or those of
+ * the type below it. */
+struct QY_TYPE {
+    const QY_TYPE *base; /* null: a built-in type */
+    union {
+        const qxyang::RangeSet *range;       /* integers, decimal64 (scaled); string and binary: the length */
+        const qxyang::EnumSet *values;       /* enumeration, bits */
+        const qxyang::LeafrefPath *path;     /* leafref */
+        const qxyang::UnionMembers *members; /* union */
+    };
+    uint8_t builtin; /* QY_TYPE_ number */
+    uint8_t depth;   /* types below it, along the longest chain of bases and members; at most limits::CHAIN */
+    uint8_t fractionDigits;
+    bool refers; /* a leafref, or a union with a leafref among its members */
+};
+
+static_assert(qxyang::limits::CHAIN <= UINT8_MAX);     /* QY_TYPE::depth */
+static_assert(qxyang::limits::LIST_KEYS <= UINT8_MAX); /* QY_NODE::keyCount */
+
+/* A schema node. Children and siblings are linked lists that only grow at their end while modules are in force. */
+struct QY_NODE {
+    const char *name;
+    QY_NODE *parent; /* a module's hidden root for top-level nodes; for an augment, its target */
+    QY_NODE *next;
+    union {
+        QY_NODE *first;      /* child */
+        const QY_TYPE *type; /* of a leaf or leaf-list */
+    };
+    union {
+        QY_NODE *last;   /* child */
+        QY_NODE *target; /* that a leafref leaf refers to, or null */
+    };
+    QY_MOD *module;
+    void *priv;
+    const qxyang::ExtensionSet *extensions; /* null: none */
+    uint8_t kind;                           /* QY_NODE_TYPE_ number */
+    uint8_t keyCount;                       /* of a list */
+    uint16_t flags;
+    uint32_t condition; /* index + 1 of the node's own condition in its module's list, or 0 */
+};
+
+namespace qxyang {
+
+enum NodeFlag : uint16_t {
+    NODE_IS_KEY = 1 << 0,
+    NODE_REMOVED = 1 << 1,  /* by a deviation: allocated, linked, and in no scan */
+    NODE_IMPLICIT = 1 << 2, /* input or output that the model does not write: in scans once something augments it */
+    NODE_GATED = 1 << 3,    /* the node or one above it has a condition */
+    NODE_SWEPT = 1 << 4,    /* while modules are being released: the children were looked through */
+    NODE_VISITING = 1 << 5, /* while leafrefs are being resolved: on the chain being followed */
+    NODE_ACYCLIC = 1 << 6,  /* while leafrefs are being resolved: its chain ends */
+    NODE_OWN_SET = 1 << 7,  /* its extension instances were replaced on request and are the module's to release */
+    NODE_HAS_CONFIG = 1 << 8,
+    NODE_IS_STATE = 1 << 9,       /* its config statement says false */
+    NODE_HAS_DEFAULT = 1 << 10,   /* of a list: unique */
+    NODE_HAS_MANDATORY = 1 << 11, /* of a list or leaf-list: min-elements */
+    NODE_IS_MANDATORY = 1 << 12,  /* of a list or leaf-list: max-elements */
+    NODE_HAS_UNITS = 1 << 13,
+    NODE_HAS_MUST = 1 << 14,
+    NODE_PROPERTIES = NODE_HAS_CONFIG | NODE_IS_STATE | NODE_HAS_DEFAULT | NODE_HAS_MANDATORY | NODE_IS_MANDATORY |
+                      NODE_HAS_UNITS | NODE_HAS_MUST, /* what deviations compare and change */
+};
+
+inline bool IsLeaf(const QY_NODE *node)
+{
+    return node->kind == QY_NODE_TYPE_LEAF || // NOLINT(clang-analyzer-core.NullDereference)
+           node->kind == QY_NODE_TYPE_LEAF_LIST;
+}
+
+/* Choices and cases stand in the schema and not in data. */
+inline bool IsChoiceOrCase(const QY_NODE *node)
+{
+    return node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE;
+}
+
+/* The node whose children's names the node's children share. */
+inline QY_NODE *NameScope(QY_NODE *node)
+{
+    while (IsChoiceOrCase(node))
+        node = node->parent;
+    return node;
+}
+
+/* False for nodes that scans leave out although they are linked. What stands below a removed node is not asked for. */
+inline bool InScans(const QY_NODE *node)
+{
+    if ((node->flags & (NODE_REMOVED | NODE_IMPLICIT)) == 0)
+        return true;
+    return (node->flags & NODE_REMOVED) == 0 && node->first != nullptr;
+}
+
+/* First child, linked or not in scans. */
+inline QY_NODE *FirstChild(const QY_NODE *node)
+{
+    return IsLeaf(node) ? nullptr : node->first;
+}
+
+/* The node after this one on a walk over `top` and what is below it, parents first; null at the end. What is below a node
+ * is visited if enters(node) says so. Needs no stack: the way back up follows the parents. */
+template <class Enters>
+QY_NODE *NextBelow(const QY_NODE *top, QY_NODE *node, Enters &&enters)
+{
+    if (QY_NODE *child = enters(node) ? FirstChild(node) : nullptr)
+        return child;
+    while (node != top && node->next == nullptr)
+        node = node->parent;
+    return node != top ? node->next : nullptr;
+}
+
+/* The same among the nodes whose names must differ below `top`: its children, and those within its choices and cases. */
+inline QY_NODE *NextOfNames(const QY_NODE *top, QY_NODE *node)
+{
+    return NextBelow(top, node, [top](const QY_NODE *entered) { return entered == top || IsChoiceOrCase(entered); });
+}
+
+enum class Progress : uint8_t {
+    Untouched,
+    Running,
+    Done,
+    Failed
+};
+
+struct Typedef {
+    const char *name;
+    const QY_TYPE *type; /* once done */
+    Progress progress;
+    Statement *statement; /* while the module is being loaded, as is the following */
+    Scope *scope;
+};
+
+/* A grouping's nodes hang below a hidden root, uses within it expanded; each use copies them. */
+struct Grouping {
+    const char *name;
+    QY_NODE *root; /* once done */
+    Progress progress;
+    Statement *statement; /* while the module is being loaded, as is the following */
+    Scope *scope;
+};
+
+/* Extension instances that stand on the heap because they are replaced one by one. */
+struct OwnedSetDelete {
+    void operator()(ExtensionSet *set) const { ::operator delete(set); }
+};
+using OwnedSet = std::unique_ptr<ExtensionSet, OwnedSetDelete>;
+
+/* Extension instances that replaced a node's own on request. */
+struct ReplacedSet {
+    OwnedSet shown;          /* null: those of another node, which live as long as the module */
+    const ExtensionSet *own; /* what the node would have without the request */
+};
+
+/* A file that a module came from. */
+struct ModuleFile {
+    const char *name; /* of the module or submodule */
+    const char *path;
+    bool isCompact;
+};
+
+} // namespace qxyang
+
+struct QY_MOD {
+    QY_CTX *context = nullptr;
+    const char *name = nullptr; /* the context's: outlives the module */
+    const char *space = nullptr;
+    const char *revision = nullptr;
+    bool byName = false;    /* loaded by name, not only imported */
+    bool preferred = false; /* what an import without a revision gets */
+    bool complete = false;  /* its load has succeeded so far */
+    bool dying = false;     /* while modules are being released */
+
+    std::list<std::unique_ptr<QY_MOD>>::iterator place; /* in the context */
+    QY_MOD *nextDying = nullptr;                        /* while modules are being released */
+    uint32_t importers = 0;                             /* modules in the context that import this one */
+
+    QY_NODE root{}; /* the top-level nodes are its children */
+    const qxyang::ExtensionSet *extensions = nullptr;
+    std::vector<QY_NODE *> augments;                   /* in statement order */
+    std::vector<QY_NODE *> deviated;                   /* nodes that deviations of this module changed */
+    std::vector<QY_MOD *> imports;                     /* each once */
+    std::vector<qxyang::ModuleFile> files;             /* its own comes last */
+    std::vector<const qxyang::Condition *> conditions; /* of nodes that have one */
+
+    qxyang::NameTable<qxyang::Typedef> typedefs;
+    qxyang::NameTable<qxyang::Grouping> groupings;
+    qxyang::NameTable<qxyang::Identity> identities;
+    qxyang::NameTable<qxyang::Feature> features;
+    qxyang::NameTable<qxyang::Extension> extensionDefinitions;
+
+    qxyang::Slab<QY_NODE> nodes;
+    qxyang::Slab<QY_NODE> templates; /* nodes of groupings, which nobody sees */
+    qxyang::Arena records;
+    qxyang::Arena texts;
+    std::unordered_map<QY_NODE *, qxyang::ReplacedSet> replacedSets; /* of nodes with NODE_OWN_SET */
+};

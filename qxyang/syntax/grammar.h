@@ -1,0 +1,90 @@
+/* Which statement may stand within which, how often, and in which version of YANG. */
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+
+#include "syntax/keywords.h"
+#include "syntax/statement.h"
+
+namespace qxyang {
+
+/* A set of statements. */
+struct KeywordSet {
+    uint64_t words[2] = {0, 0};
+
+    constexpr KeywordSet() = default;
+    constexpr KeywordSet(std::initializer_list<Kw> keywords)
+    {
+        for (Kw keyword : keywords)
+            Add(keyword);
+    }
+
+    constexpr bool Has(Kw keyword) const
+    {
+        auto bit = static_cast<unsigned>(keyword);
+        return (words[bit >> 6] >> (bit & 63) & 1) != 0;
+    }
+    constexpr bool HasAll(const KeywordSet &others) const
+    {
+        return (others.words[0] & ~words[0]) == 0 && (others.words[1] & ~words[1]) == 0;
+    }
+    constexpr void Add(Kw keyword)
+    {
+        auto bit = static_cast<unsigned>(keyword);
+        words[bit >> 6] |= uint64_t{1} << (bit & 63);
+    }
+};
+
+/* A statement within another. */
+struct Placement {
+    uint8_t bits = 0;
+
+    constexpr bool Allowed() const { return (bits & 1) != 0; }
+    constexpr bool Single() const { return (bits & 2) != 0; }     /* at most once */
+    constexpr bool SingleIn10() const { return (bits & 4) != 0; } /* at most once in YANG 1.0 */
+    constexpr bool Since11() const { return (bits & 8) != 0; }
+};
+
+Placement PlacementOf(Kw parent, Kw child);
+
+/* Extension statements, which have no keyword, say nothing. */
+constexpr std::array<uint16_t, KEYWORD_COUNT + 1> MakeProperties()
+{
+    std::array<uint16_t, KEYWORD_COUNT + 1> properties{};
+    auto set = [&properties](Kw keyword, uint16_t property) { properties[static_cast<size_t>(keyword)] = property; };
+    set(Kw::Config, SETS_CONFIG);
+    set(Kw::Default, SETS_DEFAULT);
+    set(Kw::Mandatory, SETS_MANDATORY);
+    set(Kw::MaxElements, SETS_MAX_ELEMENTS);
+    set(Kw::MinElements, SETS_MIN_ELEMENTS);
+    set(Kw::Must, SETS_MUST);
+    set(Kw::Presence, SETS_PRESENCE);
+    set(Kw::Units, SETS_UNITS);
+    set(Kw::Type, SETS_TYPE);
+    set(Kw::Unique, SETS_UNIQUE);
+    set(Kw::Typedef, HAS_DEFINITIONS);
+    set(Kw::Grouping, HAS_DEFINITIONS);
+    return properties;
+}
+
+inline constexpr std::array<uint16_t, KEYWORD_COUNT + 1> PROPERTIES = MakeProperties();
+
+/* What a statement says of the one around it: a Property, or 0. */
+inline uint16_t PropertyOf(Kw keyword)
+{
+    return PROPERTIES[static_cast<size_t>(keyword)];
+}
+
+/* Whether a statement may stand in a deviate of that kind. */
+bool IsDeviateProperty(DeviateKind kind, Kw child);
+
+/* Statements that the parent must contain. */
+const KeywordSet &RequiredIn(Kw parent);
+
+/* What may stand before yang-version in a module: nothing whose place depends on the version. */
+inline constexpr KeywordSet BEFORE_VERSION = {Kw::Namespace, Kw::Prefix, Kw::BelongsTo};
+
+} // namespace qxyang

@@ -1,0 +1,131 @@
+/* Statements of a file as later stages read them: what nobody asks for (descriptions, must, units, ...) is checked
+ * while the file is parsed and gets no record. */
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/arena.h"
+#include "files/failures.h"
+#include "files/source.h"
+#include "schema/model.h"
+#include "syntax/keywords.h"
+
+namespace qxyang {
+
+/* Properties of a statement. For refine and deviate: what they set. */
+enum Property : uint16_t {
+    SETS_CONFIG = 1 << 0,
+    SETS_DEFAULT = 1 << 1,
+    SETS_MANDATORY = 1 << 2,
+    SETS_MAX_ELEMENTS = 1 << 3,
+    SETS_MIN_ELEMENTS = 1 << 4,
+    SETS_MUST = 1 << 5,
+    SETS_PRESENCE = 1 << 6,
+    SETS_UNITS = 1 << 7,
+    SETS_TYPE = 1 << 8,
+    SETS_UNIQUE = 1 << 9,
+    HAS_DEFINITIONS = 1 << 10, /* typedefs or groupings of its own */
+    HAS_TEXT = 1 << 11,        /* an extension statement: the argument is its text, not an attribute */
+    IS_STATE = 1 << 12,        /* config is false */
+    IS_MANDATORY = 1 << 13,    /* mandatory is true */
+};
+
+enum class DeviateKind : uint8_t {
+    NotSupported,
+    Add,
+    Replace,
+    Delete
+};
+
+struct Statement {
+    Statement *next;
+    Statement *first; /* child */
+    const char *argument;
+    uint32_t offset; /* in the file */
+    Kw keyword;
+    uint8_t detail; /* of a type: the built-in type that its argument names, or 0; of a deviate: DeviateKind */
+    uint16_t properties;
+};
+
+/* An extension keyword as a file uses it: one record for all statements with it. Those directly within another extension
+ * statement of the same namespace may be its argument rather than statements, so they have records of their own. */
+struct ExtensionUse {
+    const char *name; /* how the table finds it; in YIN: keyword above, if any, then namespace and keyword; in compact
+                         syntax: prefix and keyword as written */
+    const char *keyword;
+    std::string_view space;  /* namespace; empty in compact syntax */
+    std::string_view prefix; /* in compact syntax */
+    ExtensionUse *above;     /* of the extension statement around, or null */
+    const char *attribute;   /* name of the first attribute met, or null */
+    uint32_t offset;         /* of the first of the statements */
+    bool resolved;
+    const Extension *definition; /* once resolved; null: it is the argument of the one above */
+};
+
+struct ExtensionStatement : Statement {
+    ExtensionUse *use;
+    const char *attribute; /* in YIN: name of the attribute that is the argument, or null */
+};
+
+inline ExtensionStatement *AsExtension(Statement *statement)
+{
+    return static_cast<ExtensionStatement *>(statement);
+}
+
+/* The child of that keyword that comes first, or null. */
+inline Statement *FindChild(const Statement *statement, Kw keyword)
+{
+    Statement *child = statement->first;
+    while (child != nullptr && child->keyword != keyword)
+        child = child->next;
+    return child;
+}
+
+/* The argument of the child of that keyword that comes first, or nothing. */
+inline std::string_view ArgumentOf(const Statement *statement, Kw keyword)
+{
+    const Statement *child = FindChild(statement, keyword);
+    return child != nullptr ? child->argument : std::string_view();
+}
+
+/* A prefix that the file may use and what it stands for. */
+struct PrefixBinding {
+    std::string_view name;
+    QY_MOD *module;
+};
+
+class ExtensionHints;
+
+/* One file of a module, the module's own or a submodule's, while it is being loaded. */
+class Unit {
+  public:
+    Unit(std::string path, std::string name, QY_MOD *owner) : module(owner), source(std::move(path), std::move(name)) {}
+
+    QY_MOD *module; /* whose text this is */
+    Source source;
+    Statement *root = nullptr;
+    bool isVersion11 = false;
+    const char *revision = nullptr;        /* latest, or null */
+    ExtensionHints *hints = nullptr;       /* while the file is parsed */
+    std::vector<PrefixBinding *> bindings; /* in the order of the imports */
+    NameTable<PrefixBinding> prefixes;     /* the same */
+    NameTable<ExtensionUse> extensionUses;
+    Arena statements; /* every record of the file; emptied when the module is complete */
+
+    const std::string &Name() const { return source.Module(); }
+
+    /* The module that a prefix stands for, none meaning this one; null: unknown. */
+    QY_MOD *BoundModule(std::string_view prefix) const
+    {
+        if (prefix.empty())
+            return module;
+        const PrefixBinding *binding = prefixes.Find(prefix);
+        return binding != nullptr ? binding->module : nullptr;
+    }
+};
+
+} // namespace qxyang

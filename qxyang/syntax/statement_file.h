@@ -1,0 +1,71 @@
+/* One file's statements as tools read them: nothing but their syntax is checked. */
+#pragma once
+
+#include <qxyang.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/arena.h"
+#include "base/text_cache.h"
+#include "files/failures.h"
+#include "files/source.h"
+
+struct QXYANG_FILE {
+    QXYANG_FILE(std::string path, uint32_t chosen) : source(std::move(path), {}), options(chosen), names(texts) {}
+
+    qxyang::Source source;
+    uint32_t options;
+    qxyang::Failures failures;
+    qxyang::Arena texts;
+    qxyang::TextCache names;
+    std::vector<QXYANG_STATEMENT_S> statements; /* in the order of their beginnings */
+    std::vector<QXYANG_COMMENT_S> comments;     /* in the order of the file */
+};
+
+namespace qxyang {
+
+/* Builds the list of a file's statements from what its reader meets. */
+class StatementList {
+  public:
+    explicit StatementList(QXYANG_FILE &file) : file_(file) {}
+
+    /* A prefix with null data stands for none. */
+    QXYANG_STATEMENT_S &Start(std::string_view prefix, std::string_view keyword, uint32_t offset);
+
+    /* Gives the statement its argument as it stands from `begin` to `end`; both 0: not known where. */
+    void SetArgument(QXYANG_STATEMENT_S &statement, std::string_view argument, uint32_t form, uint32_t begin,
+                     uint32_t end);
+
+    /* The end of the statement that is open innermost. */
+    void End(uint32_t end);
+
+    void AddComment(std::string_view text, uint32_t begin, uint32_t end, bool isAlone);
+
+    /* The statement that is open innermost, or null. */
+    QXYANG_STATEMENT_S *Open();
+
+    size_t Depth() const { return open_.size(); }
+
+    void Fail(uint32_t offset, std::string_view sentence) { file_.failures.Add(file_.source, offset, sentence); }
+
+    /* Ends what is still open, says where comments stand, and which modules the prefixes mean. */
+    void Finish();
+
+  private:
+    std::string_view ArgumentOfChild(uint32_t parent, std::string_view keyword) const;
+    void BindPrefixes();
+
+    QXYANG_FILE &file_;
+    std::vector<uint32_t> open_;
+    std::vector<uint32_t> lastChild_; /* of each open statement, then of the file */
+};
+
+/* Reads a file in either syntax whose text the source has. */
+void ReadStatements(QXYANG_FILE &file);
+
+/* The part of it for YIN. */
+void ReadYinStatements(QXYANG_FILE &file, StatementList &list);
+
+} // namespace qxyang

@@ -1,0 +1,440 @@
+#include "syntax/statement_recorder.h"
+
+#include <cstring>
+
+#include "base/text.h"
+#include "syntax/argument_form.h"
+#include "syntax/extension_hints.h"
+
+namespace qxyang {
+
+namespace {
+
+uint16_t PropertiesOf(Kw keyword, std::string_view argument)
+{
+    uint16_t property = PropertyOf(keyword);
+    if (keyword == Kw::Config && argument == "false")
+        property |= IS_STATE;
+    else if (keyword == Kw::Mandatory && argument == "true")
+        property |= IS_MANDATORY;
+    return property;
+}
+
+/* What a refine or deviate changes is compared with the node. */
+bool IsOperand(const auto *parent, Kw keyword)
+{
+    return parent != nullptr && (parent->keyword == Kw::Refine || parent->keyword == Kw::Deviate) &&
+           PropertyOf(keyword) != 0;
+}
+
+DeviateKind DeviateKindNamed(std::string_view argument)
+{
+    if (argument == "add")
+        return DeviateKind::Add;
+    if (argument == "replace")
+        return DeviateKind::Replace;
+    return argument == "delete" ? DeviateKind::Delete : DeviateKind::NotSupported;
+}
+
+} // namespace
+
+StatementRecorder::StatementRecorder(Unit &unit, Failures &failures)
+    : unit_(unit), failures_(failures), names_(unit.module->texts)
+{
+    frames_.reserve(64);
+}
+
+/* ---- statements ------------------------------------------------------------------------------------------------ */
+
+void StatementRecorder::StartStatement(std::string_view name, const char **attributes, uint32_t offset)
+{
+    bool isArgument = skipped_ == 0 && !frames_.empty() && IsArgumentElement(frames_.back(), name, offset);
+    Kw keyword = Place(isArgument ? Kw::Statements : FindKeyword(name), name, isArgument, offset);
+    if (keyword != Kw::Statements)
+        Push(keyword, ArgumentOf(KeywordOf(keyword), attributes, offset), offset);
+}
+
+void StatementRecorder::StartCompact(const CompactStatement &statement)
+{
+    Kw keyword = FindKeyword(statement.keyword);
+    if (keyword == Kw::Statements && statement.keyword.find(':') != std::string_view::npos)
+        return StartCompactExtension(statement);
+    keyword = Place(keyword, statement.keyword, false, statement.offset);
+    if (keyword != Kw::Statements)
+        Push(keyword, CompactArgumentOf(KeywordOf(keyword), statement), statement.offset);
+}
+
+/* The statement, or Kw::Statements: then it is left out, with all that stands in it. */
+Kw StatementRecorder::Place(Kw keyword, std::string_view name, bool isArgument, uint32_t offset)
+{
+    Frame *parent = frames_.empty() ? nullptr : &frames_.back();
+    // Statements within an extension statement are the extension's own affair.
+    bool isSkipped = skipped_ > 0 || isArgument || (parent != nullptr && parent->keyword == Kw::Instance);
+    if (!isSkipped && keyword == Kw::Statements) {
+        failures_.Add(unit_.source, offset, "unknown statement " + Quoted(name), [&] {
+            std::string hint = unit_.hints->Hint(unit_, name);
+            NearestName nearest(name);
+            for (const Keyword &candidate : KEYWORDS)
+                nearest.Offer(candidate.name);
+            return hint.empty() ? nearest.Hint() : hint;
+        });
+    }
+    if (!isSkipped && keyword != Kw::Statements && IsPlaced(parent, keyword, offset))
+        return keyword;
+    ++skipped_;
+    if (parent != nullptr)
+        parent->hasChild = true;
+    return Kw::Statements;
+}
+
+void StatementRecorder::Push(Kw keyword, Argument argument, uint32_t offset)
+{
+    Frame *parent = frames_.empty() ? nullptr : &frames_.back();
+    Frame frame{.keyword = keyword, .hasText = unit_.source.IsCompact(), .offset = offset};
+    const Keyword &info = KeywordOf(keyword);
+    bool isRecorded = parent == nullptr || parent->statement != nullptr;
+    if (isRecorded && parent != nullptr)
+        parent->statement->properties |= PropertiesOf(keyword, argument);
+    if (isRecorded && (info.IsRecorded() || IsOperand(parent, keyword)))
+        Record(frame, argument);
+    if (keyword == Kw::YangVersion)
+        unit_.isVersion11 = argument == "1.1";
+    frames_.push_back(frame);
+}
+
+/* True if the element is the argument of the statement around it, which is one of YANG's own. */
+bool StatementRecorder::IsArgumentElement(Frame &parent, std::string_view name, uint32_t offset)
+{
+    if (parent.keyword == Kw::Instance)
+        return false;
+    const Keyword &keyword = KeywordOf(parent.keyword);
+    if (!keyword.InElement() || name != keyword.argument)
+        return false;
+    if (parent.hasText)
+        Fail(offset, "second element " + Quoted(name) + " in " + Describe(parent) + "; only one is allowed");
+    parent.hasText = true;
+    return true;
+}
+
+bool StatementRecorder::IsPlaced(Frame *parent, Kw keyword, uint32_t offset)
+{
+    std::string_view name = KeywordOf(keyword).name;
+    if (parent == nullptr) {
+        if (keyword == Kw::Module || keyword == Kw::Submodule)
+            return true;
+        std::string what = unit_.source.IsCompact() ? "the file begins with " : "the root element is ";
+        Fail(offset, what + Quoted(name) + "; expected 'module' or 'submodule'");
+        return false;
+    }
+    Placement placement = PlacementOf(parent->keyword, keyword);
+    bool isAllowed = placement.Allowed();
+    if (parent->keyword == Kw::Deviate)
+        isAllowed = isAllowed && IsPlacedInDeviate(*parent, keyword);
+    if (!isAllowed) {
+        Fail(offset, Quoted(name) + " is not allowed in " + Describe(*parent));
+        return false;
+    }
+    if (placement.Since11() && !unit_.isVersion11) {
+        Fail(offset, Quoted(name) + " in " + Describe(*parent) + " needs yang-version 1.1");
+        return false;
+    }
+    bool single = placement.Single() || (placement.SingleIn10() && !unit_.isVersion11);
+    if (single && parent->seen.Has(keyword)) {
+        Fail(offset, "second " + Quoted(name) + " in " + Describe(*parent) + "; only one is allowed");
+        return false;
+    }
+    if (keyword == Kw::YangVersion && !BEFORE_VERSION.HasAll(parent->seen))
+        Fail(offset, "'yang-version' must stand before everything that the version matters to");
+    parent->seen.Add(keyword);
+    return true;
+}
+
+bool StatementRecorder::IsPlacedInDeviate(const Frame &deviate, Kw keyword) const
+{
+    return deviate.statement == nullptr ||
+           IsDeviateProperty(static_cast<DeviateKind>(deviate.statement->detail), keyword);
+}
+
+StatementRecorder::Argument StatementRecorder::ArgumentOf(const Keyword &keyword, const char **attributes,
+                                                          uint32_t offset)
+{
+    const char *expected = keyword.InElement() ? nullptr : keyword.argument;
+    const char *value = nullptr;
+    for (; attributes[0] != nullptr; attributes += 2) {
+        if (expected != nullptr && std::strcmp(attributes[0], expected) == 0)
+            value = attributes[1];
+        else
+            FailAttribute(attributes[0], keyword, offset);
+    }
+    if (expected == nullptr)
+        return {};
+    if (value == nullptr) {
+        Fail(offset, Quoted(keyword.name) + " has no attribute " + Quoted(expected));
+        return {};
+    }
+    Argument argument = value;
+    if (HasForm(keyword.form, argument))
+        return argument;
+    Fail(offset, "attribute " + Quoted(expected) + " of " + Quoted(keyword.name) + " is " + Quoted(argument) +
+                     "; expected " + ExpectedOf(keyword.form));
+    return {};
+}
+
+StatementRecorder::Argument StatementRecorder::CompactArgumentOf(const Keyword &keyword,
+                                                                 const CompactStatement &statement)
+{
+    bool isGiven = statement.argument.data() != nullptr;
+    if (keyword.argument == nullptr) {
+        if (isGiven)
+            Fail(statement.argumentBegin, Quoted(keyword.name) + " takes no argument; expected ';' or '{'");
+        return {};
+    }
+    if (!isGiven) {
+        Fail(statement.offset, Quoted(keyword.name) + " has no argument; expected " + ExpectedOf(keyword.form));
+        return {};
+    }
+    if (HasForm(keyword.form, statement.argument))
+        return statement.argument;
+    Fail(statement.argumentBegin, "the argument of " + Quoted(keyword.name) + " is " + Quoted(statement.argument) +
+                                      "; expected " + ExpectedOf(keyword.form));
+    return {};
+}
+
+/* Attributes of other namespaces are nobody's business here. */
+void StatementRecorder::FailAttribute(std::string_view name, const Keyword &keyword, uint32_t offset)
+{
+    if (name.find(NAMESPACE_SEPARATOR) != std::string_view::npos)
+        return;
+    NearestName nearest(name);
+    if (!keyword.InElement() && keyword.argument != nullptr)
+        nearest.Offer(keyword.argument);
+    Fail(offset, "unknown attribute " + Quoted(name) + " of " + Quoted(keyword.name) + nearest.Hint());
+}
+
+void StatementRecorder::Record(Frame &frame, Argument argument)
+{
+    CountStatement(frame.offset);
+    auto *statement = unit_.statements.Make<Statement>();
+    statement->keyword = frame.keyword;
+    statement->offset = frame.offset;
+    if (frame.keyword == Kw::Type) {
+        statement->detail = BuiltinTypeNumber(argument);
+        if (statement->detail != 0)
+            statement->argument = BuiltinTypeName(statement->detail).data();
+    } else if (frame.keyword == Kw::Deviate) {
+        statement->detail = static_cast<uint8_t>(DeviateKindNamed(argument));
+    }
+    if (argument.data() == nullptr)
+        statement->argument = "";
+    else if (statement->argument == nullptr)
+        statement->argument =
+            KeywordOf(frame.keyword).IsNamed() ? names_.Keep(argument) : unit_.statements.Text(argument);
+    frame.statement = statement;
+    frame.tail = &statement->first;
+    Link(frame);
+}
+
+void StatementRecorder::Link(const Frame &frame)
+{
+    if (frames_.empty()) {
+        unit_.root = frame.statement;
+        return;
+    }
+    Frame &parent = frames_.back();
+    *parent.tail = frame.statement;
+    parent.tail = &frame.statement->next;
+}
+
+void StatementRecorder::CountStatement(uint32_t offset)
+{
+    if (++statements_ <= limits::STATEMENTS)
+        return;
+    Fail(offset, "the file has more than " + std::to_string(limits::STATEMENTS) + " statements");
+    throw LoadStopped{};
+}
+
+/* ---- extension statements -------------------------------------------------------------------------------------- */
+
+void StatementRecorder::StartExtension(std::string_view space, std::string_view name, const char **attributes,
+                                       uint32_t offset)
+{
+    if (skipped_ > 0) {
+        ++skipped_;
+        return;
+    }
+    Frame &parent = frames_.back();
+    parent.hasChild = true;
+    Frame frame{.keyword = Kw::Instance, .offset = offset};
+    frame.use = UseOf(space, name, parent, offset);
+    if (IsInstanceKept(parent))
+        SetAttribute(*RecordInstance(frame), attributes);
+    textWanted_ = textWanted_ || frame.statement != nullptr;
+    text_.clear();
+    frames_.push_back(frame);
+}
+
+void StatementRecorder::StartCompactExtension(const CompactStatement &statement)
+{
+    if (skipped_ > 0) {
+        ++skipped_;
+        return;
+    }
+    ExtensionUse *use = frames_.empty() ? nullptr : CompactUseOf(statement.keyword, statement.offset);
+    if (use == nullptr)
+        return SkipElement(
+            statement.offset,
+            "found " + Quoted(statement.keyword) + "; expected " +
+                (frames_.empty() ? "'module' or 'submodule'" : "a statement, or a prefix, a colon and a statement"));
+    Frame &parent = frames_.back();
+    parent.hasChild = true;
+    Frame frame{.keyword = Kw::Instance, .offset = statement.offset};
+    frame.use = use;
+    if (IsInstanceKept(parent)) {
+        ExtensionStatement *record = RecordInstance(frame);
+        if (statement.argument.data() != nullptr)
+            record->argument = names_.Keep(statement.argument);
+    }
+    frames_.push_back(frame);
+}
+
+void StatementRecorder::SkipElement(uint32_t offset, std::string_view sentence)
+{
+    if (skipped_++ == 0)
+        Fail(offset, sentence);
+}
+
+bool StatementRecorder::IsInstanceKept(const Frame &parent) const
+{
+    return parent.statement != nullptr && (parent.keyword == Kw::Instance || KeywordOf(parent.keyword).IsKept());
+}
+
+ExtensionStatement *StatementRecorder::RecordInstance(Frame &frame)
+{
+    CountStatement(frame.offset);
+    auto *statement = unit_.statements.Make<ExtensionStatement>();
+    statement->keyword = Kw::Instance;
+    statement->offset = frame.offset;
+    statement->use = frame.use;
+    frame.statement = statement;
+    frame.tail = &statement->first;
+    Link(frame);
+    return statement;
+}
+
+/* Which attribute is the argument is only known when the extension's definition is. */
+void StatementRecorder::SetAttribute(ExtensionStatement &statement, const char **attributes)
+{
+    for (; attributes[0] != nullptr; attributes += 2) {
+        if (std::strchr(attributes[0], NAMESPACE_SEPARATOR) != nullptr)
+            continue;
+        if (statement.attribute != nullptr)
+            Fail(statement.offset, "extension statement " + Quoted(statement.use->keyword) +
+                                       " has more than one attribute; its argument is one");
+        statement.attribute = KeptAttribute(*statement.use, attributes[0]);
+        statement.argument = names_.Keep(attributes[1]);
+    }
+}
+
+/* Nearly always all statements with a keyword have the same attribute. */
+const char *StatementRecorder::KeptAttribute(ExtensionUse &use, const char *name)
+{
+    if (use.attribute == nullptr)
+        use.attribute = unit_.statements.Text(name);
+    return std::strcmp(use.attribute, name) == 0 ? use.attribute : unit_.statements.Text(name);
+}
+
+ExtensionUse *StatementRecorder::UseOf(std::string_view space, std::string_view name, const Frame &parent,
+                                       uint32_t offset)
+{
+    // Both stand in one text, with the separator in between.
+    std::string_view key(space.data(), space.size() + 1 + name.size());
+    bool isWithin = parent.use != nullptr && parent.use->space == space;
+    if (isWithin) {
+        key_.assign(parent.use->keyword).append(1, NAMESPACE_SEPARATOR).append(key);
+        key = key_;
+    }
+    if (ExtensionUse *known = unit_.extensionUses.Find(key))
+        return known;
+    auto *use = unit_.statements.Make<ExtensionUse>();
+    use->name = unit_.statements.Text(key);
+    use->keyword = use->name + key.size() - name.size();
+    use->space = std::string_view(use->keyword - 1 - space.size(), space.size());
+    use->above = isWithin ? parent.use : nullptr;
+    use->offset = offset;
+    unit_.extensionUses.Insert(use);
+    return use;
+}
+
+/* Null: that is no keyword. */
+ExtensionUse *StatementRecorder::CompactUseOf(std::string_view keyword, uint32_t offset)
+{
+    if (ExtensionUse *known = unit_.extensionUses.Find(keyword))
+        return known;
+    if (!IsReference(keyword))
+        return nullptr;
+    auto *use = unit_.statements.Make<ExtensionUse>();
+    use->name = unit_.statements.Text(keyword);
+    Reference reference = SplitReference({use->name, keyword.size()});
+    use->keyword = reference.name.data();
+    use->prefix = reference.prefix;
+    use->offset = offset;
+    unit_.extensionUses.Insert(use);
+    return use;
+}
+
+/* ---- ends ------------------------------------------------------------------------------------------------------ */
+
+void StatementRecorder::End()
+{
+    if (skipped_ > 0) {
+        --skipped_;
+        return;
+    }
+    const Frame &frame = frames_.back();
+    if (frame.keyword == Kw::Instance)
+        EndExtension(frame);
+    else
+        EndStatement(frame);
+    frames_.pop_back();
+}
+
+void StatementRecorder::EndStatement(const Frame &frame)
+{
+    const Keyword &info = KeywordOf(frame.keyword);
+    if (info.InElement() && !frame.hasText)
+        Fail(frame.offset, Quoted(info.name) + " has no element " + Quoted(info.argument));
+    const KeywordSet &required = RequiredIn(frame.keyword);
+    if (frame.seen.HasAll(required))
+        return;
+    for (size_t i = 0; i < KEYWORD_COUNT; ++i)
+        if (Kw keyword = static_cast<Kw>(i); required.Has(keyword) && !frame.seen.Has(keyword))
+            Fail(frame.offset, Describe(frame) + " has no " + Quoted(KeywordOf(keyword).name));
+}
+
+/* Text counts where nothing else stands: it may be the argument of the extension statement around. */
+void StatementRecorder::EndExtension(const Frame &frame)
+{
+    if (frame.statement == nullptr || unit_.source.IsCompact())
+        return;
+    if (!frame.hasChild && frame.statement->argument == nullptr) {
+        frame.statement->argument = names_.Keep(Trim(text_));
+        frame.statement->properties |= HAS_TEXT;
+    }
+    textWanted_ = frames_[frames_.size() - 2].keyword == Kw::Instance;
+}
+
+std::string StatementRecorder::Describe(const Frame &frame) const
+{
+    if (frame.keyword == Kw::Instance)
+        return Quoted(frame.use->keyword);
+    std::string text(KeywordOf(frame.keyword).name);
+    bool isNamed = frame.statement != nullptr && frame.statement->argument[0] != '\0';
+    return isNamed ? text + " " + Quoted(frame.statement->argument) : text;
+}
+
+std::string StatementRecorder::DescribeOpen() const
+{
+    return skipped_ > 0 || frames_.empty() ? std::string() : Describe(frames_.back());
+}
+
+} // namespace qxyang
