@@ -32,7 +32,10 @@ QY_MOD *QY_NODE_GetModule(QY_NODE *pNode)
 
 QY_NODE *QY_NODE_GetAugmentTargetNode(QY_NODE *pNode)
 {
-    return pNode->kind == QY_NODE_TYPE_AUGMENT && !IsRemoved(pNode->parent) ? pNode->parent : nullptr;
+    if (pNode->kind != QY_NODE_TYPE_AUGMENT)
+        return nullptr;
+    QY_NODE *target = AugmentTarget(pNode);
+    return IsRemoved(target) ? nullptr : target;
 }
 
 QY_NODE *QY_NODE_GetLeafrefTargetNode(QY_NODE *pNode, uint32_t)

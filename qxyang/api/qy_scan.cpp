@@ -24,7 +24,7 @@ Children ChildrenOf(QY_NODE *node)
 {
     if (IsLeaf(node) || node->first == nullptr)
         return {};
-    if (node->kind == QY_NODE_TYPE_AUGMENT && IsRemoved(node->parent))
+    if (node->kind == QY_NODE_TYPE_AUGMENT && IsRemoved(AugmentTarget(node)))
         return {};
     return {node->first, node->last};
 }

@@ -12,22 +12,6 @@ namespace qxyang {
 
 namespace {
 
-/* Properties that no node has both share a flag. */
-struct FlagRule {
-    uint16_t properties;
-    uint16_t flag;
-};
-
-constexpr FlagRule FLAG_RULES[] = {
-    {SETS_CONFIG, NODE_HAS_CONFIG},
-    {IS_STATE, NODE_IS_STATE},
-    {SETS_DEFAULT | SETS_UNIQUE, NODE_HAS_DEFAULT},
-    {SETS_MANDATORY | SETS_MIN_ELEMENTS, NODE_HAS_MANDATORY},
-    {IS_MANDATORY | SETS_MAX_ELEMENTS, NODE_IS_MANDATORY},
-    {SETS_UNITS, NODE_HAS_UNITS},
-    {SETS_MUST, NODE_HAS_MUST},
-};
-
 bool IsInOperation(const QY_NODE *node)
 {
     for (; node != nullptr; node = node->parent)
@@ -73,15 +57,6 @@ int64_t CharacterCount(std::string_view text)
 }
 
 } // namespace
-
-uint16_t FlagsOfAny(uint16_t properties)
-{
-    uint16_t flags = 0;
-    for (const FlagRule &rule : FLAG_RULES)
-        if ((properties & rule.properties) != 0)
-            flags |= rule.flag;
-    return flags;
-}
 
 uint16_t ChangedFlags(uint16_t flags, uint16_t properties)
 {

@@ -10,13 +10,20 @@
 
 namespace qxyang {
 
-/* Flags of a node that has these properties. Each is enough to learn later whether the node has one. */
-uint16_t FlagsOfAny(uint16_t properties);
-inline uint16_t FlagsOf(uint16_t properties)
+/* Flags of a node that has these properties: they tell later whether the node has one. */
+constexpr uint16_t FlagsOf(uint16_t properties)
 {
-    constexpr uint16_t NONE = SETS_TYPE | SETS_PRESENCE | HAS_DEFINITIONS | HAS_TEXT; // most nodes have no other
-    return (properties & ~NONE) == 0 ? 0 : FlagsOfAny(properties);
+    constexpr uint16_t OF_ANY_NODE =
+        SETS_CONFIG | IS_STATE | SETS_DEFAULT | SETS_MANDATORY | IS_MANDATORY | SETS_UNITS | SETS_MUST;
+    constexpr uint16_t OF_LISTS = SETS_UNIQUE | SETS_MIN_ELEMENTS | SETS_MAX_ELEMENTS;
+    return static_cast<uint16_t>((properties & OF_ANY_NODE) << 8 | (properties & OF_LISTS) << 3);
 }
+static_assert(FlagsOf(SETS_CONFIG) == NODE_HAS_CONFIG && FlagsOf(IS_STATE) == NODE_IS_STATE);
+static_assert(FlagsOf(SETS_DEFAULT) == NODE_HAS_DEFAULT && FlagsOf(SETS_UNIQUE) == NODE_HAS_UNIQUE);
+static_assert(FlagsOf(SETS_MANDATORY) == NODE_HAS_MANDATORY && FlagsOf(SETS_MIN_ELEMENTS) == NODE_HAS_MIN_ELEMENTS);
+static_assert(FlagsOf(IS_MANDATORY) == NODE_IS_MANDATORY && FlagsOf(SETS_MAX_ELEMENTS) == NODE_HAS_MAX_ELEMENTS);
+static_assert(FlagsOf(SETS_UNITS) == NODE_HAS_UNITS && FlagsOf(SETS_MUST) == NODE_HAS_MUST);
+static_assert(FlagsOf(SETS_PRESENCE | SETS_TYPE | HAS_DEFINITIONS | HAS_TEXT) == 0);
 
 /* The node's flags after a statement set properties that it may have had before. */
 uint16_t ChangedFlags(uint16_t flags, uint16_t properties);

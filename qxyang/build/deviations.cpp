@@ -128,10 +128,7 @@ class Deviator {
     }
 
   private:
-    static bool IsRemoval(const Statement *deviate)
-    {
-        return static_cast<DeviateKind>(deviate->detail) == DeviateKind::NotSupported;
-    }
+    static bool IsRemoval(const Statement *deviate) { return deviate->deviateKind == DeviateKind::NotSupported; }
 
     void Deviate(const Statement *deviate, QY_NODE *node)
     {
@@ -159,7 +156,7 @@ class Deviator {
      * texts of default, must, units and unique are not compared. */
     bool CheckOperands(const Statement *deviate, const QY_NODE *node)
     {
-        auto kind = static_cast<DeviateKind>(deviate->detail);
+        DeviateKind kind = deviate->deviateKind;
         const uint16_t deviable = DeviableOn(node->kind);
         bool good = true;
         for (const Statement *child = deviate->first; child != nullptr; child = child->next) {
@@ -192,7 +189,7 @@ class Deviator {
     {
         uint16_t before = node->flags & NODE_PROPERTIES;
         uint16_t after = ChangedFlags(before, deviate->properties);
-        if (static_cast<DeviateKind>(deviate->detail) == DeviateKind::Delete) {
+        if (deviate->deviateKind == DeviateKind::Delete) {
             after = before;
             for (uint16_t property : {SETS_DEFAULT, SETS_UNITS})
                 if ((deviate->properties & property) != 0 && !IsRepeatable(property, node))
@@ -200,7 +197,7 @@ class Deviator {
         }
         if (after != before)
             log_.SetProperties(node, &build_.module, after);
-        if (static_cast<DeviateKind>(deviate->detail) != DeviateKind::Delete)
+        if (deviate->deviateKind != DeviateKind::Delete)
             builder_.Constraints().CheckDeviate(deviate, node, *scope_->unit);
     }
 
@@ -214,7 +211,7 @@ class Deviator {
 
     void ChangeExtensions(const Statement *deviate, const ExtensionSet *operand, QY_NODE *node)
     {
-        auto kind = static_cast<DeviateKind>(deviate->detail);
+        DeviateKind kind = deviate->deviateKind;
         ExtensionChange change{ExtensionChangeOf(kind), operand};
         for (const QY_EXT &named : *operand)
             if (kind != DeviateKind::Add && !edits_.Has(node, change.kind, named, *scope_->unit, deviate))

@@ -18,9 +18,9 @@ constexpr uint8_t TYPE_COUNT = QY_TYPE_UNION + 1; /* number 0 is none */
 
 /* Statements within a type statement, by built-in type. */
 struct TypeRule {
-    Kw required = Kw::Statements; /* where the statement names the built-in type itself */
-    KeywordSet direct = {};       /* what may stand there */
-    KeywordSet derived = {};      /* what may restrict a type derived from it */
+    Kw required = Kw::None;  /* where the statement names the built-in type itself */
+    KeywordSet direct = {};  /* what may stand there */
+    KeywordSet derived = {}; /* what may restrict a type derived from it */
 };
 
 constexpr std::array<TypeRule, TYPE_COUNT> MakeTypeRules()
@@ -28,15 +28,15 @@ constexpr std::array<TypeRule, TYPE_COUNT> MakeTypeRules()
     std::array<TypeRule, TYPE_COUNT> rules{};
     for (size_t number = QY_TYPE_INT8; number <= QY_TYPE_UINT64; ++number)
         if (number != QY_TYPE_LEAFREF && number != QY_TYPE_STRING)
-            rules[number] = {Kw::Statements, {Kw::Range}, {Kw::Range}};
-    rules[QY_TYPE_BINARY] = {Kw::Statements, {Kw::Length}, {Kw::Length}};
+            rules[number] = {Kw::None, {Kw::Range}, {Kw::Range}};
+    rules[QY_TYPE_BINARY] = {Kw::None, {Kw::Length}, {Kw::Length}};
     rules[QY_TYPE_BITS] = {Kw::Bit, {Kw::Bit}, {Kw::Bit}};
     rules[QY_TYPE_DECIMAL64] = {Kw::FractionDigits, {Kw::FractionDigits, Kw::Range}, {Kw::Range}};
     rules[QY_TYPE_ENUMERATION] = {Kw::Enum, {Kw::Enum}, {Kw::Enum}};
     rules[QY_TYPE_IDENTITYREF] = {Kw::Base, {Kw::Base}, {}};
-    rules[QY_TYPE_INSTANCE_IDENTIFIER] = {Kw::Statements, {Kw::RequireInstance}, {Kw::RequireInstance}};
+    rules[QY_TYPE_INSTANCE_IDENTIFIER] = {Kw::None, {Kw::RequireInstance}, {Kw::RequireInstance}};
     rules[QY_TYPE_LEAFREF] = {Kw::Path, {Kw::Path, Kw::RequireInstance}, {Kw::RequireInstance}};
-    rules[QY_TYPE_STRING] = {Kw::Statements, {Kw::Length, Kw::Pattern}, {Kw::Length, Kw::Pattern}};
+    rules[QY_TYPE_STRING] = {Kw::None, {Kw::Length, Kw::Pattern}, {Kw::Length, Kw::Pattern}};
     rules[QY_TYPE_UNION] = {Kw::Type, {Kw::Type}, {}};
     return rules;
 }
@@ -65,7 +65,7 @@ const QY_TYPE *BuiltinType(uint8_t number)
 /* Whether a leaf can have the built-in type as it is. */
 bool TypeCompiler::IsPlain(uint8_t builtin)
 {
-    return TYPE_RULES[builtin].required == Kw::Statements;
+    return TYPE_RULES[builtin].required == Kw::None;
 }
 
 const QY_TYPE *TypeCompiler::CompileOther(const Statement *statement, Scope *scope)
@@ -107,8 +107,8 @@ void TypeCompiler::StopAtLimit(const Statement *statement, Unit &unit, std::stri
 
 const QY_TYPE *TypeCompiler::BaseOf(const Statement *statement, Scope *scope)
 {
-    if (statement->detail != 0)
-        return BuiltinType(statement->detail);
+    if (statement->builtinType != 0)
+        return BuiltinType(statement->builtinType);
     Typedef *definition = FindTypedef(build_, scope, statement);
     if (definition == nullptr)
         return nullptr;
@@ -171,7 +171,7 @@ bool TypeCompiler::CheckSubstatements(const Statement *statement, Unit &unit, co
         build_.Fail(unit, child, text);
         good = false;
     }
-    if (direct && rule.required != Kw::Statements && FindChild(statement, rule.required) == nullptr) {
+    if (direct && rule.required != Kw::None && FindChild(statement, rule.required) == nullptr) {
         build_.Fail(unit, statement,
                     "type " + Quoted(statement->argument) + " has no " + Quoted(KeywordOf(rule.required).name));
         good = false;

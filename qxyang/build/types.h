@@ -17,8 +17,8 @@ class TypeCompiler {
      * that the rest of the file can be looked at. */
     const QY_TYPE *Compile(const Statement *statement, Scope *scope)
     {
-        if (statement->detail != 0 && statement->first == nullptr && IsPlain(statement->detail))
-            return BuiltinType(statement->detail);
+        if (statement->builtinType != 0 && statement->first == nullptr && IsPlain(statement->builtinType))
+            return BuiltinType(statement->builtinType);
         return CompileOther(statement, scope);
     }
 

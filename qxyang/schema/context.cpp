@@ -161,8 +161,8 @@ void WithdrawAugments(QY_MOD *first)
     auto forEachTarget = [first](auto &&visit) {
         for (QY_MOD *module = first; module != nullptr; module = module->nextDying)
             for (QY_NODE *augment : module->augments)
-                if (augment->parent != nullptr && !augment->parent->module->dying)
-                    visit(augment->parent);
+                if (QY_NODE *target = AugmentTarget(augment); target != nullptr && !target->module->dying)
+                    visit(target);
     };
     forEachTarget([](QY_NODE *target) {
         if ((target->flags & NODE_SWEPT) == 0)

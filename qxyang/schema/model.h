@@ -192,7 +192,7 @@ static_assert(qxyang::limits::LIST_KEYS <= UINT8_MAX); /* QY_NODE::keyCount */
 /* A schema node. Children and siblings are linked lists that only grow at their end while modules are in force. */
 struct QY_NODE {
     const char *name;
-    QY_NODE *parent; /* a module's hidden root for top-level nodes; for an augment, its target */
+    QY_NODE *parent; /* a module's hidden root for top-level nodes; of an augment: see AugmentTarget */
     QY_NODE *next;
     union {
         QY_NODE *first;      /* child */
@@ -213,6 +213,7 @@ struct QY_NODE {
 
 namespace qxyang {
 
+/* Lists and leaf-lists share three bits with nodes of other types; each use of such a bit has its own name. */
 enum NodeFlag : uint16_t {
     NODE_IS_KEY = 1 << 0,
     NODE_REMOVED = 1 << 1,  /* by a deviation: allocated, linked, and in no scan */
@@ -223,15 +224,25 @@ enum NodeFlag : uint16_t {
     NODE_ACYCLIC = 1 << 6,  /* while leafrefs are being resolved: its chain ends */
     NODE_OWN_SET = 1 << 7,  /* its extension instances were replaced on request and are the module's to release */
     NODE_HAS_CONFIG = 1 << 8,
-    NODE_IS_STATE = 1 << 9,       /* its config statement says false */
-    NODE_HAS_DEFAULT = 1 << 10,   /* of a list: unique */
-    NODE_HAS_MANDATORY = 1 << 11, /* of a list or leaf-list: min-elements */
-    NODE_IS_MANDATORY = 1 << 12,  /* of a list or leaf-list: max-elements */
+    NODE_IS_STATE = 1 << 9, /* its config statement says false */
+    NODE_HAS_DEFAULT = 1 << 10,
+    NODE_HAS_UNIQUE = NODE_HAS_DEFAULT, /* of a list, which has no default */
+    NODE_HAS_MANDATORY = 1 << 11,
+    NODE_HAS_MIN_ELEMENTS = NODE_HAS_MANDATORY, /* of a list or leaf-list, which cannot be mandatory */
+    NODE_IS_MANDATORY = 1 << 12,
+    NODE_HAS_MAX_ELEMENTS = NODE_IS_MANDATORY, /* likewise */
     NODE_HAS_UNITS = 1 << 13,
     NODE_HAS_MUST = 1 << 14,
     NODE_PROPERTIES = NODE_HAS_CONFIG | NODE_IS_STATE | NODE_HAS_DEFAULT | NODE_HAS_MANDATORY | NODE_IS_MANDATORY |
                       NODE_HAS_UNITS | NODE_HAS_MUST, /* what deviations compare and change */
 };
+
+/* The node that an augment adds to; null when it was not applied. It is kept as the augment's parent, so that conditions
+ * above it hold for the augment as well. */
+inline QY_NODE *AugmentTarget(const QY_NODE *augment)
+{
+    return augment->parent;
+}
 
 inline bool IsLeaf(const QY_NODE *node)
 {

@@ -95,17 +95,17 @@ struct Tables {
 
 constexpr void AddChild(Tables &tables, Kw parent, std::string_view word)
 {
-    uint8_t bits = 1;
+    uint8_t bits = Placement::ALLOWED;
     if (word.front() == '%') {
-        bits |= 8;
+        bits |= Placement::SINCE_11;
         word.remove_prefix(1);
     }
     char count = word.back();
     Kw child = KeywordNamed(word.substr(0, word.size() - 1));
     if (count == '?' || count == '!')
-        bits |= 2;
+        bits |= Placement::SINGLE;
     else if (count == '^')
-        bits |= 4;
+        bits |= Placement::SINGLE_IN_10;
     else if (count != '*' && count != '+')
         throw "no such count";
     tables.placements[static_cast<size_t>(parent)][static_cast<size_t>(child)].bits = bits;

@@ -38,22 +38,26 @@ struct KeywordSet {
     }
 };
 
-/* A statement within another. */
+/* What holds of a statement within another. */
 struct Placement {
+    enum Bit : uint8_t {
+        ALLOWED = 1 << 0,
+        SINGLE = 1 << 1,       /* at most once */
+        SINGLE_IN_10 = 1 << 2, /* at most once in YANG 1.0 */
+        SINCE_11 = 1 << 3,     /* in YANG 1.1 only */
+    };
+
     uint8_t bits = 0;
 
-    constexpr bool Allowed() const { return (bits & 1) != 0; }
-    constexpr bool Single() const { return (bits & 2) != 0; }     /* at most once */
-    constexpr bool SingleIn10() const { return (bits & 4) != 0; } /* at most once in YANG 1.0 */
-    constexpr bool Since11() const { return (bits & 8) != 0; }
+    constexpr bool Has(Bit bit) const { return (bits & bit) != 0; }
 };
 
 Placement PlacementOf(Kw parent, Kw child);
 
-/* Extension statements, which have no keyword, say nothing. */
-constexpr std::array<uint16_t, KEYWORD_COUNT + 1> MakeProperties()
+/* Extension statements set no property. */
+constexpr std::array<uint16_t, KW_COUNT> MakeProperties()
 {
-    std::array<uint16_t, KEYWORD_COUNT + 1> properties{};
+    std::array<uint16_t, KW_COUNT> properties{};
     auto set = [&properties](Kw keyword, uint16_t property) { properties[static_cast<size_t>(keyword)] = property; };
     set(Kw::Config, SETS_CONFIG);
     set(Kw::Default, SETS_DEFAULT);
@@ -70,7 +74,7 @@ constexpr std::array<uint16_t, KEYWORD_COUNT + 1> MakeProperties()
     return properties;
 }
 
-inline constexpr std::array<uint16_t, KEYWORD_COUNT + 1> PROPERTIES = MakeProperties();
+inline constexpr std::array<uint16_t, KW_COUNT> PROPERTIES = MakeProperties();
 
 /* What a statement says of the one around it: a Property, or 0. */
 inline uint16_t PropertyOf(Kw keyword)

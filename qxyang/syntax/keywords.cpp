@@ -30,7 +30,7 @@ constexpr std::array<uint8_t, SLOTS> MakeSlots()
 
 constexpr std::array<uint8_t, SLOTS> KEYWORD_SLOTS = MakeSlots();
 
-// The enumeration follows the alphabet, as the table does.
+// The enumerators follow the alphabet, as the table does.
 constexpr bool IsSorted()
 {
     for (size_t i = 1; i < KEYWORD_COUNT; ++i)
@@ -40,13 +40,14 @@ constexpr bool IsSorted()
 }
 static_assert(IsSorted());
 static_assert(KEYWORDS[static_cast<size_t>(Kw::YinElement)].name == "yin-element");
+static_assert(static_cast<size_t>(Kw::None) == KEYWORD_COUNT); // what an empty slot holds
 
 } // namespace
 
 Kw FindKeyword(std::string_view name)
 {
     if (name.empty())
-        return Kw::Statements;
+        return Kw::None;
     for (size_t at = SlotOf(name);; at = (at + 1) % SLOTS) {
         size_t keyword = KEYWORD_SLOTS[at];
         if (keyword == KEYWORD_COUNT || KEYWORDS[keyword].name == name)

@@ -76,11 +76,15 @@ enum class Kw : uint8_t {
     When,
     YangVersion,
     YinElement,
-    Statements,            /* number of YANG statements; no statement has it */
-    Instance = Statements, /* an extension statement */
+    None,     /* no statement of YANG */
+    Instance, /* an extension statement, whatever its keyword is */
 };
 
-inline constexpr size_t KEYWORD_COUNT = static_cast<size_t>(Kw::Statements);
+/* Statements of YANG. Their keywords come first and follow the alphabet. */
+inline constexpr size_t KEYWORD_COUNT = static_cast<size_t>(Kw::YinElement) + 1;
+
+/* All values of Kw, to index tables by. */
+inline constexpr size_t KW_COUNT = static_cast<size_t>(Kw::Instance) + 1;
 
 /* What an argument must look like. */
 enum class ArgumentForm : uint8_t {
@@ -202,7 +206,7 @@ inline const Keyword &KeywordOf(Kw keyword)
     return KEYWORDS[static_cast<size_t>(keyword)];
 }
 
-/* The statement of that name, or Kw::Statements. */
+/* The statement of that name, or Kw::None. */
 Kw FindKeyword(std::string_view name);
 
 } // namespace qxyang

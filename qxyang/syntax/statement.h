@@ -16,22 +16,23 @@
 
 namespace qxyang {
 
-/* Properties of a statement. For refine and deviate: what they set. */
+/* Properties of a statement. For refine and deviate: what they set. The first ten are in the order of the node flags that
+ * follow from them, see FlagsOf. */
 enum Property : uint16_t {
     SETS_CONFIG = 1 << 0,
-    SETS_DEFAULT = 1 << 1,
-    SETS_MANDATORY = 1 << 2,
-    SETS_MAX_ELEMENTS = 1 << 3,
-    SETS_MIN_ELEMENTS = 1 << 4,
-    SETS_MUST = 1 << 5,
-    SETS_PRESENCE = 1 << 6,
-    SETS_UNITS = 1 << 7,
-    SETS_TYPE = 1 << 8,
-    SETS_UNIQUE = 1 << 9,
-    HAS_DEFINITIONS = 1 << 10, /* typedefs or groupings of its own */
-    HAS_TEXT = 1 << 11,        /* an extension statement: the argument is its text, not an attribute */
-    IS_STATE = 1 << 12,        /* config is false */
-    IS_MANDATORY = 1 << 13,    /* mandatory is true */
+    IS_STATE = 1 << 1, /* config is false */
+    SETS_DEFAULT = 1 << 2,
+    SETS_MANDATORY = 1 << 3,
+    IS_MANDATORY = 1 << 4, /* mandatory is true */
+    SETS_UNITS = 1 << 5,
+    SETS_MUST = 1 << 6,
+    SETS_UNIQUE = 1 << 7,
+    SETS_MIN_ELEMENTS = 1 << 8,
+    SETS_MAX_ELEMENTS = 1 << 9,
+    SETS_PRESENCE = 1 << 10,
+    SETS_TYPE = 1 << 11,
+    HAS_DEFINITIONS = 1 << 12, /* typedefs or groupings of its own */
+    HAS_TEXT = 1 << 13,        /* an extension statement: the argument is its text, not an attribute */
 };
 
 enum class DeviateKind : uint8_t {
@@ -47,7 +48,10 @@ struct Statement {
     const char *argument;
     uint32_t offset; /* in the file */
     Kw keyword;
-    uint8_t detail; /* of a type: the built-in type that its argument names, or 0; of a deviate: DeviateKind */
+    union {
+        uint8_t builtinType;     /* of a type: number of the built-in type that its argument names, or 0 */
+        DeviateKind deviateKind; /* of a deviate */
+    };
     uint16_t properties;
 };
 

@@ -146,15 +146,15 @@ class YinReader {
         uint32_t at = Offset();
         textBegin_ = TagEnd();
         QXYANG_STATEMENT_S &statement = list_.Start(isYang ? std::string_view() : name.prefix, name.local, at);
-        SetAttribute(statement, isYang ? FindKeyword(name.local) : Kw::Statements, attributes);
+        SetAttribute(statement, isYang ? FindKeyword(name.local) : Kw::None, attributes);
     }
 
     /* True when the element is the argument of the statement around. */
     bool IsArgument(std::string_view name)
     {
         const QXYANG_STATEMENT_S *open = list_.Open();
-        Kw keyword = open != nullptr && open->pcPrefix == nullptr ? FindKeyword(open->pcKeyword) : Kw::Statements;
-        return keyword != Kw::Statements && KeywordOf(keyword).InElement() && name == KeywordOf(keyword).argument &&
+        Kw keyword = open != nullptr && open->pcPrefix == nullptr ? FindKeyword(open->pcKeyword) : Kw::None;
+        return keyword != Kw::None && KeywordOf(keyword).InElement() && name == KeywordOf(keyword).argument &&
                open->pcArgument == nullptr;
     }
 
@@ -162,7 +162,7 @@ class YinReader {
     void SetAttribute(QXYANG_STATEMENT_S &statement, Kw keyword, const char **attributes)
     {
         const char **chosen = nullptr;
-        const char *expected = keyword != Kw::Statements ? KeywordOf(keyword).argument : nullptr;
+        const char *expected = keyword != Kw::None ? KeywordOf(keyword).argument : nullptr;
         for (; attributes[0] != nullptr; attributes += 2) {
             if (std::strchr(attributes[0], NAMESPACE_SEPARATOR) != nullptr)
                 continue;

@@ -49,28 +49,28 @@ StatementRecorder::StatementRecorder(Unit &unit, Failures &failures)
 void StatementRecorder::StartStatement(std::string_view name, const char **attributes, uint32_t offset)
 {
     bool isArgument = skipped_ == 0 && !frames_.empty() && IsArgumentElement(frames_.back(), name, offset);
-    Kw keyword = Place(isArgument ? Kw::Statements : FindKeyword(name), name, isArgument, offset);
-    if (keyword != Kw::Statements)
+    Kw keyword = Place(isArgument ? Kw::None : FindKeyword(name), name, isArgument, offset);
+    if (keyword != Kw::None)
         Push(keyword, ArgumentOf(KeywordOf(keyword), attributes, offset), offset);
 }
 
 void StatementRecorder::StartCompact(const CompactStatement &statement)
 {
     Kw keyword = FindKeyword(statement.keyword);
-    if (keyword == Kw::Statements && statement.keyword.find(':') != std::string_view::npos)
+    if (keyword == Kw::None && statement.keyword.find(':') != std::string_view::npos)
         return StartCompactExtension(statement);
     keyword = Place(keyword, statement.keyword, false, statement.offset);
-    if (keyword != Kw::Statements)
+    if (keyword != Kw::None)
         Push(keyword, CompactArgumentOf(KeywordOf(keyword), statement), statement.offset);
 }
 
-/* The statement, or Kw::Statements: then it is left out, with all that stands in it. */
+/* The statement, or Kw::None: then it is left out, with all that stands in it. */
 Kw StatementRecorder::Place(Kw keyword, std::string_view name, bool isArgument, uint32_t offset)
 {
     Frame *parent = frames_.empty() ? nullptr : &frames_.back();
     // Statements within an extension statement are the extension's own affair.
     bool isSkipped = skipped_ > 0 || isArgument || (parent != nullptr && parent->keyword == Kw::Instance);
-    if (!isSkipped && keyword == Kw::Statements) {
+    if (!isSkipped && keyword == Kw::None) {
         failures_.Add(unit_.source, offset, "unknown statement " + Quoted(name), [&] {
             std::string hint = unit_.hints->Hint(unit_, name);
             NearestName nearest(name);
@@ -79,18 +79,18 @@ Kw StatementRecorder::Place(Kw keyword, std::string_view name, bool isArgument, 
             return hint.empty() ? nearest.Hint() : hint;
         });
     }
-    if (!isSkipped && keyword != Kw::Statements && IsPlaced(parent, keyword, offset))
+    if (!isSkipped && keyword != Kw::None && IsPlaced(parent, keyword, offset))
         return keyword;
     ++skipped_;
     if (parent != nullptr)
         parent->hasChild = true;
-    return Kw::Statements;
+    return Kw::None;
 }
 
 void StatementRecorder::Push(Kw keyword, Argument argument, uint32_t offset)
 {
     Frame *parent = frames_.empty() ? nullptr : &frames_.back();
-    Frame frame{.keyword = keyword, .hasText = unit_.source.IsCompact(), .offset = offset};
+    Frame frame{.keyword = keyword, .hasArgument = unit_.source.IsCompact(), .offset = offset};
     const Keyword &info = KeywordOf(keyword);
     bool isRecorded = parent == nullptr || parent->statement != nullptr;
     if (isRecorded && parent != nullptr)
@@ -110,9 +110,9 @@ bool StatementRecorder::IsArgumentElement(Frame &parent, std::string_view name, 
     const Keyword &keyword = KeywordOf(parent.keyword);
     if (!keyword.InElement() || name != keyword.argument)
         return false;
-    if (parent.hasText)
+    if (parent.hasArgument)
         Fail(offset, "second element " + Quoted(name) + " in " + Describe(parent) + "; only one is allowed");
-    parent.hasText = true;
+    parent.hasArgument = true;
     return true;
 }
 
@@ -127,19 +127,19 @@ bool StatementRecorder::IsPlaced(Frame *parent, Kw keyword, uint32_t offset)
         return false;
     }
     Placement placement = PlacementOf(parent->keyword, keyword);
-    bool isAllowed = placement.Allowed();
+    bool isAllowed = placement.Has(Placement::ALLOWED);
     if (parent->keyword == Kw::Deviate)
         isAllowed = isAllowed && IsPlacedInDeviate(*parent, keyword);
     if (!isAllowed) {
         Fail(offset, Quoted(name) + " is not allowed in " + Describe(*parent));
         return false;
     }
-    if (placement.Since11() && !unit_.isVersion11) {
+    if (placement.Has(Placement::SINCE_11) && !unit_.isVersion11) {
         Fail(offset, Quoted(name) + " in " + Describe(*parent) + " needs yang-version 1.1");
         return false;
     }
-    bool single = placement.Single() || (placement.SingleIn10() && !unit_.isVersion11);
-    if (single && parent->seen.Has(keyword)) {
+    bool isSingle = placement.Has(Placement::SINGLE) || (placement.Has(Placement::SINGLE_IN_10) && !unit_.isVersion11);
+    if (isSingle && parent->seen.Has(keyword)) {
         Fail(offset, "second " + Quoted(name) + " in " + Describe(*parent) + "; only one is allowed");
         return false;
     }
@@ -151,8 +151,7 @@ bool StatementRecorder::IsPlaced(Frame *parent, Kw keyword, uint32_t offset)
 
 bool StatementRecorder::IsPlacedInDeviate(const Frame &deviate, Kw keyword) const
 {
-    return deviate.statement == nullptr ||
-           IsDeviateProperty(static_cast<DeviateKind>(deviate.statement->detail), keyword);
+    return deviate.statement == nullptr || IsDeviateProperty(deviate.statement->deviateKind, keyword);
 }
 
 StatementRecorder::Argument StatementRecorder::ArgumentOf(const Keyword &keyword, const char **attributes,
@@ -218,11 +217,11 @@ void StatementRecorder::Record(Frame &frame, Argument argument)
     statement->keyword = frame.keyword;
     statement->offset = frame.offset;
     if (frame.keyword == Kw::Type) {
-        statement->detail = BuiltinTypeNumber(argument);
-        if (statement->detail != 0)
-            statement->argument = BuiltinTypeName(statement->detail).data();
+        statement->builtinType = BuiltinTypeNumber(argument);
+        if (statement->builtinType != 0)
+            statement->argument = BuiltinTypeName(statement->builtinType).data();
     } else if (frame.keyword == Kw::Deviate) {
-        statement->detail = static_cast<uint8_t>(DeviateKindNamed(argument));
+        statement->deviateKind = DeviateKindNamed(argument);
     }
     if (argument.data() == nullptr)
         statement->argument = "";
@@ -401,7 +400,7 @@ void StatementRecorder::End()
 void StatementRecorder::EndStatement(const Frame &frame)
 {
     const Keyword &info = KeywordOf(frame.keyword);
-    if (info.InElement() && !frame.hasText)
+    if (info.InElement() && !frame.hasArgument)
         Fail(frame.offset, Quoted(info.name) + " has no element " + Quoted(info.argument));
     const KeywordSet &required = RequiredIn(frame.keyword);
     if (frame.seen.HasAll(required))

@@ -52,8 +52,8 @@ class StatementRecorder {
     /* An element that is open. */
     struct Frame {
         Kw keyword;
-        bool hasText = false;  /* its argument element was met, of a statement whose argument is one */
-        bool hasChild = false; /* of an extension statement */
+        bool hasArgument = false; /* its argument element was met; true from the start where the syntax has none */
+        bool hasChild = false;    /* of an extension statement */
         uint32_t offset;
         Statement *statement = nullptr; /* null: not recorded */
         Statement **tail = nullptr;     /* where the next recorded child is linked */
