@@ -5,6 +5,7 @@
 #include "build/extensions.h"
 #include "build/if_feature.h"
 #include "build/leafref_path.h"
+#include "build/node_conditions.h"
 #include "schema/context.h"
 
 using namespace qxyang;

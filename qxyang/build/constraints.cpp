@@ -4,7 +4,7 @@
 #include <span>
 
 #include "base/schema_limits.h"
-#include "build/schema_path.h"
+#include "build/node_kinds.h"
 #include "schema/ranges.h"
 #include "syntax/grammar.h"
 

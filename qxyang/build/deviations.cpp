@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "build/extensions.h"
+#include "build/leafref_path.h"
+#include "build/node_kinds.h"
 #include "build/schema_path.h"
 #include "syntax/grammar.h"
 
@@ -103,8 +105,13 @@ class ExtensionEdits {
 
 class Deviator {
   public:
-    Deviator(Build &build, TreeBuilder &builder, ExtensionEdits &edits, Scope *scope)
-        : build_(build), builder_(builder), edits_(edits), scope_(scope), log_(build.load.context.deviations)
+    Deviator(Build &build, TypeCompiler &types, ConstraintChecker &constraints, ExtensionEdits &edits, Scope *scope)
+        : build_(build),
+          types_(types),
+          constraints_(constraints),
+          edits_(edits),
+          scope_(scope),
+          log_(build.load.context.deviations)
     {
     }
 
@@ -136,8 +143,8 @@ class Deviator {
             if (node->kind == QY_NODE_TYPE_INPUT || node->kind == QY_NODE_TYPE_OUTPUT)
                 return Fail(deviate, DescribeNode(node) + " cannot be left out");
             if ((node->flags & NODE_IS_KEY) != 0)
-                builder_.Constraints().AwaitListOf(deviate, node, *scope_->unit,
-                                                   Sentence(DescribeNode(node) + " is a key and cannot be left out"));
+                constraints_.AwaitListOf(deviate, node, *scope_->unit,
+                                         Sentence(DescribeNode(node) + " is a key and cannot be left out"));
             log_.Remove(node, &build_.module);
             Removal removal{scope_->unit, deviate->offset, deviation_->argument};
             build_.load.removals.emplace(node, std::move(removal));
@@ -198,15 +205,15 @@ class Deviator {
         if (after != before)
             log_.SetProperties(node, &build_.module, after);
         if (deviate->deviateKind != DeviateKind::Delete)
-            builder_.Constraints().CheckDeviate(deviate, node, *scope_->unit);
+            constraints_.CheckDeviate(deviate, node, *scope_->unit);
     }
 
     void ReplaceType(const Statement *statement, QY_NODE *node)
     {
-        log_.SetType(node, &build_.module, builder_.Types().Compile(statement, scope_));
+        log_.SetType(node, &build_.module, types_.Compile(statement, scope_));
         build_.load.CountRange(scope_->unit->source, statement->offset, *node->type);
         if (node->type->refers)
-            builder_.AwaitTargets(node, scope_->unit, statement);
+            AwaitTargets(build_, node, *scope_->unit, statement);
     }
 
     void ChangeExtensions(const Statement *deviate, const ExtensionSet *operand, QY_NODE *node)
@@ -231,7 +238,8 @@ class Deviator {
     }
 
     Build &build_;
-    TreeBuilder &builder_;
+    TypeCompiler &types_;
+    ConstraintChecker &constraints_;
     ExtensionEdits &edits_;
     Scope *scope_;
     DeviationLog &log_;
@@ -240,11 +248,11 @@ class Deviator {
 
 } // namespace
 
-void ApplyDeviations(Build &build, TreeBuilder &builder)
+void ApplyDeviations(Build &build, TypeCompiler &types, ConstraintChecker &constraints)
 {
     ExtensionEdits edits(build);
     for (Unit *unit : build.units) {
-        Deviator deviator(build, builder, edits, build.UnitScope(*unit));
+        Deviator deviator(build, types, constraints, edits, build.UnitScope(*unit));
         for (const Statement *statement = unit->root->first; statement != nullptr; statement = statement->next)
             if (statement->keyword == Kw::Deviation)
                 deviator.Apply(statement);

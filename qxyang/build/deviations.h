@@ -1,11 +1,12 @@
 /* Deviation statements. */
 #pragma once
 
-#include "build/tree_builder.h"
+#include "build/constraints.h"
+#include "build/types.h"
 
 namespace qxyang {
 
 /* Applies the module's deviations in statement order. */
-void ApplyDeviations(Build &build, TreeBuilder &builder);
+void ApplyDeviations(Build &build, TypeCompiler &types, ConstraintChecker &constraints);
 
 } // namespace qxyang

@@ -331,12 +331,4 @@ bool Holds(const Condition *condition)
     return holds;
 }
 
-void SetCondition(QY_NODE *node, const Condition *condition)
-{
-    if (condition == nullptr)
-        return;
-    node->module->conditions.push_back(condition);
-    node->condition = static_cast<uint32_t>(node->module->conditions.size());
-}
-
 } // namespace qxyang

@@ -14,12 +14,4 @@ void CompileFeatures(Build &build);
 
 bool Holds(const Condition *condition);
 
-/* Node conditions are kept by their number, since few nodes have one. */
-inline const Condition *ConditionOf(const QY_NODE *node)
-{
-    return node->condition == 0 ? nullptr : node->module->conditions[node->condition - 1];
-}
-
-void SetCondition(QY_NODE *node, const Condition *condition);
-
 } // namespace qxyang

@@ -8,6 +8,9 @@ namespace qxyang {
 /* Parses a path statement. Null: the failure is recorded. */
 const LeafrefPath *ParseLeafrefPath(Build &build, Unit &unit, const Statement *path);
 
+/* Remembers what the leaf's type refers to until the load is otherwise complete. A failure names the statement. */
+void AwaitTargets(Build &build, QY_NODE *leaf, Unit &unit, const Statement *statement);
+
 /* Finds what every pending leafref of the load refers to and refuses cycles. */
 void ResolveLeafrefs(LoadState &load);
 

@@ -255,7 +255,31 @@ class CycleCheck {
     std::vector<QY_NODE *> marked_;
 };
 
+void AwaitTarget(Build &build, const PendingLeafref &pending, const Statement *statement)
+{
+    LoadState &load = build.load;
+    if (const LeafrefPath *path = pending.type->path)
+        load.leafrefSteps += path->up + path->count;
+    if (load.leafrefs.size() >= limits::LEAFREFS || load.leafrefSteps > limits::LEAFREF_STEPS) {
+        bool many = load.leafrefs.size() >= limits::LEAFREFS;
+        build.Fail(*pending.unit, statement,
+                   "the load needs more than " + std::to_string(many ? limits::LEAFREFS : limits::LEAFREF_STEPS) +
+                       (many ? " leafrefs" : " steps of leafrefs"));
+        throw LoadStopped{};
+    }
+    load.leafrefs.push_back(pending);
+}
+
 } // namespace
+
+void AwaitTargets(Build &build, QY_NODE *leaf, Unit &unit, const Statement *statement)
+{
+    if (leaf->type->builtin == QY_TYPE_LEAFREF)
+        return AwaitTarget(build, {leaf, leaf->type, &unit, statement->offset, 0}, statement);
+    for (uint32_t i = 0; i < leaf->type->members->count; ++i)
+        if (const QY_TYPE *member = leaf->type->members->types[i]; member->builtin == QY_TYPE_LEAFREF)
+            AwaitTarget(build, {leaf, member, &unit, statement->offset, i}, statement);
+}
 
 bool IsRemoved(const QY_NODE *node)
 {

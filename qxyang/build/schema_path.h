@@ -29,10 +29,4 @@ class SchemaPath {
     bool absolute_ = false;
 };
 
-/* "module 'm'" for a hidden root, otherwise "container 'c'". */
-std::string DescribeNode(const QY_NODE *node);
-
-/* "container", "leaf-list", ... */
-std::string_view KindName(uint8_t kind);
-
 } // namespace qxyang

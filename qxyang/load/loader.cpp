@@ -7,6 +7,7 @@
 #include "build/extensions.h"
 #include "build/if_feature.h"
 #include "build/leafref_path.h"
+#include "build/node_conditions.h"
 #include "build/tree_builder.h"
 #include "syntax/compact_recording.h"
 #include "syntax/yin_parser.h"
@@ -280,19 +281,21 @@ bool Loader::BuildModule(Running &running)
     Build build(state_, *running.module, std::move(running.units));
     CollectDefinitions(build);
     if (!build.Failed()) {
-        TreeBuilder builder(build);
+        ConstraintChecker constraints(build);
+        TypeCompiler types(build, constraints);
+        TreeBuilder builder(build, types, constraints);
         ResolveExtensionUses(build);
         CompileFeatures(build);
         CheckIdentities(build);
         builder.BuildModule();
         if (!build.Failed()) {
             builder.ApplyAugments();
-            ApplyDeviations(build, builder);
+            ApplyDeviations(build, types, constraints);
         }
         if (!build.Failed())
-            builder.Constraints().Finish();
+            constraints.Finish();
         if (!build.Failed())
-            builder.MarkGated();
+            MarkGated(build.module);
     }
     if (build.Failed())
         return false;
