@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "build/leafref_members.h"
 #include "schema/child_finder.h"
 #include "schema/context.h"
 #include "schema/enum_names.h"
@@ -27,10 +28,10 @@ struct Scope {
 /* A leaf whose type refers to another leaf. Answered when the load is complete but for this. */
 struct PendingLeafref {
     QY_NODE *leaf;
-    const QY_TYPE *type; /* the leaf's, or a member of its union */
-    Unit *unit;          /* where a failure is reported */
+    const QY_TYPE *type;   /* the leafref: the leaf's type, or one within its union */
+    const QY_TYPE *ofLeaf; /* the type that the leaf had then; a deviation may replace it */
+    Unit *unit;            /* where a failure is reported */
     uint32_t offset;
-    uint32_t member; /* of the leaf's union */
 };
 
 /* A deviation of the load that leaves a node out. */
@@ -52,6 +53,7 @@ struct LoadState {
     FileFinder files;
     ChildFinder finder;
     std::vector<PendingLeafref> leafrefs;
+    LeafrefMembers leafrefMembers;
     std::unordered_map<const QY_NODE *, Removal> removals;
     EnumNames enumNames;
     size_t nodes = 0; /* made so far, those of groupings included, as are the following */

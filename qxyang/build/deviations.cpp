@@ -58,7 +58,11 @@ class ExtensionEdits {
     /* True if the node has an instance that a change of that kind would take away for this one. */
     bool Has(QY_NODE *node, ExtensionChange::Kind kind, const QY_EXT &named, Unit &unit, const Statement *deviate)
     {
-        return Of(node, unit, deviate).edit.Has(kind, named);
+        Edited &edited = Of(node, unit, deviate);
+        if (!edited.isSearched) // all instances enter an index, which takes more memory than they do
+            build_.CountJoined(unit, deviate, edited.edit.Count());
+        edited.isSearched = true;
+        return edited.edit.Has(kind, named);
     }
 
     void Apply(QY_NODE *node, const ExtensionChange &change, Unit &unit, const Statement *deviate)
@@ -84,6 +88,7 @@ class ExtensionEdits {
         QY_NODE *node;
         ExtensionEdit edit;
         std::vector<ExtensionChange> changes;
+        bool isSearched = false; /* for what a change takes away */
     };
 
     /* The node's instances are copied by the first deviate that asks for them, and counted before. */

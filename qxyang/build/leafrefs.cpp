@@ -174,13 +174,7 @@ class RemovalCheck {
     }
 
   private:
-    static bool IsEffective(const PendingLeafref &pending)
-    {
-        const QY_TYPE &type = *pending.leaf->type;
-        if (type.builtin != QY_TYPE_UNION)
-            return &type == pending.type;
-        return pending.member < type.members->count && type.members->types[pending.member] == pending.type;
-    }
+    static bool IsEffective(const PendingLeafref &pending) { return pending.leaf->type == pending.ofLeaf; }
 
     const Removal *FindRemoval(const QY_NODE *node) const
     {
@@ -196,11 +190,9 @@ class RemovalCheck {
     {
         if (leaf->type->builtin == QY_TYPE_LEAFREF)
             return CheckTarget(leaf, *leaf->type->path, leaf->target);
-        for (uint32_t i = 0; i < leaf->type->members->count; ++i) {
-            const QY_TYPE &member = *leaf->type->members->types[i];
-            if (member.builtin == QY_TYPE_LEAFREF && !member.path->dereferences)
-                CheckTarget(leaf, *member.path, PathWalk(load_.finder, leaf, *member.path).Run());
-        }
+        for (const QY_TYPE *type : load_.leafrefMembers.Of(*leaf->type))
+            if (!type->path->dereferences)
+                CheckTarget(leaf, *type->path, PathWalk(load_.finder, leaf, *type->path).Run());
     }
 
     void CheckTarget(const QY_NODE *leaf, const LeafrefPath &path, const QY_NODE *target)
@@ -274,11 +266,10 @@ void AwaitTarget(Build &build, const PendingLeafref &pending, const Statement *s
 
 void AwaitTargets(Build &build, QY_NODE *leaf, Unit &unit, const Statement *statement)
 {
-    if (leaf->type->builtin == QY_TYPE_LEAFREF)
-        return AwaitTarget(build, {leaf, leaf->type, &unit, statement->offset, 0}, statement);
-    for (uint32_t i = 0; i < leaf->type->members->count; ++i)
-        if (const QY_TYPE *member = leaf->type->members->types[i]; member->builtin == QY_TYPE_LEAFREF)
-            AwaitTarget(build, {leaf, member, &unit, statement->offset, i}, statement);
+    LeafrefMembers &members = build.load.leafrefMembers;
+    for (const QY_TYPE *type : members.Of(*leaf->type))
+        AwaitTarget(build, {leaf, type, leaf->type, &unit, statement->offset}, statement);
+    build.load.leafrefSteps += members.UnionCount();
 }
 
 bool IsRemoved(const QY_NODE *node)

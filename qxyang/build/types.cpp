@@ -235,14 +235,14 @@ bool TypeCompiler::CollectMembers(QY_TYPE &type, const Statement *statement, Sco
     std::vector<const QY_TYPE *> members;
     for (const Statement *child = statement->first; child != nullptr; child = child->next) {
         members.push_back(Compile(child, scope));
-        type.refers = type.refers || members.back()->builtin == QY_TYPE_LEAFREF;
+        type.refers = type.refers || members.back()->refers;
         if (members.back()->depth >= limits::CHAIN)
             StopAtLimit(child, *scope->unit, "union contains a chain of more than", "types");
         type.depth = std::max(type.depth, static_cast<uint8_t>(members.back()->depth + 1));
     }
     auto *types = build_.module.records.MakeArray<const QY_TYPE *>(members.size());
     std::copy(members.begin(), members.end(), types);
-    type.members = build_.module.records.Make<UnionMembers>(static_cast<uint32_t>(members.size()), types);
+    type.members = build_.module.records.Make<UnionMembers>(static_cast<uint32_t>(members.size()), false, types);
     return true;
 }
 

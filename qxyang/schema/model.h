@@ -152,6 +152,7 @@ struct LeafrefPath {
 
 struct UnionMembers {
     uint32_t count;
+    mutable bool isSeen; /* false but while LeafrefMembers is at work */
     const QY_TYPE *const *types;
 };
 
@@ -183,7 +184,7 @@ struct QY_TYPE {
     uint8_t builtin; /* QY_TYPE_ number */
     uint8_t depth;   /* types below it, along the longest chain of bases and members; at most limits::CHAIN */
     uint8_t fractionDigits;
-    bool refers; /* a leafref, or a union with a leafref among its members */
+    bool refers; /* a leafref, or a union with a leafref among its members or theirs */
 };
 
 static_assert(qxyang::limits::CHAIN <= UINT8_MAX);     /* QY_TYPE::depth */

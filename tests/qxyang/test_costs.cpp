@@ -326,6 +326,14 @@ TEST(Costs, WhatManyNodesShareIsLimited)
                     Each(2100, Leaf("l#", "t\">"));
          },
          "the load needs more than 4194304 leafrefs"},
+        {"unions in a union",
+         [](int) {
+             return "<typedef name=\"ref\"><type name=\"union\"><type name=\"leafref\"><path value=\"/t\"/></type>"
+                    "</type></typedef>" +
+                    Typedef("union\">" + Each(5800, "<type name=\"union\"><type name=\"ref\"/></type>")) +
+                    Each(5800, Leaf("l#", "t\">"));
+         },
+         "the load needs more than 33554432 steps of leafrefs"},
         {"a long path",
          [](int) {
              return Typedef("leafref\"><path value=\"" + Each(500, "/c") + "\"/>") + Each(70000, Leaf("l#", "t\">"));

@@ -245,6 +245,10 @@ TEST(FailureTexts, OfNamesAndTargets)
         {"<leaf name=\"l\"><type name=\"union\"><type name=\"leafref\"><path value=\"/m:x\"/></type><type "
          "name=\"int8\"/></type></leaf>",
          "@16: leafref 'l' with path '/m:x': module 'm' has no 'x'\n"},
+        {"<typedef name=\"t\"><type name=\"union\"><type name=\"int8\"/><type name=\"leafref\"><path value=\"/m:x\"/>"
+         "</type></type></typedef>\n<leaf name=\"l\"><type name=\"union\"><type name=\"t\"/><type name=\"int8\"/>"
+         "<type name=\"t\"/></type></leaf>",
+         "m.yin:3:16: leafref 'l' with path '/m:x': module 'm' has no 'x'\n"},
         {"<list name=\"l\"><unique tag=\"u\"/></list>", "@16: unique 'u' is no leaf below list 'l'\n"},
         {group + "<container name=\"c\"><uses name=\"g\">\n<refine target-node=\"y\"/></uses></container>",
          "m.yin:3:1: refine 'y': grouping 'g' has no node 'y'\n"},
