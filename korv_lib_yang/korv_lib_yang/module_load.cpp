@@ -11,27 +11,27 @@ namespace {
 class NewYangFile {
   public:
     explicit NewYangFile(TELMYANG_LOCAL_DATA_S *pstLocal)
-        : m_pstLocal(pstLocal), m_pstFile(korv::NewZeroed<TELMYANG_YANG_FILE_INFO_S>(pstLocal).release())
+        : m_pstLocal(pstLocal), m_pstEntry(korv::NewZeroed<korv::RegistryEntry>(pstLocal).release())
     {
     }
-    ~NewYangFile() { TELMYANG_FreeYangFileInfo(m_pstLocal, m_pstFile); }
+    ~NewYangFile() { TELMYANG_FreeYangFileInfo(m_pstLocal, Get()); }
     NewYangFile(const NewYangFile &) = delete;
     NewYangFile &operator=(const NewYangFile &) = delete;
 
-    TELMYANG_YANG_FILE_INFO_S *Get() const { return m_pstFile; }
+    TELMYANG_YANG_FILE_INFO_S *Get() const { return m_pstEntry != nullptr ? &m_pstEntry->stFile : nullptr; }
 
     /* bTwin: the module is registered under another revision as well. */
     void Register(bool bTwin)
     {
-        korv::LinkAtEnd(m_pstLocal->pstYangCtx, m_pstFile);
-        korv::MarkBorrower(m_pstLocal->pstYangCtx, m_pstFile, bTwin);
+        korv::LinkAtEnd(m_pstLocal->pstYangCtx, &m_pstEntry->stFile);
+        korv::MarkBorrower(m_pstLocal, m_pstEntry, bTwin);
         m_pstLocal->uiModuleNum++;
-        m_pstFile = nullptr;
+        m_pstEntry = nullptr;
     }
 
   private:
     TELMYANG_LOCAL_DATA_S *m_pstLocal;
-    TELMYANG_YANG_FILE_INFO_S *m_pstFile;
+    korv::RegistryEntry *m_pstEntry;
 };
 
 const char *FirstSearchDir(const TELMYANG_YANG_CTX_S *pstYangCtx)

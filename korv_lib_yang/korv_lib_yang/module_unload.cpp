@@ -11,11 +11,12 @@ enum class Others {
     Go,   /* they are unloaded next, and show no nodes any more */
 };
 
-uint32_t UnloadSchema(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName, Others eOthers)
+uint32_t UnloadSchema(TELMYANG_YANG_CTX_S *pstYangCtx, TELMYANG_YANG_FILE_INFO_S *pstFile, const char *pcModuleName,
+                      Others eOthers)
 {
     if (eOthers == Others::Go)
         return QY_CTX_UnloadModule(pstYangCtx->pSchemaCtx, pcModuleName);
-    korv::LeafNodeWatch watch(pstYangCtx);
+    korv::LeafNodeWatch watch(pstYangCtx, pstFile);
     return QY_CTX_UnloadModule(pstYangCtx->pSchemaCtx, pcModuleName);
 }
 
@@ -24,9 +25,9 @@ uint32_t UnloadSchemaOf(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO
                         Others eOthers)
 {
     if (pstFile == nullptr)
-        return UnloadSchema(pstLocal->pstYangCtx, pcModuleName, eOthers);
+        return UnloadSchema(pstLocal->pstYangCtx, pstFile, pcModuleName, eOthers);
     korv::HiddenAugments augments(pstFile);
-    const uint32_t uiRet = UnloadSchema(pstLocal->pstYangCtx, pcModuleName, eOthers);
+    const uint32_t uiRet = UnloadSchema(pstLocal->pstYangCtx, pstFile, pcModuleName, eOthers);
     if (uiRet != 0)
         augments.Show();
     return uiRet;

@@ -2,19 +2,20 @@
  * away nodes that other modules' records show: the nodes that it added to their trees, nodes of a module that it alone
  * imported, or all of them when the module was registered under another revision as well.
  *
- * A record is marked when it is registered: most have no such node, and those that follow the last marked one are never
- * looked at. So unloading modules one by one takes no memory, and time in proportion to what they hold, as long as few of
- * the others are marked: the trees of those are looked through at each unload. */
+ * When a record is registered, the leaves that may go before it are noted by module (leaf_notes.h). So an unload looks at
+ * the descriptors of the modules that it may take away, and at no others: those of the unloaded module, and those of modules
+ * that came only by import. The trees of two kinds of records are looked through at each unload: those whose module is
+ * registered under several revisions, and those for whose notes there was no memory. */
 #ifndef KORV_LEAF_NODES_H
 #define KORV_LEAF_NODES_H
 
-#include "telem_yang/telem_yang.h"
+#include "telem_yang/leaf_notes.h"
 
 namespace korv {
 
-/* Marks a record that has just been registered. bTwin: its module is registered under another revision as well, so that
- * the unload of either takes all nodes of the other. */
-void MarkBorrower(TELMYANG_YANG_CTX_S *pstYangCtx, TELMYANG_YANG_FILE_INFO_S *pstFile, bool bTwin);
+/* Marks an entry that has just been put into the registry's list. bTwin: its module is registered under another revision as
+ * well, so that the unload of either takes all nodes of the other. */
+void MarkBorrower(TELMYANG_LOCAL_DATA_S *pstLocal, RegistryEntry *pstEntry, bool bTwin);
 
 /* What the private slot of a watched node points at. Like every record in a slot it begins with its magic. */
 struct WatchRecord {
@@ -23,16 +24,18 @@ struct WatchRecord {
 };
 
 /* While it lives, a schema node that is released is taken out of all registered records first: what pointed at it is null
- * then. No extension data may be read meanwhile. */
+ * then. No extension data may be read, and no record registered or removed meanwhile. */
 class LeafNodeWatch {
   public:
-    explicit LeafNodeWatch(TELMYANG_YANG_CTX_S *pstYangCtx);
+    /* pstFile: the record whose module is unloaded, or null. */
+    LeafNodeWatch(TELMYANG_YANG_CTX_S *pstYangCtx, TELMYANG_YANG_FILE_INFO_S *pstFile);
     ~LeafNodeWatch();
     LeafNodeWatch(const LeafNodeWatch &) = delete;
     LeafNodeWatch &operator=(const LeafNodeWatch &) = delete;
 
   private:
     WatchRecord m_stRecord;
+    RegistryEntry *m_pstGoing; /* its module stays when the schema library refuses; or null */
 };
 
 /* Takes the module of a node that is being released out of all registered records; false when the node's private data is

@@ -1,5 +1,6 @@
 /* The registry of loaded modules, keyed by name and revision as the host gave them. */
 #include "telem_yang/file_list.h"
+#include "telem_yang/leaf_notes.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 
@@ -78,6 +79,8 @@ uint32_t TELMYANG_FillYangModuleInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_Y
 
 void TELMYANG_RemoveYangFile(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile)
 {
+    if (korv::RegistryEntry *pstEntry = korv::EntryOf(pstFile))
+        korv::LeaveIndex(pstEntry);
     korv::Unlink(pstLocal->pstYangCtx, pstFile);
     pstFile->ucInUse = 0;
     FreeTexts(pstFile);

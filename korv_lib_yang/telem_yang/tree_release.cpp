@@ -1,4 +1,5 @@
 /* Releasing whole trees: breadth first over first children and next siblings, so that depth costs no stack. */
+#include "telem_yang/leaf_notes.h"
 #include "telem_yang/node_queue.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
@@ -37,6 +38,7 @@ uint32_t TELMYANG_FreeYangtreeAllNodes(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTree
 
 uint32_t TELMYANG_FreeYangtreeAllAugmentNodes(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile)
 {
+    korv::DropNotes(pstFile);
     for (uint32_t uiLoop = 0; uiLoop < pstFile->ucAugmentNum; ++uiLoop) {
         TELMYANG_AUGMENT_INFO_S *pstAugment = &pstFile->astAugment[uiLoop];
         /* The record forgets what goes first: the host's memory functions may look at it. */

@@ -178,17 +178,34 @@ class BorrowedNodes : public UnloadModule {
         return AddTree(top, nullptr, live);
     }
 
-    /* Every node that a module loaded by name has or sees. */
+    /* Every node that a module loaded by name has or sees, or one that was and is still imported. */
     std::set<QY_NODE *> LiveNodes()
     {
         std::set<QY_NODE *> live;
-        for (const char *name : {"m", "x", "y", "bare", "keeper"}) {
-            if (QY_MOD *mod = SchemaModule(name)) {
+        if (SchemaModule("x") != nullptr || SchemaModule("keeper") == nullptr)
+            kept = SchemaModule("x");
+        for (QY_MOD *mod : {kept, SchemaModule("m"), SchemaModule("y"), SchemaModule("bare"), SchemaModule("keeper")}) {
+            if (mod != nullptr) {
                 (void)QY_MOD_IterScanTopmostNode(mod, AddTree, &live);
                 (void)QY_MOD_IterScanAugmentNode(mod, AddAugment, &live);
             }
         }
         return live;
+    }
+
+    /* Does the steps of a life but for its end. */
+    void Live(const std::string &text)
+    {
+        std::istringstream steps(text);
+        for (std::string step; steps >> step;) {
+            const bool refused = step.back() == '!';
+            const bool unload = step.front() == '-';
+            const std::string key = step.substr(unload ? 1 : 0, step.size() - (unload ? 1 : 0) - (refused ? 1 : 0));
+            const std::string name = key.substr(0, key.find('/'));
+            const std::string revision = key == name ? "" : key.substr(name.size() + 1);
+            const uint32_t result = unload ? Unload(name, revision.c_str()) : Load(name, revision.c_str());
+            EXPECT_EQ(result, refused ? 1u : 0u) << step;
+        }
     }
 
     void CheckLeaves(const VEC_VECTOR_S *leaves, const std::set<QY_NODE *> &live)
@@ -229,6 +246,7 @@ class BorrowedNodes : public UnloadModule {
         }
     }
 
+    QY_MOD *kept = nullptr; /* x, while it is loaded or keeper imports it */
     uint32_t dangling = 0;
     uint32_t shown = 0; /* pointers at schema nodes in the registry */
 };
@@ -245,31 +263,58 @@ TEST_F(BorrowedNodes, NeverDangle)
         {"m/1 m/2 -m/1", 0},
         {"m/1 m/2 -m/2 -m/1!", 0},
         {"x/1 x/2 -x/1", 0},
-        {"x/1 x/2 m -x/2", 3},
+        {"x/1 x/2 m -x/2", 6},
         {"y m -y", 3},
         {"keeper m -keeper", 3},
         {"keeper y m -keeper", 16},
+        {"x m keeper -x -keeper", 3},
+        {"keeper x/1 x/2 m -x/1 -keeper", 6},
+        {"keeper x/1 x/2 -x/1 m -keeper", 6},
         {"x bare/1 bare/2 m -bare/1", 18},
         {"y x m/1 m/2 -y -m/1 -x", 0},
     };
     for (const Life &life : lives) {
-        SCOPED_TRACE(life.steps);
-        std::istringstream steps(life.steps);
-        for (std::string step; steps >> step;) {
-            const bool refused = step.back() == '!';
-            const bool unload = step.front() == '-';
-            const std::string key = step.substr(unload ? 1 : 0, step.size() - (unload ? 1 : 0) - (refused ? 1 : 0));
-            const std::string name = key.substr(0, key.find('/'));
-            const std::string revision = key == name ? "" : key.substr(name.size() + 1);
-            const uint32_t result = unload ? Unload(name, revision.c_str()) : Load(name, revision.c_str());
-            EXPECT_EQ(result, refused ? 1u : 0u) << step;
+        uint64_t n = 0;
+        for (bool met = true; met; ++n) {
+            SCOPED_TRACE(life.steps + ", no memory for note " + std::to_string(n));
+            Services().FailAllocationOf("telem_yang/leaf_notes.cpp", n);
+            Live(life.steps);
+            met = Services().failOfFile == NEVER;
+            CheckRegistry();
+            EXPECT_EQ(shown, life.shown);
+            EXPECT_EQ(YANGLIB_UnloadYangModuleAll(Local()), 0u);
+            EXPECT_EQ(dangling, 0u);
+            EXPECT_EQ(shown, 0u);
+            EXPECT_EQ(Services().LiveBlocks().size(), 2u) << Services().Leaks();
+            dangling = 0;
         }
-        CheckRegistry();
-        EXPECT_EQ(shown, life.shown);
-        EXPECT_EQ(YANGLIB_UnloadYangModuleAll(Local()), 0u);
-        EXPECT_EQ(dangling, 0u);
-        EXPECT_EQ(shown, 0u);
-        dangling = 0;
+    }
+}
+
+/* Each of many modules adds to one tree, so that its record shows what those before it added. */
+TEST_F(UnloadModule, CostsWhatGoesWhereManyAugmentOneTree)
+{
+    constexpr uint32_t FEW = 100;
+    for (uint32_t i = 0; i < 2 * FEW; ++i)
+        dir.Add("a" + std::to_string(i),
+                "<augment target-node=\"/m:c\">" + Container("d" + std::to_string(i), Leaf("l", "int8")) + "</augment>",
+                "m");
+    log.open = {false, false, false, false};
+    const auto cost = [this](uint32_t count, bool reverse) {
+        for (uint32_t i = 0; i < count; ++i)
+            EXPECT_EQ(YANGLIB_LoadYangModule(Local(), ("a" + std::to_string(i)).c_str(), nullptr), 0u);
+        uint64_t calls = 0; /* of the host and of the schema layer */
+        Services().watcher = [&calls] { ++calls; };
+        Faults().nodeCalls = 0;
+        for (uint32_t i = 0; i < count; ++i)
+            EXPECT_EQ(Unload("a" + std::to_string(reverse ? count - 1 - i : i)), 0u);
+        Services().watcher = nullptr;
+        return calls + Faults().nodeCalls;
+    };
+    for (const bool reverse : {false, true}) {
+        const uint64_t few = cost(FEW, reverse);
+        EXPECT_LE(cost(2 * FEW, reverse), few * 44 / 10) << few << (reverse ? " in reverse" : "");
+        EXPECT_LE(few, uint64_t{FEW} * FEW * 30) << "calls for what each shows of each other";
     }
 }
 

@@ -117,6 +117,8 @@ void *ZOR_Malloc_F(uint64_t ulModuleId, uint8_t ucPartition, uint64_t ulSize, co
 {
     CallWatcher();
     const uint64_t number = Services().allocations++;
+    if (Services().failOfFile != test::NEVER && Services().failFile == pcFile && Services().failOfFile-- == 0)
+        return nullptr;
     if (number == Services().failAllocation || (Services().failForGood && number > Services().failAllocation))
         return nullptr;
     void *block = std::malloc(ulSize);

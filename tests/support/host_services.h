@@ -32,6 +32,12 @@ class HostServices {
 
     /* Lets allocation number n (from 0, counted since Reset) fail, and all after it when forGood is set. */
     void FailAllocation(uint64_t n, bool forGood);
+    /* The same for allocation number n of one source file alone. */
+    void FailAllocationOf(const std::string &file, uint64_t n)
+    {
+        failFile = file;
+        failOfFile = n;
+    }
     void FailVectorInit(uint64_t n)
     {
         failVectorInit = n;
@@ -50,7 +56,10 @@ class HostServices {
         boundedCalls = 0;
     }
 
-    bool AnyFault() const { return std::min({failAllocation, failVectorInit, failVectorSet, failBounded}) != NEVER; }
+    bool AnyFault() const
+    {
+        return std::min({failAllocation, failOfFile, failVectorInit, failVectorSet, failBounded}) != NEVER;
+    }
 
     std::vector<Block> LiveBlocks() const;
     std::set<void *> LiveAddresses() const;
@@ -69,6 +78,8 @@ class HostServices {
 
     uint64_t failAllocation = NEVER;
     bool failForGood = false;
+    std::string failFile;
+    uint64_t failOfFile = NEVER; /* counts down */
     uint64_t failVectorInit = NEVER;
     uint64_t failVectorSet = NEVER;
     uint64_t failBounded = NEVER;

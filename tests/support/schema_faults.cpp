@@ -105,6 +105,27 @@ uint32_t QY_NODE_GetNodeKeyNum(QY_NODE *pNode)
     return REAL(QY_NODE_GetNodeKeyNum)(pNode) | Faults().keyNumBits;
 }
 
+QY_MOD *QY_NODE_GetModule(QY_NODE *pNode)
+{
+    static const auto real = REAL(QY_NODE_GetModule);
+    ++Faults().nodeCalls;
+    return real(pNode);
+}
+
+void *QY_NODE_GetPrivate(QY_NODE *pNode)
+{
+    static const auto real = REAL(QY_NODE_GetPrivate);
+    ++Faults().nodeCalls;
+    return real(pNode);
+}
+
+void QY_NODE_SetPrivate(QY_NODE *pNode, void *pvPrivate)
+{
+    static const auto real = REAL(QY_NODE_SetPrivate);
+    ++Faults().nodeCalls;
+    real(pNode, pvPrivate);
+}
+
 uint32_t QY_NODE_ReplaceDstExtInst(QY_NODE *pDst, QY_NODE *pSrc)
 {
     return Faults().replaceCalls++ == Faults().failReplaceAt ? 1 : REAL(QY_NODE_ReplaceDstExtInst)(pDst, pSrc);

@@ -20,6 +20,7 @@ struct SchemaFaults {
     bool modulesHidden = false;       /* QY_CTX_GetModuleByModName answers null once a module was loaded */
     std::vector<std::string> setDirs; /* what QY_CTX_SetSearchDir was given: "NULL" for null */
     uint32_t unsetAll = 0;            /* calls of QY_CTX_UnSetSearchDir with null */
+    uint64_t nodeCalls = 0;           /* calls of QY_NODE_GetModule, QY_NODE_GetPrivate and QY_NODE_SetPrivate */
 
     bool Any() const { return featureResult != 0 || failReplaceAt != ~0u || modulesHidden; }
 };
