@@ -10,22 +10,12 @@
 
 namespace bench {
 
-struct LookupPath {
-    static constexpr char MODULE[] = "bench-nest";
-    static constexpr uint32_t LEVELS = 8;
-
-    LookupPath() : names(NestPath(LEVELS))
-    {
-        for (const std::string &name : names) {
-            plain += "/" + name;
-            qualified += (qualified.empty() ? "b:" : "/b:") + name;
-        }
-    }
-
-    YangXpathLookup Of(TELMYANG_LOCAL_DATA_S *local) const
+/* A node of a module, by its path in both forms. */
+struct NodePath {
+    YangXpathLookup In(TELMYANG_LOCAL_DATA_S *local, const char *module) const
     {
         return {local,
-                MODULE,
+                module,
                 nullptr,
                 plain.c_str(),
                 qualified.c_str(),
@@ -38,12 +28,29 @@ struct LookupPath {
     std::string qualified;
 };
 
+struct LookupPath : NodePath {
+    static constexpr char MODULE[] = "bench-nest";
+    static constexpr uint32_t LEVELS = 8;
+
+    LookupPath()
+    {
+        names = NestPath(LEVELS);
+        for (const std::string &name : names) {
+            plain += "/" + name;
+            qualified += (qualified.empty() ? "b:" : "/b:") + name;
+        }
+    }
+
+    YangXpathLookup Of(TELMYANG_LOCAL_DATA_S *local) const { return In(local, MODULE); }
+};
+
 /* A path of as many components: a node that AUGMENT adds to the last node but one of that path. */
-struct AugmentPath {
+struct AugmentPath : NodePath {
     static constexpr char AUGMENT[] = "bench-nest-augment";
 
-    AugmentPath() : names(NestPath(LookupPath::LEVELS - 1))
+    AugmentPath()
     {
+        names = NestPath(LookupPath::LEVELS - 1);
         for (const std::string &name : names) {
             plain += "/" + name;
             target += "/b:" + name;
@@ -53,20 +60,8 @@ struct AugmentPath {
         qualified = target.substr(1) + "/x:added";
     }
 
-    YangXpathLookup Of(TELMYANG_LOCAL_DATA_S *local) const
-    {
-        return {local,
-                AUGMENT,
-                nullptr,
-                plain.c_str(),
-                qualified.c_str(),
-                static_cast<uint32_t>(plain.size()),
-                static_cast<uint32_t>(qualified.size())};
-    }
+    YangXpathLookup Of(TELMYANG_LOCAL_DATA_S *local) const { return In(local, AUGMENT); }
 
-    std::vector<std::string> names;
-    std::string plain;
-    std::string qualified;
     std::string target; /* of the augment */
 };
 

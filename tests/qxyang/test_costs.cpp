@@ -4,9 +4,9 @@
 
 #include <cstdlib>
 #include <functional>
-#include <new>
 
 #include "schema.h"
+#include "support/operator_new.h"
 
 namespace {
 
@@ -17,18 +17,6 @@ struct Cost {
 
 Cost g_cost;
 
-void *Allocate(std::size_t size)
-{
-    g_cost.bytes += size;
-    return std::malloc(size != 0 ? size : 1);
-}
-
-/* A call of its own: gcc takes free() in operator delete for a mismatch where it inlines one operator and not the other. */
-[[gnu::noinline]] void Release(void *memory)
-{
-    std::free(memory);
-}
-
 } // namespace
 
 extern "C" void __sanitizer_cov_trace_pc(void);
@@ -37,26 +25,15 @@ extern "C" void __sanitizer_cov_trace_pc(void)
     ++g_cost.blocks;
 }
 
-void *operator new(std::size_t size)
+void *test::New(std::size_t size)
 {
-    if (void *memory = Allocate(size))
-        return memory;
-    throw std::bad_alloc();
+    g_cost.bytes += size;
+    return std::malloc(size != 0 ? size : 1);
 }
 
-void *operator new(std::size_t size, const std::nothrow_t &) noexcept
+void test::Delete(void *memory)
 {
-    return Allocate(size);
-}
-
-void operator delete(void *memory) noexcept
-{
-    Release(memory);
-}
-
-void operator delete(void *memory, std::size_t) noexcept
-{
-    Release(memory);
+    std::free(memory);
 }
 
 namespace {

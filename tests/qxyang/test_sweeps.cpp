@@ -7,10 +7,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <new>
 
 #include "schema.h"
 #include "support/compact_twin.h"
+#include "support/operator_new.h"
 
 namespace {
 
@@ -19,7 +19,9 @@ long g_allocationsLeft = -1;
 bool g_allFail = false; /* that one and all after it */
 long g_liveBlocks = 0;
 
-void *Allocate(std::size_t size)
+} // namespace
+
+void *test::New(std::size_t size)
 {
     if (g_allocationsLeft == 0) {
         if (!g_allFail)
@@ -32,34 +34,10 @@ void *Allocate(std::size_t size)
     return std::malloc(size != 0 ? size : 1);
 }
 
-void Release(void *memory)
+void test::Delete(void *memory)
 {
     g_liveBlocks -= memory != nullptr ? 1 : 0;
     std::free(memory);
-}
-
-} // namespace
-
-void *operator new(std::size_t size)
-{
-    if (void *memory = Allocate(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void *operator new(std::size_t size, const std::nothrow_t &) noexcept
-{
-    return Allocate(size);
-}
-
-void operator delete(void *memory) noexcept
-{
-    Release(memory);
-}
-
-void operator delete(void *memory, std::size_t) noexcept
-{
-    Release(memory);
 }
 
 namespace {
