@@ -1,10 +1,10 @@
-/* Contract functions of schema nodes, types and extension instances: all of them only read what loading made. */
+/* Contract functions of schema nodes, types and extension instances. They read what loading has made; only two of
+ * them change a node: its private slot, or its extension instances. */
 #include <algorithm>
 #include <iterator>
 
 #include "build/extensions.h"
 #include "build/if_feature.h"
-#include "build/leafref_path.h"
 #include "build/node_conditions.h"
 #include "schema/context.h"
 
@@ -90,7 +90,7 @@ bool CanShare(const QY_NODE *node, QY_NODE *source)
     return !module->context->deviations.HasExtensionsOf(source);
 }
 
-/* Many leaves may refer to one: they share its instances where they can. */
+/* Many leaves may take over the instances of one: they share them if they can. */
 void Replace(QY_NODE *node, QY_NODE *source)
 {
     OwnedSet copy = CanShare(node, source) ? nullptr : CopyOfSet(source->extensions);
@@ -114,8 +114,8 @@ void Restore(QY_NODE *node) noexcept
     node->module->replacedSets.erase(replaced);
 }
 
-/* A class and its leaves have their instances replaced one after the other. Where that ends half-way, none of them stays
- * replaced, so that the class is read as the model has it when it is read again. */
+/* A reader replaces the instances of a class and its leaves one after the other. If one replacement fails, all of
+ * them are undone, so that the next reader of the class sees it as the model has it. */
 void RestoreClassOf(QY_NODE *leaf) noexcept
 {
     Restore(leaf->parent);

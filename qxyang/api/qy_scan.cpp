@@ -1,6 +1,5 @@
-/* Contract functions that walk over nodes and extension instances. They are called for every node of large models, so
- * they follow links and call the callback, and that is all. */
-#include "build/leafref_path.h"
+/* Contract functions that walk over nodes and extension instances. They are called for each node of large models, so
+ * they only follow links and call the callback. */
 #include "schema/model.h"
 
 using namespace qxyang;
@@ -14,7 +13,7 @@ QY_NODE *FirstInScans(QY_NODE *node)
     return node;
 }
 
-/* A node's children, from the first to the last; both null: none. An augment's are among those of its target. */
+/* A node's first and last child; both null if it has none. An augment's children are some of its target's. */
 struct Children {
     QY_NODE *first = nullptr;
     QY_NODE *last = nullptr;
@@ -46,8 +45,8 @@ uint32_t ScanChildren(Children children, QY_NODE_SCAN_PF callback, void *cookie)
     return 0;
 }
 
-/* Calls the callback for each step of a walk below one node. The way back up follows the parents, so that the walk needs
- * no memory however deep it leads. */
+/* Calls the callback for each step of a walk below one node. The way back up follows the parents, so the walk needs no
+ * memory, however deep it goes. */
 class TreeWalk {
   public:
     TreeWalk(QY_TREE_SCAN_PF callback, void *cookie) : callback_(callback), cookie_(cookie) {}

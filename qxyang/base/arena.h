@@ -13,7 +13,7 @@
 namespace qxyang {
 
 /* Bump allocator. A new block is a quarter of what the arena holds already, so small modules stay small and large ones
- * need few blocks. Nothing in it is destroyed one by one: records must be trivially destructible. */
+ * need few blocks. Records must be trivially destructible, since the arena destroys none of them. */
 class Arena {
   public:
     Arena() = default;
@@ -87,7 +87,7 @@ class Arena {
     size_t reserved_ = 0;
 };
 
-/* Records of one type, given out one by one, that can be visited in the order of their making. */
+/* Records of one type, given out one by one, which can be visited in the order in which they were made. */
 template <class T>
 class Slab {
   public:

@@ -7,7 +7,8 @@ namespace qxyang {
 
 namespace {
 
-/* Bytes of a well-formed UTF-8 character with more than one byte, and its number; 0: there is none. */
+/* The length of the well-formed UTF-8 character of several bytes that the text begins with, and its code; 0 when the
+ * text begins with none. */
 size_t LongCharacter(std::string_view text, uint32_t &code)
 {
     auto byte = [text](size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : uint32_t{0}; };
@@ -37,13 +38,14 @@ bool IsNoncharacter(uint32_t code)
 constexpr unsigned char PLAIN_FROM = 0x20;
 constexpr unsigned char PLAIN_TO = 0x7F;
 
-/* True for the control characters but tab, line feed and carriage return. */
+/* True for all control characters except tab, line feed and carriage return. */
 bool IsControl(unsigned char c)
 {
     return c < PLAIN_FROM && c != '\t' && c != '\n' && c != '\r';
 }
 
-/* Blocks without control characters and long ones are most of a file: the compiler makes vectors of this. */
+/* Most of a file is blocks of plain ASCII characters. The compiler turns the loop over a block into vector
+ * instructions. */
 constexpr size_t BLOCK = 64;
 
 bool IsPlainBlock(const char *block)

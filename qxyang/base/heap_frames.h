@@ -1,5 +1,5 @@
-/* Functions that call one another as deep as a model is nested, with their frames on the heap: the thread's stack may be
- * small. */
+/* Coroutines for functions that call one another as deep as a model is nested. Their frames lie on the heap, since the
+ * thread's stack may be small. */
 #pragma once
 
 #include <coroutine>
@@ -8,8 +8,8 @@
 
 namespace qxyang {
 
-/* What such a function returns. `co_await Walk(child)` goes on when Walk has come to its end; nothing of a function runs
- * before somebody awaits it or RunOnHeap is given it. */
+/* What such a function returns. `co_await Walk(child)` runs Walk to its end. A function begins to run when another one
+ * awaits it or when it is passed to RunOnHeap. */
 class OnHeap {
   public:
     struct promise_type;
@@ -39,7 +39,7 @@ class OnHeap {
     void await_suspend(Frame awaiting) { Enter(*awaiting.promise().frames); }
     void await_resume() const noexcept {}
 
-    /* Becomes the innermost of the frames, which own it from then on. */
+    /* Puts the function's frame behind the others, which own it from then on. */
     void Enter(Frames &frames)
     {
         frame_.promise().frames = &frames;
@@ -53,7 +53,8 @@ class OnHeap {
     Frame frame_;
 };
 
-/* Runs the function and all that it awaits. What any of them throws ends all of them, the innermost first. */
+/* Runs the function and all functions that it awaits. An exception from one of them ends all of them, the innermost
+ * first. */
 inline void RunOnHeap(OnHeap function)
 {
     struct Owner {

@@ -27,7 +27,7 @@ inline uint32_t HashText(std::string_view text)
     return static_cast<uint32_t>(hash >> 32);
 }
 
-/* Hash table over records that have a zero-terminated `name` and belong to somebody else. */
+/* Hash table over records that have a zero-terminated `name`. The caller owns the records. */
 template <class T>
 class NameTable {
   public:
@@ -41,7 +41,7 @@ class NameTable {
         }
     }
 
-    /* The record of the same name that is there already, or null: then this one is there now. */
+    /* Adds the record and returns null, unless the table has one of that name: that one is returned. */
     T *Insert(T *record)
     {
         if ((count_ + 1) * 4 > slots_.size() * 3)

@@ -29,8 +29,9 @@ constexpr std::array<bool, 256> MakeNameCharacters(bool first)
 constexpr std::array<bool, 256> FIRST_CHARACTERS = MakeNameCharacters(true);
 constexpr std::array<bool, 256> NAME_CHARACTERS = MakeNameCharacters(false);
 
-/* Number of single-character edits between both names, neighbours swapped counting as one; more than the limit when it is
- * more. Places that differ by more than the limit are not looked at. */
+/* How many single-character edits lead from one name to the other; swapping two neighbours is one edit. Any number
+ * above the limit stands for more than the limit. Only cells of the table that are near its diagonal can stay below
+ * the limit. */
 size_t EditDistance(std::string_view left, std::string_view right, size_t limit)
 {
     constexpr size_t MAX = 64;
@@ -63,7 +64,7 @@ size_t EditDistance(std::string_view left, std::string_view right, size_t limit)
     return previous[right.size()];
 }
 
-/* Control characters are spelt out, so that a text stays on its line. */
+/* Writes a control character as an escape, so that the text stays on one line. */
 void AppendPrintable(std::string &text, char c)
 {
     auto code = static_cast<unsigned char>(c);
@@ -176,7 +177,7 @@ std::string PrefixHint(std::string_view prefix, std::string_view name)
     return std::string(HINT) + Quoted(std::string(prefix).append(":").append(name)) + "?";
 }
 
-/* Names of one or two letters are all alike: none of them is nearer than another. */
+/* No name is near one of one or two letters: a single edit makes it another word. */
 NearestName::NearestName(std::string_view wanted) : wanted_(wanted.substr(0, limits::QUOTED_LENGTH)), distance_(0)
 {
     if (wanted.size() >= 3)
@@ -200,7 +201,7 @@ void NearestName::Offer(std::string_view candidate)
     if (distance_ == 0 || difference > distance_ || candidate.empty() || candidate == wanted_)
         return;
     size_t distance = EditDistance(wanted_, candidate, distance_);
-    // Among equals the alphabet decides, so that the hint does not depend on the order offered.
+    // The alphabet decides between names that are equally near, so that the order of the offers does not matter.
     bool better = distance < distance_ || (distance == distance_ && (best_.empty() || candidate < best_));
     if (!better)
         return;

@@ -17,20 +17,21 @@ struct Reference {
 
 Reference SplitReference(std::string_view text);
 
+/* RFC 7950, 6.2. */
 bool IsIdentifier(std::string_view text);
 
-/* An identifier, with or without an identifier and a colon before it. */
+/* An identifier, with or without a prefix and a colon before it. */
 bool IsReference(std::string_view text);
 
-/* A date as revisions have it: four, two and two digits that are a day. */
+/* A day of the calendar as YYYY-MM-DD: RFC 7950, 7.1.9. */
 bool IsDate(std::string_view text);
 
-/* The next word of a text whose words are separated by white space, taken off it; empty at its end. */
+/* Takes the next word off a text whose words are separated by white space. Empty when there is none. */
 std::string_view TakeWord(std::string_view &text);
 
 std::string_view Trim(std::string_view text);
 
-/* Whether every quote and bracket of an expression has its counterpart. */
+/* True if every quote and bracket of an expression has its counterpart. */
 bool HasCounterparts(std::string_view text);
 
 inline std::string_view OrEmpty(const char *text)
@@ -50,7 +51,7 @@ inline bool IsDigit(char c)
 /* The text between single quotes, on one line and shortened when it is long. */
 std::string Quoted(std::string_view text);
 
-/* "a -> b -> a": the names from the first one equal to the last on. */
+/* "a -> b -> a": a cycle, from the entry with the closing name to the end, and then that name again. */
 template <class Names, class GetName>
 std::string ChainText(const Names &names, std::string_view closing, GetName &&nameOf)
 {
@@ -63,7 +64,7 @@ std::string ChainText(const Names &names, std::string_view closing, GetName &&na
     return text.append(closing);
 }
 
-/* How many names a load may still compare with wrong ones. */
+/* How many names a load may still compare with wrong ones to find the nearest. */
 struct NameBudget {
     size_t left = limits::NAMES_COMPARED;
 };
@@ -77,14 +78,14 @@ std::string PrefixHint(std::string_view prefix, std::string_view name);
 /* Finds the name that somebody who wrote a wrong one probably meant. */
 class NearestName {
   public:
-    /* For names of a list that no model makes longer. */
+    /* For lists of names whose length no model decides. */
     explicit NearestName(std::string_view wanted);
 
-    /* Whoever pays for the names that are offered. The hint has the prefix, if any, in front of the name. */
+    /* The budget pays for each name that is offered. The hint has the prefix, if any, in front of the name. */
     NearestName(NameBudget &budget, std::string_view wanted, std::string_view prefix = {});
 
-    /* False: no name can be near, or the budget is spent, so none needs to be offered. A search that has begun may spend
-     * more than is left: its hint does not depend on the order of the names. */
+    /* False if no name needs to be offered: none can be near, or the budget is spent. A search that has begun goes
+     * on when the budget is spent, so that its hint does not depend on the order of the names. */
     bool IsOpen() const { return distance_ != 0; }
 
     void Offer(std::string_view candidate);
@@ -97,7 +98,7 @@ class NearestName {
     std::string wanted_;
     std::string prefix_;
     std::string best_;
-    size_t distance_; /* of the best; as long as there is none, the largest that counts as near, or 0: none does */
+    size_t distance_; /* of the best name; before there is one, the largest that counts as near, or 0 if none does */
 };
 
 } // namespace qxyang

@@ -9,7 +9,7 @@
 
 namespace qxyang {
 
-/* Puts texts into an arena and remembers the latest ones: a text met again soon costs no memory. */
+/* Puts texts into an arena and remembers the latest ones: a text that comes again soon is not stored again. */
 class TextCache {
   public:
     explicit TextCache(Arena &arena) : arena_(arena) {}

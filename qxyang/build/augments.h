@@ -13,7 +13,8 @@ class Augments {
     {
     }
 
-    /* Applies the module's augments: first those of nodes near the top, so that augments of augmented nodes find them. */
+    /* Applies the module's augments: first those of nodes near the top, so that augments of augmented nodes find
+     * them. */
     void ApplyAll();
 
     /* True if the target can have what the augment adds; otherwise the failure is recorded. */

@@ -41,7 +41,7 @@ Build::Build(LoadState &state, QY_MOD &built, std::vector<Unit *> files)
         scopes_.push_back({nullptr, unit, {}, {}});
 }
 
-/* The first scopes are those of the units, in their order. */
+/* The scopes of the units come first, in the order of the units. */
 Scope *Build::UnitScope(const Unit &unit)
 {
     size_t i = 0;

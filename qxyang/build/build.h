@@ -1,4 +1,4 @@
-/* What the stages that turn a module's statements into schema share. */
+/* What the stages share that make a module's schema from its statements. */
 #pragma once
 
 #include <deque>
@@ -16,8 +16,8 @@
 
 namespace qxyang {
 
-/* Where names of typedefs and groupings are looked for: those of a statement, then those of the statements around it,
- * then the module's. */
+/* The typedefs and groupings directly in a statement. A name is looked for in a scope, then in the scopes around it,
+ * and then in the module: RFC 7950, 5.5. */
 struct Scope {
     Scope *outer;
     Unit *unit;
@@ -25,7 +25,7 @@ struct Scope {
     NameTable<Grouping> groupings;
 };
 
-/* A leaf whose type refers to another leaf. Answered when the load is complete but for this. */
+/* A leaf whose type is a leafref. What it refers to is found at the end of the load. */
 struct PendingLeafref {
     QY_NODE *leaf;
     const QY_TYPE *type;   /* the leafref: the leaf's type, or one within its union */
@@ -34,7 +34,7 @@ struct PendingLeafref {
     uint32_t offset;
 };
 
-/* A deviation of the load that leaves a node out. */
+/* A deviation of this load that removes a node. */
 struct Removal {
     Unit *unit;
     uint32_t offset;
@@ -56,18 +56,18 @@ struct LoadState {
     LeafrefMembers leafrefMembers;
     std::unordered_map<const QY_NODE *, Removal> removals;
     EnumNames enumNames;
-    size_t nodes = 0; /* made so far, those of groupings included, as are the following */
+    size_t nodes = 0; /* made so far; all these numbers include groupings */
     size_t extensions = 0;
     size_t joinedExtensions = 0;
     size_t rangeParts = 0;
     size_t leafrefSteps = 0;
-    size_t typesPassed = 0;  /* on the ways from leafrefs to what they lead to */
-    size_t membersTried = 0; /* of unions, for defaults */
+    size_t typesPassed = 0;  /* types of the leaves on the ways of leafrefs, with those that they are derived from */
+    size_t membersTried = 0; /* members of unions that were tried for defaults */
 
-    /* Counts the parts of a leaf's range: readers visit all of them for each leaf. */
+    /* Counts the parts of a leaf's range, since readers visit all of them for each leaf. */
     void CountRange(Source &source, uint32_t offset, const QY_TYPE &type);
 
-    /* Counts the types that readers pass when they follow a leafref whose target is known, and the range behind it. */
+    /* Counts the types that readers pass when they follow a leafref whose target is known, and the range at its end. */
     void CountLeafref(const PendingLeafref &pending);
 
   private:
@@ -94,11 +94,11 @@ class Build {
 
     bool Failed() const { return load.failures.AnySince(start_); }
 
-    /* The module that the reference's prefix stands for, or null: the failure is recorded. */
+    /* The module that the reference's prefix stands for: RFC 7950, 7.1.4. Null: the failure is recorded. */
     QY_MOD *ModuleOf(Unit &unit, const Statement *statement, const Reference &reference);
 
-    /* Records that a name is not found, with the nearest of the names that the visitor offers. A name without prefix is
-     * looked for in the imported modules as well: isIn(module) tells whether one has it. */
+    /* Records that a name is unknown. The hint is a prefix, if the name has none and isIn(module) is true for an
+     * imported module, or else the nearest of the names that forEachName(offer) offers. */
     template <class ForEachName, class IsIn>
     void FailUnknown(Unit &unit, const Statement *statement, std::string_view what, std::string_view text,
                      ForEachName &&forEachName, IsIn &&isIn)
@@ -112,7 +112,7 @@ class Build {
         });
     }
 
-    /* Records a failure about a wrong name, with the nearest of the names that the visitor offers. */
+    /* Records a failure about a wrong name. The hint is the nearest of the names that forEachName(offer) offers. */
     template <class ForEachName>
     void Fail(Unit &unit, const Statement *statement, const std::string &sentence, const Reference &wrong,
               ForEachName &&forEachName)
@@ -120,7 +120,7 @@ class Build {
         load.failures.Add(unit.source, statement->offset, sentence, [&] { return NearestHint(wrong, forEachName); });
     }
 
-    /* A hint at the nearest of the names that the visitor offers, or nothing. */
+    /* The hint at the nearest of the names that forEachName(offer) offers; empty if none is near. */
     template <class ForEachName>
     std::string NearestHint(const Reference &wrong, ForEachName &&forEachName)
     {
@@ -133,10 +133,10 @@ class Build {
     /* Counts extension statements that are copied because a refine or deviation changes those of a node. */
     void CountJoined(Unit &unit, const Statement *statement, size_t count);
 
-    /* Notes the files for those who ask which the module came from. */
+    /* Notes in the module which files it came from. */
     void KeepFiles();
 
-    /* What has records only for this module's load does not outlive it. */
+    /* Releases the statements, and what else is needed only while the module is built. */
     void ForgetStatements();
 
   private:

@@ -20,7 +20,8 @@ bool IsInOperation(const QY_NODE *node)
     return false;
 }
 
-/* The node above with a config statement when that says false, or null. In operations config has no meaning. */
+/* The nearest node above that has a config statement, if that says false; null otherwise. The config statements in
+ * operations and notifications are ignored: RFC 7950, 7.14.2 and 7.16. */
 const QY_NODE *StateAbove(const QY_NODE *node)
 {
     if (IsInOperation(node))
@@ -29,15 +30,6 @@ const QY_NODE *StateAbove(const QY_NODE *node)
     while (above != nullptr && (above->flags & NODE_HAS_CONFIG) == 0)
         above = above->parent;
     return above != nullptr && (above->flags & NODE_IS_STATE) != 0 ? above : nullptr;
-}
-
-/* Whether a deviation leaves the node out, or, without it, one above. */
-bool IsRemoved(const QY_NODE *node, bool isAbove)
-{
-    for (node = isAbove ? node->parent : node; node != nullptr; node = node->parent)
-        if ((node->flags & NODE_REMOVED) != 0)
-            return true;
-    return false;
 }
 
 uint32_t NumberOf(const Statement *statement)
@@ -137,7 +129,9 @@ void ConstraintChecker::Await(Pending pending)
 void ConstraintChecker::Finish()
 {
     for (const Pending &pending : pending_) {
-        if (!IsBroken(pending) || IsRemoved(pending.node, pending.rule == Rule::Key))
+        const QY_NODE *judged =
+            pending.rule == Rule::Key ? pending.node->parent : pending.node; // the list of a removed key
+        if (!IsBroken(pending) || IsRemoved(judged))
             continue;
         if (pending.rule == Rule::Value)
             CheckDefaults(pending.where, *pending.node->type, *pending.unit);
@@ -185,6 +179,7 @@ std::string ConstraintChecker::WhyBroken(const Pending &pending)
     return {};
 }
 
+/* A node cannot need more elements (RFC 7950, 7.7.5) than it may have (7.7.6). */
 void ConstraintChecker::CheckCounts(const Statement *statement, Unit &unit)
 {
     const Statement *least = FindChild(statement, Kw::MinElements);
@@ -196,7 +191,7 @@ void ConstraintChecker::CheckCounts(const Statement *statement, Unit &unit)
                     std::string("max-elements ") + most->argument + " is less than min-elements " + least->argument);
 }
 
-/* True as well when the default's prefix stands for no module, which is recorded. */
+/* RFC 7950, 7.9.3. True as well if the default's prefix stands for no module: that failure is recorded. */
 bool ConstraintChecker::HasDefaultCase(const Statement *value, const QY_NODE *choice, Unit &unit)
 {
     Reference reference = SplitReference(value->argument);
@@ -227,7 +222,7 @@ void ConstraintChecker::CheckDefaults(const Statement *statement, const QY_TYPE 
     }
 }
 
-/* Why the text is no value of the type, or nothing. Patterns are not looked at, nor what depends on other nodes. */
+/* Why the text is no value of the type, or an empty text. Does not check patterns, nor what depends on other nodes. */
 std::string ConstraintChecker::WhyNot(std::string_view text, const QY_TYPE &type)
 {
     switch (type.builtin) {
@@ -279,11 +274,13 @@ std::string ConstraintChecker::WhyNotNamed(std::string_view name, const QY_TYPE 
            nearest.Hint();
 }
 
+/* RFC 7950, 9.12: a value of a union is one of any of its members. */
 std::string ConstraintChecker::WhyNotOfUnion(std::string_view text, const QY_TYPE &type)
 {
     if (type.members == nullptr)
         return {};
-    std::vector<std::span<const QY_TYPE *const>> rest; // members not tried yet, of the unions around each other
+    std::vector<std::span<const QY_TYPE *const>>
+        rest; // members that are not tried yet: each union stands in the one before
     rest.emplace_back(type.members->types, type.members->count);
     for (size_t tried = 0; !rest.empty();) {
         if (rest.back().empty()) {

@@ -1,5 +1,5 @@
-/* What statements say of nodes that no tree shows: config, default, mandatory, numbers of elements. It is checked as far
- * as one statement and flags of the nodes suffice; docs/model-guide.md lists what is not. */
+/* Checks config, default, mandatory, min-elements and max-elements as far as one statement and the flags of nodes
+ * suffice. docs/model-guide.md lists what is not checked. */
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@
 
 namespace qxyang {
 
-/* Flags of a node that has these properties: they tell later whether the node has one. */
+/* Flags of a node whose statement has these properties. */
 constexpr uint16_t FlagsOf(uint16_t properties)
 {
     constexpr uint16_t OF_ANY_NODE =
@@ -25,39 +25,40 @@ static_assert(FlagsOf(IS_MANDATORY) == NODE_IS_MANDATORY && FlagsOf(SETS_MAX_ELE
 static_assert(FlagsOf(SETS_UNITS) == NODE_HAS_UNITS && FlagsOf(SETS_MUST) == NODE_HAS_MUST);
 static_assert(FlagsOf(SETS_PRESENCE | SETS_TYPE | HAS_DEFINITIONS | HAS_TEXT) == 0);
 
-/* The node's flags after a statement set properties that it may have had before. */
+/* The node's flags after a refine or deviate has set these properties, some of which the node may have had. */
 uint16_t ChangedFlags(uint16_t flags, uint16_t properties);
 
 class ConstraintChecker {
   public:
     explicit ConstraintChecker(Build &build) : build_(build) {}
 
-    /* What a node's statement says, once its children are there. What a grouping lacks may come with its use. */
+    /* Checks a node that has its children. A choice of a grouping may still get its default case where it is used. */
     void CheckNode(const Statement *statement, const QY_NODE *node, Unit &unit, bool isOfGrouping)
     {
         if ((statement->properties & (SETS_CONFIG | SETS_DEFAULT | SETS_MAX_ELEMENTS)) != 0)
             CheckProperties(statement, node, unit, isOfGrouping);
     }
 
-    /* What a refine sets on a node whose flags tell of it already. */
+    /* Checks what a refine sets. The node has its new flags already. */
     void CheckRefine(const Statement *refine, const QY_NODE *node, Unit &unit);
 
-    /* The same for a deviate: what all deviations of the module together leave is checked, in the end. */
+    /* The same for a deviate. What other deviations of the module may still change is checked by Finish. */
     void CheckDeviate(const Statement *deviate, const QY_NODE *node, Unit &unit);
 
-    /* A key that a deviation leaves out: its list must go as well. */
+    /* A deviation removes a key: the failure is recorded by Finish unless one removes the list as well. */
     void AwaitListOf(const Statement *deviate, const QY_NODE *key, Unit &unit, std::string failure);
 
-    /* Looks once more at what augments, refines and deviations could still mend. */
+    /* Checks what augments, refines and deviations could still mend. */
     void Finish();
 
-    /* The default statements of a typedef, leaf or leaf-list. */
+    /* The default statements of a typedef, leaf or leaf-list are values of its type: RFC 7950, 7.3.4, 7.6.4 and
+     * 7.7.4. */
     void CheckDefaults(const Statement *statement, const QY_TYPE &type, Unit &unit);
 
-    /* That a node of configuration stands below no state. */
+    /* No node with config 'true' stands below one with config 'false': RFC 7950, 7.21.1. */
     void CheckConfig(const Statement *where, const QY_NODE *node, Unit &unit);
 
-    /* That a node with a default is not mandatory. */
+    /* No leaf or choice with a default is mandatory: RFC 7950, 7.6.4 and 7.9.3. */
     void CheckMandatory(const Statement *where, const QY_NODE *node, Unit &unit);
 
   private:
@@ -69,7 +70,7 @@ class ConstraintChecker {
         Value
     };
 
-    /* A rule that a node breaks so far, or, of a value, may break. */
+    /* A rule that a node breaks so far. Rule::Value: a default that is to be checked in the end. */
     struct Pending {
         Rule rule;
         const Statement *where;
@@ -93,7 +94,7 @@ class ConstraintChecker {
 
     Build &build_;
     std::vector<Pending> pending_;
-    std::unordered_map<const QY_NODE *, const Statement *> lastDeviate_; /* with a default, of a leaf */
+    std::unordered_map<const QY_NODE *, const Statement *> lastDeviate_; /* of a leaf, of those with a default */
 };
 
 } // namespace qxyang

@@ -38,6 +38,7 @@ class Collector {
         }
     }
 
+    /* RFC 7950, 7.3: no typedef has the name of a built-in type. */
     void AddTypedef(NameTable<Typedef> &table, Statement *statement, Scope *scope)
     {
         if (BuiltinTypeNumber(statement->argument) != 0)
@@ -54,6 +55,7 @@ class Collector {
     }
 
   private:
+    /* RFC 7950, 6.2.1: definitions of one kind have different names. */
     template <class T>
     void Add(NameTable<T> &table, T *definition, Scope *scope, const Statement *statement)
     {
@@ -97,6 +99,7 @@ bool IsKnownOutside(Scope *scope, std::string_view name, NameTable<T> Scope::*ne
 
 /* ---- identities ------------------------------------------------------------------------------------------------ */
 
+/* RFC 7950, 7.18.2: no identity refers to itself, directly or through others. */
 class IdentityChecker {
   public:
     explicit IdentityChecker(Build &build) : build_(build) {}
@@ -146,8 +149,8 @@ class IdentityChecker {
 
 /* ---- finding --------------------------------------------------------------------------------------------------- */
 
-/* The definition that the statement's argument names: in the scopes around when it is of this module, and then in the
- * module's own table. */
+/* The definition that the statement's argument names. It is looked for in the scopes around the statement if the
+ * prefix stands for this module, and then among the module's own. */
 template <class T>
 T *FindDefinition(Build &build, Scope *scope, const Statement *statement, NameTable<T> Scope::*nested,
                   NameTable<T> QY_MOD::*top, std::string_view what)
@@ -187,6 +190,7 @@ void CollectDefinitions(Build &build)
         collector.Collect(build.UnitScope(*unit));
 }
 
+/* RFC 7950, 5.5: no definition has the name of one in a scope around it. */
 Scope *ScopeOf(Build &build, const Statement *statement, Scope *outer)
 {
     if ((statement->properties & HAS_DEFINITIONS) == 0)

@@ -12,7 +12,7 @@ namespace qxyang {
 
 namespace {
 
-/* What a deviate may set on a node of that type. */
+/* What a deviate may set on a node of that type: what the node's own statement may have. */
 uint16_t DeviableOn(uint8_t kind)
 {
     constexpr uint16_t VALUED = SETS_CONFIG | SETS_MUST | SETS_UNITS | SETS_DEFAULT | SETS_TYPE;
@@ -40,7 +40,7 @@ uint16_t DeviableOn(uint8_t kind)
     }
 }
 
-/* Every node has config, and every leaf a type, whether they are written or not. */
+/* Properties that can always be replaced: each node has config, written or not, and each leaf has a type. */
 constexpr uint16_t ALWAYS_THERE = SETS_CONFIG | SETS_TYPE;
 
 ExtensionChange::Kind ExtensionChangeOf(DeviateKind kind)
@@ -50,12 +50,12 @@ ExtensionChange::Kind ExtensionChangeOf(DeviateKind kind)
     return kind == DeviateKind::Replace ? ExtensionChange::Kind::Replace : ExtensionChange::Kind::Delete;
 }
 
-/* The extension instances that a module's deviations change, until it is known what remains of them. */
+/* Collects the changes that a module's deviations make to extension instances, and applies them in the end. */
 class ExtensionEdits {
   public:
     explicit ExtensionEdits(Build &build) : build_(build) {}
 
-    /* True if the node has an instance that a change of that kind would take away for this one. */
+    /* True if a change of that kind, with this instance as its operand, would remove one of the node's. */
     bool Has(QY_NODE *node, ExtensionChange::Kind kind, const QY_EXT &named, Unit &unit, const Statement *deviate)
     {
         Edited &edited = Of(node, unit, deviate);
@@ -91,7 +91,7 @@ class ExtensionEdits {
         bool isSearched = false; /* for what a change takes away */
     };
 
-    /* The node's instances are copied by the first deviate that asks for them, and counted before. */
+    /* The first deviate that needs the node's instances copies them, once they are counted. */
     Edited &Of(QY_NODE *node, Unit &unit, const Statement *deviate)
     {
         auto [entry, isNew] = places_.try_emplace(node, nodes_.size());
@@ -164,8 +164,8 @@ class Deviator {
             ChangeExtensions(deviate, operand, node);
     }
 
-    /* Whether the node can have what is added, and has what is replaced or deleted. Only that it has it is known: the
-     * texts of default, must, units and unique are not compared. */
+    /* RFC 7950, 7.20.3.2: the node can have what is added, and has it not yet if it can have only one; it has what is
+     * replaced or deleted. The texts of default, must, units and unique are not compared. */
     bool CheckOperands(const Statement *deviate, const QY_NODE *node)
     {
         DeviateKind kind = deviate->deviateKind;
@@ -196,7 +196,7 @@ class Deviator {
         return property == SETS_MUST || property == SETS_UNIQUE || (property == SETS_DEFAULT && isLeafList);
     }
 
-    /* What may stand several times may be there still when one is deleted. */
+    /* A property that a node may have several times stays when one of them is deleted: others may be left. */
     void ChangeProperties(const Statement *deviate, QY_NODE *node)
     {
         uint16_t before = node->flags & NODE_PROPERTIES;

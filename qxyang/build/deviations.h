@@ -1,4 +1,4 @@
-/* Deviation statements. */
+/* Deviation statements: RFC 7950, 7.20.3. */
 #pragma once
 
 #include "build/constraints.h"

@@ -10,7 +10,7 @@ namespace qxyang {
 
 namespace {
 
-/* Values of an enumeration or positions of bits, in the order of their statements. */
+/* Values of an enumeration or positions of bits, in the order of their statements: RFC 7950, 9.6.4 and 9.7.4. */
 class ValueList {
   public:
     ValueList(Build &build, Unit &unit, const Statement *type, const QY_TYPE &base)
@@ -51,7 +51,7 @@ class ValueList {
         return base_ != nullptr ? TakeOver(value, isGiven, statement) : Assign(value, isGiven, statement);
     }
 
-    /* Without a value of its own, one more than the highest so far. */
+    /* One without a value gets the highest so far plus one: RFC 7950, 9.6.4.2 and 9.7.4.2. */
     bool Assign(EnumValue &value, bool isGiven, const Statement *statement)
     {
         if (!isGiven) {
@@ -64,7 +64,7 @@ class ValueList {
         return true;
     }
 
-    /* A type that restricts another keeps the values of the names that it keeps. */
+    /* A type that restricts another has some of its names, with the same values: RFC 7950, 9.6.4 and 9.7.4.2. */
     bool TakeOver(EnumValue &value, bool isGiven, const Statement *statement)
     {
         const EnumValue *base = build_.load.enumNames.Find(*base_, value.name);
@@ -83,6 +83,7 @@ class ValueList {
         return true;
     }
 
+    /* RFC 7950, 9.6.4.2 and 9.7.4.2. */
     bool CheckUnique(const EnumValue *values, uint32_t count)
     {
         std::vector<int64_t> sorted;

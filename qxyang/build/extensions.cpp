@@ -34,7 +34,7 @@ class UseResolver {
     }
 
   private:
-    /* Looks among all modules of the namespace: several revisions of one may be imported. */
+    /* Searches all modules of the namespace, since several revisions of one may be imported. */
     void Find(ExtensionUse &use)
     {
         if (!use.prefix.empty())
@@ -60,7 +60,7 @@ class UseResolver {
                                  });
     }
 
-    /* What the prefix of the element means by the file's imports, when it is one of them; or nothing. */
+    /* A hint if the element's prefix is one of the file's imports: which module that is, and its namespace. */
     std::string RightNamespace(const ExtensionUse &use)
     {
         std::string_view text = unit_.source.Text().substr(use.offset);
@@ -117,7 +117,8 @@ class SetMaker {
   public:
     SetMaker(Build &build, Unit &unit) : build_(build), unit_(unit) {}
 
-    /* `around` is the extension that the statement is an instance of, or null: its argument element is no instance. */
+    /* `around` is the extension that the statement is an instance of, or null. The element that is its argument
+     * makes no instance: RFC 7950, 7.19.2.2. */
     const ExtensionSet *Make(const Statement *statement, const Extension *around)
     {
         uint32_t count = 0;

@@ -1,4 +1,5 @@
-/* Extension statements: which extension they are of, and what is kept of them. */
+/* Extension statements: RFC 7950, 6.3.1 and 7.19. Which extension each of them is of, and the instances made of
+ * them. */
 #pragma once
 
 #include "build/build.h"
@@ -8,13 +9,13 @@ namespace qxyang {
 /* Finds the definition of every extension keyword that the module's files use. */
 void ResolveExtensionUses(Build &build);
 
-/* The extension statements directly in a statement, those nested in them included; null: there are none. */
+/* Instances of the extension statements directly in a statement, with those nested in them; null: there are none. */
 const ExtensionSet *ExtensionsOf(Build &build, Unit &unit, const Statement *statement);
 
-/* All sets in one, in their order; any may be null. */
+/* One set with the instances of all these sets, in their order. Null stands for an empty set. */
 const ExtensionSet *JoinedSets(Arena &arena, const std::vector<const ExtensionSet *> &sets);
 
-/* A copy in one block that depends on nothing but the context; null stays null. */
+/* A copy in one block, which needs the context and no module; null for null. */
 OwnedSet CopyOfSet(const ExtensionSet *set);
 
 } // namespace qxyang

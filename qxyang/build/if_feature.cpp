@@ -6,7 +6,8 @@ namespace {
 
 /* ---- compiling ------------------------------------------------------------------------------------------------- */
 
-/* Finds out on how long a chain of features each feature depends. */
+/* Measures on how long a chain of features each feature depends. RFC 7950, 7.20.1: no feature refers to itself,
+ * directly or through others. */
 class FeatureChains {
   public:
     explicit FeatureChains(Build &build) : build_(build) {}
@@ -29,7 +30,8 @@ class FeatureChains {
     std::vector<Visit> chain_; /* each refers to the next */
 };
 
-/* Parses one expression; the operators wait on a stack until their operands are complete. */
+/* Parses one expression: RFC 7950, 7.20.2; before version 1.1 it is the name of one feature: RFC 6020, 7.18.2.
+ * Operators wait on a stack until their operands are complete. */
 class ExpressionParser {
   public:
     ExpressionParser(Build &build, Unit &unit, const Statement *statement)
@@ -181,7 +183,8 @@ uint32_t LongestChain(const Condition *condition)
     return longest;
 }
 
-/* Visits the feature and those that it depends on; an explicit chain, since it may be long and the stack small. */
+/* Visits the feature and those that it depends on. The chain lies on the heap, since it may be long and the stack
+ * small. */
 void FeatureChains::Measure(Feature &feature)
 {
     for (Start(feature); !chain_.empty();) {
@@ -233,7 +236,7 @@ void FeatureChains::StopAtLimit(const Feature &feature)
 
 /* ---- evaluating ------------------------------------------------------------------------------------------------ */
 
-/* Each feature is evaluated once as long as no feature changes. */
+/* A feature keeps its result until a feature is enabled or a module comes or goes. */
 bool IsEnabled(Feature &feature)
 {
     uint64_t epoch = feature.module->context->featureEpoch;
@@ -245,7 +248,7 @@ bool IsEnabled(Feature &feature)
     return feature.known;
 }
 
-/* Operands wait as bits of one word: the parser limits their number. */
+/* The operands are bits of one word: the parser limits how many of them wait at a time. */
 bool Evaluate(const FeatureExpression &expression)
 {
     uint64_t stack = 0;
@@ -308,7 +311,7 @@ void CompileFeatures(Build &build)
     ForEachFeature(build, [&chains](Feature &feature) { chains.Measure(feature); });
 }
 
-/* What was walked is remembered, so that conditions that many nodes share are evaluated once. */
+/* Keeps the result in all list entries that it passes, so that conditions that many nodes share are evaluated once. */
 bool Holds(const Condition *condition)
 {
     if (condition == nullptr)

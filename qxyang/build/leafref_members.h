@@ -10,8 +10,8 @@ namespace qxyang {
 /* Keeps the memory that it needs from one type to the next. */
 class LeafrefMembers {
   public:
-    /* The leafrefs in the order of the members; those of a union that stands in several members once. They stay until the
-     * next call. */
+    /* The leafrefs in the order of the members; those of a union that stands in several members once. They stay
+     * until the next call. */
     const std::vector<const QY_TYPE *> &Of(const QY_TYPE &type);
 
     /* The unions that the latest call looked at. */

@@ -4,6 +4,7 @@ namespace qxyang {
 
 namespace {
 
+/* RFC 7950, 9.9.2, and path-arg in 14. */
 class PathParser {
   public:
     PathParser(Build &build, Unit &unit, const Statement *statement)
@@ -47,7 +48,7 @@ const LeafrefPath *PathParser::Parse()
                                    static_cast<uint32_t>(steps_.size()), up_, absolute_, dereferences_);
 }
 
-/* What it refers to depends on data, so only its form is looked at. */
+/* RFC 7950, 10.3.1: what deref() refers to depends on data, so only the form of the path is checked. */
 bool PathParser::ParseDereference()
 {
     Take("deref");
@@ -113,7 +114,7 @@ bool PathParser::ParseStep()
     return SkipPredicate();
 }
 
-/* Predicates choose among instances: the schema node is the same. */
+/* A predicate chooses among the instances of one schema node, so the way through the schema ignores it. */
 bool PathParser::SkipPredicate()
 {
     for (SkipSpace(); rest_.starts_with('['); SkipSpace()) {
@@ -127,7 +128,7 @@ bool PathParser::SkipPredicate()
     return true;
 }
 
-/* From an opening bracket behind the closing one that belongs to it; quoted texts may contain any of them. */
+/* Skips from an opening bracket to behind its closing one. Brackets in quoted texts do not count. */
 bool PathParser::SkipBalanced(char open, char close)
 {
     size_t depth = 0;

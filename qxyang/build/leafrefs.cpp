@@ -16,8 +16,8 @@ bool IsInData(const QY_NODE *node)
     return !IsChoiceOrCase(node) && !IsInputOrOutput(node);
 }
 
-/* Follows the path of one leafref. Input and output are no nodes of the data tree: the way down from an operation leads
- * through the one that the way up came through. */
+/* Follows the path of one leafref in the data tree: RFC 7950, 6.4.1 and 9.9.2. Input and output are no nodes of it:
+ * a way that climbs to an operation goes down again through the one that it came through. */
 class PathWalk {
   public:
     PathWalk(ChildFinder &finder, QY_NODE *leaf, const LeafrefPath &path)
@@ -25,7 +25,7 @@ class PathWalk {
     {
     }
 
-    /* The leaf, or null: Why() says why there is none, and Hint() what may be meant. */
+    /* The leaf that the path leads to. Null: Why() says why there is none, and Hint() what may be meant. */
     QY_NODE *Run()
     {
         if (path_.absolute)
@@ -124,9 +124,9 @@ class PathWalk {
     ChildFinder &finder_;
     QY_NODE *leaf_;
     const LeafrefPath &path_;
-    QY_NODE *at_; /* null: above all modules' top-level nodes */
-    const QY_NODE *branch_ = nullptr;
-    const PathStep *missing_ = nullptr; /* that names no child */
+    QY_NODE *at_;                       /* null: above all modules' top-level nodes */
+    const QY_NODE *branch_ = nullptr;   /* the input or output that the way up came through */
+    const PathStep *missing_ = nullptr; /* the step that names no child */
     std::string why_;
 };
 
@@ -135,16 +135,16 @@ std::string LeafrefTitle(const QY_NODE *leaf, const LeafrefPath &path)
     return "leafref " + Quoted(leaf->name) + " with path " + Quoted(path.text);
 }
 
-/* The node or the nearest one above it that a deviation leaves out, or null. */
-QY_NODE *RemovedFrom(QY_NODE *node)
+/* The node or its nearest ancestor that a deviation removed, or null. */
+QY_NODE *NearestRemoved(QY_NODE *node)
 {
     while (node != nullptr && (node->flags & NODE_REMOVED) == 0)
         node = node->parent;
     return node;
 }
 
-/* Every leafref of the schema needs a target. Looks at what deviations leave out: those of this load are reported
- * themselves, and of earlier ones the leafref is. */
+/* Finds leafrefs whose target a deviation removed. The failure names the deviation if it is one of this load, and
+ * otherwise the leafref, which is of this load then. */
 class RemovalCheck {
   public:
     explicit RemovalCheck(LoadState &load) : load_(load) {}
@@ -152,7 +152,7 @@ class RemovalCheck {
     /* A leafref of this load. */
     void Check(const PendingLeafref &pending, QY_NODE *target)
     {
-        QY_NODE *removed = RemovedFrom(target);
+        QY_NODE *removed = NearestRemoved(target);
         if (removed == nullptr || FindRemoval(target) != nullptr || !IsEffective(pending) || IsRemoved(pending.leaf))
             return;
         load_.failures.Add(pending.unit->source, pending.offset,
@@ -207,7 +207,8 @@ class RemovalCheck {
     LoadState &load_;
 };
 
-/* Follows chains of leafrefs. Each leaf is passed once: what is known to end is marked for the time of the check. */
+/* RFC 7950, 9.9: there are no circular chains of leafrefs. Each leaf is passed once: it is marked when its chain is
+ * known to end. The marks go with the check. */
 class CycleCheck {
   public:
     explicit CycleCheck(LoadState &load) : load_(load) {}
@@ -272,14 +273,6 @@ void AwaitTargets(Build &build, QY_NODE *leaf, Unit &unit, const Statement *stat
     build.load.leafrefSteps += members.UnionCount();
 }
 
-bool IsRemoved(const QY_NODE *node)
-{
-    for (; node != nullptr && node->kind != ROOT_KIND; node = node->parent)
-        if ((node->flags & NODE_REMOVED) != 0)
-            return true;
-    return false;
-}
-
 void ResolveLeafrefs(LoadState &load)
 {
     Failures::Mark before = load.failures.Now();
@@ -294,7 +287,7 @@ void ResolveLeafrefs(LoadState &load)
                               LeafrefTitle(pending.leaf, *pending.type->path) + ": " + walk.Why(),
                               [&] { return walk.Hint(load.failures.names); });
         removals.Check(pending, target);
-        if (pending.leaf->type == pending.type) // neither a member of a union nor replaced by a deviation
+        if (pending.leaf->type == pending.type) // it is not a member of a union, and no deviation has replaced it
             pending.leaf->target = target;
         load.context.deviations.SetTarget(pending.leaf, pending.type, target);
     }

@@ -5,8 +5,8 @@
 
 namespace qxyang {
 
-/* Appends a node to the parent; a failure names the statement. A node that needs no case of its own in a choice gets one
- * of its name. */
+/* Appends a node to the parent; a failure names the statement. A node that needs no case of its own in a choice gets
+ * one of its name. */
 QY_NODE *AppendNode(Build &build, const Statement *statement, const Site &site, QY_NODE *parent, uint8_t kind,
                     const char *name);
 

@@ -63,7 +63,7 @@ QY_NODE *SchemaPath::Follow(Build &build, Unit &unit, const Statement *statement
     return at;
 }
 
-/* A step without a prefix may mean a node of an imported module. */
+/* The hint is a prefix if the step has none and an imported module has such a node. */
 void SchemaPath::FailStep(Build &build, Unit &unit, const Statement *statement, QY_NODE *at,
                           const SchemaStep &step) const
 {

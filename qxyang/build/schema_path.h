@@ -1,4 +1,5 @@
-/* Paths of augments, deviations and refines: they lead through every schema node, choices and cases included. */
+/* Paths of augments, deviations and refines, which lead through all schema nodes, choices and cases included: RFC
+ * 7950, 6.5. */
 #pragma once
 
 #include "build/build.h"
@@ -12,12 +13,12 @@ struct SchemaStep {
 
 class SchemaPath {
   public:
-    /* Parses the statement's argument: absolute with a '/' at its beginning, or below some node. False: the failure is
-     * recorded. */
+    /* Parses the statement's argument, which must be absolute, with a '/' in front, or else relative to some node.
+     * False: the failure is recorded. */
     bool Parse(Build &build, Unit &unit, const Statement *statement, bool absolute);
 
-    /* The node that the path leads to, from the parent that it starts at (ignored when it is absolute); null: the
-     * failure is recorded. */
+    /* The node that the path leads to; null: the failure is recorded. A path that is not absolute starts at the
+     * parent. */
     QY_NODE *Follow(Build &build, Unit &unit, const Statement *statement, QY_NODE *parent = nullptr) const;
 
     const std::vector<SchemaStep> &Steps() const { return steps_; }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr uint8_t TYPE_COUNT = QY_TYPE_UNION + 1; /* number 0 is none */
 
-/* Statements within a type statement, by built-in type. */
+/* What may stand in a type statement: RFC 7950, 9.2 to 9.13. */
 struct TypeRule {
     Kw required = Kw::None;  /* where the statement names the built-in type itself */
     KeywordSet direct = {};  /* what may stand there */
@@ -62,7 +62,7 @@ const QY_TYPE *BuiltinType(uint8_t number)
     return &BUILTIN_TYPES[number];
 }
 
-/* Whether a leaf can have the built-in type as it is. */
+/* True if a leaf can have the built-in type without further statements. */
 bool TypeCompiler::IsPlain(uint8_t builtin)
 {
     return TYPE_RULES[builtin].required == Kw::None;
@@ -87,7 +87,7 @@ const QY_TYPE *TypeCompiler::CompileOther(const Statement *statement, Scope *sco
     return build_.module.records.Make<QY_TYPE>(type);
 }
 
-/* A copy that is one step further from the built-in type. Every type that is not built in is made here. */
+/* A type that is derived from the base and is equal to it so far. All types but the built-in ones are made here. */
 QY_TYPE TypeCompiler::DerivedFrom(const QY_TYPE *base, const Statement *statement, Unit &unit)
 {
     if (base->depth >= limits::CHAIN)
@@ -129,7 +129,7 @@ void TypeCompiler::Compile(Typedef &definition)
     const Statement *statement = FindChild(definition.statement, Kw::Type);
     if (statement != nullptr)
         type = Compile(statement, definition.scope);
-    if (statement != nullptr && statement->first == nullptr) { // no restrictions made a type of its own
+    if (statement != nullptr && statement->first == nullptr) { // without restrictions, Compile has made no type for it
         QY_TYPE named = DerivedFrom(type, statement, unit);
         type = build_.module.records.Make<QY_TYPE>(named);
     }
@@ -141,7 +141,7 @@ void TypeCompiler::Compile(Typedef &definition)
         definition.progress = Progress::Done;
 }
 
-/* Not part of Compile, whose frames stand on the stack once for each typedef of a chain. */
+/* A function of its own, since Compile has a frame on the stack for each typedef of a chain and should need little. */
 void TypeCompiler::FailChain(Typedef &definition, Unit &unit)
 {
     auto nameOf = [](const Typedef *entry) { return std::string_view(entry->name); };
@@ -152,6 +152,7 @@ void TypeCompiler::FailChain(Typedef &definition, Unit &unit)
     build_.Fail(unit, definition.statement, "typedef cycle: " + ChainText(chain_, definition.name, nameOf));
 }
 
+/* A derived type may restrict enums, bits and require-instance since YANG 1.1: RFC 7950, 1.1. */
 bool TypeCompiler::CheckSubstatements(const Statement *statement, Unit &unit, const QY_TYPE &base)
 {
     bool direct = base.base == nullptr;
@@ -179,7 +180,7 @@ bool TypeCompiler::CheckSubstatements(const Statement *statement, Unit &unit, co
     return good;
 }
 
-/* Gives the type the restrictions of its statement. False: the failure is recorded. */
+/* Gives the type the restrictions that its statement says. False: the failure is recorded. */
 bool TypeCompiler::Restrict(QY_TYPE &type, const Statement *statement, Scope *scope)
 {
     Unit &unit = *scope->unit;
@@ -209,6 +210,7 @@ bool TypeCompiler::Restrict(QY_TYPE &type, const Statement *statement, Scope *sc
     }
 }
 
+/* RFC 7950, 9.2.4 and 9.4.4. */
 bool TypeCompiler::RestrictRange(QY_TYPE &type, const Statement *range, Unit &unit)
 {
     std::string why;
@@ -222,6 +224,7 @@ bool TypeCompiler::RestrictRange(QY_TYPE &type, const Statement *range, Unit &un
     return true;
 }
 
+/* RFC 7950, 9.10.2. */
 bool TypeCompiler::CheckBases(const Statement *statement, Unit &unit)
 {
     bool good = true;
@@ -230,6 +233,7 @@ bool TypeCompiler::CheckBases(const Statement *statement, Unit &unit)
     return good;
 }
 
+/* RFC 7950, 9.12. */
 bool TypeCompiler::CollectMembers(QY_TYPE &type, const Statement *statement, Scope *scope)
 {
     std::vector<const QY_TYPE *> members;

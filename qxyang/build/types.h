@@ -1,4 +1,4 @@
-/* Types: built-in ones, typedefs and what type statements make of them. */
+/* Types: the built-in ones, typedefs, and those that type statements derive from them. */
 #pragma once
 
 #include "build/build.h"
@@ -6,15 +6,15 @@
 
 namespace qxyang {
 
-/* The built-in type of that number; shared by everybody. */
+/* The built-in type of that number. All modules share it. */
 const QY_TYPE *BuiltinType(uint8_t number);
 
 class TypeCompiler {
   public:
     TypeCompiler(Build &build, ConstraintChecker &constraints) : build_(build), constraints_(constraints) {}
 
-    /* The type of a type statement. When something is wrong with it, that is recorded and another type stands in, so
-     * that the rest of the file can be looked at. */
+    /* The type that a type statement means. If the statement is wrong, the failure is recorded and another type
+     * takes its place, so that the rest of the file can be checked. */
     const QY_TYPE *Compile(const Statement *statement, Scope *scope)
     {
         if (statement->builtinType != 0 && statement->first == nullptr && IsPlain(statement->builtinType))
@@ -42,7 +42,7 @@ class TypeCompiler {
     Build &build_;
     ConstraintChecker &constraints_;
     std::vector<Typedef *> chain_; /* typedefs being compiled, each referring to the next */
-    size_t depth_ = 0;             /* of type statements being compiled within one another */
+    size_t depth_ = 0;             /* of the type statements within one another that are being compiled */
 };
 
 /* The values of the enum or bit statements in a type statement. Null: the failure is recorded. */

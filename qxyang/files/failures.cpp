@@ -29,7 +29,7 @@ bool Failure::Says(std::string_view sentence) const
     return rest.empty() || rest.starts_with(HINT);
 }
 
-/* The same mistake met on two ways is told once. */
+/* A mistake that is met twice, in two copies of a grouping for example, is recorded once. */
 bool Failures::IsKnown(const Source &source, uint32_t offset, std::string_view sentence) const
 {
     return std::any_of(failures_.begin(), failures_.end(), [&](const Failure &known) {

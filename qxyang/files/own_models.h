@@ -5,8 +5,8 @@
 
 namespace qxyang {
 
-/* The directory of the installed models, found from where this library lies, so that an installed tree may be moved. Empty
- * when there is none, as in a build tree. */
+/* The directory of the installed models. It is found from where this library lies, so that an installed tree may be
+ * moved. Empty if there is no such directory, as in a build tree. */
 std::string OwnModelDirectory();
 
 } // namespace qxyang

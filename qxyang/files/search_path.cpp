@@ -17,10 +17,10 @@ namespace qxyang {
 
 namespace {
 
-/* In the order of preference among twins of one directory. */
+/* The first of them is preferred where one directory has a file of each. */
 constexpr std::string_view SUFFIXES[] = {YIN_SUFFIX, COMPACT_SUFFIX};
 
-/* The file's name without the end that makes it a module file; empty: it is none. */
+/* The name of a module file without its suffix; empty if the file is no module file. */
 std::string_view StemOf(std::string_view file)
 {
     for (std::string_view suffix : SUFFIXES)
@@ -67,7 +67,7 @@ std::string FileIn(const std::string &directory, std::string_view file)
     return path.append(file);
 }
 
-/* A loop of symbolic links counts: opening it says what it is. */
+/* True for a loop of symbolic links as well: opening it fails and says why. */
 bool Exists(const std::string &path)
 {
     return ::access(path.c_str(), F_OK) == 0 || errno == ELOOP;

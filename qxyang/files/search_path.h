@@ -23,19 +23,19 @@ class SearchPath {
     std::vector<std::string> directories_;
 };
 
-/* Finds files during one load call, in which a directory's listing is read at most once. */
+/* Finds files during one load call. Reads the listing of a directory once at most. */
 class FileFinder {
   public:
-    /* The budget pays for the names that are offered to whoever misses a file. */
+    /* The budget pays for the names that are compared with the name of a missing file. */
     FileFinder(const SearchPath &path, NameBudget &names) : path_(path), names_(names) {}
 
-    /* Files to try, the best first. Without a revision: NAME.yin of the first directory that has it, else the newest
-     * NAME@REVISION.yin of all directories. With one: NAME@REVISION.yin, then every NAME.yin, which has to say the
-     * revision itself. A file that ends in ".yang" instead counts likewise, unless its twin that ends in ".yin" stands
-     * in the same directory. NAME.yin of the models that are installed with this layer comes last. */
+    /* Files to try, the best first: RFC 7950, 5.2. Without a revision: NAME.yin of the first directory that has it,
+     * else the newest NAME@REVISION.yin of all directories. With one: NAME@REVISION.yin, then every NAME.yin, which
+     * has to say the revision itself. A file that ends in ".yang" counts likewise, unless its twin that ends in
+     * ".yin" stands in the same directory. NAME.yin of the models that are installed with this layer comes last. */
     std::vector<std::string> Candidates(std::string_view name, std::string_view revision);
 
-    /* Offers the module names of all files to whoever looks for a near one. */
+    /* Calls offer(name) with the module name of each file. */
     template <class Offer>
     void ForEachName(Offer &&offer)
     {
@@ -44,17 +44,18 @@ class FileFinder {
                 offer(std::string_view(file).substr(0, file.find_first_of("@.")));
     }
 
-    /* "no file 'x.yin' or 'x@REVISION.yin', nor with '.yang' instead, in '/a', '/b'", and what there is instead. */
+    /* "no file 'x.yin' or 'x@REVISION.yin', nor with '.yang' instead, in '/a', '/b'", then other revisions or a near
+     * name. */
     std::string Missing(std::string_view name, std::string_view revision);
 
-    /* "; there is 'x@2020-01-01.yin'": the files of that name with other revisions than the one that is wanted, or
-     * nothing. */
+    /* "; there is 'x@2020-01-01.yin'": the files of that name that have another revision than the wanted one. Empty if
+     * there are none. */
     std::string OtherRevisions(std::string_view name, std::string_view wanted);
 
   private:
     struct Directory {
         std::vector<std::string> files; /* names of module files in the order of the alphabet */
-        int error = 0;                  /* why there are none to be seen, or 0 */
+        int error = 0;                  /* why the directory cannot be listed, or 0 */
     };
 
     const Directory &Read(const std::string &directory);
@@ -73,8 +74,8 @@ class FileFinder {
     const SearchPath &path_;
     NameBudget &names_;
     std::unordered_map<std::string, Directory> listings_;
-    std::string own_;         /* directory of this layer's own models, once it was asked for */
-    bool isOwnKnown_ = false; /* it was */
+    std::string own_; /* directory of this layer's own models, if isOwnKnown_ */
+    bool isOwnKnown_ = false;
 };
 
 } // namespace qxyang

@@ -21,30 +21,31 @@ struct Position {
     uint32_t column = 0;
 };
 
-/* Ends of the names of module files. */
+/* Suffixes of module files. */
 inline constexpr std::string_view YIN_SUFFIX = ".yin";
 inline constexpr std::string_view COMPACT_SUFFIX = ".yang";
 
-/* The text of a YIN file stands in expat's own buffer: expat would copy it there otherwise. A zero stands behind it. */
+/* The text of a YIN file lies in expat's own buffer, where expat would copy it otherwise. A zero byte follows the
+ * text. */
 class Source {
   public:
-    /* `module` is the name under which failures in the file are recorded. The path's end tells the syntax. */
+    /* Failures in the file are recorded under that module's name. The suffix of the path tells the syntax. */
     Source(std::string path, std::string module)
         : path_(std::move(path)), module_(std::move(module)), isCompact_(path_.ends_with(COMPACT_SUFFIX))
     {
     }
 
-    /* Reads the whole file, and makes the parser of one in YIN. Opens regular files only, whatever the name leads to, and never waits for one. Empty on
-     * success, otherwise why it cannot be read. */
+    /* Reads the whole file, and makes the parser of one in YIN. Refuses everything but regular files, without
+     * waiting for a pipe or device. Returns why the file cannot be read, or an empty text. */
     std::string Read();
 
-    /* Takes a copy of a text in place of what the file holds. The same result. */
+    /* The same with a copy of that text instead of the file's content. */
     std::string Take(std::string_view text);
 
-    /* True when the file is in compact syntax: then there is no parser. */
+    /* True if the file is in compact syntax. Such a file has no parser. */
     bool IsCompact() const { return isCompact_; }
 
-    /* Parses what was read. The handlers are the caller's to set. */
+    /* The parser of a YIN file. The caller sets its handlers. */
     XML_Parser Parser() const { return parser_.get(); }
     XML_Status Parse() { return XML_ParseBuffer(parser_.get(), static_cast<int>(size_), XML_TRUE); }
 
@@ -61,11 +62,12 @@ class Source {
     /* True when the file is in UTF-16. */
     bool IsWide() const { return UnitSize() == 2; }
 
-    /* The file says of itself that each byte is one character. */
+    /* The file says in its XML declaration that each byte is one character. */
     void SetSingleByte() { encoding_ = Encoding::SingleByte; }
 
-    /* Whether white space is all that stands there: no other character below it is allowed in XML. Looks at eight bytes
-     * at a time: indentation is most of what stands between tags. False for encodings that need a closer look. */
+    /* True if that part of the text is white space: XML allows no other character up to the blank. Looks at eight
+     * bytes at a time, since most of what stands between tags is indentation. False for UTF-16, which needs a closer
+     * look. */
     bool IsBlank(uint32_t begin, uint32_t end) const
     {
         constexpr uint32_t WORD = sizeof(uint64_t);
@@ -84,11 +86,11 @@ class Source {
         return begin == end;
     }
 
-    /* Where the first text begins between two tags that is neither white space nor a comment or processing instruction;
-     * `end` when there is none. */
+    /* Where the first text begins between two tags that is neither white space nor a comment nor a processing
+     * instruction; `end` if there is none. */
     uint32_t FindText(uint32_t begin, uint32_t end) const;
 
-    /* Counts lines from the nearest place before it that is known, so all failures of a file together cost one pass. */
+    /* Counts lines from the nearest known place before the offset, so all failures of a file together cost one pass. */
     Position Locate(uint32_t offset);
 
   private:
@@ -135,8 +137,9 @@ class Source {
         uint32_t offset;
         Position position;
     };
-    std::vector<Mark>
-        marks_; /* places in the order of the file, at most MARK_DISTANCE apart as far as it was looked at */
+
+    /* Known places in the order of the file, MARK_DISTANCE apart up to the furthest one that was asked for. */
+    std::vector<Mark> marks_;
 };
 
 } // namespace qxyang

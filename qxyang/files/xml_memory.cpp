@@ -10,7 +10,7 @@ namespace qxyang {
 
 namespace {
 
-/* Stands before each block, since a block that grows must know how much to copy. */
+/* Stands before each block: Resize must know how much to copy. */
 struct alignas(std::max_align_t) Header {
     size_t size;
 };

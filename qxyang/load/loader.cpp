@@ -70,7 +70,8 @@ QY_MOD *Loader::Load(std::string_view name, std::string_view revision)
 
 /* ---- modules --------------------------------------------------------------------------------------------------- */
 
-/* Completes the module and all that it imports, one step of one file at a time: a chain of imports costs no call stack. */
+/* Completes the module and all that it imports. It goes one statement of one file at a time, so that a chain of
+ * imports needs no call stack. */
 Loader::Outcome Loader::Obtain(std::string_view name, std::string_view revision)
 {
     Outcome outcome;
@@ -87,7 +88,8 @@ Loader::Outcome Loader::Obtain(std::string_view name, std::string_view revision)
     }
 }
 
-/* True when the module has become the last of the chain; otherwise the outcome is known. */
+/* True if the module has become the last of the chain; otherwise the outcome is known. RFC 7950, 5.1: there are no
+ * circular chains of imports. */
 bool Loader::Start(std::string_view name, std::string_view revision, Outcome &outcome)
 {
     QY_MOD *known = revision.empty() ? context_.PreferredModule(name) : context_.ModuleOfRevision(name, revision);
@@ -120,7 +122,8 @@ bool Loader::Start(std::string_view name, std::string_view revision, Outcome &ou
     return false;
 }
 
-/* True when the module's file is read and its linking begins; otherwise the outcome is known. */
+/* True if the module's file is read and its linking begins; otherwise the outcome is known. RFC 7950, 7.1.5: the
+ * revision must be the wanted one. */
 bool Loader::Read(std::string_view name, std::string_view revision, std::string &&key, Outcome &outcome)
 {
     std::string other;
@@ -159,7 +162,7 @@ bool Loader::Read(std::string_view name, std::string_view revision, std::string 
     return false;
 }
 
-/* A module that came by its revision is found to be the one that an import without a revision gets as well. */
+/* Makes a module that was loaded by its revision the one that imports without a revision get. */
 void Loader::Prefer(QY_MOD *module)
 {
     if (module->preferred)
@@ -168,7 +171,7 @@ void Loader::Prefer(QY_MOD *module)
     module->preferred = true;
 }
 
-/* The file with all its statements, or null: `why` says why there is none. */
+/* The file with all its statements. Null: `why` says why it cannot be used. */
 std::unique_ptr<Unit> Loader::Parse(const std::string &path, std::string_view name, QY_MOD *module, std::string &why)
 {
     Failures::Mark before = failures_.Now();
@@ -185,7 +188,8 @@ std::unique_ptr<Unit> Loader::Parse(const std::string &path, std::string_view na
     return nullptr;
 }
 
-/* What the beginning of the file says of itself. */
+/* Reads what the file says it is: its name, revision, namespace and prefix, or module (RFC 7950, 7.2.2). False: that
+ * is not what is expected. */
 bool Loader::ReadHeader(Unit &unit, std::string_view name, Kw expected)
 {
     const Statement *root = unit.root;
@@ -230,8 +234,8 @@ void Loader::OpenModule(QY_MOD &module, Unit &unit, std::string &&key)
     chain_.push_back(std::move(running));
 }
 
-/* Looks at the next statement of the file that is open innermost. What it imports may become the last of the chain, and
- * is completed first then. False: all files of the module are linked. */
+/* Handles the next statement of the file that is open innermost. A module that it imports may become the last of the
+ * chain, which is completed first. False: all files of the module are linked. */
 bool Loader::Step(Running &running)
 {
     OpenFile &file = running.files.back();
@@ -252,7 +256,7 @@ bool Loader::Step(Running &running)
     return true;
 }
 
-/* The file that is open innermost is linked: what went wrong in a submodule is told of its include as well. */
+/* The file that is open innermost is linked. If a submodule failed, its include statement fails as well. */
 void Loader::CloseInclude(Running &running)
 {
     OpenFile closed = running.files.back();
@@ -305,6 +309,7 @@ bool Loader::BuildModule(Running &running)
     return true;
 }
 
+/* RFC 7950, 7.1.4: the prefixes of a file are unique. */
 void Loader::Bind(Unit &unit, const Statement *statement, QY_MOD *module)
 {
     std::string_view prefix = statement->argument;
@@ -316,7 +321,7 @@ void Loader::Bind(Unit &unit, const Statement *statement, QY_MOD *module)
     unit.bindings.push_back(binding);
 }
 
-/* What the import that the innermost file waits for has come to. */
+/* The import statement that the innermost file waits for has this outcome. */
 void Loader::Import(Running &running, const Outcome &outcome)
 {
     Unit &unit = *running.files.back().unit;
@@ -338,7 +343,8 @@ void Loader::FailInclude(const OpenFile &file, std::string_view why)
                   "cannot include submodule " + Quoted(file.current->argument) + ": " + std::string(why));
 }
 
-/* Opens the submodule that the innermost file includes, unless it is part of the module already. */
+/* Opens the submodule that the innermost file includes, unless it is part of the module already. RFC 7950, 12: both
+ * are of one version. RFC 6020, 5.1: there are no circular chains of includes. */
 void Loader::Include(Running &running)
 {
     const OpenFile &file = running.files.back();
@@ -364,7 +370,7 @@ void Loader::Include(Running &running)
     running.files.push_back({submodule, submodule->root->first, nullptr, before});
 }
 
-/* The submodule's file, parsed; null: `why` says why there is none. */
+/* The submodule's file with all its statements. Null: `why` says why there is none. */
 Unit *Loader::ReadSubmodule(QY_MOD &module, std::string_view name, std::string_view revision, std::string &why)
 {
     for (const std::string &path : state_.files.Candidates(name, revision)) {

@@ -13,8 +13,7 @@
 
 namespace qxyang {
 
-/* One load call. What it adds to the context stays only when it succeeds: otherwise the caller releases the modules that
- * came with it. */
+/* One load call. If it fails, the caller releases the modules that it added to the context. */
 class Loader {
   public:
     explicit Loader(QY_CTX &context)
@@ -25,7 +24,8 @@ class Loader {
     Loader &operator=(const Loader &) = delete;
     ~Loader();
 
-    /* Null: the failures are recorded. An empty revision stands for whichever is preferred. */
+    /* The module of that name and revision. An empty revision stands for the preferred one. Null: failures are
+     * recorded. */
     QY_MOD *Load(std::string_view name, std::string_view revision);
 
   private:
@@ -46,9 +46,9 @@ class Loader {
     /* A module whose files are being linked: its own file, and those of submodules that include one another. */
     struct Running {
         QY_MOD *module;
-        std::string key;                               /* in `failed_` */
-        Failures::Mark start;                          /* before its linking */
-        std::vector<Unit *> units;                     /* complete with what they include, in the order of inclusion */
+        std::string key;           /* in `failed_` */
+        Failures::Mark start;      /* before its linking */
+        std::vector<Unit *> units; /* linked, with all that they include, in the order of inclusion */
         std::unordered_set<std::string_view> included; /* their names */
         std::vector<OpenFile> files;                   /* each includes the next */
     };
@@ -75,7 +75,7 @@ class Loader {
     Failures &failures_;
     ExtensionHints hints_;
     std::vector<std::unique_ptr<Unit>> units_;            /* of all modules: leafrefs are reported in them at the end */
-    std::vector<std::unique_ptr<Running>> chain_;         /* each imports the next; on the heap, however long it is */
+    std::vector<std::unique_ptr<Running>> chain_;         /* modules being linked, each importing the next */
     std::unordered_map<std::string, std::string> failed_; /* module name and revision: why */
     std::vector<QY_MOD *> preferred_;                     /* older modules that became preferred */
     bool done_ = false;

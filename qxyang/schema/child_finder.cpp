@@ -4,7 +4,7 @@ namespace qxyang {
 
 namespace {
 
-/* Lists up to this length are walked. */
+/* So many children are searched without an index. */
 constexpr int SHORT = 16;
 
 bool Is(const QY_NODE *node, const QY_MOD *module, std::string_view name)
@@ -12,7 +12,7 @@ bool Is(const QY_NODE *node, const QY_MOD *module, std::string_view name)
     return node->module == module && name == node->name;
 }
 
-/* Calls visit(child) for each child until it returns true, which is the result then. */
+/* Calls visit(child) for each child until one call returns true. True if one did. */
 template <class Visit>
 bool VisitSchemaChildren(const QY_NODE *parent, Visit &&visit)
 {
@@ -22,7 +22,7 @@ bool VisitSchemaChildren(const QY_NODE *parent, Visit &&visit)
     return false;
 }
 
-/* Choices and cases on the way are visited as well. */
+/* The same for the children in the data tree; choices and cases on the way are visited as well. */
 template <class Visit>
 bool VisitDataChildren(const QY_NODE *parent, Visit &&visit)
 {
@@ -45,7 +45,7 @@ QY_NODE **ChildFinder::Index::Place(const QY_MOD *module, std::string_view name)
     return &slots_[at];
 }
 
-/* Of equal names the first one stays: duplicates are reported elsewhere. */
+/* The first of two children of one name stays in the index: NodeNames reports the second. */
 void ChildFinder::Index::Add(QY_NODE *child)
 {
     if ((count_ + 1) * 2 > slots_.size()) {

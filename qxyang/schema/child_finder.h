@@ -1,4 +1,4 @@
-/* Finds children by name without walking long lists again and again. */
+/* Finds children by their names. Long lists are walked once. */
 #pragma once
 
 #include <string_view>
@@ -9,15 +9,14 @@
 
 namespace qxyang {
 
-/* Serves one load. Parents with many children get an index. */
+/* Made for one load. A parent with many children gets an index when it is first searched. */
 class ChildFinder {
   public:
-    /* The child of that name and module, or null. Choices and cases are children like others. Follows children as they
-     * are appended. */
+    /* The child of that name and module in the schema tree, or null. Children may be appended between two calls. */
     QY_NODE *SchemaChild(const QY_NODE *parent, const QY_MOD *module, std::string_view name);
 
-    /* The same in the data tree: choices and cases are no children, theirs are. To be asked when the parent has all its
-     * children. */
+    /* The same in the data tree, where the nodes within choices and cases are children of the parent. It must have
+     * all its children before the first call. */
     QY_NODE *DataChild(const QY_NODE *parent, const QY_MOD *module, std::string_view name);
 
   private:
@@ -26,7 +25,7 @@ class ChildFinder {
         void Add(QY_NODE *child);
         QY_NODE *Find(const QY_MOD *module, std::string_view name) const;
 
-        QY_NODE *last = nullptr; /* of the children that are in it */
+        QY_NODE *last = nullptr; /* of the children in the index */
 
       private:
         QY_NODE **Place(const QY_MOD *module, std::string_view name);

@@ -65,8 +65,8 @@ void QY_CTX::Promote(QY_MOD *module) noexcept
 
 namespace {
 
-/* Marks the module as dying when nothing needs it, and what it imports when nothing else needs that, and so on: a chain of
- * modules from the first one on, linked by nextDying. */
+/* Marks the module as dying if nothing needs it, then each module that only dying modules import. The result is the
+ * first of the dying modules, which nextDying links; null if there are none. */
 QY_MOD *MarkUnneeded(QY_MOD *module)
 {
     if (module->byName || module->importers != 0)
@@ -139,7 +139,7 @@ void QY_CTX::ReleaseAfter(QY_MOD *last) noexcept
 
 namespace {
 
-/* Takes the children that are dying out of the list. */
+/* Unlinks the children that belong to dying modules. */
 void UnlinkDying(QY_NODE *parent)
 {
     QY_NODE *last = nullptr;
@@ -155,7 +155,8 @@ void UnlinkDying(QY_NODE *parent)
     parent->last = last;
 }
 
-/* Takes the dying modules' nodes out of the targets that stay. Each target is looked through once. */
+/* Unlinks the nodes that augments of the dying modules added to nodes of other modules. Each target is searched
+ * once. */
 void WithdrawAugments(QY_MOD *first)
 {
     auto forEachTarget = [first](auto &&visit) {

@@ -40,14 +40,14 @@ struct QY_CTX {
     /* The module of that name and revision, or null. */
     QY_MOD *ModuleOfRevision(std::string_view name, std::string_view revision) const;
 
-    /* The module that an import without a revision gets, or null when none was asked for so far. */
+    /* The module that an import without a revision gets, or null if no import has asked for it yet. */
     QY_MOD *PreferredModule(std::string_view name) const;
 
     /* Makes the module one that is loaded by name. */
     void Promote(QY_MOD *module) noexcept;
 
-    /* Takes a module's name away, and releases it with what only it needed as soon as no module loaded by name needs it.
-     * False: no memory, and everything is as it was. */
+    /* The module is no longer loaded by name. It is released as soon as no module loaded by name needs it, and so
+     * are the modules that only it needed. False: memory ran out, and nothing has changed. */
     bool Unload(QY_MOD *module) noexcept;
 
     /* Adds an empty module behind the others. */
@@ -56,7 +56,7 @@ struct QY_CTX {
     /* The module that was added last, or null. */
     QY_MOD *Latest() const { return modules.empty() ? nullptr : modules.back().get(); }
 
-    /* Releases the modules that were added after that one (null: all): those of a failed load. */
+    /* Releases the modules of a failed load: those that were added after that one, or all if it is null. */
     void ReleaseAfter(QY_MOD *last) noexcept;
 
     std::list<std::unique_ptr<QY_MOD>> modules; /* in the order in which their loads began */
@@ -64,7 +64,7 @@ struct QY_CTX {
     qxyang::Failures failures;
     qxyang::DeviationLog deviations;
     QY_PRIDATA_FREE_PF freePrivate = nullptr;
-    size_t extensionsGiven = 0; /* to nodes on request, since the latest load began */
+    size_t extensionsGiven = 0; /* instances that nodes got on request since the latest load began */
     uint64_t featureEpoch = 1;  /* grows when the value of a feature may have changed */
 
   private:

@@ -7,7 +7,7 @@ namespace qxyang {
 
 namespace {
 
-/* The node's extension instances, apart from those that replaced them on request. */
+/* The node's extension instances; if a request replaced them, those that it gets back. */
 const ExtensionSet *&OwnExtensions(QY_NODE *node)
 {
     if ((node->flags & NODE_OWN_SET) == 0)
@@ -64,7 +64,7 @@ const QY_MOD *DeviationLog::RemoverOf(QY_NODE *node) const
     return entry != nodes_.end() ? entry->second.Remover() : nullptr;
 }
 
-/* Calls change(deviation) with what the module changes on the node. */
+/* Calls change(deviation) with the record of what the module changes on the node, and shows the result on the node. */
 template <class Change>
 void DeviationLog::Apply(QY_NODE *node, QY_MOD *by, Change &&change)
 {
@@ -115,7 +115,8 @@ void DeviationLog::SetExtensions(QY_NODE *node, QY_MOD *by, std::vector<Extensio
     });
 }
 
-/* The node's entry: a new one, which may stay without changes, holds what the node is without deviations. */
+/* The node's entry. A new one holds what the node has without deviations; it stays empty if recording a change
+ * fails. */
 DeviationLog::Deviated &DeviationLog::DeviatedNode(QY_NODE *node)
 {
     auto entry = nodes_.try_emplace(node).first;
@@ -141,7 +142,7 @@ void DeviationLog::SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target
             change.target = target;
 }
 
-/* Makes the node look as its changes say. */
+/* Gives the node what its entry and all changes in it result in. */
 void DeviationLog::Show(QY_NODE *node, const Deviated &deviated)
 {
     OwnExtensions(node) = deviated.EffectiveExtensions();

@@ -1,4 +1,5 @@
-/* What deviations changed on nodes, so that each module's share can be taken back, in whatever order modules go. */
+/* What deviations changed on nodes. The changes of each module can be undone, in whatever order modules are
+ * unloaded. */
 #pragma once
 
 #include <unordered_map>
@@ -10,40 +11,41 @@
 
 namespace qxyang {
 
-/* All that one module's deviations change on one node. Modules go as a whole, and so do their changes. */
+/* All that the deviations of one module change on one node. It is undone as a whole when the module is unloaded. */
 struct Deviation {
     QY_MOD *by;
     bool removes = false;
     uint16_t set = 0;                        /* flags of the node */
-    uint16_t cleared = 0;                    /* likewise */
+    uint16_t cleared = 0;                    /* flags of the node */
     const QY_TYPE *type = nullptr;           /* null: not changed */
-    QY_NODE *target = nullptr;               /* what that type refers to */
-    std::vector<ExtensionChange> extensions; /* in their order */
-    OwnedSet result = nullptr;               /* extension instances after these changes; null: there are none */
+    QY_NODE *target = nullptr;               /* what a leafref of that type refers to */
+    std::vector<ExtensionChange> extensions; /* in the order of the deviate statements */
+    OwnedSet result = nullptr;               /* the node's extension instances after them; null: no such changes */
 };
 
 class DeviationLog {
   public:
-    /* Each changes the node. Nothing is changed when memory runs out. */
+    /* Each of these changes the node, or nothing at all if memory runs out. */
     void Remove(QY_NODE *node, QY_MOD *by);
     void SetType(QY_NODE *node, QY_MOD *by, const QY_TYPE *type);
     void SetProperties(QY_NODE *node, QY_MOD *by, uint16_t properties);
     void SetExtensions(QY_NODE *node, QY_MOD *by, std::vector<ExtensionChange> changes, OwnedSet result);
 
-    /* The node's extension instances, apart from those that replaced them on request. */
+    /* The node's extension instances; if a request replaced them, those that it gets back. */
     static const ExtensionSet *ExtensionsOf(QY_NODE *node);
 
-    /* True if the node shows extension instances that a deviation made, and that go with it. */
+    /* True if a deviation made the node's extension instances: they are released when its module is unloaded. */
     bool HasExtensionsOf(QY_NODE *node) const;
 
-    /* What a type that the leaf has or had refers to becomes known. */
+    /* Notes what a type refers to that the leaf has or had before a deviation. */
     void SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target);
 
-    /* The first of the modules that leave the node out, or null. */
+    /* The first of the modules whose deviations removed the node, or null. */
     const QY_MOD *RemoverOf(QY_NODE *node) const;
 
-    /* Takes back what the dying modules, the first one and those linked to it, changed. The first step may run out of memory, with nothing changed; it
-     * needs none when the dying modules are those that deviated last. The second one cannot fail. */
+    /* Undo what the dying modules changed: `first` and those that nextDying links to it. PrepareRemoval may run out of
+     * memory and then changes nothing; it needs none if no module that stays has deviated after them. Remove cannot
+     * fail. */
     class Removal {
         friend class DeviationLog;
         std::vector<std::pair<Deviation *, OwnedSet>> results_;
@@ -53,11 +55,11 @@ class DeviationLog {
 
   private:
     struct Deviated {
-        const ExtensionSet *extensions; /* those below are the node's own, without deviations */
+        const ExtensionSet *extensions; /* this and the next three: what the node has without deviations */
         const QY_TYPE *type;
         QY_NODE *target;
-        uint16_t properties;            /* flags */
-        std::vector<Deviation> changes; /* one of each module */
+        uint16_t properties;            /* flags of the node */
+        std::vector<Deviation> changes; /* one for each module, in the order of the loads */
 
         const ExtensionSet *EffectiveExtensions() const;
         const Deviation *TypeChange() const;

@@ -7,7 +7,7 @@
 
 namespace qxyang {
 
-/* Serves one load. Types with many values get an index when they are asked first. */
+/* Made for one load. A type with many values gets an index when it is first searched. */
 class EnumNames {
   public:
     /* The value of that name, or null. */
@@ -26,7 +26,7 @@ class EnumNames {
     }
 
   private:
-    static constexpr uint32_t SHORT = 16; /* values up to this number are walked */
+    static constexpr uint32_t SHORT = 16; /* so many values are searched without an index */
 
     std::unordered_map<const EnumSet *, NameTable<EnumValue>> indexes_;
 };

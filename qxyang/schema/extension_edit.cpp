@@ -30,7 +30,7 @@ void ExtensionEdit::AddAll(const ExtensionSet &set)
     instances_.insert(instances_.end(), set.begin(), set.end());
 }
 
-/* Nobody needs the index who only adds. */
+/* Brings the indexes up to date. A change that only adds does not need them. */
 void ExtensionEdit::Index()
 {
     for (; indexed_ < instances_.size(); ++indexed_) {
@@ -40,7 +40,8 @@ void ExtensionEdit::Index()
     }
 }
 
-/* The places of what such a change takes away, the last one in use; null: there are none. */
+/* The places of the instances that such a change removes, of which the last one at least is in use; null: there are
+ * none. */
 ExtensionEdit::Places *ExtensionEdit::Find(ExtensionChange::Kind kind, const QY_EXT &named)
 {
     Index();
@@ -69,7 +70,7 @@ void ExtensionEdit::Apply(const ExtensionChange &change)
         if (places == nullptr)
             continue;
         for (size_t place : *places) {
-            gone_ += instances_[place].name != nullptr ? 1 : 0;
+            removed_ += instances_[place].name != nullptr ? 1 : 0;
             instances_[place].name = nullptr;
         }
         places->clear();

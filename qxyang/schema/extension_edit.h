@@ -21,18 +21,18 @@ struct ExtensionChange {
     const ExtensionSet *operand;
 };
 
-/* Any number of changes costs no more than the instances in them. */
+/* Changes cost as much as there are instances in them, however many the node has. */
 class ExtensionEdit {
   public:
     explicit ExtensionEdit(const ExtensionSet *set);
 
-    /* True if there is an instance that a change of that kind would take away for this one. */
+    /* True if a change of that kind, with this instance as its operand, would remove an instance. */
     bool Has(ExtensionChange::Kind kind, const QY_EXT &named);
 
-    /* Instances taken away leave their place to nobody, added ones follow at the end. */
+    /* The instances that stay keep their order; added ones follow at the end. */
     void Apply(const ExtensionChange &change);
 
-    size_t Count() const { return instances_.size() - gone_; }
+    size_t Count() const { return instances_.size() - removed_; }
 
     OwnedSet Result() const;
 
@@ -52,9 +52,9 @@ class ExtensionEdit {
     void Index();
     Places *Find(ExtensionChange::Kind kind, const QY_EXT &named);
 
-    std::vector<QY_EXT> instances_; /* without a name: taken away */
-    size_t gone_ = 0;
-    size_t indexed_ = 0;                              /* instances that the index knows */
+    std::vector<QY_EXT> instances_; /* those without a name are removed */
+    size_t removed_ = 0;
+    size_t indexed_ = 0;                              /* instances in the two indexes that follow */
     std::unordered_map<Key, Places, KeyHash> places_; /* of one extension and argument */
     std::unordered_map<const ExtensionName *, Places> ofExtension_;
 };

@@ -20,13 +20,14 @@ struct Statement;
 struct Scope;
 class Unit;
 
-/* Node type of the hidden node above a module's top-level nodes, or above those of a grouping. */
+/* Node type of the hidden node above a module's top-level nodes, and of the one above a grouping's nodes. Only the
+ * latter has a name. */
 inline constexpr uint8_t ROOT_KIND = QY_NODE_TYPE_NONE;
 
 /* ---- extensions ------------------------------------------------------------------------------------------------ */
 
-/* What readers see of an extension. One per module name and keyword; it lives as long as the context, so instances may
- * be copied to nodes of modules that outlive the extension's own. */
+/* What readers see of an extension. There is one for each module name and keyword. It lives as long as the context, so
+ * instances may be copied to nodes of modules that outlive the extension's own. */
 struct ExtensionName {
     const char *name; /* "module:keyword", how the table finds it */
     const char *module;
@@ -36,7 +37,7 @@ struct ExtensionName {
 /* An `extension` statement. */
 struct Extension {
     const char *name;
-    const char *argument; /* null: takes none */
+    const char *argument; /* name of its argument; null: it takes none */
     bool argumentIsElement;
     const ExtensionName *published;
 };
@@ -45,7 +46,7 @@ struct Extension {
  * grouping's nodes share them. */
 struct ExtensionSet {
     uint32_t count;
-    uint32_t total; /* with those within others */
+    uint32_t total; /* those within others included */
 
     QY_EXT *begin() { return reinterpret_cast<QY_EXT *>(this + 1); }
     const QY_EXT *begin() const { return reinterpret_cast<const QY_EXT *>(this + 1); }
@@ -79,13 +80,13 @@ struct FeatureExpression {
     const FeatureStep *steps;
 };
 
-/* A list of expressions that must all hold. Tails are shared, and so are lists that were put in front of others. */
+/* A list of expressions that must all hold. Lists may have a common tail, and a list may stand in another one. */
 struct Condition {
     const Condition *next;
-    const Condition *shared;           /* a list of expressions that stands here, or null */
-    FeatureExpression expression = {}; /* otherwise */
-    mutable uint64_t epoch = 0;        /* of the context when it was known last */
-    mutable bool holds = false;        /* with all that follow it, as long as the epoch is the context's */
+    const Condition *shared;           /* another list that must hold here, or null */
+    FeatureExpression expression = {}; /* what must hold here if there is no such list */
+    mutable uint64_t epoch = 0;        /* of the context when `holds` was computed */
+    mutable bool holds = false;        /* this one and all that follow it do, if the epoch is still the context's */
 };
 
 struct Feature {
@@ -93,17 +94,17 @@ struct Feature {
     QY_MOD *module;
     const Condition *condition; /* or null */
     bool enabled;               /* by name; counts only when the module was loaded by name */
-    bool known;                 /* answer of the last evaluation, as long as epoch is the context's */
-    uint64_t epoch;
-    Statement *statement; /* while the module is being loaded, as is the following */
+    bool known;                 /* the result of the last evaluation */
+    uint64_t epoch;             /* of the context at that evaluation: the result holds as long as they are equal */
+    Statement *statement;       /* while the module is being loaded, like the members that follow */
     Unit *unit;
-    uint32_t chain; /* length of the longest chain of features below; 0 = not known yet */
+    uint32_t chain; /* length of the longest chain of features that it depends on; 0: not known yet */
     bool visiting;
 };
 
 struct Identity {
     const char *name;
-    Statement *statement; /* while the module is being loaded, as is the following */
+    Statement *statement; /* while the module is being loaded, like the members that follow */
     Unit *unit;
     uint32_t chain;
     bool visiting;
@@ -111,11 +112,11 @@ struct Identity {
 
 /* ---- types ----------------------------------------------------------------------------------------------------- */
 
-/* One part of a range, both ends included. For unsigned types the same 64 bits. */
+/* One part of a range, both ends included. Numbers of unsigned types are kept in the same 64 bits. */
 struct RangePart {
     int64_t start;
     int64_t end;
-    int64_t reach; /* end of the last part behind it that is reached without a gap, or its own */
+    int64_t reach; /* end of the last of the parts that follow without a gap; its own end if none does */
 };
 
 struct RangeSet {
@@ -134,20 +135,20 @@ struct EnumSet {
     const EnumValue *values;
 };
 
-/* A leafref's path. A step without a module belongs to the module of the leaf that has the type. */
+/* One step of a leafref's path. */
 struct PathStep {
-    const QY_MOD *module;
+    const QY_MOD *module; /* null: that of the leaf which has the type */
     const char *name;
 };
 
 struct LeafrefPath {
     const char *text;
-    const QY_MOD *home; /* where the path is written: the second choice for steps without a module */
+    const QY_MOD *home; /* whose text the path stands in: the second choice for steps without a module */
     const PathStep *steps;
     uint32_t count;
     uint32_t up; /* leading ".." steps */
     bool absolute;
-    bool dereferences; /* goes through deref(), which has no one target in the schema */
+    bool dereferences; /* goes through deref(), whose target depends on data */
 };
 
 struct UnionMembers {
@@ -171,8 +172,8 @@ inline const QY_EXT *ExtensionSet::end() const
 }
 } // namespace qxyang
 
-/* A type, immutable and shared by all leaves that use it. Restrictions are the effective ones: its own, or those of
- * the type below it. */
+/* A type, immutable and shared by all leaves that use it. Its restrictions are the effective ones: its own, or those
+ * of the type that it is derived from. */
 struct QY_TYPE {
     const QY_TYPE *base; /* null: a built-in type */
     union {
@@ -182,7 +183,7 @@ struct QY_TYPE {
         const qxyang::UnionMembers *members; /* union */
     };
     uint8_t builtin; /* QY_TYPE_ number */
-    uint8_t depth;   /* types below it, along the longest chain of bases and members; at most limits::CHAIN */
+    uint8_t depth;   /* length of the longest chain of bases and members that it is made of; at most limits::CHAIN */
     uint8_t fractionDigits;
     bool refers; /* a leafref, or a union with a leafref among its members or theirs */
 };
@@ -201,7 +202,7 @@ struct QY_NODE {
     };
     union {
         QY_NODE *last;   /* child */
-        QY_NODE *target; /* that a leafref leaf refers to, or null */
+        QY_NODE *target; /* what a leaf of type leafref refers to, or null */
     };
     QY_MOD *module;
     void *priv;
@@ -217,13 +218,13 @@ namespace qxyang {
 /* Lists and leaf-lists share three bits with nodes of other types; each use of such a bit has its own name. */
 enum NodeFlag : uint16_t {
     NODE_IS_KEY = 1 << 0,
-    NODE_REMOVED = 1 << 1,  /* by a deviation: allocated, linked, and in no scan */
-    NODE_IMPLICIT = 1 << 2, /* input or output that the model does not write: in scans once something augments it */
+    NODE_REMOVED = 1 << 1,  /* a deviation removed it: it stays linked, and no scan shows it */
+    NODE_IMPLICIT = 1 << 2, /* input or output without a statement: scans show it once something augments it */
     NODE_GATED = 1 << 3,    /* the node or one above it has a condition */
-    NODE_SWEPT = 1 << 4,    /* while modules are being released: the children were looked through */
+    NODE_SWEPT = 1 << 4,    /* while modules are being released: its dying children are unlinked */
     NODE_VISITING = 1 << 5, /* while leafrefs are being resolved: on the chain being followed */
-    NODE_ACYCLIC = 1 << 6,  /* while leafrefs are being resolved: its chain ends */
-    NODE_OWN_SET = 1 << 7,  /* its extension instances were replaced on request and are the module's to release */
+    NODE_ACYCLIC = 1 << 6,  /* while leafrefs are being resolved: its chain has an end */
+    NODE_OWN_SET = 1 << 7,  /* its extension instances were replaced on request: see QY_MOD::replacedSets */
     NODE_HAS_CONFIG = 1 << 8,
     NODE_IS_STATE = 1 << 9, /* its config statement says false */
     NODE_HAS_DEFAULT = 1 << 10,
@@ -238,8 +239,8 @@ enum NodeFlag : uint16_t {
                       NODE_HAS_UNITS | NODE_HAS_MUST, /* what deviations compare and change */
 };
 
-/* The node that an augment adds to; null when it was not applied. It is kept as the augment's parent, so that conditions
- * above it hold for the augment as well. */
+/* The node that an augment adds to; null when it was not applied. It is kept as the augment's parent, so that
+ * conditions above it hold for the augment as well. */
 inline QY_NODE *AugmentTarget(const QY_NODE *augment)
 {
     return augment->parent;
@@ -251,13 +252,13 @@ inline bool IsLeaf(const QY_NODE *node)
            node->kind == QY_NODE_TYPE_LEAF_LIST;
 }
 
-/* Choices and cases stand in the schema and not in data. */
+/* Choices and cases are nodes of the schema tree but not of the data tree. */
 inline bool IsChoiceOrCase(const QY_NODE *node)
 {
     return node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE;
 }
 
-/* The node whose children's names the node's children share. */
+/* The node among whose children the names of this node's children have to be unique: RFC 7950, 6.2.1. */
 inline QY_NODE *NameScope(QY_NODE *node)
 {
     while (IsChoiceOrCase(node))
@@ -265,7 +266,7 @@ inline QY_NODE *NameScope(QY_NODE *node)
     return node;
 }
 
-/* False for nodes that scans leave out although they are linked. What stands below a removed node is not asked for. */
+/* False for nodes that scans leave out although they are linked. Does not look at the nodes above. */
 inline bool InScans(const QY_NODE *node)
 {
     if ((node->flags & (NODE_REMOVED | NODE_IMPLICIT)) == 0)
@@ -273,14 +274,22 @@ inline bool InScans(const QY_NODE *node)
     return (node->flags & NODE_REMOVED) == 0 && node->first != nullptr;
 }
 
-/* First child, linked or not in scans. */
+/* True if a deviation removed the node or one of its ancestors. */
+inline bool IsRemoved(const QY_NODE *node)
+{
+    while (node != nullptr && (node->flags & NODE_REMOVED) == 0)
+        node = node->parent;
+    return node != nullptr;
+}
+
+/* The first child, whether scans show it or not. */
 inline QY_NODE *FirstChild(const QY_NODE *node)
 {
     return IsLeaf(node) ? nullptr : node->first;
 }
 
-/* The node after this one on a walk over `top` and what is below it, parents first; null at the end. What is below a node
- * is visited if enters(node) says so. Needs no stack: the way back up follows the parents. */
+/* The next node of a walk over `top` and all nodes below it, parents first; null at the end. enters(node) says
+ * whether the walk visits the children of a node. It needs no stack: the way back up follows the parents. */
 template <class Enters>
 QY_NODE *NextBelow(const QY_NODE *top, QY_NODE *node, Enters &&enters)
 {
@@ -291,7 +300,8 @@ QY_NODE *NextBelow(const QY_NODE *top, QY_NODE *node, Enters &&enters)
     return node != top ? node->next : nullptr;
 }
 
-/* The same among the nodes whose names must differ below `top`: its children, and those within its choices and cases. */
+/* The same over the nodes below `top` whose names have to be unique: its children, and those within its choices and
+ * cases. */
 inline QY_NODE *NextOfNames(const QY_NODE *top, QY_NODE *node)
 {
     return NextBelow(top, node, [top](const QY_NODE *entered) { return entered == top || IsChoiceOrCase(entered); });
@@ -308,7 +318,7 @@ struct Typedef {
     const char *name;
     const QY_TYPE *type; /* once done */
     Progress progress;
-    Statement *statement; /* while the module is being loaded, as is the following */
+    Statement *statement; /* while the module is being loaded, like the members that follow */
     Scope *scope;
 };
 
@@ -317,20 +327,20 @@ struct Grouping {
     const char *name;
     QY_NODE *root; /* once done */
     Progress progress;
-    Statement *statement; /* while the module is being loaded, as is the following */
+    Statement *statement; /* while the module is being loaded, like the members that follow */
     Scope *scope;
 };
 
-/* Extension instances that stand on the heap because they are replaced one by one. */
+/* Extension instances in a heap block of their own, since they are replaced one set at a time. */
 struct OwnedSetDelete {
     void operator()(ExtensionSet *set) const { ::operator delete(set); }
 };
 using OwnedSet = std::unique_ptr<ExtensionSet, OwnedSetDelete>;
 
-/* Extension instances that replaced a node's own on request. */
+/* Extension instances that a reader put in place of a node's own. */
 struct ReplacedSet {
-    OwnedSet shown;          /* null: those of another node, which live as long as the module */
-    const ExtensionSet *own; /* what the node would have without the request */
+    OwnedSet shown;          /* null: the node shares those of another node, which live as long as the module */
+    const ExtensionSet *own; /* what the node gets back */
 };
 
 /* A file that a module came from. */
@@ -349,7 +359,7 @@ struct QY_MOD {
     const char *revision = nullptr;
     bool byName = false;    /* loaded by name, not only imported */
     bool preferred = false; /* what an import without a revision gets */
-    bool complete = false;  /* its load has succeeded so far */
+    bool complete = false;  /* built: only its leafrefs may still fail the load */
     bool dying = false;     /* while modules are being released */
 
     std::list<std::unique_ptr<QY_MOD>>::iterator place; /* in the context */
@@ -359,7 +369,7 @@ struct QY_MOD {
     QY_NODE root{}; /* the top-level nodes are its children */
     const qxyang::ExtensionSet *extensions = nullptr;
     std::vector<QY_NODE *> augments;                   /* in statement order */
-    std::vector<QY_NODE *> deviated;                   /* nodes that deviations of this module changed */
+    std::vector<QY_NODE *> deviated;                   /* nodes that this module's deviations changed */
     std::vector<QY_MOD *> imports;                     /* each once */
     std::vector<qxyang::ModuleFile> files;             /* its own comes last */
     std::vector<const qxyang::Condition *> conditions; /* of nodes that have one */
@@ -371,7 +381,7 @@ struct QY_MOD {
     qxyang::NameTable<qxyang::Extension> extensionDefinitions;
 
     qxyang::Slab<QY_NODE> nodes;
-    qxyang::Slab<QY_NODE> templates; /* nodes of groupings, which nobody sees */
+    qxyang::Slab<QY_NODE> templates; /* nodes of groupings: readers only see their copies */
     qxyang::Arena records;
     qxyang::Arena texts;
     std::unordered_map<QY_NODE *, qxyang::ReplacedSet> replacedSets; /* of nodes with NODE_OWN_SET */

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int64_t LARGEST = std::numeric_limits<int64_t>::max();
 
-/* Grows with the number, whether it is signed or not. */
+/* A key that orders signed and unsigned numbers alike. */
 uint64_t OrderOf(int64_t number, NumberForm form)
 {
     return static_cast<uint64_t>(number) ^ (form.isSigned ? uint64_t{1} << 63 : 0);
@@ -34,7 +34,8 @@ std::string TextOf(int64_t number, NumberForm form)
     return negative ? "-" + digits : digits;
 }
 
-/* Digits, as many as the form has behind a point, as one number. False: it is none, or too large. */
+/* Reads digits, with as many behind a point as the form allows, as one integer. False if they are no number or too
+ * large a one. */
 bool ParseMagnitude(std::string_view text, NumberForm form, uint64_t &magnitude)
 {
     std::string_view fraction;
@@ -67,6 +68,7 @@ bool ParseNumber(std::string_view text, NumberForm form, int64_t &number)
     return magnitude <= limit;
 }
 
+/* RFC 7950, 9.2.4: the parts of a range ascend, are disjoint, and lie within what they restrict. */
 class RangeParser {
   public:
     RangeParser(NumberForm form, const RangeSet &base, std::string &why) : form_(form), base_(base), why_(why) {}
@@ -116,7 +118,7 @@ class RangeParser {
         return true;
     }
 
-    /* True if every number of the part is in the base; parts of it that adjoin count as one. */
+    /* True if every number of the part is in the base. Parts of the base that adjoin count as one. */
     bool IsCovered(const RangePart &part)
     {
         const RangePart *end = base_.parts + base_.count;

@@ -1,4 +1,4 @@
-/* Ranges of numeric types and lengths of texts. */
+/* Ranges of numeric types and lengths of texts: RFC 7950, 9.2.4 and 9.4.4. */
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@ namespace qxyang {
 /* How the numbers of a type's range or length are written and ordered. */
 struct NumberForm {
     bool isSigned;
-    uint8_t fractionDigits; /* numbers are scaled by ten to its power */
+    uint8_t fractionDigits; /* of decimal64: numbers are kept as integers, multiplied by ten to the power of this */
 
     static NumberForm Of(const QY_TYPE &type);
 };
@@ -61,13 +61,14 @@ constexpr const RangeSet *BuiltinRange(uint8_t builtin)
 /* "1..5|7" */
 std::string RangeText(const RangeSet &set, NumberForm form);
 
-/* Whether the number is in one of the set's parts. */
+/* True if the number is in one of the set's parts. */
 bool Contains(const RangeSet &set, int64_t number, NumberForm form);
 
-/* Parses a value as a default has it: signs, hexadecimal and octal numbers included. False: it is none, or too large. */
+/* Parses a number as default statements write it, hexadecimal and octal ones included: RFC 7950, 9.2.1 and 9.3.1.
+ * False if it is no number or too large a one. */
 bool ParseValue(std::string_view text, NumberForm form, int64_t &number);
 
-/* Parses the parts of a range that restricts another. The set, or null: then `why` says what is wrong. */
+/* Parses a range that restricts another one, the base. Null: `why` says what is wrong. */
 const RangeSet *ParseRange(std::string_view text, NumberForm form, const RangeSet &base, Arena &arena,
                            std::string &why);
 

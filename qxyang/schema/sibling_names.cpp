@@ -21,7 +21,7 @@ QY_NODE *SiblingNames::FindTwice(QY_NODE *parent, const QY_MOD *module)
 {
     if (parent->first == nullptr || (parent->first == parent->last && !IsChoiceOrCase(parent->first)))
         return nullptr;
-    begin(CountNames(parent));
+    Begin(CountNames(parent));
     return AddAll(parent, module);
 }
 
@@ -30,20 +30,20 @@ QY_NODE *SiblingNames::FindTwiceAmongCases(QY_NODE *choice, const QY_MOD *module
     size_t count = 0;
     for (const QY_NODE *child = choice->first; child != nullptr; child = child->next)
         ++count;
-    begin(count);
+    Begin(count);
     for (QY_NODE *child = choice->first; child != nullptr; child = child->next)
         if (child->module == module && !Add(child->name))
             return child;
     return nullptr;
 }
 
-void SiblingNames::begin(size_t count)
+void SiblingNames::Begin(size_t count)
 {
     size_t size = std::bit_ceil(count * 2 + 1);
     if (slots_.size() < size)
         slots_.resize(size);
     mask_ = size - 1;
-    if (++round_ == 0) { // every round number was in use once
+    if (++round_ == 0) { // slots may have any round number by now
         slots_.assign(slots_.size(), Slot{});
         round_ = 1;
     }
@@ -60,7 +60,7 @@ bool SiblingNames::Add(const char *name)
     return true;
 }
 
-/* A choice's name stands among its parent's; a case's name does not. */
+/* The name of a choice counts among those of its parent's nodes, the name of a case does not: RFC 7950, 6.2.1. */
 QY_NODE *SiblingNames::AddAll(QY_NODE *parent, const QY_MOD *module)
 {
     for (QY_NODE *node = NextOfNames(parent, parent); node != nullptr; node = NextOfNames(parent, node))

@@ -1,4 +1,4 @@
-/* Names are unique among the nodes of one parent, those within its choices and cases included. */
+/* Finds names that two nodes of one parent have, nodes within its choices and cases included. */
 #pragma once
 
 #include <vector>
@@ -9,10 +9,10 @@ namespace qxyang {
 
 class SiblingNames {
   public:
-    /* The first of the module's nodes below the parent whose name one before it has, or null. */
+    /* The first of the module's nodes below the parent that has the name of one before it, or null. */
     QY_NODE *FindTwice(QY_NODE *parent, const QY_MOD *module);
 
-    /* The same among the cases of a choice, or null. */
+    /* The same for the cases of a choice. */
     QY_NODE *FindTwiceAmongCases(QY_NODE *choice, const QY_MOD *module);
 
   private:
@@ -22,13 +22,13 @@ class SiblingNames {
         const char *name = nullptr;
     };
 
-    void begin(size_t count);
+    void Begin(size_t count);
     bool Add(const char *name);
     QY_NODE *AddAll(QY_NODE *parent, const QY_MOD *module);
 
     std::vector<Slot> slots_;
     size_t mask_ = 0;
-    uint32_t round_ = 0; /* slots of another round are free, so that none is ever cleared */
+    uint32_t round_ = 0; /* slots of other rounds are free: none has to be cleared */
 };
 
 } // namespace qxyang

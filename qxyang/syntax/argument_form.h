@@ -1,4 +1,4 @@
-/* Forms of statement arguments. */
+/* Forms of statement arguments, and the names of the built-in types. */
 #pragma once
 
 #include <string_view>
@@ -7,6 +7,7 @@
 
 namespace qxyang {
 
+/* True if the argument has that form. */
 bool HasForm(ArgumentForm form, std::string_view argument);
 
 /* What the form expects, as the end of a sentence: "'true' or 'false'". */

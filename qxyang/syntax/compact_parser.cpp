@@ -21,7 +21,7 @@ void CompactParser::Run()
         continue;
 }
 
-/* Files that are something else altogether, and characters that no module may have. */
+/* Refuses files that are not in compact syntax at all, and characters that no module may have: RFC 7950, 6. */
 bool CompactParser::CheckText()
 {
     std::string_view text = source_.Text();
@@ -42,7 +42,7 @@ bool CompactParser::CheckText()
     return true;
 }
 
-/* One token where a statement may begin. */
+/* Reads the token where a statement may begin, and goes on as it says. */
 bool CompactParser::Step()
 {
     Kind kind = tokens_.Next();
@@ -108,7 +108,7 @@ bool CompactParser::Close()
     return true;
 }
 
-/* The file may end here, or something is missing. */
+/* The file ends: fails if something is missing. False in any case, which ends the run. */
 bool CompactParser::CheckEnd()
 {
     if (!hasRoot_)
@@ -130,7 +130,7 @@ bool CompactParser::FailToken(std::string_view expected)
     return Fail(tokens_.Begin(), "found " + found + "; expected " + std::string(expected));
 }
 
-/* A statement whose ';' or block is missing: the place is where it belongs. */
+/* A statement has neither ';' nor block. The failure's place is where one of them belongs. */
 bool CompactParser::FailHead(const CompactStatement &statement, bool isWord, bool endsAtComment, Kind found)
 {
     if (found == Kind::Failed)
@@ -152,7 +152,8 @@ bool CompactParser::FailHead(const CompactStatement &statement, bool isWord, boo
 
 /* ---- versions -------------------------------------------------------------------------------------------------- */
 
-/* What only version 1 allows is kept until the version is known; without a yang-version statement it is 1. */
+/* Something that only version 1 allows is kept until the version is known. A module without yang-version is of
+ * version 1: RFC 7950, 7.1.2. */
 void CompactParser::NoteLapse()
 {
     if (!tokens_.HasLapse())

@@ -1,4 +1,4 @@
-/* Statements of YANG's compact syntax: RFC 7950 sections 6.3 and 14. */
+/* Statements of YANG's compact syntax: RFC 7950, 6.3 and 14. */
 #pragma once
 
 #include <vector>
@@ -10,26 +10,26 @@ namespace qxyang {
 
 struct CompactStatement {
     std::string_view keyword;  /* with its prefix, if any */
-    std::string_view argument; /* the data are null when there is none; valid until the next event */
+    std::string_view argument; /* its data are null if there is none; valid until the next event */
     uint32_t offset;
     uint32_t argumentBegin; /* the argument as it is written, quotes included */
     uint32_t argumentEnd;
 };
 
-/* Hears what stands in the file, in its order. */
+/* Is told what stands in the file, in the order of the file. */
 class CompactSink : public CompactTokens::Listener {
   public:
     virtual void Start(const CompactStatement &statement) = 0;
     virtual void Head(bool hasBlock) = 0; /* the statement's ';' or '{' was read */
     virtual void End(uint32_t end) = 0;   /* `end` is behind the ';' or '}' */
     virtual void Fail(uint32_t offset, std::string_view sentence) = 0;
-    virtual bool WantsMore() = 0; /* false ends the reading */
+    virtual bool WantsMore() = 0; /* false ends the run */
 
   protected:
     ~CompactSink() = default;
 };
 
-/* Reads until the end or to the first failure of syntax. The levels of statements need no call stack. */
+/* Reads up to the end of the file or the first failure of syntax. Nested statements need no call stack. */
 class CompactParser {
   public:
     CompactParser(Source &source, CompactSink &sink, bool wantsComments)
@@ -66,8 +66,7 @@ class CompactParser {
     bool hasRoot_ = false;
     bool isVersion11_ = false;
     bool hasEarlyLapse_ = false;
-    CompactTokens::Lapse
-        earlyLapse_{}; /* the first thing that version 1.1 does not allow, of what stood before its number */
+    CompactTokens::Lapse earlyLapse_{}; /* the first thing before yang-version that version 1.1 does not allow */
     CompactTokens::Lapse noncharacter_{};
 };
 

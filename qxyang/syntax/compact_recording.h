@@ -6,7 +6,7 @@
 
 namespace qxyang {
 
-/* Does for such a file what ParseYin does for one in YIN, with the same result. */
+/* Does for a file in compact syntax what ParseYin does for one in YIN. */
 [[nodiscard]] bool ParseCompact(Unit &unit, Failures &failures);
 
 } // namespace qxyang

@@ -13,7 +13,7 @@ namespace {
 
 constexpr uint32_t TAB_WIDTH = 8;
 
-/* What a character may mean to a scan that runs over the others. */
+/* What a character means to the scans that look for it. */
 enum Meaning : uint8_t {
     BLANK = 1 << 0,
     ENDS_WORD = 1 << 1,   /* ends an unquoted string, or does so together with the next character */
@@ -43,7 +43,7 @@ inline bool Has(char c, Meaning meaning)
     return (MEANINGS[static_cast<unsigned char>(c)] & meaning) != 0;
 }
 
-/* Indentation is most of what stands between tokens. */
+/* Most of what stands between tokens is indentation. */
 constexpr std::string_view INDENT = "        ";
 static_assert(INDENT.size() <= Source::COMPACT_ROOM);
 
@@ -107,7 +107,7 @@ CompactTokens::Kind CompactTokens::Punctuation(Kind kind)
 
 /* ---- between tokens -------------------------------------------------------------------------------------------- */
 
-/* White space and comments. */
+/* Skips white space and comments: RFC 7950, 6.1.1 and 6.1.2. */
 bool CompactTokens::SkipBlank()
 {
     for (;;) {
@@ -189,7 +189,7 @@ CompactTokens::Kind CompactTokens::ReadWord()
 
 /* ---- quoted strings -------------------------------------------------------------------------------------------- */
 
-/* The pieces of a string, joined by '+'. */
+/* A quoted string with those that '+' joins to it: RFC 7950, 6.1.3. */
 CompactTokens::Kind CompactTokens::ReadString()
 {
     const char *begin = at_;
@@ -223,8 +223,8 @@ CompactTokens::Kind CompactTokens::ReadString()
     return Kind::String;
 }
 
-/* One quoted string: added to those before it, or the first one and then not copied unless its value differs from what
- * stands there. */
+/* Reads one quoted string and adds it to those before it. The first one is not copied if its value stands in the
+ * text as it is. */
 bool CompactTokens::ReadPiece()
 {
     const char *quote = at_;
@@ -268,8 +268,8 @@ bool CompactTokens::FindDoubleEnd(const char *&at)
     return true;
 }
 
-/* The value of a double-quoted string: white space before line breaks goes, and what indents the following lines up to
- * the column of the quote. */
+/* Appends the value of a double-quoted string without the white space before line breaks, and without the
+ * indentation of the following lines up to the column of the quote: RFC 7950, 6.1.3. */
 void CompactTokens::AppendLines(const char *quote, const char *end)
 {
     const char *line = quote + 1;
@@ -314,7 +314,7 @@ void CompactTokens::AppendEscaped(const char *at, const char *end)
             joined_ += '\t';
         } else if (code == '"' || code == '\\') {
             joined_ += code;
-        } else { // version 1 leaves the meaning open: both characters stay
+        } else { // RFC 6020, 6.1.3 does not say what it means: both characters stay
             Note(stop,
                  "found a backslash before another character; since yang-version 1.1 expected one of '\\n', '\\t', "
                  "'\\\"' and '\\\\' only");

@@ -1,4 +1,4 @@
-/* Tokens of YANG's compact syntax: RFC 7950 section 6.1, and what RFC 6020 section 6.1 has different for version 1. */
+/* Tokens of YANG's compact syntax: RFC 7950, 6.1 for version 1.1, and RFC 6020, 6.1 for version 1. */
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ class CompactTokens {
         Semicolon,
         Open,
         Close,
-        Failed /* Lapse() says why; there is no next token */
+        Failed /* Why() says why; there is no next token */
     };
 
     /* Something wrong, or allowed in version 1 only. */
@@ -32,7 +32,7 @@ class CompactTokens {
         std::string sentence;
     };
 
-    /* Hears of the comments when there is one to hear. */
+    /* Is told of the comments. A reader that needs none passes no listener. */
     class Listener {
       public:
         virtual void OnComment(const CompactComment &comment) = 0;
@@ -41,7 +41,8 @@ class CompactTokens {
         ~Listener() = default;
     };
 
-    /* The text is checked UTF-8 without control characters; behind it stands a zero, and as much as Source says. */
+    /* The text must be checked UTF-8 without control characters, with Source::COMPACT_ROOM bytes behind it, the
+     * first of which is zero. */
     CompactTokens(std::string_view text, uint32_t start, Listener *listener)
         : text_(text), at_(text.data() + start), begin_(at_), end_(at_), listener_(listener)
     {
@@ -49,7 +50,7 @@ class CompactTokens {
 
     Kind Next();
 
-    /* Of the latest word or string: valid until the next token is read. */
+    /* The text of the latest word or string; valid until the next token is read. */
     std::string_view Value() const { return value_; }
 
     /* Where the latest token stands, quotes included. */
@@ -62,7 +63,7 @@ class CompactTokens {
     /* True when a comment begins where the latest token ends. */
     bool EndsAtComment() const { return end_[0] == '/' && (end_[1] == '/' || end_[1] == '*'); }
 
-    /* What makes the token a failure; of another kind, the first thing in it that version 1.1 does not allow. */
+    /* Why the latest token failed, or else the first thing in it that only version 1 allows. */
     const Lapse &Why() const { return lapse_; }
     bool HasLapse() const { return hasLapse_; }
 
@@ -83,11 +84,11 @@ class CompactTokens {
     void Note(const char *at, std::string_view sentence);
 
     std::string_view text_;
-    const char *at_; /* behind the latest token, and perhaps behind what separates it from the next one */
+    const char *at_; /* behind the latest token, perhaps behind white space and comments that follow it as well */
     const char *begin_;
     const char *end_;
     std::string_view value_;
-    std::string joined_; /* a string that does not stand in the text as it is */
+    std::string joined_; /* value of a string that the text does not have in one piece */
     bool isJoined_ = false;
     bool hasLapse_ = false;
     Lapse lapse_{};

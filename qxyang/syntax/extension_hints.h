@@ -1,4 +1,4 @@
-/* Finds the extension that somebody meant who wrote its keyword without a prefix. */
+/* Finds the extension that is meant by a keyword without a prefix. */
 #pragma once
 
 #include <map>
@@ -11,14 +11,14 @@
 
 namespace qxyang {
 
-/* Serves one load. The modules that a file imports are not loaded while the file is parsed, so that their files are looked
- * into for extension statements, each once and only when a keyword is unknown. */
+/* Made for one load. The modules that a file imports are not loaded yet while the file is parsed, so their files are
+ * searched for extension statements: each file once, and only if a keyword is unknown. */
 class ExtensionHints {
   public:
     ExtensionHints(QY_CTX &context, FileFinder &files) : context_(context), files_(files) {}
 
-    /* "; did you mean 'prefix:name'?" when a module that the file imports so far has an extension of that name, or the file
-     * itself has; else nothing. */
+    /* "; did you mean 'prefix:name'?" if the file, or a module that it has imported so far, has an extension of that
+     * name; otherwise an empty text. */
     std::string Hint(const Unit &unit, std::string_view name);
 
   private:

@@ -82,13 +82,14 @@ inline uint16_t PropertyOf(Kw keyword)
     return PROPERTIES[static_cast<size_t>(keyword)];
 }
 
-/* Whether a statement may stand in a deviate of that kind. */
+/* True if a statement may stand in a deviate of that kind: RFC 7950, 7.20.3.2 and the deviate rules in 14. */
 bool IsDeviateProperty(DeviateKind kind, Kw child);
 
 /* Statements that the parent must contain. */
 const KeywordSet &RequiredIn(Kw parent);
 
-/* What may stand before yang-version in a module: nothing whose place depends on the version. */
+/* What may stand before yang-version. RFC 7950, 14 lets the header statements stand in any order; these three mean
+ * the same in both versions. */
 inline constexpr KeywordSet BEFORE_VERSION = {Kw::Namespace, Kw::Prefix, Kw::BelongsTo};
 
 } // namespace qxyang

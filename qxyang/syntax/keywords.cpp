@@ -30,7 +30,7 @@ constexpr std::array<uint8_t, SLOTS> MakeSlots()
 
 constexpr std::array<uint8_t, SLOTS> KEYWORD_SLOTS = MakeSlots();
 
-// The enumerators follow the alphabet, as the table does.
+// Enumerators and rows are both in the order of the alphabet.
 constexpr bool IsSorted()
 {
     for (size_t i = 1; i < KEYWORD_COUNT; ++i)

@@ -1,4 +1,4 @@
-/* The statements of YANG and how YIN writes their arguments. */
+/* The statements of YANG and how YIN writes their arguments: RFC 7950, 13.1. */
 #pragma once
 
 #include <cstddef>
@@ -86,32 +86,33 @@ inline constexpr size_t KEYWORD_COUNT = static_cast<size_t>(Kw::YinElement) + 1;
 /* All values of Kw, to index tables by. */
 inline constexpr size_t KW_COUNT = static_cast<size_t>(Kw::Instance) + 1;
 
-/* What an argument must look like. */
+/* What an argument must look like, with the section of RFC 7950 that says so. Arguments that are parsed later,
+ * ranges and paths for example, only have to be NonEmpty here. */
 enum class ArgumentForm : uint8_t {
     None,
     Text,
-    Identifier,
-    Reference,
-    Boolean,
-    Date,
-    Status,
-    OrderedBy,
-    YangVersion,
-    DeviateKind,
-    Modifier,
-    Integer,
-    Count,
-    Maximum,
-    FractionDigits,
-    EnumName,
+    Identifier,     /* 6.2 */
+    Reference,      /* an identifier, with or without a prefix: 5.1, 7.1.4 */
+    Boolean,        /* 7.6.5, 7.19.2.2, 7.21.1, 9.9.3 */
+    Date,           /* 7.1.9 */
+    Status,         /* 7.21.2 */
+    OrderedBy,      /* 7.7.7 */
+    YangVersion,    /* 7.1.2 */
+    DeviateKind,    /* 7.20.3.2 */
+    Modifier,       /* 9.4.6 */
+    Integer,        /* 9.6.4.2 */
+    Count,          /* 7.7.5, 9.7.4.2 */
+    Maximum,        /* 7.7.6 */
+    FractionDigits, /* 9.3.4 */
+    EnumName,       /* 9.6.4 */
     NonEmpty,
-    Condition,
+    Condition, /* 7.5.3, 7.21.5; of the XPath expression only quotes and brackets are checked */
 };
 
 /* What is done with a statement. */
 enum KeywordUse : uint8_t {
     CHECKED = 0,               /* looked at while the file is parsed, then forgotten */
-    IN_ELEMENT = 1 << 0,       /* its argument is a child element, a text that nobody asks for */
+    IN_ELEMENT = 1 << 0,       /* in YIN its argument is a child element; no later stage reads it */
     RECORDED = 1 << 1,         /* later stages read it */
     NAMED = RECORDED | 1 << 2, /* its argument outlives the load: it becomes the name of something kept */
     KEPT = 1 << 3,             /* extension statements on it are kept */

@@ -1,5 +1,5 @@
-/* Statements of a file as later stages read them: what nobody asks for (descriptions, must, units, ...) is checked
- * while the file is parsed and gets no record. */
+/* Statements of a file as later stages read them. Statements that no stage reads (description, must, units, ...) are
+ * checked while the file is parsed and get no record. */
 #pragma once
 
 #include <cstdint>
@@ -16,8 +16,8 @@
 
 namespace qxyang {
 
-/* Properties of a statement. For refine and deviate: what they set. The first ten are in the order of the node flags that
- * follow from them, see FlagsOf. */
+/* Properties of a statement. For refine and deviate: what they set. The first ten are in the order of the node flags
+ * that follow from them, see FlagsOf. */
 enum Property : uint16_t {
     SETS_CONFIG = 1 << 0,
     IS_STATE = 1 << 1, /* config is false */
@@ -55,19 +55,19 @@ struct Statement {
     uint16_t properties;
 };
 
-/* An extension keyword as a file uses it: one record for all statements with it. Those directly within another extension
- * statement of the same namespace may be its argument rather than statements, so they have records of their own. */
+/* An extension keyword as a file uses it: one record for all statements with it. An element directly within another
+ * extension statement of the same namespace may be that one's argument, so the keyword has another record there. */
 struct ExtensionUse {
-    const char *name; /* how the table finds it; in YIN: keyword above, if any, then namespace and keyword; in compact
-                         syntax: prefix and keyword as written */
+    const char *name; /* what the table finds it by; in YIN: keyword of `above`, if any, then namespace and keyword; in
+                         compact syntax: prefix and keyword as written */
     const char *keyword;
     std::string_view space;  /* namespace; empty in compact syntax */
     std::string_view prefix; /* in compact syntax */
-    ExtensionUse *above;     /* of the extension statement around, or null */
+    ExtensionUse *above;     /* the use that the statement around is of, or null */
     const char *attribute;   /* name of the first attribute met, or null */
     uint32_t offset;         /* of the first of the statements */
     bool resolved;
-    const Extension *definition; /* once resolved; null: it is the argument of the one above */
+    const Extension *definition; /* once resolved; null: an element with it is the argument of the statement around */
 };
 
 struct ExtensionStatement : Statement {
@@ -80,7 +80,7 @@ inline ExtensionStatement *AsExtension(Statement *statement)
     return static_cast<ExtensionStatement *>(statement);
 }
 
-/* The child of that keyword that comes first, or null. */
+/* The first child of that keyword, or null. */
 inline Statement *FindChild(const Statement *statement, Kw keyword)
 {
     Statement *child = statement->first;
@@ -89,14 +89,14 @@ inline Statement *FindChild(const Statement *statement, Kw keyword)
     return child;
 }
 
-/* The argument of the child of that keyword that comes first, or nothing. */
+/* The argument of the first child of that keyword, or an empty text. */
 inline std::string_view ArgumentOf(const Statement *statement, Kw keyword)
 {
     const Statement *child = FindChild(statement, keyword);
     return child != nullptr ? child->argument : std::string_view();
 }
 
-/* A prefix that the file may use and what it stands for. */
+/* A prefix that the file may use, and the module that it stands for. */
 struct PrefixBinding {
     std::string_view name;
     QY_MOD *module;
@@ -109,20 +109,20 @@ class Unit {
   public:
     Unit(std::string path, std::string name, QY_MOD *owner) : module(owner), source(std::move(path), std::move(name)) {}
 
-    QY_MOD *module; /* whose text this is */
+    QY_MOD *module; /* that the file is part of */
     Source source;
     Statement *root = nullptr;
     bool isVersion11 = false;
     const char *revision = nullptr;        /* latest, or null */
     ExtensionHints *hints = nullptr;       /* while the file is parsed */
     std::vector<PrefixBinding *> bindings; /* in the order of the imports */
-    NameTable<PrefixBinding> prefixes;     /* the same */
+    NameTable<PrefixBinding> prefixes;     /* the same, by name */
     NameTable<ExtensionUse> extensionUses;
-    Arena statements; /* every record of the file; emptied when the module is complete */
+    Arena statements; /* all records of the file; released when the module is complete */
 
     const std::string &Name() const { return source.Module(); }
 
-    /* The module that a prefix stands for, none meaning this one; null: unknown. */
+    /* The module that a prefix stands for; an empty prefix stands for this one. Null: the prefix is unknown. */
     QY_MOD *BoundModule(std::string_view prefix) const
     {
         if (prefix.empty())

@@ -1,4 +1,4 @@
-/* One file's statements as tools read them: nothing but their syntax is checked. */
+/* The statements of one file as tools read them. Only the syntax is checked. */
 #pragma once
 
 #include <qxyang.h>
@@ -20,21 +20,21 @@ struct QXYANG_FILE {
     qxyang::Failures failures;
     qxyang::Arena texts;
     qxyang::TextCache names;
-    std::vector<QXYANG_STATEMENT_S> statements; /* in the order of their beginnings */
+    std::vector<QXYANG_STATEMENT_S> statements; /* in the order in which they begin */
     std::vector<QXYANG_COMMENT_S> comments;     /* in the order of the file */
 };
 
 namespace qxyang {
 
-/* Builds the list of a file's statements from what its reader meets. */
+/* Builds the list of a file's statements from what its reader tells. */
 class StatementList {
   public:
     explicit StatementList(QXYANG_FILE &file) : file_(file) {}
 
-    /* A prefix with null data stands for none. */
+    /* A statement begins. A prefix whose data are null stands for none. */
     QXYANG_STATEMENT_S &Start(std::string_view prefix, std::string_view keyword, uint32_t offset);
 
-    /* Gives the statement its argument as it stands from `begin` to `end`; both 0: not known where. */
+    /* Gives the statement its argument, which stands from `begin` to `end`. Both are 0 if the place is not known. */
     void SetArgument(QXYANG_STATEMENT_S &statement, std::string_view argument, uint32_t form, uint32_t begin,
                      uint32_t end);
 
@@ -50,7 +50,7 @@ class StatementList {
 
     void Fail(uint32_t offset, std::string_view sentence) { file_.failures.Add(file_.source, offset, sentence); }
 
-    /* Ends what is still open, says where comments stand, and which modules the prefixes mean. */
+    /* Ends the statements that are still open, and finds the places of comments and the modules of prefixes. */
     void Finish();
 
   private:
@@ -62,10 +62,10 @@ class StatementList {
     std::vector<uint32_t> lastChild_; /* of each open statement, then of the file */
 };
 
-/* Reads a file in either syntax whose text the source has. */
+/* Reads the text of the file's source, in either syntax. */
 void ReadStatements(QXYANG_FILE &file);
 
-/* The part of it for YIN. */
+/* The same for YIN only. */
 void ReadYinStatements(QXYANG_FILE &file, StatementList &list);
 
 } // namespace qxyang

@@ -14,7 +14,7 @@ namespace qxyang {
 
 namespace {
 
-/* A name as expat gives it: namespace, name and prefix, those that there are. */
+/* A name as expat gives it: namespace, name and prefix, as far as the element has them. */
 struct ElementName {
     std::string_view space;
     std::string_view local;
@@ -39,7 +39,7 @@ struct Range {
     uint32_t end = 0;
 };
 
-/* Where the attribute's value stands in the tag that begins there. The tag is well formed. */
+/* Where the value of that attribute stands in the tag that begins at `tag`. The tag is well formed. */
 Range FindAttribute(std::string_view text, uint32_t tag, std::string_view name)
 {
     size_t at = text.find_first_of(" \t\r\n/>", tag);
@@ -83,7 +83,7 @@ class YinReader {
     }
 
   private:
-    /* What a handler throws must not cross expat. */
+    /* Runs a handler. An exception must not pass through expat: it is kept until expat has returned. */
     template <class Handle>
     static void Guard(void *self, Handle &&handle)
     {
@@ -120,7 +120,7 @@ class YinReader {
     static void XMLCALL OnDoctype(void *self, const XML_Char *, const XML_Char *, const XML_Char *, int)
     {
         Guard(self, [](YinReader &reader) {
-            // expat tells of it when it has read past its name.
+            // expat calls this when it has read past the name.
             size_t begin = reader.file_.source.Text().rfind("<!DOCTYPE", reader.Offset());
             reader.list_.Fail(begin != std::string_view::npos ? static_cast<uint32_t>(begin) : reader.Offset(),
                               "a DOCTYPE is not allowed");
@@ -149,7 +149,7 @@ class YinReader {
         SetAttribute(statement, isYang ? FindKeyword(name.local) : Kw::None, attributes);
     }
 
-    /* True when the element is the argument of the statement around. */
+    /* True if the element is the argument of the statement around. */
     bool IsArgument(std::string_view name)
     {
         const QXYANG_STATEMENT_S *open = list_.Open();
@@ -158,7 +158,7 @@ class YinReader {
                open->pcArgument == nullptr;
     }
 
-    /* The attribute that YANG prescribes, or the first that has no prefix. */
+    /* Takes the attribute that is the argument of this keyword, or else the first one without a prefix. */
     void SetAttribute(QXYANG_STATEMENT_S &statement, Kw keyword, const char **attributes)
     {
         const char **chosen = nullptr;
@@ -195,7 +195,7 @@ class YinReader {
         list_.End(TagEnd());
     }
 
-    /* The place is that of all that stands between the tags. */
+    /* The argument's place is that of all text between the tags. */
     void SetText(QXYANG_STATEMENT_S &statement, std::string_view text, uint32_t form)
     {
         bool isKnown = !file_.source.IsWide() && textBegin_ <= Offset();

@@ -20,7 +20,7 @@ uint16_t PropertiesOf(Kw keyword, std::string_view argument)
     return property;
 }
 
-/* What a refine or deviate changes is compared with the node. */
+/* True for statements in a refine or deviate that say what to change: they are compared with the node later. */
 bool IsOperand(const auto *parent, Kw keyword)
 {
     return parent != nullptr && (parent->keyword == Kw::Refine || parent->keyword == Kw::Deviate) &&
@@ -64,11 +64,11 @@ void StatementRecorder::StartCompact(const CompactStatement &statement)
         Push(keyword, CompactArgumentOf(KeywordOf(keyword), statement), statement.offset);
 }
 
-/* The statement, or Kw::None: then it is left out, with all that stands in it. */
+/* The keyword itself, or Kw::None: then the statement is skipped with all that stands in it. */
 Kw StatementRecorder::Place(Kw keyword, std::string_view name, bool isArgument, uint32_t offset)
 {
     Frame *parent = frames_.empty() ? nullptr : &frames_.back();
-    // Statements within an extension statement are the extension's own affair.
+    // What YANG statements within an extension statement mean is the extension's to define: RFC 7950, 6.3.1.
     bool isSkipped = skipped_ > 0 || isArgument || (parent != nullptr && parent->keyword == Kw::Instance);
     if (!isSkipped && keyword == Kw::None) {
         failures_.Add(unit_.source, offset, "unknown statement " + Quoted(name), [&] {
@@ -102,7 +102,7 @@ void StatementRecorder::Push(Kw keyword, Argument argument, uint32_t offset)
     frames_.push_back(frame);
 }
 
-/* True if the element is the argument of the statement around it, which is one of YANG's own. */
+/* True if the element is the argument of the statement around it: RFC 7950, 13.1. Not for extension statements. */
 bool StatementRecorder::IsArgumentElement(Frame &parent, std::string_view name, uint32_t offset)
 {
     if (parent.keyword == Kw::Instance)
@@ -199,7 +199,7 @@ StatementRecorder::Argument StatementRecorder::CompactArgumentOf(const Keyword &
     return {};
 }
 
-/* Attributes of other namespaces are nobody's business here. */
+/* The attribute that holds the argument is in no namespace: RFC 7950, 13.1. Attributes that are in one are ignored. */
 void StatementRecorder::FailAttribute(std::string_view name, const Keyword &keyword, uint32_t offset)
 {
     if (name.find(NAMESPACE_SEPARATOR) != std::string_view::npos)
@@ -320,7 +320,7 @@ ExtensionStatement *StatementRecorder::RecordInstance(Frame &frame)
     return statement;
 }
 
-/* Which attribute is the argument is only known when the extension's definition is. */
+/* Keeps the only attribute: it must be the argument, whose name is known once the extension is found. */
 void StatementRecorder::SetAttribute(ExtensionStatement &statement, const char **attributes)
 {
     for (; attributes[0] != nullptr; attributes += 2) {
@@ -364,7 +364,7 @@ ExtensionUse *StatementRecorder::UseOf(std::string_view space, std::string_view 
     return use;
 }
 
-/* Null: that is no keyword. */
+/* The use of a keyword with a prefix; null: that is no such keyword. */
 ExtensionUse *StatementRecorder::CompactUseOf(std::string_view keyword, uint32_t offset)
 {
     if (ExtensionUse *known = unit_.extensionUses.Find(keyword))
@@ -410,7 +410,8 @@ void StatementRecorder::EndStatement(const Frame &frame)
             Fail(frame.offset, Describe(frame) + " has no " + Quoted(KeywordOf(keyword).name));
 }
 
-/* Text counts where nothing else stands: it may be the argument of the extension statement around. */
+/* Keeps the text of an element without attribute and child: it may be the argument of the extension statement
+ * around. */
 void StatementRecorder::EndExtension(const Frame &frame)
 {
     if (frame.statement == nullptr || unit_.source.IsCompact())

@@ -1,4 +1,5 @@
-/* Makes statement records of what stands in a file, in either syntax, checked against the grammar of statements, their places and their arguments. */
+/* Makes the statement records of a file in either syntax, and checks which statements there are, where they stand
+ * and what their arguments look like. */
 #pragma once
 
 #include <memory>
@@ -26,24 +27,24 @@ class StatementRecorder {
     /* The same in compact syntax: the keyword may have a prefix. */
     void StartCompact(const CompactStatement &statement);
 
-    /* An element that nothing is made of, nor of what stands in it; the failure counts only where elements do. */
+    /* Skips an element with all that stands in it. Records the failure unless the element stands in a skipped one. */
     void SkipElement(uint32_t offset, std::string_view sentence);
 
-    /* The end of any of them. */
+    /* The end of the statement or element that is open innermost. */
     void End();
 
     /* Text within the element that is open innermost. */
     void AddText(std::string_view text) { text_.append(text); }
 
-    /* Whether the text of the element that is open innermost matters. */
+    /* True if the text of the element that is open innermost may be an argument. */
     bool WantsText() const { return textWanted_; }
 
-    /* Whether the element that is open innermost is a YANG statement. */
+    /* True if the element that is open innermost is a statement of YANG. */
     bool IsInStatement() const { return skipped_ == 0 && !frames_.empty() && frames_.back().keyword != Kw::Instance; }
 
     size_t Depth() const { return skipped_ + frames_.size(); }
 
-    /* "container 'x'": the element that is open innermost; empty when there is none that counts. */
+    /* "container 'x'": the element that is open innermost; empty if there is none, or a skipped one. */
     std::string DescribeOpen() const;
 
     void Fail(uint32_t offset, std::string_view sentence) { failures_.Add(unit_.source, offset, sentence); }
@@ -61,7 +62,7 @@ class StatementRecorder {
         KeywordSet seen = {};
     };
 
-    /* An attribute value; the data are null when there is none. */
+    /* An argument; its data are null if the statement has none. */
     using Argument = std::string_view;
 
     Kw Place(Kw keyword, std::string_view name, bool isArgument, uint32_t offset);
@@ -92,7 +93,7 @@ class StatementRecorder {
     std::vector<Frame> frames_;
     std::string text_; /* of the extension statement that is open innermost */
     std::string key_;
-    size_t skipped_ = 0; /* open elements that are left out */
+    size_t skipped_ = 0; /* open elements that are skipped */
     size_t statements_ = 0;
     bool textWanted_ = false;
 };

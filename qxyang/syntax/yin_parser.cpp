@@ -12,7 +12,7 @@ namespace qxyang {
 
 namespace {
 
-/* Drives expat over the text and tells the recorder what comes. */
+/* Runs expat over the text and tells the recorder what it finds. */
 class YinParser {
   public:
     YinParser(Unit &unit, Failures &failures)
@@ -20,7 +20,7 @@ class YinParser {
     {
     }
 
-    /* True: the whole file has been read, and nothing is wrong with it. */
+    /* True if the whole file was read and nothing is wrong with it. */
     bool Run();
 
   private:
@@ -81,7 +81,7 @@ bool YinParser::Run()
     return false;
 }
 
-/* Runs a handler; what it throws must not cross expat and is kept until expat has returned. */
+/* Runs a handler. An exception must not pass through expat: it is kept until expat has returned. */
 template <class Handle>
 void YinParser::Guard(void *self, Handle &&handle)
 {
@@ -96,7 +96,7 @@ void YinParser::Guard(void *self, Handle &&handle)
     }
 }
 
-/* Nothing but other statements may stand in a statement: looks at what stands between the latest tag and this one. */
+/* Looks for text between the latest tag and this one. A statement of YANG holds elements only: RFC 7950, 13.1. */
 inline void YinParser::CheckText(uint32_t at)
 {
     if (!unit_.source.IsBlank(tagEnd_, at))
@@ -185,7 +185,7 @@ void YinParser::StartForeign(std::string_view name, const char **attributes)
     recorder_.StartExtension(name.substr(0, separator), local, attributes, Offset());
 }
 
-/* Text is asked of expat only where it may be an argument: it comes in many small pieces everywhere else. */
+/* Lets expat report text only where it may be an argument, since expat reports it in many small pieces. */
 void YinParser::FollowText()
 {
     if (recorder_.WantsText() == hasTextHandler_)
@@ -206,7 +206,7 @@ void YinParser::Stop(std::string_view sentence)
     Stop();
 }
 
-/* expat tells of it when it has read past its name. */
+/* expat calls the handler when it has read past the name. */
 void YinParser::StopAtDoctype()
 {
     size_t begin = unit_.source.Text().rfind("<!DOCTYPE", Offset());
@@ -215,7 +215,7 @@ void YinParser::StopAtDoctype()
     Stop();
 }
 
-/* Tells of a file in compact syntax, which is no XML from its first character on. */
+/* Records the failure and returns true if the file is in compact syntax. */
 bool YinParser::FailCompact()
 {
     std::string_view text = unit_.source.Text();
@@ -249,7 +249,8 @@ void YinParser::FailXml(XML_Error error)
     recorder_.Fail(at, sentence);
 }
 
-/* Names the prefix of the element that starts there, unless that one is bound: then an attribute has the unknown one. */
+/* The sentence about the unknown prefix in the tag that begins there: the element's, unless that one is bound; then
+ * it is an attribute's. */
 std::string YinParser::UnboundPrefix(uint32_t at) const
 {
     std::string_view tag = unit_.source.Text().substr(std::min<size_t>(at, unit_.source.Text().size()));
