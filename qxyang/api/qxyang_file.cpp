@@ -105,7 +105,7 @@ uint32_t QXYANG_ScanFileFailures(const QXYANG_FILE *pstFile, QXYANG_FAILURE_PF p
 
 const char *QXYANG_GetArgumentName(const char *pcKeyword, uint32_t *puiForm)
 {
-    const Kw keyword = FindKeyword(pcKeyword);
+    Kw keyword = FindKeyword(pcKeyword);
     if (keyword == Kw::None)
         return nullptr;
     const Keyword &info = KeywordOf(keyword);

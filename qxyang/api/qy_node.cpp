@@ -2,6 +2,7 @@
  * them change a node: its private slot, or its extension instances. */
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "build/extensions.h"
 #include "build/if_feature.h"
@@ -128,7 +129,7 @@ void RestoreClassOf(QY_NODE *leaf) noexcept
 
 uint32_t QY_NODE_ReplaceDstExtInst(QY_NODE *pDst, QY_NODE *pSrc)
 {
-    const bool isAgain = (pDst->flags & NODE_OWN_SET) != 0 && pDst->extensions == pSrc->extensions;
+    bool isAgain = (pDst->flags & NODE_OWN_SET) != 0 && pDst->extensions == pSrc->extensions;
     if (pDst == pSrc || isAgain)
         return 0;
     try {

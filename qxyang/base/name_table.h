@@ -35,10 +35,9 @@ class NameTable {
     {
         if (slots_.empty())
             return nullptr;
-        for (size_t at = HashText(name) & Mask();; at = (at + 1) & Mask()) {
+        for (size_t at = HashText(name) & Mask();; at = (at + 1) & Mask())
             if (slots_[at] == nullptr || name == slots_[at]->name)
                 return slots_[at];
-        }
     }
 
     /* Adds the record and returns null, unless the table has one of that name: that one is returned. */

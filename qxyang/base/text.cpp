@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
+#include <utility>
 
 #include "base/schema_limits.h"
 

@@ -1,8 +1,10 @@
 #include "build/augments.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "build/extensions.h"
+#include "build/if_feature.h"
 #include "build/node_conditions.h"
 #include "build/node_kinds.h"
 
@@ -53,7 +55,7 @@ void Augments::Apply(const Planned &augment)
     node->extensions = ExtensionsOf(build_, unit, augment.statement);
     SetCondition(node, ConditionsOf(build_, unit, augment.statement));
     QY_NODE *before = target->last;
-    const auto depth = static_cast<uint32_t>(augment.path.Steps().size());
+    auto depth = static_cast<uint32_t>(augment.path.Steps().size());
     RunOnHeap(AddTo(target, augment.statement, {augment.scope, depth, false}));
     if (target->last == before)
         return;

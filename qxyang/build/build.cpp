@@ -1,5 +1,7 @@
 #include "build/build.h"
 
+#include <utility>
+
 #include "schema/ranges.h"
 
 namespace qxyang {

@@ -2,11 +2,11 @@
 
 #include <charconv>
 #include <span>
+#include <utility>
 
 #include "base/schema_limits.h"
 #include "build/node_kinds.h"
 #include "schema/ranges.h"
-#include "syntax/grammar.h"
 
 namespace qxyang {
 

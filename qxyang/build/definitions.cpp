@@ -1,5 +1,8 @@
 #include "build/definitions.h"
 
+#include <algorithm>
+#include <type_traits>
+
 #include "syntax/argument_form.h"
 
 namespace qxyang {

@@ -1,6 +1,7 @@
 #include "build/deviations.h"
 
-#include <algorithm>
+#include <unordered_map>
+#include <utility>
 
 #include "build/extensions.h"
 #include "build/leafref_path.h"
@@ -169,7 +170,7 @@ class Deviator {
     bool CheckOperands(const Statement *deviate, const QY_NODE *node)
     {
         DeviateKind kind = deviate->deviateKind;
-        const uint16_t deviable = DeviableOn(node->kind);
+        uint16_t deviable = DeviableOn(node->kind);
         bool good = true;
         for (const Statement *child = deviate->first; child != nullptr; child = child->next) {
             uint16_t property = PropertyOf(child->keyword);

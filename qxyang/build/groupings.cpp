@@ -5,6 +5,7 @@
 
 #include "build/definitions.h"
 #include "build/extensions.h"
+#include "build/if_feature.h"
 #include "build/leafref_path.h"
 #include "build/new_nodes.h"
 #include "build/node_conditions.h"
@@ -60,10 +61,10 @@ OnHeap Groupings::Compile(Grouping &grouping, uint32_t depth)
     root->kind = ROOT_KIND;
     root->name = grouping.name;
     root->module = &build_.module;
-    const Site site{ScopeOf(build_, grouping.statement, grouping.scope), depth, true};
+    Site site{ScopeOf(build_, grouping.statement, grouping.scope), depth, true};
     if (site.scope != grouping.scope)
         co_await CompileDefinitions(grouping.statement, site);
-    const size_t additions = names_.Additions();
+    size_t additions = names_.Additions();
     co_await children_.AddChildren(grouping.statement, root, site);
     names_.CheckAdditions(additions);
     names_.CheckChildren(root, grouping.statement, site.scope);
@@ -142,7 +143,7 @@ QY_NODE *Groupings::CopyNode(const QY_NODE *from, const Use &use)
 OnHeap Groupings::Change(Use use, const QY_NODE *grouping)
 {
     Unit &unit = use.site.File();
-    const size_t additions = names_.Additions();
+    size_t additions = names_.Additions();
     std::vector<Refinement> refined;
     for (const Statement *child = use.statement->first; child != nullptr; child = child->next) {
         if (child->keyword != Kw::Refine && child->keyword != Kw::Augment)
@@ -221,7 +222,7 @@ uint16_t RefinableOn(uint8_t kind)
  * none. */
 const ExtensionSet *Groupings::Refine(const Statement *refine, QY_NODE *node, Unit &unit)
 {
-    const uint16_t refinable = RefinableOn(node->kind);
+    uint16_t refinable = RefinableOn(node->kind);
     for (const Statement *child = refine->first; child != nullptr; child = child->next) {
         if ((PropertyOf(child->keyword) & ~refinable) == 0)
             continue;

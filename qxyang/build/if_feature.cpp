@@ -1,5 +1,7 @@
 #include "build/if_feature.h"
 
+#include <algorithm>
+
 namespace qxyang {
 
 namespace {
@@ -317,7 +319,7 @@ bool Holds(const Condition *condition)
     if (condition == nullptr)
         return true;
     const Condition *first = condition->shared != nullptr ? condition->shared : condition;
-    const uint64_t epoch = first->expression.steps[0].feature->module->context->featureEpoch;
+    uint64_t epoch = first->expression.steps[0].feature->module->context->featureEpoch;
     bool holds = true;
     const Condition *end = condition;
     for (; holds && end != nullptr; end = end->next) {

@@ -1,5 +1,7 @@
 #include "build/leafref_path.h"
 
+#include <algorithm>
+
 namespace qxyang {
 
 namespace {

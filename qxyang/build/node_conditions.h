@@ -1,7 +1,7 @@
 /* Conditions of nodes: their if-feature statements, and those of the uses and augments that brought them. */
 #pragma once
 
-#include "build/if_feature.h"
+#include "schema/model.h"
 
 namespace qxyang {
 

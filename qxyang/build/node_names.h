@@ -14,7 +14,7 @@ class NodeNames {
      * groupings. */
     void CheckChildren(QY_NODE *parent, const Statement *statement, Scope *scope);
 
-    /* The names of the cases of a choice that has all its cases. */
+    /* The names of the cases of a choice that has all its cases: RFC 7950, 7.9.2. */
     void CheckCases(QY_NODE *choice, const Statement *statement, Scope *scope);
 
     /* The names of the module's top-level nodes. */
@@ -29,8 +29,8 @@ class NodeNames {
     /* A point in time, from which CheckAdditions goes on. */
     size_t Additions() const { return added_.size(); }
 
-    /* Checks what was added since, in each target once. Additions wait on whose names count below a node that gets more
-     * children still. */
+    /* Checks what was added since, in each target once: RFC 7950, 7.17. Additions wait on whose names count below a
+     * node that gets more children still. */
     void CheckAdditions(size_t since, const QY_NODE *unfinished = nullptr);
 
   private:

@@ -2,6 +2,7 @@
 
 #include "build/definitions.h"
 #include "build/extensions.h"
+#include "build/if_feature.h"
 #include "build/leafref_path.h"
 #include "build/list_keys.h"
 #include "build/new_nodes.h"
@@ -35,7 +36,7 @@ OnHeap TreeBuilder::AddChildren(const Statement *statement, QY_NODE *parent, Sit
         QY_NODE *node = AddNode(child, parent, site);
         if (IsLeaf(node))
             continue;
-        const uint32_t levels = node->parent == parent ? 1 : 2; // a node of a choice may have got a case of its own
+        uint32_t levels = node->parent == parent ? 1 : 2; // a node of a choice may have got a case of its own
         co_await FillParent(child, node, site.Below(levels));
     }
 }
@@ -70,7 +71,7 @@ OnHeap TreeBuilder::FillParent(const Statement *statement, QY_NODE *node, Site s
     site.scope = ScopeOf(build_, statement, site.scope);
     if (site.scope != outer)
         co_await groupings_.CompileDefinitions(statement, site);
-    const size_t additions = names_.Additions();
+    size_t additions = names_.Additions();
     co_await AddChildren(statement, node, site);
     if (NameScope(node) == node)
         names_.CheckAdditions(additions);

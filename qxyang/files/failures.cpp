@@ -1,7 +1,9 @@
 #include "files/failures.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "base/schema_limits.h"
 #include "files/source.h"
 
 namespace qxyang {
@@ -79,13 +81,13 @@ uint32_t Failures::ScanRecords(QXYANG_FAILURE_PF callback, void *cookie) const
 {
     auto orNull = [](const std::string &text) { return text.empty() ? nullptr : text.c_str(); };
     for (const Failure &failure : failures_) {
-        const QXYANG_FAILURE_S record = {orNull(failure.module), orNull(failure.file),
-                                         failure.line,           failure.column,
-                                         failure.text.c_str(),   failure.text.c_str() + failure.PlaceLength()};
+        QXYANG_FAILURE_S record = {orNull(failure.module), orNull(failure.file),
+                                   failure.line,           failure.column,
+                                   failure.text.c_str(),   failure.text.c_str() + failure.PlaceLength()};
         if (uint32_t result = callback(&record, cookie); result != 0)
             return result;
     }
-    const QXYANG_FAILURE_S record = {wanted_.data(), nullptr, 0, 0, "out of memory", "out of memory"};
+    QXYANG_FAILURE_S record = {wanted_.data(), nullptr, 0, 0, "out of memory", "out of memory"};
     return outOfMemory_ ? callback(&record, cookie) : 0;
 }
 

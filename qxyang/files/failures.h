@@ -10,7 +10,6 @@
 #include <string_view>
 #include <vector>
 
-#include "base/schema_limits.h"
 #include "base/text.h"
 
 namespace qxyang {

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <memory>
 #include <set>
+#include <utility>
 
 #include "base/text.h"
 #include "files/own_models.h"
@@ -138,7 +139,7 @@ std::string FileFinder::WhyUnseen(const std::string &directory)
 template <class Visit>
 void FileFinder::ForEachRevision(std::string_view name, Visit &&visit)
 {
-    const std::string beginning = std::string(name) + "@";
+    std::string beginning = std::string(name) + "@";
     for (const std::string &directory : path_.Directories()) {
         const std::vector<std::string> &files = Listing(directory);
         for (auto file = std::lower_bound(files.begin(), files.end(), beginning);
@@ -192,8 +193,8 @@ void FileFinder::AddOwnFile(const std::string &name, std::vector<std::string> &f
 
 std::vector<std::string> FileFinder::Candidates(std::string_view name, std::string_view revision)
 {
-    const std::string plain(name);
-    const std::string dated = plain + "@" + std::string(revision);
+    std::string plain(name);
+    std::string dated = plain + "@" + std::string(revision);
     std::vector<std::string> found;
     if (!revision.empty())
         for (const std::string &directory : path_.Directories())

@@ -1,6 +1,7 @@
 #include "load/loader.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "build/definitions.h"
 #include "build/deviations.h"

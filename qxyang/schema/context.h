@@ -6,7 +6,6 @@
 #include <list>
 #include <memory>
 #include <string_view>
-#include <vector>
 
 #include "files/failures.h"
 #include "files/search_path.h"

@@ -1,7 +1,6 @@
 #include "schema/deviation_log.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace qxyang {
 

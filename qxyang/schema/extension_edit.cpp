@@ -1,6 +1,5 @@
 #include "schema/extension_edit.h"
 
-#include <algorithm>
 #include <cstring>
 #include <functional>
 

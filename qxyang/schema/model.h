@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <list>
 #include <memory>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cstdint>
+#include <initializer_list>
 
 #include "base/text.h"
 

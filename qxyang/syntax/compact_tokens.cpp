@@ -4,7 +4,6 @@
 #include <array>
 #include <cstring>
 
-#include "base/text.h"
 #include "files/source.h"
 
 namespace qxyang {

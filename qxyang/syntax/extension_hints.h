@@ -1,6 +1,7 @@
 /* Finds the extension that is meant by a keyword without a prefix. */
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>

@@ -3,8 +3,6 @@
 #include <array>
 #include <string_view>
 
-#include "base/text.h"
-
 namespace qxyang {
 
 namespace {

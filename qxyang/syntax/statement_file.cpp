@@ -4,7 +4,6 @@
 
 #include "base/text.h"
 #include "syntax/compact_parser.h"
-#include "syntax/keywords.h"
 
 namespace qxyang {
 

@@ -2,7 +2,6 @@
  * and what their arguments look like. */
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -109,7 +109,8 @@ TEST_F(Deviations, OfNodesThatOthersAugment)
 TEST_F(Deviations, OfNodesThatLeafrefsReferTo)
 {
     const std::string removal = R"(<deviate value="not-supported"/>)";
-    schema.Module("ref", R"(<leaf name="u"><type name="union"><type name="int8"/><type name="union"><type name="string"/>
+    schema.Module("ref",
+                  R"(<leaf name="u"><type name="union"><type name="int8"/><type name="union"><type name="string"/>
         <type name="leafref"><path value="/base:top/base:gone/base:g"/></type></type></type></leaf>)",
                   "base");
     schema.Module("dev", Deviation("/base:top/base:gone", removal), "base");
