@@ -75,7 +75,7 @@ inline constexpr std::string_view HINT = "; did you mean ";
 /* "; did you mean 'prefix:name'?" */
 std::string PrefixHint(std::string_view prefix, std::string_view name);
 
-/* Finds the name that somebody who wrote a wrong one probably meant. */
+/* Finds the name that is nearest to a wrong one, and probably meant. */
 class NearestName {
   public:
     /* For lists of names whose length no model decides. */

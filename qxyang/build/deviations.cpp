@@ -134,7 +134,7 @@ class Deviator {
         for (const Statement *child = first; child != nullptr; child = child->next) {
             if (child->keyword != Kw::Deviate)
                 continue;
-            if (child != first && (IsRemoval(first) || IsRemoval(child)))
+            if (child != first && (IsRemoval(first) || IsRemoval(child))) // RFC 7950, 14: deviation-stmt
                 return Fail(child, "'not-supported' is the only deviate that may stand in it");
             Deviate(child, node);
         }
@@ -148,7 +148,7 @@ class Deviator {
         if (IsRemoval(deviate)) {
             if (node->kind == QY_NODE_TYPE_INPUT || node->kind == QY_NODE_TYPE_OUTPUT)
                 return Fail(deviate, DescribeNode(node) + " cannot be left out");
-            if ((node->flags & NODE_IS_KEY) != 0)
+            if ((node->flags & NODE_IS_KEY) != 0) // RFC 7950, 7.8.2: a key names leaves that the list has
                 constraints_.AwaitListOf(deviate, node, *scope_->unit,
                                          Sentence(DescribeNode(node) + " is a key and cannot be left out"));
             log_.Remove(node, &build_.module);

@@ -1,5 +1,5 @@
-/* Paths of augments, deviations and refines, which lead through all schema nodes, choices and cases included: RFC
- * 7950, 6.5. */
+/* Paths of augments, deviations and refines: RFC 7950, 6.5. They lead through all schema nodes, choices and cases
+ * included. */
 #pragma once
 
 #include "build/build.h"

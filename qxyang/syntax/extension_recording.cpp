@@ -1,4 +1,4 @@
-/* The part of StatementRecorder that records extension statements. */
+/* The part of StatementRecorder that records extension statements: RFC 7950, 6.3.1, and 13.1 for YIN. */
 #include <cstring>
 
 #include "base/text.h"

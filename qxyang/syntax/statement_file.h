@@ -32,7 +32,7 @@ class StatementList {
   public:
     explicit StatementList(QXYANG_FILE &file) : file_(file) {}
 
-    /* A statement begins. A prefix whose data are null stands for none. */
+    /* A statement begins. A prefix whose data are null means that it has none. */
     QXYANG_STATEMENT_S &Start(std::string_view prefix, std::string_view keyword, uint32_t offset);
 
     /* Gives the statement its argument, which stands from `begin` to `end`. Both are 0 if the place is not known. */
