@@ -12,6 +12,8 @@
  *     QXYANG_ScanFile(pstFile, OnEvent, pvCookie);
  *     QXYANG_CloseFile(pstFile);
  *
+ * shows the statements of a file, and QXYANG_KeepDetails makes a context tell where the nodes of loaded modules come from.
+ *
  * Conventions are those of korv_platform.h: texts are zero-terminated UTF-8, a scan ends with the first nonzero result of its
  * callback and returns it, pointer arguments must not be null unless a function says otherwise, and no C++ exception leaves a
  * function. A file's handle and a context are driven by one thread at a time.
@@ -182,6 +184,18 @@ typedef uint32_t (*QXYANG_PATH_PF)(const char *pcPath, void *pvCookie);
 KORV_PLATFORM_API uint32_t QXYANG_ScanModulePaths(const char *const *ppcDirs, uint32_t uiDirCount, const char *pcName,
                                                   const char *pcRevision, QXYANG_PATH_PF pfnCb, void *pvCookie);
 
+/** The name of a module or submodule; the text is the callback's until it returns. */
+typedef uint32_t (*QXYANG_NAME_PF)(const char *pcName, void *pvCookie);
+
+/** Reports the names of all modules and submodules that a load by name, without a revision, finds a file for in these
+ * directories: each once, in the order of the alphabet. Nothing of the files is read.
+ *
+ * @param ppcDirs    directories; may be null when uiDirCount is 0
+ * @param uiDirCount their number
+ * @return what the callback returned; 1 without a callback when there is no memory */
+KORV_PLATFORM_API uint32_t QXYANG_ScanModuleNames(const char *const *ppcDirs, uint32_t uiDirCount, QXYANG_NAME_PF pfnCb,
+                                                  void *pvCookie);
+
 /** @} */
 
 /* ------------------------------------------------------------------------------------------------------------------ */
@@ -199,6 +213,106 @@ KORV_PLATFORM_API uint32_t QXYANG_ScanModuleFiles(const QY_MOD *pMod, QXYANG_MOD
 
 /** Reports the failures of the latest load call in the order in which they were met. */
 KORV_PLATFORM_API uint32_t QXYANG_ScanLoadFailures(const QY_CTX *pCtx, QXYANG_FAILURE_PF pfnCb, void *pvCookie);
+
+/** @} */
+
+/* ------------------------------------------------------------------------------------------------------------------ */
+/**
+ * @defgroup qxyang_details Where nodes come from, and what else their statements say
+ *
+ * A context that QXYANG_KeepDetails asked for it, before it loaded anything, keeps the texts of the files that it loads and
+ * notes which statement made what. Any other context pays nothing for it, and the functions below answer nonzero there.
+ *
+ *     QY_CTX *pCtx = QY_CTX_Create(0);
+ *     QXYANG_KeepDetails(pCtx);
+ *     QY_CTX_LoadModule(pCtx, "acme", NULL);
+ *
+ *     QXYANG_NODE_DETAILS_S stDetails;
+ *     if (QXYANG_GetNodeDetails(pNode, &stDetails) == 0 && stDetails.stStatement.pcFile != NULL)
+ *         printf("%s:%u\n", stDetails.stStatement.pcFile, stDetails.stStatement.stPlace.uiLine);
+ *
+ * All texts and file handles that these functions give out are the context's. They live until the module whose text the
+ * file is has been released.
+ * @{
+ */
+
+/** A statement and its file. Not known: all pointers are null, uiStatement is QXYANG_NO_STATEMENT, and the rest 0. */
+typedef struct QXYANG_ORIGIN_S {
+    const QXYANG_FILE *pstFile; /**< the file as it was loaded, without its comments; not to be closed */
+    const char *pcFile;         /**< its path */
+    const char *pcModule;       /**< name of the module or submodule in it */
+    uint32_t uiStatement;       /**< the statement's index, for QXYANG_GetStatement */
+    QXYANG_PLACE_S stPlace;     /**< the statement's place */
+} QXYANG_ORIGIN_S;
+
+/** Values of a status statement. */
+enum {
+    QXYANG_STATUS_CURRENT = 0,
+    QXYANG_STATUS_DEPRECATED = 1,
+    QXYANG_STATUS_OBSOLETE = 2
+};
+
+/** What is known of a node beyond the contract. Refine and deviate statements have been applied to all values. */
+typedef struct QXYANG_NODE_DETAILS_S {
+    QXYANG_ORIGIN_S
+    stStatement;               /**< the statement that makes the node, in its grouping if it has come from one. The case
+                                      that a choice gives a node of its own has the node's, and input and output that a
+                                      model does not write have their operation's. */
+    QXYANG_ORIGIN_S stUses;    /**< the outermost uses statement that brought the node; not known: none did */
+    const char *pcDescription; /**< description, or null */
+    const char *pcUnits;       /**< units of a leaf or leaf-list, its type's included, or null */
+    uint32_t uiIsConfig;       /**< 1: configuration. 0: state, or part of an operation or notification. */
+    uint32_t uiStatus;         /**< QXYANG_STATUS_ value of the statement itself */
+} QXYANG_NODE_DETAILS_S;
+
+/** A text; it is the callback's as long as the context's texts live. */
+typedef uint32_t (*QXYANG_TEXT_PF)(const char *pcText, void *pvCookie);
+/** An extension instance as QY_EXT_SCAN_PF has it, and its statement; the record is the callback's until it returns. */
+typedef uint32_t (*QXYANG_EXT_PF)(QY_EXT *pExt, const char *pcModuleName, const char *pcExtName, const char *pcArgValue,
+                                  const QXYANG_ORIGIN_S *pstOrigin, void *pvCookie);
+
+/** Makes the context keep what the functions below answer.
+ *
+ * @return 0 = done, or asked before. Nonzero: the context holds a module already, or there is no memory; then it keeps
+ *         nothing. */
+KORV_PLATFORM_API uint32_t QXYANG_KeepDetails(QY_CTX *pCtx);
+
+/** The module statement of a module.
+ *
+ * @return 0 = done. Nonzero: the context keeps no details, or there is no memory; *pstOrigin is unchanged. */
+KORV_PLATFORM_API uint32_t QXYANG_GetModuleOrigin(const QY_MOD *pMod, QXYANG_ORIGIN_S *pstOrigin);
+
+/** The file of a module or of a submodule that it includes.
+ *
+ * @param pcName the module's name or the submodule's
+ * @return the file as it was loaded; not to be closed. Null: the context keeps no details, the module has no such file, or
+ *         there is no memory. */
+KORV_PLATFORM_API const QXYANG_FILE *QXYANG_GetModuleFile(const QY_MOD *pMod, const char *pcName);
+
+/** Where a node comes from, and what its statements say. Nodes that a deviation removed answer as well.
+ *
+ * @param pNode any node, also an augment
+ * @return 0 = done. Nonzero: the context keeps no details, or there is no memory; *pstDetails is unchanged. */
+KORV_PLATFORM_API uint32_t QXYANG_GetNodeDetails(const QY_NODE *pNode, QXYANG_NODE_DETAILS_S *pstDetails);
+
+/** Reports the default values that hold for a node: a leaf's one, those of a leaf-list in their order, the name of a choice's
+ * default case. A type's default holds for a leaf or leaf-list that has none of its own and need not exist (RFC 7950, 7.6.1
+ * and 7.7.2); list keys have none (7.8.2).
+ *
+ * @return what the callback returned. 1 without a callback: the context keeps no details, or there is no memory. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanNodeDefaults(const QY_NODE *pNode, QXYANG_TEXT_PF pfnCb, void *pvCookie);
+
+/** Reports the extension instances that QY_NODE_ScanAllExtInsts reports, in its order, each with its statement: also those
+ * that a refine or deviate statement added, and those that the node has taken over from another one.
+ *
+ * @return what the callback returned. 1 without a callback: the context keeps no details, or there is no memory. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanNodeExtInsts(QY_NODE *pNode, QXYANG_EXT_PF pfnCb, void *pvCookie);
+
+/** The same for QY_MOD_ScanAllExtInsts. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanModuleExtInsts(QY_MOD *pMod, QXYANG_EXT_PF pfnCb, void *pvCookie);
+
+/** The same for QY_EXT_ScanAllChildExtInsts. pCtx is the context of the node or module that has the instance. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanChildExtInsts(QY_CTX *pCtx, QY_EXT *pExt, QXYANG_EXT_PF pfnCb, void *pvCookie);
 
 /** @} */
 

@@ -2,6 +2,8 @@
 #include <qxyang.h>
 
 #include <new>
+#include <set>
+#include <string>
 
 #include "base/text.h"
 #include "files/search_path.h"
@@ -27,6 +29,15 @@ QXYANG_FILE *Read(const char *path, uint32_t options, ReadText &&readText)
     } catch (...) {
         return nullptr;
     }
+}
+
+SearchPath PathOf(const char *const *dirs, uint32_t count)
+{
+    SearchPath path;
+    for (uint32_t i = 0; i < count; ++i)
+        if (*dirs[i] != '\0')
+            path.Add(dirs[i]);
+    return path;
 }
 
 } // namespace
@@ -123,14 +134,31 @@ uint32_t QXYANG_ScanModulePaths(const char *const *ppcDirs, uint32_t uiDirCount,
     if (!IsIdentifier(pcName))
         return 0;
     try {
-        SearchPath path;
-        for (uint32_t i = 0; i < uiDirCount; ++i)
-            if (*ppcDirs[i] != '\0')
-                path.Add(ppcDirs[i]);
+        const SearchPath path = PathOf(ppcDirs, uiDirCount);
         NameBudget names;
         for (const std::string &file : FileFinder(path, names).Candidates(pcName, OrEmpty(pcRevision)))
             if (uint32_t result = pfnCb(file.c_str(), pvCookie); result != 0)
                 return result;
+        return 0;
+    } catch (...) {
+        return 1;
+    }
+}
+
+uint32_t QXYANG_ScanModuleNames(const char *const *ppcDirs, uint32_t uiDirCount, QXYANG_NAME_PF pfnCb, void *pvCookie)
+{
+    try {
+        const SearchPath path = PathOf(ppcDirs, uiDirCount);
+        NameBudget nameBudget;
+        FileFinder finder(path, nameBudget);
+        std::set<std::string> names;
+        finder.ForEachName([&names](std::string_view name) { names.emplace(name); });
+        for (const std::string &name : names) {
+            if (!IsIdentifier(name) || finder.Candidates(name, {}).empty())
+                continue;
+            if (uint32_t result = pfnCb(name.c_str(), pvCookie); result != 0)
+                return result;
+        }
         return 0;
     } catch (...) {
         return 1;

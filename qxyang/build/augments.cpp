@@ -37,6 +37,7 @@ std::vector<Augments::Planned> Augments::Plan()
             node->kind = QY_NODE_TYPE_AUGMENT;
             node->name = statement->argument;
             node->module = &module;
+            build_.NoteOrigin(node, *unit, statement);
             module.augments.push_back(node);
             planned.push_back({node, statement, build_.UnitScope(*unit), std::move(path)});
         }

@@ -41,6 +41,35 @@ Build::Build(LoadState &state, QY_MOD &built, std::vector<Unit *> files)
 {
     for (Unit *unit : units)
         scopes_.push_back({nullptr, unit, {}, {}});
+    if (load.context.details == nullptr)
+        return;
+    module.details = std::make_unique<ModuleDetails>();
+    for (Unit *unit : units)
+        unit->keptFile = load.context.details->AddFile(module, unit->Name(), unit->source.Path(), unit->source.Text());
+}
+
+void Build::KeepOrigin(const QY_NODE *node, Spot statement)
+{
+    module.details->nodes[node].statement = statement;
+}
+
+void Build::KeepChange(const QY_NODE *node, Spot change)
+{
+    node->module->details->nodes[node].changes.push_back(change);
+}
+
+void Build::KeepType(const QY_TYPE *type, Spot definition)
+{
+    module.details->typedefs[type] = definition;
+}
+
+void Build::KeepCopy(const QY_NODE *copy, const QY_NODE *from, const QY_NODE *parent, Spot uses)
+{
+    NodeOrigin origin = from->module->details->nodes[from];
+    origin.uses = uses;
+    if (copy->parent != parent)
+        module.details->nodes[copy->parent] = {origin.statement, uses, {}};
+    module.details->nodes[copy] = std::move(origin);
 }
 
 /* The scopes of the units come first, in the order of the units. */

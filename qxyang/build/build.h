@@ -130,6 +130,32 @@ class Build {
         return nearest.Hint();
     }
 
+    /* For tools, if the context keeps it: the statement that makes a node, one that changes a node, of whatever module, or
+     * one that makes a type. */
+    void NoteOrigin(const QY_NODE *node, const Unit &unit, const Statement *statement)
+    {
+        if (module.details != nullptr)
+            KeepOrigin(node, SpotOf(unit, statement));
+    }
+    void NoteChange(const QY_NODE *node, const Unit &unit, const Statement *change)
+    {
+        if (module.details != nullptr)
+            KeepChange(node, SpotOf(unit, change));
+    }
+    void NoteType(const QY_TYPE *type, const Unit &unit, const Statement *definition)
+    {
+        if (module.details != nullptr)
+            KeepType(type, SpotOf(unit, definition));
+    }
+
+    /* The same of a node that a uses copies, and of the case that the copy got for itself unless it stands in `parent`. */
+    void NoteCopy(const QY_NODE *copy, const QY_NODE *from, const QY_NODE *parent, const Unit &unit,
+                  const Statement *uses)
+    {
+        if (module.details != nullptr)
+            KeepCopy(copy, from, parent, SpotOf(unit, uses));
+    }
+
     /* Counts extension statements that are copied because a refine or deviation changes those of a node. */
     void CountJoined(Unit &unit, const Statement *statement, size_t count);
 
@@ -140,6 +166,12 @@ class Build {
     void ForgetStatements();
 
   private:
+    static Spot SpotOf(const Unit &unit, const Statement *statement) { return {unit.keptFile, statement->offset}; }
+    [[gnu::noinline]] void KeepOrigin(const QY_NODE *node, Spot statement);
+    [[gnu::noinline]] void KeepChange(const QY_NODE *node, Spot change);
+    [[gnu::noinline]] void KeepType(const QY_TYPE *type, Spot definition);
+    [[gnu::noinline]] void KeepCopy(const QY_NODE *copy, const QY_NODE *from, const QY_NODE *parent, Spot uses);
+
     std::deque<Scope> scopes_;
     Failures::Mark start_;
 };

@@ -158,6 +158,7 @@ class Deviator {
         }
         if (!CheckOperands(deviate, node))
             return;
+        build_.NoteChange(node, *scope_->unit, deviate);
         if (const Statement *type = FindChild(deviate, Kw::Type); type != nullptr && IsLeaf(node))
             ReplaceType(type, node);
         ChangeProperties(deviate, node);

@@ -113,6 +113,11 @@ class UseResolver {
 
 /* ---- instances ------------------------------------------------------------------------------------------------- */
 
+ExtensionSet *NewSet(Arena &arena, size_t count, bool isPlaced)
+{
+    return ExtensionSet::Start(arena.Allocate(ExtensionSet::Size(count, isPlaced), alignof(QY_EXT)), count, isPlaced);
+}
+
 class SetMaker {
   public:
     SetMaker(Build &build, Unit &unit) : build_(build), unit_(unit) {}
@@ -126,14 +131,16 @@ class SetMaker {
             count += IsInstance(child, around) ? 1 : 0;
         if (count == 0)
             return nullptr;
-        void *memory = build_.module.records.Allocate(sizeof(ExtensionSet) + count * sizeof(QY_EXT), alignof(QY_EXT));
-        auto *set = new (memory) ExtensionSet{count, count};
+        ExtensionSet *set = NewSet(build_.module.records, count, build_.module.details != nullptr);
+        set->AddToTotal(count);
         QY_EXT *instance = set->begin();
         for (Statement *child = statement->first; child != nullptr; child = child->next) {
             if (!IsInstance(child, around))
                 continue;
+            if (set->isPlaced != 0)
+                set->Spots()[instance - set->begin()] = {unit_.keptFile, child->offset};
             new (instance) QY_EXT(MakeInstance(*AsExtension(child)));
-            set->total += TotalOf((instance++)->nested);
+            set->AddToTotal(TotalOf((instance++)->nested));
         }
         return set;
     }
@@ -218,7 +225,7 @@ struct CopySize {
 
 void Measure(const ExtensionSet &set, CopySize &size)
 {
-    size.records += sizeof(ExtensionSet) + set.count * sizeof(QY_EXT);
+    size.records += ExtensionSet::Size(set.count, set.isPlaced != 0);
     for (const QY_EXT &instance : set) {
         if (instance.argument != nullptr)
             size.texts += std::strlen(instance.argument) + 1;
@@ -229,8 +236,11 @@ void Measure(const ExtensionSet &set, CopySize &size)
 
 ExtensionSet *Copy(const ExtensionSet &set, char *&records, char *&texts)
 {
-    auto *made = new (records) ExtensionSet{set.count, set.total};
-    records += sizeof(ExtensionSet) + set.count * sizeof(QY_EXT);
+    ExtensionSet *made = ExtensionSet::Start(records, set.count, set.isPlaced != 0);
+    made->AddToTotal(set.total);
+    records += ExtensionSet::Size(set.count, set.isPlaced != 0);
+    if (set.isPlaced != 0)
+        std::copy_n(set.Spots(), set.count, made->Spots());
     QY_EXT *target = made->begin();
     for (const QY_EXT &instance : set) {
         const char *argument = nullptr;
@@ -278,14 +288,15 @@ const ExtensionSet *JoinedSets(Arena &arena, const std::vector<const ExtensionSe
     }
     if (several < 2)
         return only;
-    void *memory = arena.Allocate(sizeof(ExtensionSet) + instances * sizeof(QY_EXT), alignof(QY_EXT));
-    auto *joined = new (memory) ExtensionSet{static_cast<uint32_t>(instances), 0};
+    ExtensionSet *joined = NewSet(arena, instances, only->isPlaced != 0);
     QY_EXT *end = joined->begin();
     for (const ExtensionSet *set : sets) {
         if (set == nullptr)
             continue;
+        if (joined->isPlaced != 0)
+            std::copy_n(set->Spots(), set->count, joined->Spots() + (end - joined->begin()));
         end = std::copy(set->begin(), set->end(), end);
-        joined->total += set->total;
+        joined->AddToTotal(set->total);
     }
     return joined;
 }

@@ -121,6 +121,7 @@ void Groupings::CopyTree(const QY_NODE *top, Use use)
 QY_NODE *Groupings::CopyNode(const QY_NODE *from, const Use &use)
 {
     QY_NODE *node = AppendNode(build_, use.statement, use.site, use.parent, from->kind, from->name);
+    build_.NoteCopy(node, from, use.parent, use.site.File(), use.statement);
     ShowExtensions(build_, use.statement, use.site, node, from->extensions);
     node->keyCount = from->keyCount;
     node->flags = from->flags;
@@ -231,6 +232,7 @@ const ExtensionSet *Groupings::Refine(const Statement *refine, QY_NODE *node, Un
                         Quoted(KeywordOf(child->keyword).name));
         return nullptr;
     }
+    build_.NoteChange(node, unit, refine);
     node->flags = ChangedFlags(node->flags, refine->properties);
     constraints_.CheckRefine(refine, node, unit);
     const ExtensionSet *set = ExtensionsOf(build_, unit, refine);

@@ -20,6 +20,7 @@ QY_NODE *AppendNode(Build &build, const Statement *statement, const Site &site, 
     node->parent = parent;
     (parent->last != nullptr ? parent->last->next : parent->first) = node;
     parent->last = node;
+    build.NoteOrigin(node, site.File(), statement);
     return node;
 }
 

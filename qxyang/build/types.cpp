@@ -136,6 +136,7 @@ void TypeCompiler::Compile(Typedef &definition)
     if ((definition.statement->properties & SETS_DEFAULT) != 0)
         constraints_.CheckDefaults(definition.statement, *type, unit);
     chain_.pop_back();
+    build_.NoteType(type, unit, definition.statement);
     definition.type = type;
     if (definition.progress == Progress::Running)
         definition.progress = Progress::Done;

@@ -182,6 +182,8 @@ void QY_CTX::ReleaseDying(QY_MOD *first, DeviationLog::Removal &&removal) noexce
         FreePrivateData(*module);
     deviations.Remove(first, removal);
     WithdrawAugments(first);
+    if (details != nullptr)
+        details->ForgetDying();
     while (first != nullptr) {
         QY_MOD *next = first->nextDying;
         modules.erase(first->place);

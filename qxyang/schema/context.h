@@ -9,6 +9,7 @@
 
 #include "files/failures.h"
 #include "files/search_path.h"
+#include "schema/details.h"
 #include "schema/deviation_log.h"
 #include "schema/model.h"
 
@@ -62,6 +63,7 @@ struct QY_CTX {
     qxyang::SearchPath path;
     qxyang::Failures failures;
     qxyang::DeviationLog deviations;
+    std::unique_ptr<qxyang::Details> details; /* null unless a tool asked for them */
     QY_PRIDATA_FREE_PF freePrivate = nullptr;
     size_t extensionsGiven = 0; /* instances that nodes got on request since the latest load began */
     uint64_t featureEpoch = 1;  /* grows when the value of a feature may have changed */

@@ -27,6 +27,8 @@ size_t ExtensionEdit::KeyHash::operator()(const Key &key) const
 void ExtensionEdit::AddAll(const ExtensionSet &set)
 {
     instances_.insert(instances_.end(), set.begin(), set.end());
+    if (set.isPlaced != 0)
+        spots_.insert(spots_.end(), set.Spots(), set.Spots() + set.count);
 }
 
 /* Brings the indexes up to date. A change that only adds does not need them. */
@@ -80,12 +82,16 @@ void ExtensionEdit::Apply(const ExtensionChange &change)
 
 OwnedSet ExtensionEdit::Result() const
 {
-    OwnedSet result(new (::operator new(sizeof(ExtensionSet) + Count() * sizeof(QY_EXT))) ExtensionSet{0, 0});
-    for (const QY_EXT &instance : instances_) {
-        if (instance.name == nullptr)
+    const bool isPlaced = !spots_.empty();
+    OwnedSet result(ExtensionSet::Start(::operator new(ExtensionSet::Size(Count(), isPlaced)), Count(), isPlaced));
+    size_t at = 0;
+    for (size_t i = 0; i < instances_.size(); ++i) {
+        if (instances_[i].name == nullptr)
             continue;
-        result->begin()[result->count++] = instance;
-        result->total += 1 + TotalOf(instance.nested);
+        if (isPlaced)
+            result->Spots()[at] = spots_[i];
+        result->begin()[at++] = instances_[i];
+        result->AddToTotal(1 + TotalOf(instances_[i].nested));
     }
     return result;
 }

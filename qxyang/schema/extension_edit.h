@@ -53,6 +53,7 @@ class ExtensionEdit {
     Places *Find(ExtensionChange::Kind kind, const QY_EXT &named);
 
     std::vector<QY_EXT> instances_; /* those without a name are removed */
+    std::vector<Spot> spots_;       /* of the instances, in a context that keeps places; else none */
     size_t removed_ = 0;
     size_t indexed_ = 0;                              /* instances in the two indexes that follow */
     std::unordered_map<Key, Places, KeyHash> places_; /* of one extension and argument */

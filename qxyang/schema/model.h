@@ -12,6 +12,7 @@
 #include "base/arena.h"
 #include "base/name_table.h"
 #include "base/schema_limits.h"
+#include "schema/details.h"
 
 namespace qxyang {
 
@@ -41,15 +42,31 @@ struct Extension {
     const ExtensionName *published;
 };
 
-/* The extension instances of one statement: `count` QY_EXT records follow. Never changed once made, so the copies of a
- * grouping's nodes share them. */
+/* The extension instances of one statement: `count` QY_EXT records follow, and in a context that keeps places as many
+ * spots behind these. Never changed once made, so the copies of a grouping's nodes share them. */
 struct ExtensionSet {
     uint32_t count;
-    uint32_t total; /* those within others included */
+    uint32_t total : 31; /* those within others included */
+    uint32_t isPlaced : 1;
 
     QY_EXT *begin() { return reinterpret_cast<QY_EXT *>(this + 1); }
     const QY_EXT *begin() const { return reinterpret_cast<const QY_EXT *>(this + 1); }
     inline const QY_EXT *end() const;
+
+    void AddToTotal(uint32_t instances) { total = (total + instances) & 0x7FFFFFFFu; }
+
+    /* Where the instances' statements stand, in the same order; only of a set that is placed. */
+    inline Spot *Spots();
+    inline const Spot *Spots() const;
+
+    /* Bytes of a set of so many instances. */
+    static inline size_t Size(size_t count, bool isPlaced);
+
+    /* A set whose instances and spots are still to be filled in. */
+    static ExtensionSet *Start(void *memory, size_t count, bool isPlaced)
+    {
+        return new (memory) ExtensionSet{static_cast<uint32_t>(count), 0, isPlaced ? 1u : 0u};
+    }
 };
 
 inline uint32_t TotalOf(const ExtensionSet *set)
@@ -168,6 +185,21 @@ namespace qxyang {
 inline const QY_EXT *ExtensionSet::end() const
 {
     return begin() + count;
+}
+
+inline Spot *ExtensionSet::Spots()
+{
+    return reinterpret_cast<Spot *>(begin() + count);
+}
+
+inline const Spot *ExtensionSet::Spots() const
+{
+    return reinterpret_cast<const Spot *>(begin() + count);
+}
+
+inline size_t ExtensionSet::Size(size_t count, bool isPlaced)
+{
+    return sizeof(ExtensionSet) + count * (sizeof(QY_EXT) + (isPlaced ? sizeof(Spot) : 0));
 }
 } // namespace qxyang
 
@@ -384,4 +416,5 @@ struct QY_MOD {
     qxyang::Arena records;
     qxyang::Arena texts;
     std::unordered_map<QY_NODE *, qxyang::ReplacedSet> replacedSets; /* of nodes with NODE_OWN_SET */
+    std::unique_ptr<qxyang::ModuleDetails> details;                  /* null unless the context keeps them */
 };

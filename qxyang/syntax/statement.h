@@ -113,6 +113,7 @@ class Unit {
     Source source;
     Statement *root = nullptr;
     bool isVersion11 = false;
+    uint32_t keptFile = Spot::NO_FILE;     /* number of the file in a context that keeps it */
     const char *revision = nullptr;        /* latest, or null */
     ExtensionHints *hints = nullptr;       /* while the file is parsed */
     std::vector<PrefixBinding *> bindings; /* in the order of the imports */

@@ -242,6 +242,17 @@ TEST(StatementFiles, PathsOfAModuleAreThoseThatALoadTries)
     auto stop = [](const char *, void *) { return 7u; };
     EXPECT_EQ(QXYANG_ScanModulePaths(dirs, 3, "m", nullptr, stop, nullptr), 7u);
     EXPECT_EQ(QXYANG_ScanModulePaths(nullptr, 0, "m", nullptr, stop, nullptr), 0u);
+
+    schema.File("backup@old.yin", "");
+    schema.File("dated@2020-01-01.yang", "");
+    schema.File("2020.yin", "");
+    std::string names;
+    auto addName = [](const char *name, void *cookie) {
+        *static_cast<std::string *>(cookie) += std::string(" ") + name;
+        return 0u;
+    };
+    EXPECT_EQ(QXYANG_ScanModuleNames(dirs, 3, addName, &names), 0u);
+    EXPECT_EQ(names, " dated m");
 }
 
 TEST(Loads, TellTheirFilesAndFailures)

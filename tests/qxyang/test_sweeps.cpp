@@ -248,6 +248,27 @@ TEST(AllocationSweep, OtherCalls)
                   }),
                   3);
     }
+    const long blocks = g_liveBlocks;
+    EXPECT_GT(sweep([&schema] {
+                  auto ask = [](QY_NODE *node, void *, void *) {
+                      QXYANG_NODE_DETAILS_S details;
+                      return QXYANG_GetNodeDetails(node, &details);
+                  };
+                  QY_CTX *context = QY_CTX_Create(QY_CTX_OPTION_KORV);
+                  if (context == nullptr)
+                      return 1u;
+                  uint32_t result = QXYANG_KeepDetails(context);
+                  if (result == 0)
+                      result = QY_CTX_SetSearchDir(context, schema.Dir().c_str());
+                  if (result == 0)
+                      result = QY_CTX_LoadModule(context, "base", nullptr);
+                  if (result == 0)
+                      result = QY_MOD_IterScanTopmostNode(QY_CTX_GetModuleByModName(context, "base"), ask, nullptr);
+                  QY_CTX_Delete(context);
+                  return result;
+              }),
+              100);
+    EXPECT_EQ(g_liveBlocks, blocks);
     EXPECT_GT(sweep([] {
                   QY_CTX *context = QY_CTX_Create(QY_CTX_OPTION_KORV);
                   QY_CTX_Delete(context);

@@ -1,0 +1,29 @@
+#include "schema/details.h"
+
+#include "schema/model.h"
+
+namespace qxyang {
+
+uint32_t Details::AddFile(const QY_MOD &module, std::string_view name, std::string_view path, std::string_view text)
+{
+    auto file = std::make_unique<KeptFile>(&module, std::string(name), std::string(path), std::string(text), nullptr);
+    files_.push_back(std::move(file));
+    return static_cast<uint32_t>(files_.size() - 1);
+}
+
+KeptFile *Details::FileOf(const QY_MOD &module, std::string_view name)
+{
+    for (const auto &file : files_)
+        if (file != nullptr && file->module == &module && file->name == name)
+            return file.get();
+    return nullptr;
+}
+
+void Details::ForgetDying() noexcept
+{
+    for (auto &file : files_)
+        if (file != nullptr && file->module->dying)
+            file.reset();
+}
+
+} // namespace qxyang

@@ -1,0 +1,66 @@
+/* What a context keeps for tools that asked before its first load: the texts of its files, and which of their statements
+ * made nodes, typedefs and extension instances. A context that nobody asked has none of it. */
+#pragma once
+
+#include <korv_platform.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+struct QXYANG_FILE;
+
+namespace qxyang {
+
+/* A statement in a file that the context keeps. */
+struct Spot {
+    static constexpr uint32_t NO_FILE = UINT32_MAX;
+
+    uint32_t file = NO_FILE; /* number of the file in the context */
+    uint32_t offset = 0;     /* where the statement begins, in bytes */
+};
+
+/* The statements that made a node what it is. */
+struct NodeOrigin {
+    Spot statement;
+    Spot uses;                 /* outermost one that brought the node, if any */
+    std::vector<Spot> changes; /* its refine and deviate statements, in the order in which they apply */
+};
+
+/* Goes with its module. */
+struct ModuleDetails {
+    std::unordered_map<const QY_NODE *, NodeOrigin> nodes;
+    std::unordered_map<const QY_TYPE *, Spot> typedefs; /* what made the type */
+};
+
+/* A file as it was loaded. */
+struct KeptFile {
+    const QY_MOD *module; /* whose text this is */
+    std::string name;     /* of the module or submodule */
+    std::string path;
+    std::string text;
+    std::shared_ptr<QXYANG_FILE> statements; /* once somebody asked for them; then the text is theirs */
+};
+
+/* Files keep their numbers. Those of a module that was released answer no more: what still refers to them has no place. */
+class Details {
+  public:
+    uint32_t AddFile(const QY_MOD &module, std::string_view name, std::string_view path, std::string_view text);
+
+    /* The file of that number, or null. */
+    KeptFile *File(uint32_t number) { return number < files_.size() ? files_[number].get() : nullptr; }
+
+    /* The file of a module or submodule of that name that the module's text stands in, or null. */
+    KeptFile *FileOf(const QY_MOD &module, std::string_view name);
+
+    /* Forgets the files of the modules that are dying. */
+    void ForgetDying() noexcept;
+
+  private:
+    std::vector<std::unique_ptr<KeptFile>> files_;
+};
+
+} // namespace qxyang
