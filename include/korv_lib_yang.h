@@ -207,8 +207,8 @@ typedef struct {
     QY_NODE *pTargetParentRoot;  /**< topmost node above the target while the module is being loaded, else null */
     QY_NODE *pFirstChild;        /**< first child of pAugNode, or null once it is gone; borrowed */
     KorvTreeNode *pstTargetTree; /**< the tree that the augment extends, from its top down; its siblings are the
-                                      containers behind that top node, with ids only where another augment of the
-                                      module adds to them; may be null; owned */
+                                      containers behind that top node, with ids only where they are the module's own
+                                      or another augment of the module adds to them; may be null; owned */
     KorvTreeNode *pstSelfTree;   /**< the containers that the augment adds; may be null; owned */
     uint32_t uiSelfTreeDone;     /**< 1 once the self tree is built, while the load goes on */
     char acAugNodeName[KORV_AUG_NODE_NAME_SIZE]; /**< target path as the augment statement has it */
@@ -432,7 +432,8 @@ KORV_LIB_API uint32_t YANGLIB_UnloadYangModuleAll(TELMYANG_LOCAL_DATA_S *pstLoca
  * and in a leaf lookup either path of more than 256 characters.
  *
  * The instance must not be null; null paths and a null module name find nothing. Nodes that are found belong to the
- * module and live until it is unloaded. A node that is not found is logged at level 0.
+ * module and live until it is unloaded. A node that is not found is logged at level 0, but for calls with null arguments
+ * and texts that ZOR_Assert reports.
  *
  * @{
  */

@@ -100,14 +100,23 @@ struct DirectoryClose {
 
 void SearchPath::Add(std::string_view directory)
 {
-    std::string path = AbsolutePath(directory);
+    std::string path = PlaceOf(directory);
+    if (directory.front() != '/')
+        places_.emplace(directory, path);
     if (std::find(directories_.begin(), directories_.end(), path) == directories_.end())
         directories_.push_back(std::move(path));
 }
 
 void SearchPath::Remove(std::string_view directory)
 {
-    std::erase(directories_, AbsolutePath(directory));
+    std::erase(directories_, PlaceOf(directory));
+    places_.erase(std::string(directory));
+}
+
+std::string SearchPath::PlaceOf(std::string_view directory) const
+{
+    auto place = places_.find(std::string(directory));
+    return place != places_.end() ? place->second : AbsolutePath(directory);
 }
 
 const FileFinder::Directory &FileFinder::Read(const std::string &directory)

@@ -10,7 +10,8 @@
 
 namespace qxyang {
 
-/* The registered directories, absolute, in the order of their registration. */
+/* The registered directories, absolute, in the order of their registration. A relative directory means the place that it
+ * named when it came first, wherever the process works later, until it is removed by its name. */
 class SearchPath {
   public:
     void Add(std::string_view directory);
@@ -20,7 +21,10 @@ class SearchPath {
     const std::vector<std::string> &Directories() const { return directories_; }
 
   private:
+    std::string PlaceOf(std::string_view directory) const;
+
     std::vector<std::string> directories_;
+    std::unordered_map<std::string, std::string> places_; /* of relative directories */
 };
 
 /* Finds files during one load call. Reads the listing of a directory once at most. */

@@ -49,6 +49,14 @@ TEST(ModuleFiles, AreFoundByNameAndRevision)
     std::filesystem::current_path(schema.Dir());
     EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), "second/./"), 0u); // meant from here, wherever the process goes
     std::filesystem::current_path(workPath);
+    QY_CTX_UnSetSearchDir(schema.Context(), "second/./");
+    EXPECT_NE(schema.Failures("far"), "");
+    std::filesystem::current_path(schema.Dir());
+    EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), "second/./"), 0u);
+    std::filesystem::current_path(workPath);
+    QY_CTX_UnSetSearchDir(schema.Context(), nullptr); // as the library does before it registers its directories again
+    EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), schema.Dir().c_str()), 0u);
+    EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), "second/./"), 0u);
     EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), second.c_str()), 0u);
     EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), ""), 0u);
     EXPECT_EQ(QY_CTX_SetSearchDir(schema.Context(), nullptr), 0u);
