@@ -6,8 +6,8 @@ namespace qxyang {
 
 uint32_t Details::AddFile(const QY_MOD &module, std::string_view name, std::string_view path, std::string_view text)
 {
-    auto file = std::make_unique<KeptFile>(&module, std::string(name), std::string(path), std::string(text), nullptr);
-    files_.push_back(std::move(file));
+    files_.push_back(std::make_unique<KeptFile>(
+        KeptFile{&module, std::string(name), std::string(path), std::string(text), nullptr}));
     return static_cast<uint32_t>(files_.size() - 1);
 }
 
