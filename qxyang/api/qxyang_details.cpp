@@ -6,6 +6,7 @@
 #include <memory>
 #include <new>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/text.h"
@@ -212,8 +213,8 @@ Texts DefaultsOf(const NodeReader &reader, const QY_NODE *node)
     if ((node->flags & NODE_IS_KEY) != 0)
         return {};
     Texts values = reader.Values("default");
-    const std::string_view min = OrEmpty(reader.Value("min-elements"));
-    const bool mustExist = OrEmpty(reader.Value("mandatory")) == "true" || (!min.empty() && min != "0");
+    std::string_view min = OrEmpty(reader.Value("min-elements"));
+    bool mustExist = OrEmpty(reader.Value("mandatory")) == "true" || (!min.empty() && min != "0");
     if (const char *value = values.empty() && !mustExist ? reader.ValueOfType("default") : nullptr)
         values.push_back(value);
     return values;
@@ -222,7 +223,7 @@ Texts DefaultsOf(const NodeReader &reader, const QY_NODE *node)
 uint32_t ScanSet(Details &details, const ExtensionSet *set, QXYANG_EXT_PF callback, void *cookie)
 {
     for (uint32_t i = 0; set != nullptr && i < set->count; ++i) {
-        const QXYANG_ORIGIN_S origin = set->isPlaced != 0 ? OriginOf(Find(details, set->Spots()[i])) : NOT_KNOWN;
+        QXYANG_ORIGIN_S origin = set->isPlaced != 0 ? OriginOf(Find(details, set->Spots()[i])) : NOT_KNOWN;
         auto *instance = const_cast<QY_EXT *>(set->begin() + i);
         uint32_t result =
             callback(instance, instance->name->module, instance->name->keyword, instance->argument, &origin, cookie);
@@ -260,7 +261,7 @@ uint32_t QXYANG_GetModuleOrigin(const QY_MOD *pMod, QXYANG_ORIGIN_S *pstOrigin)
 {
     return With(pMod->context, [=](Details &details) {
         KeptFile *file = details.FileOf(*pMod, pMod->name);
-        const bool isKnown = file != nullptr && !StatementsOf(*file).statements.empty();
+        bool isKnown = file != nullptr && !StatementsOf(*file).statements.empty();
         *pstOrigin = isKnown ? OriginOf({file, &file->statements->statements.front()}) : NOT_KNOWN;
         return OK;
     });
@@ -280,7 +281,7 @@ const QXYANG_FILE *QXYANG_GetModuleFile(const QY_MOD *pMod, const char *pcName)
 uint32_t QXYANG_GetNodeDetails(const QY_NODE *pNode, QXYANG_NODE_DETAILS_S *pstDetails)
 {
     return With(pNode->module->context, [=](Details &details) {
-        const NodeReader reader(details, pNode);
+        NodeReader reader(details, pNode);
         const char *units = reader.Value("units");
         *pstDetails = {reader.Statement(),          reader.Uses(),
                        reader.Value("description"), units != nullptr ? units : reader.ValueOfType("units"),

@@ -1,7 +1,7 @@
 /* Functions of qxyang.h. No exception leaves them. */
 #include <qxyang.h>
 
-#include <new>
+#include <memory>
 #include <set>
 #include <string>
 
@@ -134,7 +134,7 @@ uint32_t QXYANG_ScanModulePaths(const char *const *ppcDirs, uint32_t uiDirCount,
     if (!IsIdentifier(pcName))
         return 0;
     try {
-        const SearchPath path = PathOf(ppcDirs, uiDirCount);
+        SearchPath path = PathOf(ppcDirs, uiDirCount);
         NameBudget names;
         for (const std::string &file : FileFinder(path, names).Candidates(pcName, OrEmpty(pcRevision)))
             if (uint32_t result = pfnCb(file.c_str(), pvCookie); result != 0)
@@ -148,7 +148,7 @@ uint32_t QXYANG_ScanModulePaths(const char *const *ppcDirs, uint32_t uiDirCount,
 uint32_t QXYANG_ScanModuleNames(const char *const *ppcDirs, uint32_t uiDirCount, QXYANG_NAME_PF pfnCb, void *pvCookie)
 {
     try {
-        const SearchPath path = PathOf(ppcDirs, uiDirCount);
+        SearchPath path = PathOf(ppcDirs, uiDirCount);
         NameBudget nameBudget;
         FileFinder finder(path, nameBudget);
         std::set<std::string> names;

@@ -1,5 +1,6 @@
 #include "build/build.h"
 
+#include <memory>
 #include <utility>
 
 #include "schema/ranges.h"

@@ -82,7 +82,7 @@ void ExtensionEdit::Apply(const ExtensionChange &change)
 
 OwnedSet ExtensionEdit::Result() const
 {
-    const bool isPlaced = !spots_.empty();
+    bool isPlaced = !spots_.empty();
     OwnedSet result(ExtensionSet::Start(::operator new(ExtensionSet::Size(Count(), isPlaced)), Count(), isPlaced));
     size_t at = 0;
     for (size_t i = 0; i < instances_.size(); ++i) {
