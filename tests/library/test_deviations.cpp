@@ -94,6 +94,11 @@ TEST_F(Deviations, FileChoice)
         {"never -vs- behind", {"-a", "-b-vs-c"}, {}, false, true},
         {"only -vs- counts as none", {"-a-vs-b"}, {"-y"}, true, false},
     };
+    const auto openFiles = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                             std::filesystem::directory_iterator());
+    };
+    const auto before = openFiles();
     for (const auto &c : cases) {
         ModelDir one;
         ModelDir two;
@@ -113,6 +118,7 @@ TEST_F(Deviations, FileChoice)
         EXPECT_EQ(log.Has("can not find deviation for mod " + BASE), c.a && c.b) << c.what;
         YANGLIB_Uninitial(instance);
     }
+    EXPECT_EQ(openFiles(), before) << "each search is closed";
 }
 
 TEST_F(Deviations, AreFoundInARelativeDirectoryAndBehindAFolderOfSuchAName)

@@ -67,6 +67,13 @@ TEST_F(Deviations, OfSeveralModulesAreTakenBackInAnyOrder)
         <deviate value="add"><ext:id value="d2"/></deviate>)") +
                       Deviation("/base:top/base:gone", R"(<deviate value="not-supported"/>)"),
                   "base ext");
+    schema.Load("d1");
+    schema.LoadText("d3", Deviation("/base:top/base:gone", R"(<deviate value="add"><ext:mark/></deviate>)"),
+                    "base ext");
+    EXPECT_EQ(schema.Tree("base").find("gone"), std::string::npos)
+        << "what changes a removed node does not bring it back";
+    Unload("d1");
+    Unload("d3");
     const char *const orders[][2] = {{"d1", "d2"}, {"d2", "d1"}};
     for (const auto &order : orders) {
         schema.Load("d1");
@@ -142,9 +149,10 @@ TEST_F(Deviations, OfPropertiesAreComparedAndTakenBack)
 {
     schema.LoadText("props",
                     R"(<container name="c"><leaf name="l"><type name="uint8"/><default value="5"/><must condition="1"/>
-        </leaf><leaf name="bare"><type name="uint8"/><config value="false"/></leaf><list name="s"/></container>)");
+        </leaf><leaf name="bare"><type name="uint8"/><config value="false"/></leaf><list name="s"><unique tag="u"/><leaf name="u"><type name="uint8"/>
+        <units name="s"/></leaf></list></container><rpc name="r"/>)");
     auto failure = [this](const std::string &node, const std::string &deviates) {
-        schema.Module("dev", Deviation("/props:c/props:" + node, "\n" + deviates), "props");
+        schema.Module("dev", Deviation("/props:" + node, "\n" + deviates), "props");
         if (QY_CTX_LoadModule(schema.Context(), "dev", nullptr) == 0) {
             Unload("dev");
             return std::string();
@@ -157,26 +165,34 @@ TEST_F(Deviations, OfPropertiesAreComparedAndTakenBack)
         const char *deviates;
         const char *failure;
     } cases[] = {
-        {"l", R"(<deviate value="add"><default value="6"/></deviate>)",
+        {"c/props:l", R"(<deviate value="add"><default value="6"/></deviate>)",
          "leaf 'l' has 'default' already, which only 'replace' changes\n"},
-        {"l", R"(<deviate value="replace"><default value="300"/></deviate>)", "expected 0..255\n"},
-        {"l", R"(<deviate value="replace"><default value="6"/></deviate><deviate value="delete"><default value="6"/>
+        {"c/props:l", R"(<deviate value="replace"><default value="300"/></deviate>)", "expected 0..255\n"},
+        {"c/props:l",
+         R"(<deviate value="replace"><default value="6"/></deviate><deviate value="delete"><default value="6"/>
             <must condition="1"/></deviate><deviate value="add"><default value="7"/></deviate>)",
          ""},
-        {"l", R"(<deviate value="add"><mandatory value="true"/></deviate>)",
+        {"c/props:l", R"(<deviate value="add"><mandatory value="true"/></deviate>)",
          "leaf 'l' is mandatory and has a default\n"},
-        {"bare", R"(<deviate value="replace"><default value="6"/></deviate>)",
+        {"c/props:bare", R"(<deviate value="replace"><default value="6"/></deviate>)",
          "leaf 'bare' has no 'default' to replace\n"},
-        {"bare", R"(<deviate value="replace"><mandatory value="true"/></deviate>)",
+        {"c/props:bare", R"(<deviate value="replace"><mandatory value="true"/></deviate>)",
          "leaf 'bare' has no 'mandatory' to replace\n"},
-        {"bare", R"(<deviate value="delete"><must condition="3"/></deviate>)", "leaf 'bare' has no 'must' to delete\n"},
-        {"bare", R"(<deviate value="add"><config value="true"/></deviate>)",
+        {"c/props:bare", R"(<deviate value="delete"><must condition="3"/></deviate>)",
+         "leaf 'bare' has no 'must' to delete\n"},
+        {"c/props:bare", R"(<deviate value="add"><config value="true"/></deviate>)",
          "leaf 'bare' has 'config' already, which only 'replace' changes\n"},
-        {"bare", R"(<deviate value="replace"><config value="true"/></deviate>)", ""},
-        {"s", R"(<deviate value="add"><max-elements value="2"/><min-elements value="3"/></deviate>)",
+        {"c/props:bare", R"(<deviate value="replace"><config value="true"/></deviate>)", ""},
+        {"c/props:s", R"(<deviate value="add"><max-elements value="2"/><min-elements value="3"/></deviate>)",
          "max-elements 2 is less than min-elements 3\n"},
-        {"s", R"(<deviate value="replace"><max-elements value="2"/></deviate>)",
+        {"c/props:s", R"(<deviate value="replace"><max-elements value="2"/></deviate>)",
          "list 's' has no 'max-elements' to replace\n"},
+        {"c/props:s", R"(<deviate value="add"><unique tag="u"/></deviate>)", ""},
+        {"c/props:s/props:u",
+         R"(<deviate value="delete"><units name="s"/></deviate><deviate value="add"><units name="m"/>
+            </deviate>)",
+         ""},
+        {"r/props:input", R"(<deviate value="not-supported"/>)", "input of 'r' cannot be left out\n"},
     };
     for (int round = 0; round < 2; ++round) // a load that failed or went has left nothing behind
         for (const auto &test : cases) {
@@ -186,7 +202,7 @@ TEST_F(Deviations, OfPropertiesAreComparedAndTakenBack)
         }
     schema.LoadText("first", Deviation("/props:c/props:l", R"(<deviate value="delete"><default value="5"/></deviate>)"),
                     "props");
-    EXPECT_EQ(failure("l", R"(<deviate value="delete"><default value="5"/></deviate>)"),
+    EXPECT_EQ(failure("c/props:l", R"(<deviate value="delete"><default value="5"/></deviate>)"),
               "leaf 'l' has no 'default' to delete\n");
 }
 

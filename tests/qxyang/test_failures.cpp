@@ -111,6 +111,8 @@ TEST(FailureTexts, OfStatementsAndArguments)
         {"<container name=\"7up\"/>", "@1: attribute 'name' of 'container' is '7up'; expected an identifier\n"},
         {"<leaf name=\"l\"><type name=\"string\"/><config value=\"yes\"/></leaf>",
          "@37: attribute 'value' of 'config' is 'yes'; expected 'true' or 'false'\n"},
+        {"<revision date=\"2020-01-00\"/>",
+         "@1: attribute 'date' of 'revision' is '2020-01-00'; expected a date of the form YYYY-MM-DD\n"},
         {"<revision date=\"2020-13-01\"/>",
          "@1: attribute 'date' of 'revision' is '2020-13-01'; expected a date of the form YYYY-MM-DD\n"},
         {"<leaf-list name=\"l\"><type name=\"string\"/><max-elements value=\"0\"/></leaf-list>",
@@ -119,6 +121,9 @@ TEST(FailureTexts, OfStatementsAndArguments)
          "<revision date=\"1900-02-29\"/>",
          "m.yin:3:1: attribute 'date' of 'revision' is '2021-02-29'; expected a date of the form YYYY-MM-DD\n"
          "m.yin:3:30: attribute 'date' of 'revision' is '1900-02-29'; expected a date of the form YYYY-MM-DD\n"},
+        {"<container name=\"c\"><when condition=\"a = 'b\"/></container>",
+         "@21: attribute 'condition' of 'when' is 'a = 'b'; expected an XPath expression whose quotes and brackets "
+         "match\n"},
         {"<container name=\"c\"><when condition=\"a[b='(' and (c]\"/><must condition=\" \"/></container>",
          "@21: attribute 'condition' of 'when' is 'a[b='(' and (c]'; expected an XPath expression whose quotes and "
          "brackets match\n@56: attribute 'condition' of 'must' is ' '; expected an XPath expression whose quotes and "
@@ -135,6 +140,9 @@ TEST(FailureTexts, OfStatementsAndArguments)
         {"<yang-version value=\"1.1\"/>", "@1: second 'yang-version' in module 'm'; only one is allowed\n"},
         {"<leaf xmlns=\"\"/>",
          "@1: element 'leaf' is in no namespace; expected the namespace 'urn:ietf:params:xml:ns:yang:yin:1'\n"},
+        {"<container name=\"1" + std::string(120, 'x') + "\"/>",
+         ("@1: attribute 'name' of 'container' is '1" + std::string(119, 'x') + "...'; expected an identifier\n")
+             .c_str()},
         {"<container name=\"" + std::string(119, 'x') + "\xE2\x82\xAC\"/>",
          ("@1: attribute 'name' of 'container' is '" + std::string(119, 'x') + "...'; expected an identifier\n")
              .c_str()},
@@ -148,6 +156,21 @@ TEST(FailureTexts, OfStatementsAndArguments)
          "21: 'action' in container 'c' needs yang-version 1.1"},
         {R"(<container name="c"/><augment target-node="/c"><action name="a"/></augment>)",
          "48: 'action' in augment '/c' needs yang-version 1.1"},
+        {R"(<leaf-list name="l"><type name="int8"/>
+<default value="1"/></leaf-list>)",
+         "1: 'default' in leaf-list 'l' needs yang-version 1.1"},
+        {R"(<rpc name="r"><output><leaf name="l"><type name="int8"/></leaf>
+<must condition="1"/></output></rpc>)",
+         "1: 'must' in output needs yang-version 1.1"},
+        {R"(<identity name="a"/><identity name="i"><base name="a"/>
+<base name="a"/></identity>)",
+         "1: second 'base' in identity 'i'; only one is allowed"},
+        {R"(<feature name="f"/><grouping name="g"><leaf name="l"><type name="int8"/></leaf></grouping>
+<uses name="g"><refine target-node="l"><if-feature name="f"/></refine></uses>)",
+         "40: 'if-feature' in refine 'l' needs yang-version 1.1"},
+        {R"(<choice name="c">
+<choice name="d"/></choice>)",
+         "1: 'choice' in choice 'c' needs yang-version 1.1"},
         {R"(<container name="c"/><augment target-node="/c"><notification name="n"/></augment>)",
          "48: 'notification' in augment '/c' needs yang-version 1.1"},
         {R"(<typedef name="t"><type name="enumeration"><enum name="a"/></type></typedef><leaf name="l"><type name="t">
@@ -196,6 +219,9 @@ TEST(FailureTexts, OfExtensionStatements)
 TEST(FailureTexts, OfDefinitions)
 {
     ExpectFailures({
+        {"<typedef name=\"temperature-kelvin\"><type name=\"int8\"/></typedef>\n"
+         "<leaf name=\"l\"><type name=\"temperature-kwxyzn\"/></leaf>",
+         "m.yin:3:16: unknown type 'temperature-kwxyzn'; did you mean 'temperature-kelvin'?\n"},
         {"<typedef name=\"string\"><type name=\"int8\"/></typedef>",
          "@1: typedef 'string' has the name of a built-in type\n"},
         {"<typedef name=\"t\"><type name=\"int8\"/></typedef><typedef name=\"t\"><type name=\"int8\"/></typedef>",
@@ -282,6 +308,15 @@ TEST(Constraints, HoldForWhatTheModuleMakesOfItInTheEnd)
         R"(<grouping name="g">)" + leaf + "</grouping>" + state +
             R"(<uses name="g"><refine target-node="x"><config value="false"/></refine></uses></container>)",
         R"(<leaf-list name="l"><min-elements value="2"/><max-elements value="2"/>)" + number + "</leaf-list>",
+        R"(<grouping name="g"><leaf name="x"><mandatory value="true"/>)" + number +
+            R"(</leaf></grouping><uses name="g"><refine target-node="x"><mandatory value="false"/><default value="3"/>
+            </refine></uses>)",
+        R"(<leaf name="l"><type name="int8"/><default value="0X7F"/></leaf><leaf name="p"><type name="int8"><range
+            value="1..2|4..5"/></type><default value="2"/></leaf><leaf name="s"><type name="int8"/><default value="+5"/></leaf>
+            <leaf name="z"><type name="uint8"/><default value="-0"/></leaf>)",
+        R"(<leaf name="l"><type name="enumeration"><enum name="a"><value value="2147483646"/></enum><enum name="b"/></type>
+            </leaf><leaf name="b"><type name="bits"><bit name="a"><position value="4294967294"/></bit><bit name="b"/></type>
+            </leaf>)",
         R"(<container name="c"><choice name="ch"><default value="z"/><leaf name="l">)" + number +
             R"(</leaf></choice></container><augment target-node="/m:c/m:ch"><leaf name="z">)" + number +
             "</leaf></augment>",
@@ -306,10 +341,13 @@ TEST(Constraints, HoldForWhatTheModuleMakesOfItInTheEnd)
         <deviation target-node="/base:s"><deviate value="replace"><config value="true"/></deviate></deviation>)",
                     "base");
     schema.LoadText("dev2",
-                    R"(<deviation target-node="/base:s/base:y"><deviate value="add"><default value="none"/></deviate>
-        <deviate value="replace"><type name="enumeration"><enum name="none"/></type></deviate></deviation>)",
+                    R"(<deviation target-node="/base:s/base:y"><deviate value="add"><default value="300"/></deviate>
+        <deviate value="replace"><type name="enumeration"><enum name="none"/></type></deviate>
+        <deviate value="replace"><default value="none"/></deviate></deviation>)",
                     "base");
-    EXPECT_EQ(schema.Tree("base"), "container c\n  leaf x int8\ncontainer s\n  leaf y enumeration\n");
+    schema.LoadText("aug", "<augment target-node=\"/base:s\">" + leaf + "</augment>", "base");
+    EXPECT_EQ(schema.Tree("base"),
+              "container c\n  leaf x int8\ncontainer s\n  leaf y enumeration\n  leaf aug:x int8\n");
 }
 
 TEST(FailureTexts, OfConstraints)
@@ -349,7 +387,7 @@ TEST(FailureTexts, OfConstraints)
         {"<feature name=\"f\"/><list name=\"l\"><key value=\"k\"/><leaf name=\"k\">" + string +
              "<if-feature name=\"f\"/></leaf></list>",
          "@35: key 'k' of list 'l' has an 'if-feature', which no key may have\n"},
-        {group + state + "\n<uses name=\"g\"/></container>",
+        {group + state + "<container name=\"d\">\n<uses name=\"g\"/></container></container>",
          "m.yin:3:1: leaf 'x' has config 'true' below container 'c', which has config 'false'\n"},
         {"<rpc name=\"r\"><input>" + state + "<leaf name=\"l\"><config value=\"true\"/>" + string +
              "</leaf></container></input></rpc><leaf name=\"x\"><type name=\"none\"/></leaf>",

@@ -15,7 +15,7 @@ bool Enabled(QY_NODE *node)
 TEST(Features, ExpressionsFollowWhatIsEnabled)
 {
     struct {
-        const char *expression;
+        std::string expression;
         const char *values; /* for no feature, a, b, a and b, c, a and c, b and c, all */
     } cases[] = {
         {"a", "01010101"},
@@ -29,6 +29,7 @@ TEST(Features, ExpressionsFollowWhatIsEnabled)
         {"not a and b", "00100010"},
         {" ( a ) and\n( not(b) ) ", "01000100"},
         {"needs-a", "01010101"},
+        {std::string(64, '(') + "a" + std::string(64, ')'), "01010101"},
     };
     for (const auto &test : cases) {
         std::string values;

@@ -65,8 +65,8 @@ std::vector<HostileModel> HostileModels()
              "<grouping name=\"g100\"/>",
          "schema nodes are nested deeper than 512 levels"},
         {"parentheses",
-         "<feature name=\"f\"/><leaf name=\"l\">" + string + "<if-feature name=\"" + std::string(100000, '(') + "f" +
-             std::string(100000, ')') + "\"/></leaf>",
+         "<feature name=\"f\"/><leaf name=\"l\">" + string + "<if-feature name=\"" + std::string(65, '(') + "f" +
+             std::string(65, ')') + "\"/></leaf>",
          "it is nested deeper than 64 levels"},
         {"steps upwards",
          "<leaf name=\"l\"><type name=\"leafref\"><path value=\"" +

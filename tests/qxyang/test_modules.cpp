@@ -190,6 +190,9 @@ TEST(Modules, RevisionsStandSideBySide)
     EXPECT_EQ(schema.Failures("none"),
               "none.yin:1:181: cannot import module 'lib': revision '2015-05-05' is wanted; "
               "'lib.yin' has revision '2020-01-01'; there is 'lib@2010-01-01.yin'\n");
+    schema.File("again@2010-01-01.yin", Revised("again", "2010-01-01"));
+    schema.Module("between", "", "again@2010-01-01");
+    schema.LoadText("again", "<revision date=\"2020-01-01\"/>", "between"); // no cycle: another revision of itself
 }
 
 /* An import without a revision made of the module that an import by revision had brought, in a load that fails. */
