@@ -1,11 +1,12 @@
 /* The table of a module's augments in its registry record. */
 #include "korv_lib_yang/korv_lib_yang.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-constexpr uint32_t GO_ON = 0;
-constexpr uint32_t STOP = 1;
+using korv::GO_ON;
+using korv::STOP;
 
 QY_NODE *TopOf(QY_NODE *pNode)
 {

@@ -12,19 +12,8 @@ void FreeContents(YangDumpNodeData *pstRecord)
     pstRecord->pcXpath = nullptr;
     korv::HostFree(pstRecord->pcName);
     pstRecord->pcName = nullptr;
-    if (pstRecord->pstLeafList == nullptr)
-        return;
-    for (uint32_t uiLoop = 0; uiLoop < VEC_VectorCount(pstRecord->pstLeafList); ++uiLoop) {
-        auto *pstEntry = static_cast<YangDumpLeafData *>(pstRecord->pstLeafList->ppvItem[uiLoop]);
-        if (pstEntry == nullptr)
-            continue;
-        korv::HostFree(pstEntry->pcName);
-        korv::HostFree(pstEntry->pcPath);
-        korv::HostFree(pstEntry);
-        pstRecord->pstLeafList->ppvItem[uiLoop] = nullptr;
-    }
-    (void)VEC_VectorFree_F(pstRecord->pstLeafList);
-    pstRecord->pstLeafList = nullptr;
+    if (pstRecord->pstLeafList != nullptr)
+        TELMYANG_FillListDataFreeIfErr_(nullptr, pstRecord);
 }
 
 struct RecordDelete {
@@ -35,27 +24,6 @@ struct RecordDelete {
     }
 };
 using RecordPtr = std::unique_ptr<YangDumpNodeData, RecordDelete>;
-
-RecordPtr NewRecord(const TELMYANG_LOCAL_DATA_S *pstLocal)
-{
-    RecordPtr pstRecord;
-    auto *pstNew = static_cast<YangDumpNodeData *>(korv::HostAlloc(pstLocal, sizeof(YangDumpNodeData)));
-    if (pstNew == nullptr)
-        return pstRecord;
-    if (memset_s(pstNew, sizeof(*pstNew), 0, sizeof(*pstNew)) != 0)
-        ZOR_Assert(__FILE__, __LINE__, 0);
-    pstRecord.reset(pstNew);
-    return pstRecord;
-}
-
-char *CopyText(const TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcText)
-{
-    const uint32_t uiLen = XUR_StrLen(pcText);
-    auto *pcCopy = static_cast<char *>(korv::HostAlloc(pstLocal, uiLen + 1));
-    if (pcCopy != nullptr && strncpy_s(pcCopy, uiLen + 1, pcText, uiLen) != 0)
-        ZOR_Assert(__FILE__, __LINE__, 0);
-    return pcCopy;
-}
 
 void CopyKeys(uint8_t (&aucTo)[NODE_KEY_LIST_NUM], const uint8_t (&aucFrom)[NODE_KEY_LIST_NUM])
 {
@@ -68,7 +36,8 @@ void CopyKeys(uint8_t (&aucTo)[NODE_KEY_LIST_NUM], const uint8_t (&aucFrom)[NODE
 YangDumpNodeData *YANGLIB_DumpYangNodeData(TELMYANG_LOCAL_DATA_S *pstLocal, const KorvTreeNode *pstTreeNode,
                                            const char *pcXpath)
 {
-    RecordPtr pstRecord = NewRecord(pstLocal);
+    RecordPtr pstRecord(
+        static_cast<YangDumpNodeData *>(korv::AllocCleared(pstLocal->ulModuleId, sizeof(YangDumpNodeData))));
     if (!pstRecord) {
         KORV_LOG_ERROR(pstLocal, "malloc failed!");
         return nullptr;
@@ -77,12 +46,12 @@ YangDumpNodeData *YANGLIB_DumpYangNodeData(TELMYANG_LOCAL_DATA_S *pstLocal, cons
     pstRecord->uiSampleId = pstTreeNode->uiSampleId;
     CopyKeys(pstRecord->aucSelfNodeKey, pstTreeNode->aucSelfNodeKey);
     CopyKeys(pstRecord->aucAncestorKey, pstTreeNode->aucAncestorKey);
-    pstRecord->pcName = CopyText(pstLocal, pstTreeNode->pcName);
+    pstRecord->pcName = korv::CopyText(pstLocal->ulModuleId, pstTreeNode->pcName);
     if (pstRecord->pcName == nullptr) {
         KORV_LOG_ERROR(pstLocal, "Malloc failed!");
         return nullptr;
     }
-    pstRecord->pcXpath = CopyText(pstLocal, pcXpath);
+    pstRecord->pcXpath = korv::CopyText(pstLocal->ulModuleId, pcXpath);
     if (pstRecord->pcXpath == nullptr) {
         KORV_LOG_ERROR(pstLocal, "malloc failed!");
         return nullptr;

@@ -1,9 +1,7 @@
 /* Dumping a tree level by level. */
 #include "korv_lib_yang/korv_lib_yang.h"
-#include "telem_yang/iter_list.h"
-#include "telem_yang/node_queue.h"
-#include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/ring.h"
 
 namespace {
 
@@ -116,7 +114,7 @@ KorvTreeNode VirtualRoot(KorvTreeNode *pstTree)
 
 uint32_t TELMYANG_CaculateNodeNum(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstVirtualRoot, uint32_t *puiCount)
 {
-    DumpQueueEntry stQueue;
+    DumpQueueEntry stQueue = {};
     korv::MakeEmpty(&stQueue);
     uint32_t uiRet = TLMTLIB_AddNewNodeToQueue_(pstLocal, &stQueue, pstVirtualRoot->pstFirstChild);
     uint32_t uiCount = 0;
@@ -125,7 +123,7 @@ uint32_t TELMYANG_CaculateNodeNum(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode 
         uiRet = TLMTLIB_AddNewNodeToQueue_(pstLocal, &stQueue, pstNode->pstFirstChild);
         if (uiRet == KORV_OK)
             uiRet = TLMTLIB_AddNewNodeToQueue_(pstLocal, &stQueue, pstNode->pstNextSibling);
-        korv::DropEntry(stQueue.pstNext);
+        korv::HostFree(korv::TakeFirst(&stQueue));
         ++uiCount;
     }
     if (uiRet != KORV_OK) {
@@ -184,13 +182,12 @@ void YANGLIB_DumpYangModuleData(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *p
         return;
     }
     const uint64_t ulSize = uint64_t{uiCount} * sizeof(YangDumpNodeData *);
-    korv::HostPtr<YangDumpNodeData *> ppArray(static_cast<YangDumpNodeData **>(korv::HostAlloc(pstLocal, ulSize)));
+    korv::HostPtr<YangDumpNodeData *> ppArray(
+        static_cast<YangDumpNodeData **>(korv::AllocCleared(pstLocal->ulModuleId, ulSize)));
     if (!ppArray) {
         KORV_LOG_ERROR(pstLocal, "malloc failed!");
         return;
     }
-    if (memset_s(ppArray.get(), ulSize, 0, ulSize) != 0)
-        ZOR_Assert(__FILE__, __LINE__, 0);
     if (YANGLIB_DumpYangData(pstLocal, &stRoot, ppArray.get(), uiCount) != KORV_OK) {
         *ppRecords = nullptr;
         *puiCount = 0;

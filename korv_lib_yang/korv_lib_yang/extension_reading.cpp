@@ -2,13 +2,11 @@
 #include "korv_lib_yang/korv_lib_yang.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-const char *NameOf(QY_NODE *pNode)
-{
-    return korv::Shown(QY_NODE_GetNodeName(pNode));
-}
+using korv::NameOf;
 
 /* Attaches the record of a class node; a node that is no class stays without. */
 uint32_t ReadClassNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode)
@@ -39,20 +37,9 @@ uint32_t TELMYANG_ReadNodeExtension(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pN
     KORV_LOG_INFO(pstLocal, "qyNode info: name %s, node type: %u", NameOf(pNode), uiNodeType);
     if (QY_NODE_GetPrivate(pNode) != nullptr)
         return KORV_OK;
-    switch (uiNodeType) {
-        case QY_NODE_TYPE_CONTAINER:
-        case QY_NODE_TYPE_LEAF_LIST:
-        case QY_NODE_TYPE_LIST:
-        case QY_NODE_TYPE_RPC:
-        case QY_NODE_TYPE_INPUT:
-        case QY_NODE_TYPE_OUTPUT:
-        case QY_NODE_TYPE_NOTIFICATION:
-            return ReadClassNode(pstLocal, pNode);
-        case QY_NODE_TYPE_LEAF:
-            return ReadLeaf(pstLocal, pNode);
-        default:
-            return KORV_OK;
-    }
+    if (uiNodeType == QY_NODE_TYPE_LEAF)
+        return ReadLeaf(pstLocal, pNode);
+    return korv::IsClassBearing(uiNodeType) ? ReadClassNode(pstLocal, pNode) : KORV_OK;
 }
 
 uint32_t TELEMYANG_ReadYinNodeExtensionToInst(QY_NODE *pNode, uint32_t uiTravType, void *pstLocal)

@@ -45,6 +45,8 @@ KORV_LIB_API uint32_t YANGLIB_PrepareYangModuleData_(TELMYANG_LOCAL_DATA_S *pstL
                                                      TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName,
                                                      const char *pcRevision);
 
+/* --- schema_load.cpp --- */
+
 /* Loads the module into the schema context and enables its features; a module that is there already is left as it is. */
 KORV_LIB_API uint32_t TELMYANG_LoadYangModule(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_CTX_S *pstYangCtx,
                                               const char *pcModuleName);

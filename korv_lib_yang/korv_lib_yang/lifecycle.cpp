@@ -19,15 +19,6 @@ struct InstanceDelete {
 };
 using InstancePtr = std::unique_ptr<TELMYANG_LOCAL_DATA_S, InstanceDelete>;
 
-template <typename T>
-T *AllocCleared(uint64_t ulModuleId, uint32_t uiLine = __builtin_LINE())
-{
-    void *pvBlock = ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], sizeof(T), __FILE__, uiLine);
-    if (pvBlock != nullptr && memset_s(pvBlock, sizeof(T), 0, sizeof(T)) != 0)
-        ZOR_Assert(__FILE__, __LINE__, 0);
-    return static_cast<T *>(pvBlock);
-}
-
 /* Schema context and search directories of a new instance. */
 bool SetUpSchema(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcDir1, const char *pcDir2)
 {
@@ -52,12 +43,14 @@ TELMYANG_LOCAL_DATA_S *YANGLIB_Initial(uint64_t ulModuleId, uint64_t pKorvCompon
                                        const TELMYANG_DEBUG_HOOK_S *pstHookTable, const char *pcDir1,
                                        const char *pcDir2)
 {
-    InstancePtr pstLocal(AllocCleared<TELMYANG_LOCAL_DATA_S>(ulModuleId));
+    InstancePtr pstLocal(
+        static_cast<TELMYANG_LOCAL_DATA_S *>(korv::AllocCleared(ulModuleId, sizeof(TELMYANG_LOCAL_DATA_S))));
     if (!pstLocal)
         return nullptr;
     pstLocal->pKorvComponent = pKorvComponent;
     TELMYANG_LIBRegDebugFuncHook(pstLocal.get(), pstHookTable);
-    pstLocal->pstYangCtx = AllocCleared<TELMYANG_YANG_CTX_S>(ulModuleId);
+    pstLocal->pstYangCtx =
+        static_cast<TELMYANG_YANG_CTX_S *>(korv::AllocCleared(ulModuleId, sizeof(TELMYANG_YANG_CTX_S)));
     if (pstLocal->pstYangCtx == nullptr) {
         KORV_LOG_ERROR(pstLocal.get(), "XUR_Malloc  failed\n");
         return nullptr;

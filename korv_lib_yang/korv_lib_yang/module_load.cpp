@@ -147,24 +147,3 @@ uint32_t YANGLIB_PrepareYangModuleData_(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYAN
         return uiRet;
     return GenerateTrees(pstLocal, pstFile, pcModuleName, pcRevision, pMod);
 }
-
-uint32_t TELMYANG_LoadYangModule(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_CTX_S *pstYangCtx,
-                                 const char *pcModuleName)
-{
-    if (pstYangCtx == nullptr || pcModuleName == nullptr) {
-        KORV_LOG_ERROR(pstLocal, "TELMYANG_LoadYangModule parameter null!");
-        return KORV_FAIL;
-    }
-    if (QY_CTX_GetModuleByModName(pstYangCtx->pSchemaCtx, pcModuleName) != nullptr)
-        return KORV_OK;
-    if (QY_CTX_LoadModule(pstYangCtx->pSchemaCtx, pcModuleName, nullptr) != 0) {
-        KORV_LOG_ERROR(pstLocal, "QY_CTX_LoadModule %s error!", pcModuleName);
-        return KORV_FAIL;
-    }
-    QY_MOD *pMod = QY_CTX_GetModuleByModName(pstYangCtx->pSchemaCtx, pcModuleName);
-    if (pMod == nullptr) {
-        KORV_LOG_ERROR(pstLocal, "QY_CTX_GetModuleByModName %s error!", pcModuleName);
-        return KORV_FAIL;
-    }
-    return QY_MOD_EnableFeature(pMod, QY_FEATURE_ALL);
-}

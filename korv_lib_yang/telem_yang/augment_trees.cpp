@@ -1,16 +1,13 @@
 /* The trees of a module's augments: the tree that an augment extends, and the nodes that it adds. */
 #include "telem_yang/top_chain.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-constexpr uint32_t GO_ON = 0;
-constexpr uint32_t STOP = 1;
-
-const char *NameOf(QY_NODE *pNode)
-{
-    return korv::Shown(QY_NODE_GetNodeName(pNode));
-}
+using korv::GO_ON;
+using korv::NameOf;
+using korv::STOP;
 
 /* Builds the tree of one node of a sibling scan; STOP at the stop node or with a failure. */
 uint32_t GenerateSibling(QY_NODE *pNode, const korv::TopChain &stChain)

@@ -1,16 +1,14 @@
 /* The case leaf vector of a container or list: the enabled leaves in its choices, nested ones included. */
 #include "telem_yang/leaf_append.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-constexpr uint32_t GO_ON = 0;
-constexpr uint32_t STOP = 1;
-
-bool IsChoiceOrCase(uint32_t uiNodeType)
-{
-    return uiNodeType == QY_NODE_TYPE_CHOICE || uiNodeType == QY_NODE_TYPE_CASE;
-}
+using korv::GO_ON;
+using korv::IsChoiceOrCase;
+using korv::NameOf;
+using korv::STOP;
 
 /* STOP when there are more leaves than the context's limit: the first ones are kept. */
 uint32_t Collect(CaseLeafScanCtx *pstScan)
@@ -72,8 +70,8 @@ uint32_t TELMYANG_FillCaseLeafDataByNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NOD
     QY_NODE *apLeaf[KORV_CASE_LEAF_NUM];
     CaseLeafScanCtx stScan = ScanOf(pNode, 0, apLeaf, 0, KORV_CASE_LEAF_NUM);
     if (Collect(&stScan) == STOP)
-        KORV_LOG_ERROR(pstLocal, "node(%s) has more than %u case leaves, the others are left out!",
-                       korv::Shown(QY_NODE_GetNodeName(pNode)), KORV_CASE_LEAF_NUM);
+        KORV_LOG_ERROR(pstLocal, "node(%s) has more than %u case leaves, the others are left out!", NameOf(pNode),
+                       KORV_CASE_LEAF_NUM);
     if (stScan.ucCount == 0)
         return KORV_OK;
     pstNode->pstCaseLeafList = VEC_VectorInit_F(pstLocal->ulModuleId, stScan.ucCount, __FILE__, __LINE__);

@@ -12,14 +12,6 @@ void FreeEntry(YangDumpLeafData *pstEntry)
     korv::HostFree(pstEntry);
 }
 
-char *AllocText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, uint32_t uiSize)
-{
-    auto *pcText = static_cast<char *>(ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], uiSize, __FILE__, __LINE__));
-    if (pcText == nullptr)
-        KORV_LOG_ERROR(pstLocal, "malloc failed!");
-    return pcText;
-}
-
 /* "path/name" into a block of uiSize bytes, by two copies: a formatter would take far longer. False: the copies did not do,
  * whatever is in the block. */
 bool JoinPath(char *pcOut, uint32_t uiSize, const char *pcXpath, uint32_t uiXpathLen, const char *pcName)
@@ -35,17 +27,18 @@ bool JoinPath(char *pcOut, uint32_t uiSize, const char *pcXpath, uint32_t uiXpat
 uint32_t FillTexts(TELMYANG_LOCAL_DATA_S *pstLocal, YangDumpLeafData *pstEntry, const KorvTreeLeaf *pstLeaf,
                    const char *pcXpath, uint64_t ulModuleId)
 {
-    const uint32_t uiNameLen = XUR_StrLen(pstLeaf->pcName);
-    pstEntry->pcName = AllocText(pstLocal, ulModuleId, uiNameLen + 1);
-    if (pstEntry->pcName == nullptr)
+    pstEntry->pcName = korv::CopyText(ulModuleId, pstLeaf->pcName);
+    if (pstEntry->pcName == nullptr) {
+        KORV_LOG_ERROR(pstLocal, "malloc failed!");
         return KORV_FAIL;
-    if (strncpy_s(pstEntry->pcName, uiNameLen + 1, pstLeaf->pcName, uiNameLen) != 0)
-        ZOR_Assert(__FILE__, __LINE__, 0);
+    }
     const uint32_t uiXpathLen = XUR_StrLen(pcXpath);
-    pstEntry->pcPath = AllocText(pstLocal, ulModuleId, uiNameLen + uiXpathLen + 2);
-    if (pstEntry->pcPath == nullptr)
+    const uint32_t uiPathSize = XUR_StrLen(pstLeaf->pcName) + uiXpathLen + 2;
+    pstEntry->pcPath = static_cast<char *>(ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], uiPathSize, __FILE__, __LINE__));
+    if (pstEntry->pcPath == nullptr) {
+        KORV_LOG_ERROR(pstLocal, "malloc failed!");
         return KORV_FAIL;
-    const uint32_t uiPathSize = uiNameLen + uiXpathLen + 2;
+    }
     if (!JoinPath(pstEntry->pcPath, uiPathSize, pcXpath, uiXpathLen, pstLeaf->pcName) &&
         sprintf_s(pstEntry->pcPath, uiPathSize, "%s/%s", pcXpath, pstLeaf->pcName) < 0) {
         KORV_LOG_ERROR(pstLocal, "path too long! (%s)", pstEntry->pcPath);
@@ -97,9 +90,8 @@ void TELMYANG_FillListDataFreeIfErr_(YangDumpLeafData *pstLeafEntry, YangDumpNod
         auto *pstEntry = static_cast<YangDumpLeafData *>(pstRecord->pstLeafList->ppvItem[uiLoop]);
         if (pstEntry == nullptr)
             continue;
-        korv::HostFree(pstEntry->pcName);
-        korv::HostFree(pstEntry->pcPath);
-        korv::HostFree(pstEntry);
+        FreeEntry(pstEntry);
+        pstRecord->pstLeafList->ppvItem[uiLoop] = nullptr;
     }
     (void)VEC_VectorFree_F(pstRecord->pstLeafList);
     pstRecord->pstLeafList = nullptr;

@@ -1,20 +1,7 @@
 /* Queuing a level of tree nodes with their paths. */
-#include "telem_yang/iter_list.h"
-#include "telem_yang_lib/host_memory.h"
+#include "telem_yang/telem_yang.h"
 #include "telem_yang_lib/log.h"
-
-namespace {
-
-void DropAll(DumpIterEntry *pstList)
-{
-    while (!korv::IsEmpty(pstList)) {
-        DumpIterEntry *pstEntry = korv::TakeFirst(pstList);
-        pstEntry->pstTreeNode = nullptr;
-        korv::HostFree(pstEntry);
-    }
-}
-
-} // namespace
+#include "telem_yang_lib/ring.h"
 
 uint32_t TELMYANG_PutAllChildNodeToIter(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstTreeNode,
                                         DumpIterEntry *pstIter, const char *pcParentPath)
@@ -36,6 +23,6 @@ uint32_t TELMYANG_PutAllChildNodeToIter(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTre
 
 void TELMYANG_FreeInfoQueueAndIter(DumpIterEntry *pstInfoQueue, DumpIterEntry *pstIter)
 {
-    DropAll(pstInfoQueue);
-    DropAll(pstIter);
+    korv::DropAll(pstInfoQueue);
+    korv::DropAll(pstIter);
 }

@@ -3,8 +3,11 @@
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/leaf_statements.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
+
+using korv::IsClassBearing;
 
 struct RangePair {
     int64_t llMin;
@@ -71,22 +74,6 @@ void ReadFromLeaf(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf 
 {
     if (QY_NODE_GetNodeType(pLeaf) == QY_NODE_TYPE_LEAF)
         pfnRead(pstLocal, korv::LeafStatements(pLeaf), pstLeaf);
-}
-
-bool IsClassBearing(uint32_t uiNodeType)
-{
-    switch (uiNodeType) {
-        case QY_NODE_TYPE_CONTAINER:
-        case QY_NODE_TYPE_LEAF_LIST:
-        case QY_NODE_TYPE_LIST:
-        case QY_NODE_TYPE_RPC:
-        case QY_NODE_TYPE_INPUT:
-        case QY_NODE_TYPE_OUTPUT:
-        case QY_NODE_TYPE_NOTIFICATION:
-            return true;
-        default:
-            return false;
-    }
 }
 
 bool HasRange(uint8_t ucBaseType)

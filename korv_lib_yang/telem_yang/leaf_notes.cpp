@@ -20,14 +20,12 @@ uint32_t HashOf(const char *pcName)
     return uiHash;
 }
 
-/* A record set to zero, or null: without a note a record's trees are looked through, which nobody needs to be told. */
+/* A zero-filled record and what is wanted behind it, or null: without a note a record's trees are looked through, which
+ * nobody needs to be told. */
 template <typename T>
 T *NewRecord(const TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulMore = 0, uint32_t uiLine = __builtin_LINE())
 {
-    auto *pstRecord = static_cast<T *>(korv::HostAlloc(pstLocal, sizeof(T) + ulMore, __FILE__, uiLine));
-    if (pstRecord != nullptr)
-        *pstRecord = {};
-    return pstRecord;
+    return static_cast<T *>(korv::AllocCleared(pstLocal->ulModuleId, sizeof(T) + ulMore, __FILE__, uiLine));
 }
 
 } // namespace

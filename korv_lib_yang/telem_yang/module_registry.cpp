@@ -6,18 +6,13 @@
 
 namespace {
 
-/* A copy of the text from the memory module, or null with a log line. */
-char *CopyText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, const char *pcText,
-               uint32_t uiLine = __builtin_LINE())
+/* A copy of the text, or null with a log line. */
+char *NewText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, const char *pcText,
+              uint32_t uiLine = __builtin_LINE())
 {
-    const uint32_t uiSize = XUR_StrLen(pcText) + 1;
-    auto *pcCopy = static_cast<char *>(ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], uiSize, __FILE__, uiLine));
-    if (pcCopy == nullptr) {
+    char *pcCopy = korv::CopyText(ulModuleId, pcText, korv::OnViolation::Assert, __FILE__, uiLine);
+    if (pcCopy == nullptr)
         KORV_LOG_ERROR(pstLocal, "malloc failed!");
-        return nullptr;
-    }
-    if (strcpy_s(pcCopy, uiSize, pcText) != 0)
-        ZOR_Assert(__FILE__, __LINE__, 0);
     return pcCopy;
 }
 
@@ -66,11 +61,11 @@ uint32_t TELMYANG_FillYangModuleInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_Y
                                      uint64_t ulModuleId, const char *pcModuleName, const char *pcRevision)
 {
     if (pcRevision != nullptr) {
-        pstFile->pcRevision = CopyText(pstLocal, ulModuleId, pcRevision);
+        pstFile->pcRevision = NewText(pstLocal, ulModuleId, pcRevision);
         if (pstFile->pcRevision == nullptr)
             return KORV_FAIL;
     }
-    pstFile->pcModuleName = CopyText(pstLocal, ulModuleId, pcModuleName);
+    pstFile->pcModuleName = NewText(pstLocal, ulModuleId, pcModuleName);
     if (pstFile->pcModuleName == nullptr)
         return KORV_FAIL;
     pstFile->ucInUse = 1;

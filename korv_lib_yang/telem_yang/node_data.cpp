@@ -2,23 +2,11 @@
 #include "telem_yang/telem_yang.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-const char *NameOf(QY_NODE *pNode)
-{
-    return korv::Shown(QY_NODE_GetNodeName(pNode));
-}
-
-/* A copy of a text, or null: for no text, no memory, or a failed copy. */
-char *CopyName(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcText)
-{
-    if (pcText == nullptr)
-        return nullptr;
-    const uint32_t uiSize = XUR_StrLen(pcText) + 1;
-    korv::HostPtr<char> pcCopy(static_cast<char *>(korv::HostAlloc(pstLocal, uiSize)));
-    return pcCopy && strcpy_s(pcCopy.get(), uiSize, pcText) == 0 ? pcCopy.release() : nullptr;
-}
+using korv::NameOf;
 
 /* Copies at most 16 keys; a class with more cannot be placed in the tree. */
 uint32_t CopyKeys(TELMYANG_LOCAL_DATA_S *pstLocal, uint8_t *pucTo, const uint8_t *pucFrom, uint32_t uiNum)
@@ -34,22 +22,6 @@ uint32_t CopyKeys(TELMYANG_LOCAL_DATA_S *pstLocal, uint8_t *pucTo, const uint8_t
 }
 
 } // namespace
-
-const char *TELMYANG_GetNodeModuleName(TELMYANG_LOCAL_DATA_S *, QY_NODE *pNode)
-{
-    QY_MOD *pMod = QY_NODE_GetModule(pNode);
-    return pMod != nullptr ? QY_MOD_GetModuleName(pMod) : nullptr;
-}
-
-char *TELMYANG_AllocNodeModuleName(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode)
-{
-    return CopyName(pstLocal, TELMYANG_GetNodeModuleName(pstLocal, pNode));
-}
-
-char *TELMYANG_AllocNodeSelfName(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode)
-{
-    return CopyName(pstLocal, QY_NODE_GetNodeName(pNode));
-}
 
 uint32_t TELEMYANG_ChoiceCaseNodeProc(KorvTreeNode *pstNode, QY_NODE *pNode)
 {
@@ -89,7 +61,7 @@ uint32_t TELMYANG_FillSelfAndAncestorKeyList(TELMYANG_LOCAL_DATA_S *pstLocal, QY
 uint32_t TELMYANG_FillDataFromYangNode(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstNode, QY_NODE *pNode)
 {
     const uint32_t uiNodeType = QY_NODE_GetNodeType(pNode);
-    if (uiNodeType == QY_NODE_TYPE_LEAF || uiNodeType == QY_NODE_TYPE_LEAF_LIST) {
+    if (korv::IsLeafOrLeafList(uiNodeType)) {
         KORV_LOG_ERROR(pstLocal, "nodetype error,name(%s)!", NameOf(pNode));
         return KORV_FAIL;
     }

@@ -3,16 +3,7 @@
 
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
-
-namespace {
-
-bool IsLeafOrLeafList(QY_NODE *pNode)
-{
-    const uint32_t uiNodeType = QY_NODE_GetNodeType(pNode);
-    return uiNodeType == QY_NODE_TYPE_LEAF || uiNodeType == QY_NODE_TYPE_LEAF_LIST;
-}
-
-} // namespace
+#include "telem_yang_lib/schema_nodes.h"
 
 korv::LeafAppend korv::AppendLeaf(const LeafFillCtx &stFill, QY_NODE *pLeaf)
 {
@@ -34,14 +25,14 @@ korv::LeafAppend korv::AppendLeaf(const LeafFillCtx &stFill, QY_NODE *pLeaf)
 
 uint32_t TELMYANG_GetLeafChildNum(QY_NODE *pNode, void *, void *pstCount)
 {
-    if (IsLeafOrLeafList(pNode))
+    if (korv::IsLeafOrLeafList(QY_NODE_GetNodeType(pNode)))
         ++static_cast<LeafNumCtx *>(pstCount)->uiCount;
     return KORV_OK;
 }
 
 uint32_t TELMYANG_FillLeafDataByNodeCb(QY_NODE *pNode, void *, void *pstFill)
 {
-    if (!IsLeafOrLeafList(pNode))
+    if (!korv::IsLeafOrLeafList(QY_NODE_GetNodeType(pNode)))
         return KORV_OK;
     return korv::AppendLeaf(*static_cast<LeafFillCtx *>(pstFill), pNode) == korv::LeafAppend::Done ? KORV_OK
                                                                                                    : KORV_FAIL;

@@ -1,25 +1,7 @@
-/* Work queues of tree nodes. */
-#include "telem_yang/node_queue.h"
-
-#include "telem_yang_lib/host_memory.h"
+/* Work queues of tree nodes; a head lives in the function that works. */
+#include "telem_yang/telem_yang.h"
 #include "telem_yang_lib/log.h"
-
-namespace {
-
-void DropAll(DumpQueueEntry *pstQueue)
-{
-    while (pstQueue != nullptr && !korv::IsEmpty(pstQueue))
-        korv::DropEntry(pstQueue->pstNext);
-}
-
-} // namespace
-
-void korv::DropEntry(DumpQueueEntry *pstEntry)
-{
-    pstEntry->pstPrev->pstNext = pstEntry->pstNext;
-    pstEntry->pstNext->pstPrev = pstEntry->pstPrev;
-    HostFree(pstEntry);
-}
+#include "telem_yang_lib/ring.h"
 
 uint32_t TLMTLIB_AddNewNodeToQueue_(TELMYANG_LOCAL_DATA_S *pstLocal, DumpQueueEntry *pstQueue, KorvTreeNode *pstNode)
 {
@@ -30,14 +12,13 @@ uint32_t TLMTLIB_AddNewNodeToQueue_(TELMYANG_LOCAL_DATA_S *pstLocal, DumpQueueEn
         KORV_LOG_ERROR(pstLocal, "malloc failed!");
         return KORV_FAIL;
     }
-    *pstEntry = {pstQueue, pstQueue->pstPrev, pstNode};
-    pstQueue->pstPrev->pstNext = pstEntry;
-    pstQueue->pstPrev = pstEntry;
+    pstEntry->pstTreeNode = pstNode;
+    korv::AppendEntry(pstQueue, pstEntry);
     return KORV_OK;
 }
 
 void TELMYANG_FreeQueue(DumpQueueEntry *pstFirstQueue, DumpQueueEntry *pstSecondQueue)
 {
-    DropAll(pstFirstQueue);
-    DropAll(pstSecondQueue);
+    korv::DropAll(pstFirstQueue);
+    korv::DropAll(pstSecondQueue);
 }

@@ -73,10 +73,6 @@ KORV_LIB_API void TELMYANG_FreeQueue(DumpQueueEntry *pstFirstQueue, DumpQueueEnt
 
 /* --- tree_release.cpp --- */
 
-/* Releases the trees of a registered module; 1 when it is not registered. */
-KORV_LIB_API uint32_t TELEMYANG_DestroyYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
-                                                     const char *pcRevision);
-
 /* Releases a tree with the top nodes that follow its root, without recursion; null does nothing. 1 when the work queue
  * runs out of memory: the nodes still to come are given up. */
 KORV_LIB_API uint32_t TELMYANG_FreeYangtreeAllNodes(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstRoot);
@@ -100,6 +96,17 @@ KORV_LIB_API void TELEMYANG_FreeAugmentYinExtensionData(TELMYANG_LOCAL_DATA_S *p
 KORV_LIB_API void TELEMYANG_FreeAllYinExtensionInMouleEx(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
                                                          const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile);
 
+/* --- module_trees.cpp: all trees of a module --- */
+
+/* Builds all trees of a module into its record; on failure the record keeps what was built. pcRevision may be null. */
+KORV_LIB_API uint32_t TELEMYANG_GenerateYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
+                                                      const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile,
+                                                      QY_MOD *pMod);
+
+/* Releases the trees of a registered module; 1 when it is not registered. */
+KORV_LIB_API uint32_t TELEMYANG_DestroyYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
+                                                     const char *pcRevision);
+
 /* --- tree_generation.cpp --- */
 
 #pragma pack(push, 4)
@@ -116,10 +123,7 @@ typedef struct {
 
 #pragma pack(pop)
 
-/* Builds all trees of a module into its record; on failure the record keeps what was built. pcRevision may be null. */
-KORV_LIB_API uint32_t TELEMYANG_GenerateYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
-                                                      const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile,
-                                                      QY_MOD *pMod);
+/* Builds the trees of a module's own containers into its record. */
 KORV_LIB_API uint32_t TELEMYANG_GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
                                                    const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile,
                                                    QY_MOD *pMod);
@@ -176,15 +180,17 @@ KORV_LIB_API uint32_t TELMYANG_FillContainerBaseInfo(TELMYANG_LOCAL_DATA_S *pstL
 /* Sets ucNodeType; the schema node's type. */
 KORV_LIB_API uint32_t TELEMYANG_ChoiceCaseNodeProc(KorvTreeNode *pstNode, QY_NODE *pNode);
 
+/* Class id, sample id and both key lists from the node's record; nothing without one. 1 for more than 16 keys. */
+KORV_LIB_API uint32_t TELMYANG_FillSelfAndAncestorKeyList(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
+                                                          KorvTreeNode *pstNode);
+
+/* --- node_names.cpp --- */
+
 /* Name of the module that defines the node: borrowed, or a copy (or null) that is released with ZOR_Free_F. */
 KORV_LIB_API const char *TELMYANG_GetNodeModuleName(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode);
 KORV_LIB_API char *TELMYANG_AllocNodeModuleName(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode);
 /* A copy of the node's name, or null. */
 KORV_LIB_API char *TELMYANG_AllocNodeSelfName(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode);
-
-/* Class id, sample id and both key lists from the node's record; nothing without one. 1 for more than 16 keys. */
-KORV_LIB_API uint32_t TELMYANG_FillSelfAndAncestorKeyList(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
-                                                          KorvTreeNode *pstNode);
 
 /* --- node_leaves.cpp: the leaf vectors of a tree node --- */
 

@@ -26,6 +26,10 @@ inline void AppendTopNode(KorvTreeGenCtx *pstGen, KorvTreeNode *pstTop)
 /* tree_generation.cpp: builds the tree of one top node and appends it to the chain. */
 uint32_t GenerateTopTree(QY_NODE *pNode, const TopChain &stChain);
 
+/* tree_generation.cpp: TELEMYANG_GenerateOriginTree within the budget of a load. */
+uint32_t GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod,
+                            TreeBudget *pBudget);
+
 /* augment_trees.cpp: TELEMYANG_GenerateAugmentTree within the budget of a load. */
 uint32_t GenerateAugmentTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod,
                               TreeBudget *pBudget);

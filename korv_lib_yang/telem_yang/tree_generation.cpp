@@ -2,6 +2,7 @@
 #include "telem_yang/top_chain.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
@@ -99,21 +100,6 @@ uint32_t GenerateTopTreeCb(QY_NODE *pNode, void *, void *pstChain)
     return korv::GenerateTopTree(pNode, *static_cast<const korv::TopChain *>(pstChain));
 }
 
-uint32_t GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod,
-                            korv::TreeBudget *pBudget)
-{
-    KorvTreeGenCtx stGen = {};
-    stGen.pstLocal = pstLocal;
-    korv::TopChain stChain = {&stGen, pBudget};
-    const uint32_t uiRet = QY_MOD_IterScanTopmostNode(pMod, GenerateTopTreeCb, &stChain);
-    pstFile->pstOriginTree = stGen.pstRoot;
-    if (uiRet != KORV_OK) {
-        KORV_LOG_ERROR(pstLocal, "DupYangtree failed!");
-        return KORV_FAIL;
-    }
-    return KORV_OK;
-}
-
 } // namespace
 
 KorvTreeNode *TELMYANG_UpdateLinkParentKorvNodeByTravType(KorvTreeNode *pstCurParent, KorvTreeNode *pstLastNode,
@@ -169,7 +155,7 @@ uint32_t korv::GenerateTopTree(QY_NODE *pNode, const TopChain &stChain)
     const uint32_t uiRet = QY_NODE_TreeScanAllNode(pNode, DupNodeCb, &stScan);
     KorvTreeNode *pstTop = stScan.stGen.pstRoot;
     if (uiRet != KORV_OK) {
-        KORV_LOG_ERROR(pstLocal, "Fill Data From Yang Node(%s) return 0x%x!", Shown(QY_NODE_GetNodeName(pNode)), uiRet);
+        KORV_LOG_ERROR(pstLocal, "Fill Data From Yang Node(%s) return 0x%x!", NameOf(pNode), uiRet);
         (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstTop);
         return KORV_FAIL;
     }
@@ -184,28 +170,24 @@ uint32_t TELMYANG_GenerateKorvTreeNodes(QY_NODE *pNode, void *, void *pstGen)
     return korv::GenerateTopTree(pNode, {static_cast<KorvTreeGenCtx *>(pstGen), &budget});
 }
 
+uint32_t korv::GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod,
+                                  TreeBudget *pBudget)
+{
+    KorvTreeGenCtx stGen = {};
+    stGen.pstLocal = pstLocal;
+    korv::TopChain stChain = {&stGen, pBudget};
+    const uint32_t uiRet = QY_MOD_IterScanTopmostNode(pMod, GenerateTopTreeCb, &stChain);
+    pstFile->pstOriginTree = stGen.pstRoot;
+    if (uiRet != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "DupYangtree failed!");
+        return KORV_FAIL;
+    }
+    return KORV_OK;
+}
+
 uint32_t TELEMYANG_GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *, const char *,
                                       TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod)
 {
     korv::TreeBudget budget;
-    return GenerateOriginTree(pstLocal, pstFile, pMod, &budget);
-}
-
-uint32_t TELEMYANG_GenerateYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, const char *,
-                                         TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod)
-{
-    if (pMod == nullptr) {
-        KORV_LOG_ERROR(pstLocal, "inval parameter!");
-        return KORV_FAIL;
-    }
-    korv::TreeBudget budget;
-    if (GenerateOriginTree(pstLocal, pstFile, pMod, &budget) != KORV_OK) {
-        KORV_LOG_ERROR(pstLocal, "GenerateOriginTree failed,pcModuleName(%s)!", pcModuleName);
-        return KORV_FAIL;
-    }
-    if (korv::GenerateAugmentTrees(pstLocal, pstFile, pMod, &budget) != KORV_OK) {
-        KORV_LOG_ERROR(pstLocal, "GenerateAugmentTree failed,pcModuleName(%s)!", pcModuleName);
-        return KORV_FAIL;
-    }
-    return KORV_OK;
+    return korv::GenerateOriginTree(pstLocal, pstFile, pMod, &budget);
 }

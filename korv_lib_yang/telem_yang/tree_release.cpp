@@ -1,8 +1,6 @@
 /* Releasing whole trees: breadth first over first children and next siblings, so that depth costs no stack. */
 #include "telem_yang/leaf_notes.h"
-#include "telem_yang/node_queue.h"
-#include "telem_yang_lib/host_memory.h"
-#include "telem_yang_lib/log.h"
+#include "telem_yang_lib/ring.h"
 
 namespace {
 
@@ -15,7 +13,7 @@ uint32_t ReleaseFirst(TELMYANG_LOCAL_DATA_S *pstLocal, DumpQueueEntry *pstQueue)
         return KORV_FAIL;
     TELMYANG_FreeKorvTreeNode(pstNode);
     korv::HostFree(pstNode);
-    korv::DropEntry(pstQueue->pstNext);
+    korv::HostFree(korv::TakeFirst(pstQueue));
     return KORV_OK;
 }
 
@@ -23,7 +21,7 @@ uint32_t ReleaseFirst(TELMYANG_LOCAL_DATA_S *pstLocal, DumpQueueEntry *pstQueue)
 
 uint32_t TELMYANG_FreeYangtreeAllNodes(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstRoot)
 {
-    DumpQueueEntry stQueue;
+    DumpQueueEntry stQueue = {};
     korv::MakeEmpty(&stQueue);
     if (TLMTLIB_AddNewNodeToQueue_(pstLocal, &stQueue, pstRoot) != KORV_OK)
         return KORV_FAIL;
@@ -52,22 +50,5 @@ uint32_t TELMYANG_FreeYangtreeAllAugmentNodes(TELMYANG_LOCAL_DATA_S *pstLocal, T
         (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstTargetTree);
         (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstSelfTree);
     }
-    return KORV_OK;
-}
-
-uint32_t TELEMYANG_DestroyYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
-                                        const char *pcRevision)
-{
-    TELMYANG_YANG_FILE_INFO_S *pstFile =
-        TELMYANG_GetIfYangModuleExist(pstLocal, pstLocal->pstYangCtx, pcModuleName, pcRevision);
-    if (pstFile == nullptr) {
-        KORV_LOG_ERROR(pstLocal, "can not findYangModuleTree,module(%s)version(%s)!", korv::Shown(pcModuleName),
-                       korv::Shown(pcRevision));
-        return KORV_FAIL;
-    }
-    KorvTreeNode *pstOriginTree = pstFile->pstOriginTree;
-    pstFile->pstOriginTree = nullptr;
-    (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstOriginTree);
-    (void)TELMYANG_FreeYangtreeAllAugmentNodes(pstLocal, pstFile);
     return KORV_OK;
 }

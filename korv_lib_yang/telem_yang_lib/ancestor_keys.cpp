@@ -2,15 +2,12 @@
  * "ancestor-key-fid" statement. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
 using korv::HostPtr;
-
-const char *NameOf(QY_NODE *pNode)
-{
-    return korv::Shown(QY_NODE_GetNodeName(pNode));
-}
+using korv::NameOf;
 
 /* An array of ancestor keys whose first record has room for their ids. */
 uint32_t NewAncestorKeys(TELMYANG_LOCAL_DATA_S *pstLocal, YinInst *pstInst, YinInst *pstParent)
@@ -52,33 +49,7 @@ uint32_t CopySelfKeys(TELMYANG_LOCAL_DATA_S *pstLocal, const YinInst *pstParent,
     return KORV_OK;
 }
 
-/* Ancestor keys of a class that is not of its parent's class. */
-uint32_t DeriveAncestorKeys(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst, YinInst *pstParent)
-{
-    if (TELMYANG_BSC_IsMethod2KeyRefAncestor(pstLocal, pNode) == 0)
-        return TELMYANG_BSC_ParseNodeAncestorKeyRefInfo(pstLocal, pNode, pstInst);
-    if (pstParent == nullptr)
-        return KORV_OK;
-    return TELMYANG_BSC_ParseNodeAncestorKeyRefInfoWithParent(pstLocal, pNode, pstInst, pstParent);
-}
-
 } // namespace
-
-uint32_t TELMYANG_BSC_GetCompleteYinInstNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst)
-{
-    uint32_t uiRet = TELMYANG_BSC_ParseNodeAutoKeyLeafInfo(pstLocal, pNode, pstInst);
-    if (uiRet != KORV_OK) {
-        KORV_LOG_ERROR(pstLocal, "Parse Node (%s) Auto-Key return 0x%x!", NameOf(pNode), uiRet);
-        return uiRet;
-    }
-    YinInst *pstParent = TELMYANG_BSC_GetParentYinInst(pstLocal, pNode);
-    if (pstParent != nullptr && TELMYANG_BSC_GetClassIdFromNodeExt_(pstLocal, pNode) == pstParent->uiClassId)
-        return TELMYANG_BSC_ConstructSelfInheritKey_(pstLocal, pstParent, pNode, pstInst);
-    uiRet = DeriveAncestorKeys(pstLocal, pNode, pstInst, pstParent);
-    if (uiRet != KORV_OK)
-        KORV_LOG_ERROR(pstLocal, "Parse Node (%s) Ancestor-Key return 0x%x!", NameOf(pNode), uiRet);
-    return uiRet;
-}
 
 YinInst *TELMYANG_BSC_GetParentYinInst(TELMYANG_LOCAL_DATA_S *, QY_NODE *pNode)
 {

@@ -2,16 +2,13 @@
  * key of the parent class. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-constexpr uint32_t GO_ON = 0;
-constexpr uint32_t STOP = 1;
-
-const char *NameOf(QY_NODE *pNode)
-{
-    return korv::Shown(QY_NODE_GetNodeName(pNode));
-}
+using korv::GO_ON;
+using korv::NameOf;
+using korv::STOP;
 
 bool IsFull(const AncKeyMapCtx *pstMap)
 {
@@ -204,8 +201,7 @@ uint32_t TELMYANG_BSC_InstGetExtIndexMapId(YinInst *pstInst, uint32_t uiKeyAttrI
 uint32_t TELMYANG_BSC_InstGetExtIndexMapIdCb(QY_NODE *pNode, void *, void *pstFind)
 {
     auto *pstCtx = static_cast<IndexMapFindCtx *>(pstFind);
-    const uint32_t uiNodeType = QY_NODE_GetNodeType(pNode);
-    if (uiNodeType != QY_NODE_TYPE_LEAF && uiNodeType != QY_NODE_TYPE_LEAF_LIST)
+    if (!korv::IsLeafOrLeafList(QY_NODE_GetNodeType(pNode)))
         return GO_ON;
     uint32_t uiFieldId = 0;
     const uint32_t uiRet = TELMYANG_BSC_GetNodeSpecMimExtValue(pstCtx->pstLocal, pNode, MIM_EXT_FIELD_ID, &uiFieldId);

@@ -1,13 +1,11 @@
 /* The attributes of a class: the leaves directly under its node, or a leaf-list class itself. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-const char *NameOf(QY_NODE *pNode)
-{
-    return korv::Shown(QY_NODE_GetNodeName(pNode));
-}
+using korv::NameOf;
 
 /* A pass over the nodes that can be attributes of the class: its children, or for a leaf-list the node alone. */
 struct AttrPass {

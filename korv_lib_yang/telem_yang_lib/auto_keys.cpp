@@ -2,11 +2,13 @@
  * models that load on a device rely on that. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-constexpr uint32_t GO_ON = 0;
-constexpr uint32_t STOP = 1;
+using korv::GO_ON;
+using korv::NameOf;
+using korv::STOP;
 
 /* What the class node answers, which is looked up once for all leaves below it. */
 struct ClassKeys {
@@ -42,7 +44,7 @@ uint32_t CountLeaf(AutoKeyScanCtx *pstCtx, ClassKeys *pstKeys, QY_NODE *pNode)
     YinInst *pstInst = pstCtx->pstInst;
     if (pstCtx->ucPairNum == pstInst->ucNumOfAttr) {
         KORV_LOG_ERROR(pstCtx->pstLocal, "autoKey(%d)ucNumOfAttr(%d)name(%s) error!", pstCtx->ucPairNum,
-                       pstInst->ucNumOfAttr, korv::Shown(QY_NODE_GetNodeName(pNode)));
+                       pstInst->ucNumOfAttr, NameOf(pNode));
         return STOP;
     }
     QY_NODE *pClassNode = QY_NODE_GetParentNode(pNode);

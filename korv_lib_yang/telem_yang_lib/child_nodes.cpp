@@ -1,15 +1,11 @@
 /* Finding a node's first children, and counting the leaves under it. */
-#include "telem_yang_lib/telem_yang_lib.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-constexpr uint32_t GO_ON = 0;
-constexpr uint32_t STOP = 1;
-
-bool IsChoiceOrCase(uint32_t uiNodeType)
-{
-    return uiNodeType == QY_NODE_TYPE_CHOICE || uiNodeType == QY_NODE_TYPE_CASE;
-}
+using korv::GO_ON;
+using korv::IsChoiceOrCase;
+using korv::STOP;
 
 bool IsEnabled(QY_NODE *pNode)
 {

@@ -1,10 +1,11 @@
 /* Finding extension statements on schema nodes and within other statements. */
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-constexpr uint32_t GO_ON = 0;
-constexpr uint32_t STOP = 1;
+using korv::GO_ON;
+using korv::STOP;
 
 bool IsSought(const char *pcExtModule, const char *pcKeyword, const char *pcWantedModule, const char *pcWantedName)
 {

@@ -22,6 +22,38 @@ inline void *HostAlloc(const TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulSize, c
     return ZOR_Malloc_F(pstLocal->ulModuleId, g_aucZorMemPt[0], ulSize, pcFile, uiLine);
 }
 
+/* The same, zero-filled. */
+inline void *AllocCleared(uint64_t ulModuleId, uint64_t ulSize, const char *pcFile = __builtin_FILE(),
+                          uint32_t uiLine = __builtin_LINE())
+{
+    void *pvBlock = ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], ulSize, pcFile, uiLine);
+    if (pvBlock != nullptr && memset_s(pvBlock, ulSize, 0, ulSize) != 0)
+        ZOR_Assert(pcFile, uiLine, 0);
+    return pvBlock;
+}
+
+/* What a text copy does when the host's bounded copy reports a violation. */
+enum class OnViolation {
+    Assert, /* tells the host; the copy is taken as it is */
+    GiveUp, /* there is no copy */
+};
+
+/* A copy of a text in a block of the memory module, or null. The place is the caller's. */
+inline char *CopyText(uint64_t ulModuleId, const char *pcText, OnViolation eOnViolation = OnViolation::Assert,
+                      const char *pcFile = __builtin_FILE(), uint32_t uiLine = __builtin_LINE())
+{
+    const uint32_t uiSize = XUR_StrLen(pcText) + 1;
+    auto *pcCopy = static_cast<char *>(ZOR_Malloc_F(ulModuleId, g_aucZorMemPt[0], uiSize, pcFile, uiLine));
+    if (pcCopy == nullptr || strcpy_s(pcCopy, uiSize, pcText) == 0)
+        return pcCopy;
+    if (eOnViolation == OnViolation::GiveUp) {
+        HostFree(pcCopy, pcFile, uiLine);
+        return nullptr;
+    }
+    ZOR_Assert(pcFile, uiLine, 0);
+    return pcCopy;
+}
+
 struct HostDelete {
     void operator()(void *pvBlock) const { HostFree(pvBlock); }
 };

@@ -1,17 +1,15 @@
 /* Leafref source classes: a class that carries nothing but its class type takes over the statements of its first child
  * class, and its leafref leaves those of the leaves that they refer to. */
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
+
+using korv::NameOf;
 
 constexpr char CLASS_TYPE_LEAFREF[] = "leafref";
 constexpr char CLASS_TYPE_LEAFREF_TARGET[] = "leafref-target";
 constexpr uint32_t TARGET_AS_DECLARED = 0;
-
-const char *NameOf(QY_NODE *pNode)
-{
-    return korv::Shown(QY_NODE_GetNodeName(pNode));
-}
 
 } // namespace
 

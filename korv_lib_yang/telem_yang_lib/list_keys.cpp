@@ -1,11 +1,13 @@
 /* A class's own keys: the keys of its list as attribute ids. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
 
-constexpr uint32_t GO_ON = 0;
-constexpr uint32_t STOP = 1;
+using korv::GO_ON;
+using korv::NameOf;
+using korv::STOP;
 
 bool IsKey(QY_NODE *pNode)
 {
@@ -35,8 +37,8 @@ uint32_t MapKeyNames(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *p
     for (uint32_t uiLoop = 0; uiLoop < uiNum; ++uiLoop) {
         const char *pcName = stNames.aacName[uiLoop];
         if (TELMYANG_BSC_FindListNodeKey(pstLocal, pcName, pstInst, pstInst->pstYinAttr, uiLoop) == 0) {
-            KORV_LOG_ERROR(pstLocal, "error,not find key field ID!nodename(%s)node key size(%d)",
-                           korv::Shown(QY_NODE_GetNodeName(pNode)), pstInst->ucKeyNum);
+            KORV_LOG_ERROR(pstLocal, "error,not find key field ID!nodename(%s)node key size(%d)", NameOf(pNode),
+                           pstInst->ucKeyNum);
             return KORV_FAIL;
         }
         KORV_LOG_INFO(pstLocal, "key: name(name=%s) (id=%u)", pcName, pstInst->pucSelfKeyAttributes[uiLoop]);
@@ -80,8 +82,7 @@ uint32_t TELMYANG_BSC_ParseNodeKeyLeafInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_N
         return KORV_OK;
     uint32_t uiKeyNum = QY_NODE_GetNodeKeyNum(pNode);
     if (uiKeyNum > YIN_COUNT_MAX && CountKeyLeaves(pNode) > YIN_COUNT_MAX) {
-        KORV_LOG_ERROR(pstLocal, "class node(%s) has %u keys, more than %u!", korv::Shown(QY_NODE_GetNodeName(pNode)),
-                       uiKeyNum, YIN_COUNT_MAX);
+        KORV_LOG_ERROR(pstLocal, "class node(%s) has %u keys, more than %u!", NameOf(pNode), uiKeyNum, YIN_COUNT_MAX);
         return KORV_FAIL;
     }
     uiKeyNum &= KEY_NUM_MASK;

@@ -292,6 +292,12 @@ KORV_LIB_API uint32_t TELMYANG_BSC_UpdateYinInstFromNode(TELMYANG_LOCAL_DATA_S *
 KORV_LIB_API uint32_t TELMYANG_BSC_ParseYinLeafFromNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                         YinLeaf *pstLeaf);
 
+/* Last stage of a record: automatic keys, then the keys of the parent class, copied or derived. */
+KORV_LIB_API uint32_t TELMYANG_BSC_GetCompleteYinInstNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
+                                                          YinInst *pstInst);
+
+/* --- inst_record.cpp --- */
+
 /* Releases what the record owns, not the record; null and a second call do nothing. */
 KORV_LIB_API void TELMYANG_FreeYinInstInfo(YinInst *pstInst);
 
@@ -463,10 +469,6 @@ KORV_LIB_API uint32_t TELMYANG_BSC_AutoFillLeafrefNodeExtInst(TELMYANG_LOCAL_DAT
 KORV_LIB_API uint32_t TELMYANG_BSC_ImplLeafrefNodeExtInstUpdateCb(QY_NODE *pNode, void *pvUnused, void *pstLocal);
 
 /* --- ancestor_keys.cpp: keys that come from the classes above --- */
-
-/* Last stage of a record: automatic keys, then the keys of the parent class, copied or derived. */
-KORV_LIB_API uint32_t TELMYANG_BSC_GetCompleteYinInstNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
-                                                          YinInst *pstInst);
 
 /* Record of the nearest ancestor that has one, or null; null for a null node. */
 KORV_LIB_API YinInst *TELMYANG_BSC_GetParentYinInst(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode);

@@ -1,11 +1,12 @@
-/* The record of a class node and the record of a leaf: how they are built, recognised and released. */
-#include <cstring>
-
+/* Building the record of a class node and the record of a leaf. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/leaf_statements.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/schema_nodes.h"
 
 namespace {
+
+using korv::NameOf;
 
 /* Releases a record with what it owns. */
 struct YinInstDelete {
@@ -30,9 +31,18 @@ uint32_t ReadSampleId(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode)
     uint32_t uiSampleId = 0;
     if (TELMYANG_BSC_GetNodeSpecMimExtValue(pstLocal, pNode, MIM_EXT_TLMT_SAMPLE_ID, &uiSampleId) != KORV_OK)
         uiSampleId = 0;
-    KORV_LOG_INFO(pstLocal, "Get tlmt-sample-id (0x%x) from node (%s)", uiSampleId,
-                  korv::Shown(QY_NODE_GetNodeName(pNode)));
+    KORV_LOG_INFO(pstLocal, "Get tlmt-sample-id (0x%x) from node (%s)", uiSampleId, NameOf(pNode));
     return uiSampleId;
+}
+
+/* Ancestor keys of a class that is not of its parent's class. */
+uint32_t DeriveAncestorKeys(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst, YinInst *pstParent)
+{
+    if (TELMYANG_BSC_IsMethod2KeyRefAncestor(pstLocal, pNode) == 0)
+        return TELMYANG_BSC_ParseNodeAncestorKeyRefInfo(pstLocal, pNode, pstInst);
+    if (pstParent == nullptr)
+        return KORV_OK;
+    return TELMYANG_BSC_ParseNodeAncestorKeyRefInfoWithParent(pstLocal, pNode, pstInst, pstParent);
 }
 
 } // namespace
@@ -45,8 +55,7 @@ uint32_t TELMYANG_BSC_GetNodeClassInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE 
         KORV_LOG_INFO(pstLocal, "Get class-type = %s", korv::Shown(pcClassType));
         const uint32_t uiRet = TELMYANG_BSC_ParseNodeClassTypeExt(pstLocal, pNode, pstInst, pcClassType);
         if (uiRet != KORV_OK) {
-            KORV_LOG_ERROR(pstLocal, "Parse node (%s) <mimext:class-type> return 0x%x",
-                           korv::Shown(QY_NODE_GetNodeName(pNode)), uiRet);
+            KORV_LOG_ERROR(pstLocal, "Parse node (%s) <mimext:class-type> return 0x%x", NameOf(pNode), uiRet);
             return uiRet;
         }
     }
@@ -60,24 +69,37 @@ uint32_t TELMYANG_BSC_GetNodeClassInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE 
     return KORV_OK;
 }
 
+uint32_t TELMYANG_BSC_GetCompleteYinInstNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst)
+{
+    uint32_t uiRet = TELMYANG_BSC_ParseNodeAutoKeyLeafInfo(pstLocal, pNode, pstInst);
+    if (uiRet != KORV_OK) {
+        KORV_LOG_ERROR(pstLocal, "Parse Node (%s) Auto-Key return 0x%x!", NameOf(pNode), uiRet);
+        return uiRet;
+    }
+    YinInst *pstParent = TELMYANG_BSC_GetParentYinInst(pstLocal, pNode);
+    if (pstParent != nullptr && TELMYANG_BSC_GetClassIdFromNodeExt_(pstLocal, pNode) == pstParent->uiClassId)
+        return TELMYANG_BSC_ConstructSelfInheritKey_(pstLocal, pstParent, pNode, pstInst);
+    uiRet = DeriveAncestorKeys(pstLocal, pNode, pstInst, pstParent);
+    if (uiRet != KORV_OK)
+        KORV_LOG_ERROR(pstLocal, "Parse Node (%s) Ancestor-Key return 0x%x!", NameOf(pNode), uiRet);
+    return uiRet;
+}
+
 uint32_t TELMYANG_BSC_UpdateYinInstFromNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst)
 {
     uint32_t uiRet = TELMYANG_BSC_ParseNodeAttrLeafInfo(pstLocal, pNode, pstInst);
     if (uiRet != KORV_OK) {
-        KORV_LOG_ERROR(pstLocal, "Parse Node(%s) Attr LeafInfo return 0x%x!", korv::Shown(QY_NODE_GetNodeName(pNode)),
-                       uiRet);
+        KORV_LOG_ERROR(pstLocal, "Parse Node(%s) Attr LeafInfo return 0x%x!", NameOf(pNode), uiRet);
         return uiRet;
     }
     uiRet = TELMYANG_BSC_ParseNodeKeyLeafInfo(pstLocal, pNode, pstInst);
     if (uiRet != KORV_OK) {
-        KORV_LOG_ERROR(pstLocal, "Parse Node(%s) Key LeafInfo return 0x%x!", korv::Shown(QY_NODE_GetNodeName(pNode)),
-                       uiRet);
+        KORV_LOG_ERROR(pstLocal, "Parse Node(%s) Key LeafInfo return 0x%x!", NameOf(pNode), uiRet);
         return uiRet;
     }
     uiRet = TELMYANG_BSC_GetCompleteYinInstNode(pstLocal, pNode, pstInst);
     if (uiRet != KORV_OK) {
-        KORV_LOG_ERROR(pstLocal, "Get complete yin inst node(%s) return 0x%x!", korv::Shown(QY_NODE_GetNodeName(pNode)),
-                       uiRet);
+        KORV_LOG_ERROR(pstLocal, "Get complete yin inst node(%s) return 0x%x!", NameOf(pNode), uiRet);
     }
     return uiRet;
 }
@@ -93,8 +115,7 @@ uint32_t TELMYANG_BSC_ParseYinInstFromNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_N
         return uiRet;
     uiRet = TELMYANG_BSC_UpdateYinInstFromNode(pstLocal, pNode, pstInst.get());
     if (uiRet != KORV_OK) {
-        KORV_LOG_ERROR(pstLocal, "Update YinInst from node (%s) return 0x%x", korv::Shown(QY_NODE_GetNodeName(pNode)),
-                       uiRet);
+        KORV_LOG_ERROR(pstLocal, "Update YinInst from node (%s) return 0x%x", NameOf(pNode), uiRet);
         return uiRet;
     }
     pstInst->uiSampleId = ReadSampleId(pstLocal, pNode);
@@ -117,32 +138,4 @@ uint32_t TELMYANG_BSC_ParseYinLeafFromNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_N
         uiRefIdKey != KORV_NO_ID)
         pstLeaf->ucAttrID = static_cast<uint8_t>(uiRefIdKey);
     return KORV_OK;
-}
-
-void TELMYANG_FreeYinInstInfo(YinInst *pstInst)
-{
-    if (pstInst == nullptr)
-        return;
-    korv::HostFree(pstInst->pstYinAttr);
-    pstInst->pstYinAttr = nullptr;
-    korv::HostFree(pstInst->pucSelfKeyAttributes);
-    pstInst->pucSelfKeyAttributes = nullptr;
-    if (pstInst->pstKeyRefArray == nullptr)
-        return;
-    for (uint32_t uiLoop = 0; uiLoop < pstInst->ucAncKeyNum; ++uiLoop) {
-        korv::HostFree(pstInst->pstKeyRefArray[uiLoop].pucKeyAttributes);
-        pstInst->pstKeyRefArray[uiLoop].pucKeyAttributes = nullptr;
-    }
-    korv::HostFree(pstInst->pstKeyRefArray);
-    pstInst->pstKeyRefArray = nullptr;
-}
-
-YinInst *TELMYANG_MDL_GetYinInstFromYinNode(QY_NODE *pNode)
-{
-    void *pvPrivate = QY_NODE_GetPrivate(pNode);
-    if (reinterpret_cast<uintptr_t>(pvPrivate) < YIN_PRIVATE_MIN || QY_NODE_GetNodeType(pNode) == QY_NODE_TYPE_LEAF)
-        return nullptr;
-    uint64_t ulMagic = 0;
-    std::memcpy(&ulMagic, pvPrivate, sizeof(ulMagic));
-    return ulMagic == YIN_INST_MAGIC ? static_cast<YinInst *>(pvPrivate) : nullptr;
 }
