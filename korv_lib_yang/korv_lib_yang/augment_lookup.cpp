@@ -24,7 +24,8 @@ bool CutTargetPath(const char *pcXpathMain, const char *pcLastColon, char (&acOu
     return false;
 }
 
-/* True when the path fits the buffer for full paths even if all of it but its slashes were the prefix of every component. */
+/* True when the path fits the buffer for full paths even if all of it but its slashes were the prefix of every
+ * component. */
 bool SurelyFitsFull(const char *pcPath)
 {
     uint32_t uiSlashes = 0;

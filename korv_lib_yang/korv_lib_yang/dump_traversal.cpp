@@ -1,5 +1,6 @@
 /* Dumping a tree level by level. */
 #include "korv_lib_yang/korv_lib_yang.h"
+#include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 #include "telem_yang_lib/ring.h"
 

@@ -4,6 +4,12 @@
  *
  * Results are 0 for success and 1 for failure unless they say otherwise; a failure is logged at level 0 where it is
  * detected, and again by each caller that passes it on.
+ *
+ * Five functions are there for hosts alone; the library itself never calls them:
+ * - TELMYANG_JudgeXpathNodeType, TELMYANG_DuplicateXpath and TELMYANG_KorvFindNodeWithChoiceCase: single steps of a
+ *   lookup, which does them on the paths where they stand, without copying names.
+ * - TELMYANG_SetYangContextSearchPath and TELMYANG_UndoYangContextSearchPath: for a host that registers directories of
+ *   its own for a while.
  */
 #ifndef KORV_LIB_YANG_UNIT_H
 #define KORV_LIB_YANG_UNIT_H
@@ -26,20 +32,20 @@ KORV_LIB_API uint32_t TELMYANG_UpdateSearchDir(TELMYANG_LOCAL_DATA_S *pstLocal);
 /* Registers the base directories, second one first, beside what is registered. 1 without record or schema context. */
 KORV_LIB_API uint32_t TELMYANG_SetYangContextSearchPath(TELMYANG_YANG_CTX_S *pstYangCtx);
 
-/* Removes every directory, then registers the entries of ppcSearchDir: the base directories, second one first. 1 as
- * above. */
+/* Removes every directory, then registers the entries of ppcSearchDir: the base directories, second one first. 1
+ * without record or schema context. */
 KORV_LIB_API uint32_t TELMYANG_UndoYangContextSearchPath(TELMYANG_YANG_CTX_S *pstYangCtx);
 
 /* --- install_paths.cpp --- */
 
-/* Make the list of install paths empty; the second releases its entries. */
+/* The first function makes a new list of install paths empty, the second releases the entries of a list. */
 KORV_LIB_API uint32_t YANGLIB_InitPkgSearchPath(TELMYANG_LOCAL_DATA_S *pstLocal);
 KORV_LIB_API void YANGLIB_DeInitPkgSearchPath(TELMYANG_LOCAL_DATA_S *pstLocal);
 
 /* --- module_load.cpp --- */
 
-/* Fills a record from the module: schema, deviations, extension data, trees. On failure the record keeps what was built,
- * and no schema node carries private data. The failing step's code. */
+/* Fills a record from the module: schema, deviations, extension data, trees. On failure the record keeps what was
+ * built, and no schema node carries private data. The failing step's code. */
 KORV_LIB_API uint32_t YANGLIB_PrepareYangModuleData_(TELMYANG_LOCAL_DATA_S *pstLocal,
                                                      TELMYANG_YANG_FILE_INFO_S *pstFile,
                                                      TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName,
@@ -47,7 +53,8 @@ KORV_LIB_API uint32_t YANGLIB_PrepareYangModuleData_(TELMYANG_LOCAL_DATA_S *pstL
 
 /* --- schema_load.cpp --- */
 
-/* Loads the module into the schema context and enables its features; a module that is there already is left as it is. */
+/* Loads the module into the schema context and enables its features; a module that is there already is left as it
+ * is. */
 KORV_LIB_API uint32_t TELMYANG_LoadYangModule(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_CTX_S *pstYangCtx,
                                               const char *pcModuleName);
 
@@ -56,8 +63,9 @@ KORV_LIB_API uint32_t TELMYANG_LoadYangModule(TELMYANG_LOCAL_DATA_S *pstLocal, T
 /* 1 for a module that is used together with a deviation module: its name contains one of four names. */
 KORV_LIB_API uint32_t YANGLIB_IsInDeviationList(const char *pcModuleName);
 
-/* Finds the module's deviation file in the directory and puts the deviation module's name into the buffer. 1, without an
- * error line, when there is none or the name does not fit (the buffer is empty then). Sets the host's find directory. */
+/* Finds the module's deviation file in the directory and puts the deviation module's name into the buffer. 1, without
+ * an error line, when there is none or the name does not fit (the buffer is empty then). Sets the host's find
+ * directory. */
 KORV_LIB_API uint32_t YANGLIB_FindDeviationName(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcDir,
                                                 const char *pcModuleName, char *pcOut, uint32_t uiOutSize);
 
@@ -67,8 +75,9 @@ KORV_LIB_API uint32_t YANGLIB_LoadDeviationModule(TELMYANG_LOCAL_DATA_S *pstLoca
 
 /* --- extension_reading.cpp --- */
 
-/* Attaches a record to every class node and leaf of the module and of what it augments, and fills the module information
- * and the augment table. After a failure the records made so far stay attached: the caller releases them. */
+/* Attaches a record to every class node and leaf of the module and of what it augments, and fills the module
+ * information and the augment table. After a failure the records made so far stay attached: the caller releases
+ * them. */
 KORV_LIB_API uint32_t TELEMYANG_ReadAllYinExtensionData(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
                                                         TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod);
 /* Reads the module's own statements into the record; 1, without a line of its own, when the record has them already. */
@@ -113,7 +122,7 @@ KORV_LIB_API QY_NODE *TELMYANG_BSC_FindAugTargetParentRoot(QY_NODE *pNode);
 /* 1 for the path of a node that lies in an augment. */
 KORV_LIB_API uint32_t TELMYANG_JudgeXpathNodeType(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcXpathMain);
 
-/* A copy with "/" appended, uiLen bytes with the terminating zero. On 1 there may still be one to release. */
+/* A copy with "/" appended, in a block of uiLen bytes. On 1 the caller still releases *ppcOut unless it is null. */
 KORV_LIB_API uint32_t TELMYANG_DuplicateXpath(TELMYANG_LOCAL_DATA_S *pstLocal, char **ppcOut, const char *pcSrc,
                                               uint32_t uiLen);
 
@@ -182,7 +191,7 @@ KORV_LIB_API uint32_t YANGLIB_TravelParentNode_(TELMYANG_LOCAL_DATA_S *pstLocal,
 /* A record of one tree node, reached under the path; null with a log line. Release it with YANGLIB_FreeDumpDataEx. */
 KORV_LIB_API YangDumpNodeData *YANGLIB_DumpYangNodeData(TELMYANG_LOCAL_DATA_S *pstLocal,
                                                         const KorvTreeNode *pstTreeNode, const char *pcXpath);
-/* YANGLIB_FreeDumpDataEx for an array that is not null. */
+/* Does what YANGLIB_FreeDumpDataEx does; the array must not be null. */
 KORV_LIB_API void YANGLIB_FreeDumpDataExx(YangDumpNodeData **ppRecords, uint32_t uiCount);
 
 /* --- dump_traversal.cpp --- */

@@ -7,7 +7,7 @@
 
 namespace {
 
-/* A record that is not registered yet: released with what hangs on it unless it is taken. */
+/* A record that is not registered yet. It is released with what hangs on it unless it is registered. */
 class NewYangFile {
   public:
     explicit NewYangFile(TELMYANG_LOCAL_DATA_S *pstLocal)
@@ -71,7 +71,7 @@ uint32_t ReadExtensions(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO
     return uiRet;
 }
 
-/* Step 5: the records become trees, and are released whatever comes of it. */
+/* Step 5: the trees are made from the records. The records are released afterwards, also when that fails. */
 uint32_t GenerateTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, const char *pcModuleName,
                        const char *pcRevision, QY_MOD *pMod)
 {

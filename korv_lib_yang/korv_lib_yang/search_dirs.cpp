@@ -10,8 +10,8 @@ bool HasContext(const TELMYANG_YANG_CTX_S *pstYangCtx)
 
 constexpr uint32_t DIR_ENTRY_NUM = 3; /* both base directories and the null behind them */
 
-/* The schema library and the host's file services both learn of a relative directory now, and so mean the same place
- * later, whatever the process's working directory is then. */
+/* The schema library and the host's file services both get a relative directory now. Each makes it absolute when it
+ * first gets it, so that both mean the same place when the process's working directory has changed. */
 uint32_t Register(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcDir)
 {
     if (pcDir != nullptr && pcDir[0] != '\0' && pcDir[0] != '/')

@@ -54,8 +54,8 @@ struct PathCopies {
     korv::HostPtr<char> pcPath;
 };
 
-/* Text and "/" into a zero-filled block: negative when the host's formatter refuses. A copy does for a text that fits; one
- * that does not, or that the copy refuses, is the formatter's to judge. */
+/* Text and "/" into a zero-filled block: negative when the host's formatter refuses. A copy does for a text that fits;
+ * one that does not, or that the copy refuses, is the formatter's to judge. */
 int AppendSlash(char *pcOut, uint32_t uiSize, const char *pcSrc, uint32_t uiSrcLen)
 {
     if (uint64_t{uiSrcLen} + 2 > uiSize || memcpy_s(pcOut, uiSize, pcSrc, uiSrcLen) != 0)

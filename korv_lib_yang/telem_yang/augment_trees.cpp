@@ -10,24 +10,25 @@ using korv::NameOf;
 using korv::STOP;
 
 /* Builds the tree of one node of a sibling scan; STOP at the stop node or with a failure. */
-uint32_t GenerateSibling(QY_NODE *pNode, const korv::TopChain &stChain)
+uint32_t GenerateSibling(QY_NODE *pNode, korv::TopChain *pstChain)
 {
-    KorvTreeGenCtx *pstGen = stChain.pstGen;
+    const KorvTreeGenCtx *pstGen = pstChain->pstGen;
     KorvTreeGenCtx stNew = {};
     stNew.pstLocal = pstGen->pstLocal;
-    if (korv::GenerateTopTree(pNode, {&stNew, stChain.pBudget}) != KORV_OK) {
+    korv::TopChain stNewChain = {&stNew, pstChain->pBudget, nullptr};
+    if (korv::GenerateTopTree(pNode, &stNewChain) != KORV_OK) {
         KORV_LOG_ERROR(pstGen->pstLocal, "DupYangtree child failed, node(%s)!", NameOf(pNode));
         return STOP;
     }
     if (stNew.pstRoot != nullptr)
-        korv::AppendTopNode(pstGen, stNew.pstRoot);
+        korv::AppendTopNode(pstChain, stNew.pstRoot);
     /* The augment's last child ends its self tree, whether or not it has a tree: what follows is not the augment's. */
     return pstGen->pStopNode == pNode ? STOP : GO_ON;
 }
 
 uint32_t GenerateSiblingCb(QY_NODE *pNode, void *, void *pstChain)
 {
-    return GenerateSibling(pNode, *static_cast<const korv::TopChain *>(pstChain));
+    return GenerateSibling(pNode, static_cast<korv::TopChain *>(pstChain));
 }
 
 uint32_t GenerateTargetTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile,
@@ -40,7 +41,7 @@ uint32_t GenerateTargetTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE
             continue;
         KorvTreeGenCtx stGen = {};
         stGen.pstLocal = pstLocal;
-        korv::TopChain stChain = {&stGen, pBudget};
+        korv::TopChain stChain = {&stGen, pBudget, nullptr};
         if (QY_NODE_IterScanSiblingNode(pRoot, GenerateSiblingCb, &stChain) != 0) {
             KORV_LOG_ERROR(pstLocal, "DupYangtree target failed,uiLoop(%u) node(%s)!", uiLoop, NameOf(pRoot));
             (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, stGen.pstRoot);
@@ -61,7 +62,7 @@ void GenerateSelfTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_
         KorvTreeGenCtx stGen = {};
         stGen.pstLocal = pstLocal;
         stGen.pStopNode = TELMYANG_GetAugNodeLastChild(pstAugment->pAugNode);
-        korv::TopChain stChain = {&stGen, pBudget};
+        korv::TopChain stChain = {&stGen, pBudget, nullptr};
         /* Nonzero at the stop node as well as at a node that failed, which has been logged. */
         (void)QY_NODE_IterScanSiblingNode(pstAugment->pFirstChild, GenerateSiblingCb, &stChain);
         pstAugment->pstSelfTree = stGen.pstRoot;
@@ -93,7 +94,8 @@ QY_NODE *TELMYANG_GetAugNodeLastChild(QY_NODE *pNode)
 uint32_t TELMYANG_GenerateKorvSiblingTreeNodes(QY_NODE *pNode, void *, void *pstGen)
 {
     korv::TreeBudget budget;
-    return GenerateSibling(pNode, {static_cast<KorvTreeGenCtx *>(pstGen), &budget});
+    korv::TopChain stChain = {static_cast<KorvTreeGenCtx *>(pstGen), &budget, nullptr};
+    return GenerateSibling(pNode, &stChain);
 }
 
 uint32_t TELEMYANG_AugmentDupTargetYangtree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *, const char *,

@@ -16,8 +16,8 @@ uint32_t Collect(CaseLeafScanCtx *pstScan)
     return QY_NODE_IterScanChildrenNode(pstScan->pNode, TELMYANG_GetAllCaseLeafNodeCb, pstScan);
 }
 
-/* Choices may be nested as deep as the schema library lets them: the context is changed and restored rather than copied,
- * since each level costs the thread's stack. */
+/* Choices may be nested as deep as the schema library lets them: the context is changed and restored rather than
+ * copied, since each level costs the thread's stack. */
 uint32_t CollectBelow(CaseLeafScanCtx *pstScan, QY_NODE *pChoiceOrCase)
 {
     QY_NODE *pAround = pstScan->pNode;

@@ -12,8 +12,8 @@ void FreeEntry(YangDumpLeafData *pstEntry)
     korv::HostFree(pstEntry);
 }
 
-/* "path/name" into a block of uiSize bytes, by two copies: a formatter would take far longer. False: the copies did not do,
- * whatever is in the block. */
+/* Writes "path/name" into a block of uiSize bytes with two copies: a formatter would take far longer. False when the
+ * host's copy function reports a violation; the block may hold anything then. */
 bool JoinPath(char *pcOut, uint32_t uiSize, const char *pcXpath, uint32_t uiXpathLen, const char *pcName)
 {
     if (memcpy_s(pcOut, uiSize, pcXpath, uiXpathLen) != 0)

@@ -1,5 +1,6 @@
 /* Queuing a level of tree nodes with their paths. */
 #include "telem_yang/telem_yang.h"
+#include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 #include "telem_yang_lib/ring.h"
 

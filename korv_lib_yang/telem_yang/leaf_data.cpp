@@ -68,7 +68,7 @@ void ReadFieldId(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf *
     KORV_LOG_INFO(pstLocal, "Read field-id = %u", uiFieldId);
 }
 
-/* One of the readers above on a leaf of its own; other nodes have no such statements. */
+/* Calls one of the readers above for a leaf; other nodes have no such statements. */
 template <typename Reader>
 void ReadFromLeaf(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf *pstLeaf, Reader pfnRead)
 {

@@ -1,8 +1,8 @@
 /* Keeping registered records from pointing at released schema nodes.
  *
- * The nodes of a module go together, and the schema layer says so of each node whose private slot is set before it releases
- * it. While a module is unloaded, the slot of every node that may go points at the watch. The first node of a module that is
- * announced takes all nodes of that module out of the records. */
+ * The nodes of a module go together, and the schema layer says so of each node whose private slot is set before it
+ * releases it. While a module is unloaded, the slot of every node that may go points at the watch. The first node of a
+ * module that is announced takes all nodes of that module out of the records. */
 #include "telem_yang/leaf_nodes.h"
 
 #include <cstring>
@@ -72,15 +72,15 @@ void VisitWatched(TELMYANG_YANG_CTX_S *pstYangCtx, Visit &&visit)
     korv::VisitNotes(pstYangCtx, [&visit](korv::LeafNote *pstNote) { VisitNoted(pstNote, visit); });
 }
 
-/* The node whose slot stands for this one: an augment has none of its own, but goes together with what it adds. Null: the
- * augment adds nothing, and nobody would say when it goes. */
+/* The node whose slot stands for this one: an augment has none of its own, but goes together with what it adds. Null:
+ * the augment adds nothing, and nobody would say when it goes. */
 QY_NODE *SlotHolder(QY_NODE *pNode)
 {
     return QY_NODE_GetNodeType(pNode) < QY_NODE_TYPE_AUGMENT ? pNode : TELMYANG_BSC_FindFirstChild(pNode);
 }
 
-/* Lets unloads look through the record's trees. Records that have such a one behind them are marked themselves, so that the
- * marked ones come first. */
+/* Lets unloads look through the record's trees. Records that have such a one behind them are marked themselves, so that
+ * the marked ones come first. */
 void SetBorrows(TELMYANG_YANG_CTX_S *pstYangCtx, TELMYANG_YANG_FILE_INFO_S *pstFile, korv::Borrows eBorrows)
 {
     pstFile->ucBorrows = eBorrows;

@@ -1,11 +1,11 @@
-/* The registry borrows schema nodes: leaf descriptors and augment entries point at them. A module that is unloaded can take
- * away nodes that other modules' records show: the nodes that it added to their trees, nodes of a module that it alone
- * imported, or all of them when the module was registered under another revision as well.
+/* The registry borrows schema nodes: leaf descriptors and augment entries point at them. A module that is unloaded can
+ * take away nodes that other modules' records show: the nodes that it added to their trees, nodes of a module that it
+ * alone imported, or all of them when the module was registered under another revision as well.
  *
- * When a record is registered, the leaves that may go before it are noted by module (leaf_notes.h). So an unload looks at
- * the descriptors of the modules that it may take away, and at no others: those of the unloaded module, and those of modules
- * that came only by import. The trees of two kinds of records are looked through at each unload: those whose module is
- * registered under several revisions, and those for whose notes there was no memory. */
+ * When a record is registered, the leaves that may go before it are noted by module (leaf_notes.h). So an unload looks
+ * at the descriptors of the modules that it may take away, and at no others: those of the unloaded module, and those of
+ * modules that came only by import. The trees of two kinds of records are looked through at each unload: those whose
+ * module is registered under several revisions, and those for whose notes there was no memory. */
 #ifndef KORV_LEAF_NODES_H
 #define KORV_LEAF_NODES_H
 
@@ -13,8 +13,8 @@
 
 namespace korv {
 
-/* Marks an entry that has just been put into the registry's list. bTwin: its module is registered under another revision as
- * well, so that the unload of either takes all nodes of the other. */
+/* Marks an entry that has just been put into the registry's list. bTwin: its module is registered under another
+ * revision as well, so that the unload of either takes all nodes of the other. */
 void MarkBorrower(TELMYANG_LOCAL_DATA_S *pstLocal, RegistryEntry *pstEntry, bool bTwin);
 
 /* What the private slot of a watched node points at. Like every record in a slot it begins with its magic. */
@@ -23,8 +23,8 @@ struct WatchRecord {
     TELMYANG_YANG_CTX_S *pstYangCtx;
 };
 
-/* While it lives, a schema node that is released is taken out of all registered records first: what pointed at it is null
- * then. No extension data may be read, and no record registered or removed meanwhile. */
+/* While it lives, a schema node that is released is taken out of all registered records first: what pointed at it is
+ * null then. No extension data may be read, and no record registered or removed meanwhile. */
 class LeafNodeWatch {
   public:
     /* pstFile: the record whose module is unloaded, or null. */
@@ -38,8 +38,8 @@ class LeafNodeWatch {
     RegistryEntry *m_pstGoing; /* its module stays when the schema library refuses; or null */
 };
 
-/* Takes the module of a node that is being released out of all registered records; false when the node's private data is
- * no watch's. */
+/* Takes the module of a node that is being released out of all registered records; false when the node's private data
+ * is no watch's. */
 bool ReleaseWatchedModule(QY_NODE *pNode, void *pvPrivate);
 
 /* Takes every schema node out of all registered records. */

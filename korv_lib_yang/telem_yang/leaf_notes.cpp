@@ -1,5 +1,5 @@
-/* The index of noted leaves: modules by name, and the notes of each. It is made with the first note of a registry and goes
- * with the last record. */
+/* The index of noted leaves: modules by name, and the notes of each. It is made with the first note of a registry and
+ * goes with the last record. */
 #include "telem_yang/leaf_notes.h"
 
 #include "telem_yang/file_list.h"

@@ -1,8 +1,8 @@
-/* Notes of the leaves that a record shows of other modules, so that an unload finds the descriptors of what goes without
- * looking through trees: where many modules augment one tree, each of them shows what those before it added.
+/* Notes of the leaves that a record shows of other modules, so that an unload finds the descriptors of what goes
+ * without looking through trees: where many modules augment one tree, each of them shows what those before it added.
  *
- * The notes of a registry stand in one index by module. A record adds its notes when it is registered, and takes them along
- * when its trees go. */
+ * The notes of a registry stand in one index by module. A record adds its notes when it is registered, and takes them
+ * along when its trees go. */
 #ifndef KORV_LEAF_NOTES_H
 #define KORV_LEAF_NOTES_H
 

@@ -1,6 +1,5 @@
 /* Filling a tree node from its schema node and record. */
 #include "telem_yang/telem_yang.h"
-#include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 #include "telem_yang_lib/schema_nodes.h"
 

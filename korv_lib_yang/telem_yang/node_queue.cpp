@@ -1,5 +1,6 @@
 /* Work queues of tree nodes; a head lives in the function that works. */
 #include "telem_yang/telem_yang.h"
+#include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 #include "telem_yang_lib/ring.h"
 

@@ -1,9 +1,19 @@
 /*
- * telem_yang.h: the middle unit of the library. The registry of loaded modules, the schema context, and the class trees:
- * how they are generated from a module that is being loaded, and released.
+ * telem_yang.h: the middle unit of the library. The registry of loaded modules, the schema context, and the class
+ * trees: how they are generated from a module that is being loaded, and released.
  *
  * Results are 0 for success and 1 for failure unless they say otherwise; a failure is logged at level 0 where it is
  * detected, and again by each caller that passes it on.
+ *
+ * Twelve functions are there for hosts alone; the library itself never calls them:
+ * - TELEMYANG_GenerateOriginTree, TELEMYANG_GenerateAugmentTree, TELEMYANG_AugmentDupTargetYangtree,
+ *   TELEMYANG_AugmentDupSelfYangtree, TELMYANG_GenerateKorvTreeNodes, TELMYANG_GenerateKorvSiblingTreeNodes and
+ *   TELMYANG_DupOneKorvTreeNode: single steps of a load. Each of them has the limit of tree records for itself; a load
+ *   shares one limit among all its trees (top_chain.h).
+ * - TELMYANG_GetLeafNodeDataType, TELMYANG_GetLeafNodeNameKey and TELMYANG_GetLeafNodeDataRefKey: each scans the
+ *   statements of a leaf; a load scans them once for all three.
+ * - TELMYANG_GetAllCaseLeafNode: a load also says when leaves are left out.
+ * - TELMYANG_AllocNodeModuleName: trees borrow the name.
  */
 #ifndef KORV_TELEM_YANG_H
 #define KORV_TELEM_YANG_H
@@ -22,8 +32,8 @@ KORV_LIB_API uint32_t TELMYANG_CreateYangContext(TELMYANG_LOCAL_DATA_S *pstLocal
 
 /* --- module_registry.cpp --- */
 
-/* Gives the record its name and revision (copies; a null revision stays null, and no lookup finds an empty one) and marks it in use. 1 when there is no
- * memory: what was copied stays in the record. */
+/* Gives the record copies of name and revision and marks it in use. A null revision stays null; an empty one is copied,
+ * and no lookup finds it. 1 when there is no memory: what was copied stays in the record. */
 KORV_LIB_API uint32_t TELMYANG_FillYangModuleInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile,
                                                   uint64_t ulModuleId, const char *pcModuleName,
                                                   const char *pcRevision);
@@ -31,7 +41,7 @@ KORV_LIB_API uint32_t TELMYANG_FillYangModuleInfo(TELMYANG_LOCAL_DATA_S *pstLoca
 /* Takes the record out of the registry and releases it. Its trees are not released: do that first. */
 KORV_LIB_API void TELMYANG_RemoveYangFile(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile);
 
-/* The same by name and revision; 1 when no such module is registered. */
+/* Does the same with the record of that name and revision; 1 when no such module is registered. */
 KORV_LIB_API uint32_t TELMYANG_RemoveYangFileInfoFromCtx(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
                                                          const char *pcRevision);
 
@@ -40,8 +50,8 @@ KORV_LIB_API void TELMYANG_FreeYangFileInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TEL
 
 /* --- tree_links.cpp: linking and releasing single nodes --- */
 
-/* Append a node as last child of a parent, or as last sibling of a node. KORV_INVALID for a null node. Both follow the
- * chain to its end. */
+/* The first function appends a node as last child of a parent, the second as last sibling of a node. KORV_INVALID for a
+ * null node. Both follow the chain to its end. */
 KORV_LIB_API uint32_t TELMYANG_AddKorvChildNode(KorvTreeNode *pstParent, KorvTreeNode *pstChild);
 KORV_LIB_API uint32_t TELMYANG_AddKorvSiblingNode(KorvTreeNode *pstNode, KorvTreeNode *pstNew);
 
@@ -86,11 +96,12 @@ KORV_LIB_API uint32_t TELMYANG_FreeYangtreeAllAugmentNodes(TELMYANG_LOCAL_DATA_S
 /* Private-data free function of the schema context: releases the record of a node that is being released. */
 KORV_LIB_API void TELEM_COR_FreeYinNodePrivateData(void *pvValue, QY_NODE *pNode, void *pvPrivate);
 
-/* Releases the record of one node (scan callback; may be visited twice); of a node and everything below it. */
+/* The first callback releases the record of one node, which a scan may visit twice; the second those of a node and of
+ * everything below it. */
 KORV_LIB_API uint32_t TELEMYANG_FreeYinExtensionInCurNode(QY_NODE *pNode, uint32_t uiTravType, void *pvCookie);
 KORV_LIB_API uint32_t TELEMYANG_FreeAllYinExtensionInMoule(QY_NODE *pNode, void *pvUnused, void *pstLocal);
 
-/* Releases the records under the augment targets of a module, and under everything of it. */
+/* The first function releases the records under the augment targets of a module, the second all of the module. */
 KORV_LIB_API void TELEMYANG_FreeAugmentYinExtensionData(TELMYANG_LOCAL_DATA_S *pstLocal,
                                                         TELMYANG_YANG_FILE_INFO_S *pstFile);
 KORV_LIB_API void TELEMYANG_FreeAllYinExtensionInMouleEx(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
@@ -116,9 +127,8 @@ typedef struct {
     TELMYANG_LOCAL_DATA_S *pstLocal;
     KorvTreeNode *pstRoot;      /* first top node built so far */
     KorvTreeNode *pstCurParent; /* parent of the next node */
-    KorvTreeNode
-        *pstLastNode;   /* node of the schema node visited last, or null; of a chain of top nodes: its last one */
-    QY_NODE *pStopNode; /* schema node after whose tree a sibling scan ends, or null */
+    KorvTreeNode *pstLastNode;  /* node of the schema node visited last, or null */
+    QY_NODE *pStopNode;         /* schema node after whose tree a sibling scan ends, or null */
 } KorvTreeGenCtx;
 
 #pragma pack(pop)
@@ -139,8 +149,8 @@ KORV_LIB_API uint32_t TELMYANG_DupOneKorvTreeNode(QY_NODE *pNode, uint32_t uiTra
 KORV_LIB_API KorvTreeNode *TELMYANG_UpdateLinkParentKorvNodeByTravType(KorvTreeNode *pstCurParent,
                                                                        KorvTreeNode *pstLastNode, uint32_t uiTravType);
 
-/* One tree node with everything that it owns, or null: 0 with null for a schema node that has none, KORV_NO_MEMORY, or 1
- * when it cannot be filled. Nothing stays allocated behind a failure. */
+/* One tree node with everything that it owns, or null: 0 with null for a schema node that has none, KORV_NO_MEMORY, or
+ * 1 when it cannot be filled. Nothing stays allocated behind a failure. */
 KORV_LIB_API uint32_t TELMYANG_CreateKorvTreeNodeByYinNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                            KorvTreeNode **ppstNode);
 
@@ -154,8 +164,9 @@ KORV_LIB_API uint32_t TELEMYANG_GenerateAugmentTree(TELMYANG_LOCAL_DATA_S *pstLo
                                                     const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile,
                                                     QY_MOD *pMod);
 KORV_LIB_API uint32_t TELEMYANG_GetAugmentNum(QY_NODE *pNode, void *pvUnused, void *puiCount);
-/* The target trees: on 1 earlier entries keep theirs, the failing one's is released. The self trees: always 0, a node that
- * cannot be copied is logged and ends its entry's scan. */
+/* The first function builds the target trees. When one fails, the result is 1: earlier entries keep their trees, the
+ * failing one's is released. The second builds the self trees; its result is always 0. A node that cannot be copied is
+ * logged and ends the self tree of its entry. */
 KORV_LIB_API uint32_t TELEMYANG_AugmentDupTargetYangtree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
                                                          const char *pcRevision, TELMYANG_YANG_FILE_INFO_S *pstFile);
 KORV_LIB_API uint32_t TELEMYANG_AugmentDupSelfYangtree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName,
@@ -180,13 +191,15 @@ KORV_LIB_API uint32_t TELMYANG_FillContainerBaseInfo(TELMYANG_LOCAL_DATA_S *pstL
 /* Sets ucNodeType; the schema node's type. */
 KORV_LIB_API uint32_t TELEMYANG_ChoiceCaseNodeProc(KorvTreeNode *pstNode, QY_NODE *pNode);
 
-/* Class id, sample id and both key lists from the node's record; nothing without one. 1 for more than 16 keys. */
+/* Fills class id, sample id and both key lists from the node's record; does nothing without a record. 1 for more than
+ * 16 keys. */
 KORV_LIB_API uint32_t TELMYANG_FillSelfAndAncestorKeyList(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                           KorvTreeNode *pstNode);
 
 /* --- node_names.cpp --- */
 
-/* Name of the module that defines the node: borrowed, or a copy (or null) that is released with ZOR_Free_F. */
+/* Name of the module that defines the node. The first function's is borrowed; the second's is a copy, or null, that the
+ * caller releases with ZOR_Free_F. */
 KORV_LIB_API const char *TELMYANG_GetNodeModuleName(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode);
 KORV_LIB_API char *TELMYANG_AllocNodeModuleName(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode);
 /* A copy of the node's name, or null. */
@@ -212,7 +225,8 @@ typedef struct {
 /* Fills pstLeafList from the leaf and leaf-list children; on 1 the node keeps what was made, to be released with it. */
 KORV_LIB_API uint32_t TELMYANG_FillLeafDataByNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst,
                                                   KorvTreeNode *pstNode);
-/* Count (LeafNumCtx) and fill (LeafFillCtx) callbacks of the children scan; the second stops with 1 on failure. */
+/* Callbacks of the children scan. The first counts leaves (cookie: LeafNumCtx); the second fills the vector (cookie:
+ * LeafFillCtx) and ends the scan with 1 on failure. */
 KORV_LIB_API uint32_t TELMYANG_GetLeafChildNum(QY_NODE *pNode, void *pvUnused, void *pstCount);
 KORV_LIB_API uint32_t TELMYANG_FillLeafDataByNodeCb(QY_NODE *pNode, void *pvUnused, void *pstFill);
 
@@ -234,8 +248,8 @@ typedef struct {
 KORV_LIB_API uint32_t TELMYANG_FillCaseLeafDataByNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst,
                                                       KorvTreeNode *pstNode);
 
-/* Collects the enabled leaves in the choices below the node behind the first uiStart entries; the number of entries then
- * in use, never above the limit (at most 255). */
+/* Collects the enabled leaves in the choices below the node behind the first uiStart entries; the number of entries
+ * then in use, never above the limit (at most 255). */
 KORV_LIB_API uint32_t TELMYANG_GetAllCaseLeafNode(QY_NODE *pNode, uint32_t uiInCase, QY_NODE **ppLeaf, uint32_t uiStart,
                                                   uint32_t uiLimit);
 KORV_LIB_API uint32_t TELMYANG_GetAllCaseLeafNodeCb(QY_NODE *pNode, void *pvUnused, void *pstScan);

@@ -10,21 +10,23 @@ namespace korv {
 struct TopChain {
     KorvTreeGenCtx *pstGen;
     TreeBudget *pBudget;
+    KorvTreeNode *pstLastTop; /* the last top node appended here, or null: so the chain is not walked for each */
 };
 
-/* Puts a tree behind the context's others. The context remembers its last top node, so that the chain is not walked. */
-inline void AppendTopNode(KorvTreeGenCtx *pstGen, KorvTreeNode *pstTop)
+/* Puts a tree behind the context's others. */
+inline void AppendTopNode(TopChain *pstChain, KorvTreeNode *pstTop)
 {
+    KorvTreeGenCtx *pstGen = pstChain->pstGen;
     if (pstGen->pstRoot == nullptr)
         pstGen->pstRoot = pstTop;
     else
-        (void)TELMYANG_AddKorvSiblingNode(pstGen->pstLastNode != nullptr ? pstGen->pstLastNode : pstGen->pstRoot,
+        (void)TELMYANG_AddKorvSiblingNode(pstChain->pstLastTop != nullptr ? pstChain->pstLastTop : pstGen->pstRoot,
                                           pstTop);
-    pstGen->pstLastNode = pstTop;
+    pstChain->pstLastTop = pstTop;
 }
 
 /* tree_generation.cpp: builds the tree of one top node and appends it to the chain. */
-uint32_t GenerateTopTree(QY_NODE *pNode, const TopChain &stChain);
+uint32_t GenerateTopTree(QY_NODE *pNode, TopChain *pstChain);
 
 /* tree_generation.cpp: TELEMYANG_GenerateOriginTree within the budget of a load. */
 uint32_t GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod,

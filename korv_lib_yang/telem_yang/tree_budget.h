@@ -6,12 +6,12 @@
 
 namespace korv {
 
-/* Records that the trees of one load may have: nodes, leaf lists and leaf descriptors. A small file can ask for any number
- * of them, since each augment has a copy of the tree that it extends. */
+/* Records that the trees of one load may have: nodes, leaf lists and leaf descriptors. A small file can ask for any
+ * number of them, since each augment has a copy of the tree that it extends. */
 inline constexpr uint32_t TREE_RECORDS_MAX = 4u << 20;
 
-/* Each record has a copy of its name. One of this many characters or more counts as a further record, and again for each
- * time that it is as long. */
+/* Each record has a copy of its name. One of this many characters or more counts as a further record, and again for
+ * each time that it is as long. */
 inline constexpr uint32_t NAME_OF_A_RECORD = 64;
 
 /* Counts the records that one load makes, whichever tree they are for. */

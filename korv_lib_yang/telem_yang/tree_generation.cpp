@@ -97,7 +97,7 @@ uint32_t DupNodeCb(QY_NODE *pNode, uint32_t uiTravType, void *pvScan)
 
 uint32_t GenerateTopTreeCb(QY_NODE *pNode, void *, void *pstChain)
 {
-    return korv::GenerateTopTree(pNode, *static_cast<const korv::TopChain *>(pstChain));
+    return korv::GenerateTopTree(pNode, static_cast<korv::TopChain *>(pstChain));
 }
 
 } // namespace
@@ -143,15 +143,15 @@ uint32_t TELMYANG_DupOneKorvTreeNode(QY_NODE *pNode, uint32_t uiTravType, void *
     return DupNode(pNode, uiTravType, static_cast<KorvTreeGenCtx *>(pstGen), &budget, nullptr);
 }
 
-uint32_t korv::GenerateTopTree(QY_NODE *pNode, const TopChain &stChain)
+uint32_t korv::GenerateTopTree(QY_NODE *pNode, TopChain *pstChain)
 {
-    TELMYANG_LOCAL_DATA_S *pstLocal = stChain.pstGen->pstLocal;
+    TELMYANG_LOCAL_DATA_S *pstLocal = pstChain->pstGen->pstLocal;
     const uint32_t uiNodeType = QY_NODE_GetNodeType(pNode);
     if (uiNodeType != QY_NODE_TYPE_CONTAINER && uiNodeType != QY_NODE_TYPE_AUGMENT)
         return KORV_OK;
     TreeScan stScan = {};
     stScan.stGen.pstLocal = pstLocal;
-    stScan.pBudget = stChain.pBudget;
+    stScan.pBudget = pstChain->pBudget;
     const uint32_t uiRet = QY_NODE_TreeScanAllNode(pNode, DupNodeCb, &stScan);
     KorvTreeNode *pstTop = stScan.stGen.pstRoot;
     if (uiRet != KORV_OK) {
@@ -160,14 +160,15 @@ uint32_t korv::GenerateTopTree(QY_NODE *pNode, const TopChain &stChain)
         return KORV_FAIL;
     }
     if (pstTop != nullptr)
-        AppendTopNode(stChain.pstGen, pstTop);
+        AppendTopNode(pstChain, pstTop);
     return KORV_OK;
 }
 
 uint32_t TELMYANG_GenerateKorvTreeNodes(QY_NODE *pNode, void *, void *pstGen)
 {
     korv::TreeBudget budget;
-    return korv::GenerateTopTree(pNode, {static_cast<KorvTreeGenCtx *>(pstGen), &budget});
+    korv::TopChain stChain = {static_cast<KorvTreeGenCtx *>(pstGen), &budget, nullptr};
+    return korv::GenerateTopTree(pNode, &stChain);
 }
 
 uint32_t korv::GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile, QY_MOD *pMod,
@@ -175,7 +176,7 @@ uint32_t korv::GenerateOriginTree(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG
 {
     KorvTreeGenCtx stGen = {};
     stGen.pstLocal = pstLocal;
-    korv::TopChain stChain = {&stGen, pBudget};
+    TopChain stChain = {&stGen, pBudget, nullptr};
     const uint32_t uiRet = QY_MOD_IterScanTopmostNode(pMod, GenerateTopTreeCb, &stChain);
     pstFile->pstOriginTree = stGen.pstRoot;
     if (uiRet != KORV_OK) {

@@ -1,5 +1,6 @@
 /* Releasing whole trees: breadth first over first children and next siblings, so that depth costs no stack. */
 #include "telem_yang/leaf_notes.h"
+#include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/ring.h"
 
 namespace {

@@ -1,5 +1,5 @@
-/* Ancestor keys in the mapping form: each "ancestor-key-fid" statement says which attribute id of this class carries one
- * key of the parent class. */
+/* Ancestor keys in the mapping form: each "ancestor-key-fid" statement says which attribute id of this class carries
+ * one key of the parent class. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 #include "telem_yang_lib/schema_nodes.h"
@@ -27,14 +27,14 @@ bool HasNested(QY_EXT *pExt)
     return uiCount != 0;
 }
 
-/* The leaf and leaf-list children of a class as its record has them: a class with very many child classes is not scanned
- * once for each of them. */
+/* The leaf and leaf-list children of a class as its record has them: a class with very many child classes is not
+ * scanned once for each of them. */
 void VisitLeavesInOrder(const YinInst *pstInst, IndexMapFindCtx *pstFind)
 {
     const YinAttr *pstLeafList = pstInst->pstYinAttr + pstInst->ucNumOfAttr;
     const YinAttr *const pstEnd = pstLeafList + pstInst->ucLeafListNum;
     for (uint32_t uiLoop = 0; uiLoop <= pstInst->ucNumOfAttr; ++uiLoop) {
-        for (; pstLeafList != pstEnd && pstLeafList->uiDataType == uiLoop; ++pstLeafList) {
+        for (; pstLeafList != pstEnd && pstLeafList->ucAttrsInFront == uiLoop; ++pstLeafList) {
             if (TELMYANG_BSC_InstGetExtIndexMapIdCb(pstLeafList->pLeafNode, nullptr, pstFind) == STOP)
                 return;
         }

@@ -31,7 +31,7 @@ uint32_t FillCb(QY_NODE *pNode, void *pvUnused, void *pvPass)
 {
     auto *pstPass = static_cast<AttrPass *>(pvPass);
     if (pstPass->pstLeafList != nullptr && IsLeafListChild(pstPass, pNode))
-        *pstPass->pstLeafList++ = {pNode, pstPass->stScan.uiFillNum, 0, 0};
+        *pstPass->pstLeafList++ = {pNode, 0, 0, 0, static_cast<uint8_t>(pstPass->stScan.uiFillNum)};
     return TELMYANG_BSC_ParseNodeAttrLeafArray(pNode, pvUnused, &pstPass->stScan);
 }
 

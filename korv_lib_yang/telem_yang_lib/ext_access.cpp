@@ -13,7 +13,7 @@ bool IsSought(const char *pcExtModule, const char *pcKeyword, const char *pcWant
            XUR_StrCmp(pcExtModule, pcWantedModule) == 0;
 }
 
-/* Also notes whether a leaf carries another module's statement. */
+/* True for the statement that is sought. Notes a leaf that carries another module's statement. */
 bool MatchesOnNode(MimExtFindCtx *pstFind, const char *pcExtModule, const char *pcKeyword)
 {
     if (pcExtModule != nullptr && XUR_StrCmp(pcExtModule, pstFind->pcExtModule) == 0)

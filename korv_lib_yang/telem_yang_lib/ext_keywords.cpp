@@ -1,6 +1,4 @@
 /* Recognising the statements of the extension module. */
-#include <iterator>
-
 #include "telem_yang_lib/telem_yang_lib.h"
 
 constexpr MimExtKeyword g_astKorvMimExtnList[MIM_EXT_KEYWORD_NUM] = {

@@ -15,14 +15,7 @@ inline void HostFree(void *pvBlock, const char *pcFile = __builtin_FILE(), uint3
         ZOR_Free_F(pvBlock, pcFile, uiLine);
 }
 
-/* A block of the instance's memory module, not zero-filled, or null. The place is the caller's. */
-inline void *HostAlloc(const TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulSize, const char *pcFile = __builtin_FILE(),
-                       uint32_t uiLine = __builtin_LINE())
-{
-    return ZOR_Malloc_F(pstLocal->ulModuleId, g_aucZorMemPt[0], ulSize, pcFile, uiLine);
-}
-
-/* The same, zero-filled. */
+/* A zero-filled block of the memory module, or null. The place is the caller's. */
 inline void *AllocCleared(uint64_t ulModuleId, uint64_t ulSize, const char *pcFile = __builtin_FILE(),
                           uint32_t uiLine = __builtin_LINE())
 {

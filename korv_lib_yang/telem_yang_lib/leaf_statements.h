@@ -1,5 +1,5 @@
-/* The statements of a leaf from one pass over its extension instances: a leaf is asked for several, and most of a load's
- * own time went into looking for each of them from the start. */
+/* The statements of a leaf from one pass over its extension instances: a leaf is asked for several, and most of a
+ * load's own time went into looking for each of them from the start. */
 #ifndef KORV_LEAF_STATEMENTS_H
 #define KORV_LEAF_STATEMENTS_H
 

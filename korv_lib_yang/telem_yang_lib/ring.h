@@ -1,5 +1,5 @@
-/* Circular lists whose head is an entry itself. An entry has the links pstNext and pstPrev; an empty list's head is linked to
- * itself. */
+/* Circular lists whose head is an entry itself. An entry has the links pstNext and pstPrev; an empty list's head is
+ * linked to itself. */
 #ifndef KORV_RING_H
 #define KORV_RING_H
 

@@ -2,9 +2,16 @@
  * telem_yang_lib.h: the lowest unit of the library. Logging and memory, the extension statements, and the records that
  * they become on the schema nodes of a module that is being loaded.
  *
- * Functions take the instance (pstLocal) for logging and allocation; where it may be null, nothing is logged. Results are
- * 0 for success and 1 for failure unless they say otherwise. A failure is logged at level 0 where it is detected.
+ * Functions take the instance (pstLocal) for logging and allocation; where it may be null, nothing is logged. Results
+ * are 0 for success and 1 for failure unless they say otherwise. A failure is logged at level 0 where it is detected.
  * Scan callbacks are exported under their names; their cookie is the record that stands beside them.
+ *
+ * Five functions are there for hosts alone; the library itself never calls them:
+ * - TELMYANG_WriteLog: the library's own lines ask the host before their arguments are evaluated (log.h).
+ * - TELMYANG_BSC_CheckAllYinInstAttrValid: a load accepts attribute ids that are 0 or repeated.
+ * - TELMYANG_BSC_CountLeafNodeUnderInst, with its callbacks: a load counts a class's own leaves only.
+ * - TELMYANG_BSC_ParseListNodeKeyNames: a load takes the names of the key leaves, not the key statement.
+ * - TELMYANG_BSC_ImplParseAutoKeyForEachCb_: a load keeps what it has looked up from one leaf to the next.
  */
 #ifndef KORV_TELEM_YANG_LIB_H
 #define KORV_TELEM_YANG_LIB_H
@@ -110,7 +117,7 @@ KORV_LIB_API uint32_t TELMYANG_BSC_ParseMimExtIntoArray(TELMYANG_LOCAL_DATA_S *p
                                                         uint32_t *puiValArray, uint32_t uiTotalNum,
                                                         uint32_t *puiFillNum);
 
-/* 1 plus the number of blanks, so never less than the numbers that the list holds; 0 for null. */
+/* 1 plus the number of blanks: at least as many as the text has numbers. 0 for null. */
 KORV_LIB_API uint32_t TELMYANG_UTL_CountWordInStr(const char *pcText);
 
 /* --- ext_access.cpp: finding statements --- */
@@ -150,8 +157,8 @@ typedef struct {
     const char *apcValue[MIM_EXT_ARRAY_NUM];
 } MimExtArray;
 
-/* First instance at or after uiStartPos, or null. Every instance into the record's arrays: 0, or 1 when the scan stopped
- * at the 256th. */
+/* The first function finds the first instance at or after uiStartPos, or null. The second puts every instance into the
+ * record's arrays; its result is 0, or 1 when the scan stopped at the 256th. */
 KORV_LIB_API QY_EXT *TLMTLIB_GetExtInstanceByName_(const char *pcKeyword, MimExtFindCtx *pstFind);
 KORV_LIB_API uint32_t TLMTLIB_GetExtInstanceArrayByExtName_(const char *pcKeyword, MimExtFindCtx *pstFind);
 KORV_LIB_API uint32_t TLMTLIB_ImplFindExtInstByNameCb(QY_EXT *pExt, const char *pcExtModule, const char *pcKeyword,
@@ -163,12 +170,12 @@ KORV_LIB_API uint32_t TLMTLIB_ImplFindExtInstArrayByNameCb(QY_EXT *pExt, const c
 KORV_LIB_API QY_EXT *TELMYANG_BSC_GetNodeSpecMimExt(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, MimExtType uiId,
                                                     MimExtFindCtx *pstFind);
 
-/* Its argument (borrowed); 1 and null when there is none. */
+/* The argument of the node's first statement of the id (borrowed); 1 and null when the node has none. */
 KORV_LIB_API uint32_t TELMYANG_BSC_GetNodeSpecMimExtString(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                            MimExtType uiId, const char **ppcText);
 
-/* Its argument as a number. Without one: 0 and KORV_NO_ID for a leaf that carries another module's statement, otherwise 1
- * and the output untouched. */
+/* The argument of the node's first statement of the id as a number. When the node has none, the result is 1 and the
+ * output untouched; but a leaf that carries another module's statement gives 0 and KORV_NO_ID. */
 KORV_LIB_API uint32_t TELMYANG_BSC_GetNodeSpecMimExtValue(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                           MimExtType uiId, uint32_t *puiValue);
 
@@ -176,7 +183,8 @@ KORV_LIB_API uint32_t TELMYANG_BSC_GetNodeSpecMimExtValue(TELMYANG_LOCAL_DATA_S 
 KORV_LIB_API uint32_t TELMYANG_BSC_GetNodeSpecMimExtArray(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                           MimExtType uiId, MimExtArray *pstArray, uint32_t *puiNum);
 
-/* First statement of the id that is nested in the instance, or null; its number, or 1. */
+/* The first statement of the id that is nested in the instance, or null; and that statement's argument as a number, or
+ * 1. */
 KORV_LIB_API QY_EXT *TELMYANG_BSC_FindExtFirstMimExtByType(TELMYANG_LOCAL_DATA_S *pstLocal, QY_EXT *pExt,
                                                            MimExtType uiId, MimExtSubFindCtx *pstFind);
 KORV_LIB_API uint32_t TELMYANG_BSC_ImplGetExtInstByNameCb(QY_EXT *pExt, const char *pcExtModule, const char *pcKeyword,
@@ -192,7 +200,7 @@ KORV_LIB_API uint32_t TELMYANG_BSC_JudstExtHasExtInst(QY_EXT *pExt, const char *
 KORV_LIB_API uint32_t TELMYANG_CountExtInstNum(QY_EXT *pExt, const char *pcExtModule, const char *pcKeyword,
                                                const char *pcArgument, void *puiCount);
 
-/* 1 when the node carries exactly one, or no, extension instance of any module. */
+/* 1 when the node carries exactly one extension instance of any module; 1 when it carries none. */
 KORV_LIB_API uint32_t TELMYANG_BSC_IsYinNodeMimExtNumOnlyOne(QY_NODE *pNode);
 KORV_LIB_API uint32_t TELMYANG_BSC_IsYinNodeMimExtNumOnlyZero(QY_NODE *pNode);
 
@@ -230,12 +238,14 @@ KORV_LIB_API uint32_t TELMYANG_BSC_ImplParseModuleExtInstCb(QY_EXT *pExt, const 
 
 typedef struct YinInst YinInst;
 
-/* One attribute leaf of a class. */
+/* One attribute leaf of a class. Of a leaf-list child behind the attributes, pLeafNode and ucAttrsInFront alone are
+ * set. */
 typedef struct {
     QY_NODE *pLeafNode;
     uint32_t uiDataType;
-    uint8_t ucAttrID;      /* 0: none */
-    uint8_t ucDataTypeSet; /* 1: from "datatype-id", or the default is the string datatype */
+    uint8_t ucAttrID;       /* 0: none */
+    uint8_t ucDataTypeSet;  /* 1: from "datatype-id", or the default is the string datatype */
+    uint8_t ucAttrsInFront; /* of a leaf-list child: how many attributes stand in front of it; else 0 */
 } YinAttr;
 
 /* The ancestor keys of a class; only the first record of the array is used. */
@@ -259,7 +269,7 @@ struct YinInst {
     uint8_t ucAutoKeyNum;
     uint8_t ucClassType;   /* YIN_CLASS_ */
     uint8_t ucLeafOrder;   /* 1: built by this library, which keeps the leaf-list children behind the attributes */
-    uint8_t ucLeafListNum; /* how many there are; each stands in front of the attribute that its uiDataType names */
+    uint8_t ucLeafListNum; /* how many of them there are */
     QY_NODE *pYinNode;     /* set when the record is complete */
 };
 
@@ -270,13 +280,13 @@ typedef struct {
 
 #pragma pack(pop)
 
-KORV_LAYOUT(sizeof(YinAttr) == 16);
+KORV_LAYOUT(sizeof(YinAttr) == 16 && offsetof(YinAttr, ucDataTypeSet) == 13);
 KORV_LAYOUT(sizeof(AncKeyRef) == 16);
 KORV_LAYOUT(sizeof(YinInst) == 56 && offsetof(YinInst, pstYinAttr) == 20 && offsetof(YinInst, pYinNode) == 48);
 
 /* Builds the record of a class node. 0 with the output untouched when the node carries no class id. Nonzero: logged,
- * nothing is left allocated. The caller stores the record on the node, and releases it with TELMYANG_FreeYinInstInfo and
- * ZOR_Free_F. */
+ * nothing is left allocated. The caller stores the record on the node, and releases it with TELMYANG_FreeYinInstInfo
+ * and ZOR_Free_F. */
 KORV_LIB_API uint32_t TELMYANG_BSC_ParseYinInstFromNode(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                         YinInst **ppstInst);
 
@@ -314,13 +324,14 @@ KORV_LIB_API QY_TYPE *TELEM_MDL_GetYinNodeFinalType(QY_NODE *pNode);
 KORV_LIB_API uint32_t TELEM_MDL_ImplGetYinNodeFinalTypeCb(void *pvUnused1, void *pvUnused2, QY_TYPE *pType,
                                                           void *ppType);
 
-/* Its built-in type (QY_TYPE_), or 0. */
+/* The built-in type (QY_TYPE_) of the final type, or 0 when there is none. */
 KORV_LIB_API uint32_t TELMYANG_UTL_GetFinalLeafType(QY_NODE *pNode);
 
 #define YIN_DATATYPE_STRING 25u
 #define YIN_SIZE_VARIABLE 0xFFFFFFFFu
 
-/* Default datatype and size in bytes (puiSize may be null) of a built-in type; 1 when it has none, outputs untouched. */
+/* Default datatype and size in bytes (puiSize may be null) of a built-in type; 1 when it has none, outputs
+ * untouched. */
 KORV_LIB_API uint32_t TELMYANG_UTL_GetDefaultFldTypeByYangType(uint32_t uiYangType, uint16_t *pusDataType,
                                                                uint32_t *puiSize);
 
@@ -343,7 +354,7 @@ typedef struct {
 
 #pragma pack(pop)
 
-/* Fills ucNumOfAttr and pstYinAttr. Nonzero: logged, pstYinAttr is null and the record of no use. */
+/* Fills ucNumOfAttr and pstYinAttr. Nonzero: logged, pstYinAttr is null, and the caller releases the record. */
 KORV_LIB_API uint32_t TELMYANG_BSC_ParseNodeAttrLeafInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                          YinInst *pstInst);
 KORV_LIB_API uint32_t TELMYANG_BSC_ParseNodeAttrLeafNum(QY_NODE *pNode, void *pvUnused, void *pstScan);
@@ -416,7 +427,8 @@ KORV_LIB_API uint32_t TELMYANG_BSC_ImplParseListAllKeyCb(QY_NODE *pNode, void *p
 KORV_LIB_API uint32_t TELMYANG_BSC_FindListNodeKey(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcKeyName,
                                                    YinInst *pstInst, const YinAttr *pstYinAttr, uint32_t uiIndex);
 
-/* Splits a key statement (its first 1024 characters) at single blanks into a zero-filled buffer; longer names are cut. */
+/* Splits a key statement (its first 1024 characters) at single blanks into a zero-filled buffer; longer names are
+ * cut. */
 KORV_LIB_API void TELMYANG_BSC_ParseListNodeKeyNames(TELMYANG_LOCAL_DATA_S *pstLocal, KeyNameBuffer *pstNames,
                                                      const char *pcKeyStatement);
 
@@ -490,8 +502,8 @@ KORV_LIB_API uint32_t TELMYANG_BSC_ConstructSelfInheritKey_(TELMYANG_LOCAL_DATA_
 KORV_LIB_API uint32_t TELMYANG_BSC_ParseNodeAncestorKeyRefInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode,
                                                                YinInst *pstInst);
 
-/* Stores uiNum ids as the class's ancestor keys. 1 for more than 255; KORV_NO_ID when there is no memory, and for none (an
- * empty list in the statement). */
+/* Stores uiNum ids as the class's ancestor keys. 1 for more than 255; KORV_NO_ID when there is no memory, and for none
+ * (an empty list in the statement). */
 KORV_LIB_API uint32_t TELMYANG_BSC_ConstructAncestorKeyRef(YinInst *pstInst, QY_NODE *pNode, const uint32_t *puiIdArr,
                                                            uint32_t uiNum, TELMYANG_LOCAL_DATA_S *pstLocal);
 
@@ -522,8 +534,8 @@ KORV_LIB_API uint32_t TELMYANG_BSC_ParseNodeAncestorKeyRefInfoWithParent(TELMYAN
 KORV_LIB_API uint32_t TELMYANG_BSC_BuildAncestorIdArray(AncKeyMapCtx *pstMap, YinInst *pstParent,
                                                         const MimExtArray *pstStatements,
                                                         TELMYANG_LOCAL_DATA_S *pstLocal);
-/* The parent's ancestor keys, then its own. A key that cannot be mapped ends its pass with a log line and 0: its slot and
- * those behind it stay 0. 1 when there are fewer statements than keys. */
+/* The parent's ancestor keys, then its own. A key that cannot be mapped ends its pass with a log line and 0: its slot
+ * and those behind it stay 0. 1 when there are fewer statements than keys. */
 KORV_LIB_API uint32_t TELMYANG_BSC_MapByParentKeyRef_(AncKeyMapCtx *pstMap, YinInst *pstParent,
                                                       const MimExtArray *pstStatements,
                                                       TELMYANG_LOCAL_DATA_S *pstLocal);
