@@ -24,8 +24,8 @@ class NewYangFile {
     void Register(bool bTwin)
     {
         korv::LinkAtEnd(m_pstLocal->pstYangCtx, &m_pstEntry->stFile);
-        korv::MarkBorrower(m_pstLocal, m_pstEntry, bTwin);
         m_pstLocal->uiModuleNum++;
+        korv::MarkBorrower(m_pstLocal, m_pstEntry, bTwin);
         m_pstEntry = nullptr;
     }
 

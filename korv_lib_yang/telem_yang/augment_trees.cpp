@@ -1,5 +1,6 @@
 /* The trees of a module's augments: the tree that an augment extends, and the nodes that it adds. */
 #include "telem_yang/top_chain.h"
+#include "telem_yang/tree_release.h"
 #include "telem_yang_lib/log.h"
 #include "telem_yang_lib/schema_nodes.h"
 
@@ -44,7 +45,7 @@ uint32_t GenerateTargetTrees(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE
         korv::TopChain stChain = {&stGen, pBudget, nullptr};
         if (QY_NODE_IterScanSiblingNode(pRoot, GenerateSiblingCb, &stChain) != 0) {
             KORV_LOG_ERROR(pstLocal, "DupYangtree target failed,uiLoop(%u) node(%s)!", uiLoop, NameOf(pRoot));
-            (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, stGen.pstRoot);
+            (void)korv::ReleaseTree(pstLocal, stGen.pstRoot);
             return KORV_FAIL;
         }
         pstAugment->pstTargetTree = stGen.pstRoot;

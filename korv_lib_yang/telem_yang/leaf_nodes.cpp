@@ -130,6 +130,20 @@ void korv::MarkBorrower(TELMYANG_LOCAL_DATA_S *pstLocal, RegistryEntry *pstEntry
         pstEntry->stFile.ucBorrows = BORROWS_NOTED;
 }
 
+void korv::GiveNotesUp(TELMYANG_LOCAL_DATA_S *pstLocal)
+{
+    TELMYANG_YANG_CTX_S *pstYangCtx = pstLocal != nullptr ? pstLocal->pstYangCtx : nullptr;
+    if (pstYangCtx == nullptr)
+        return;
+    TELMYANG_YANG_FILE_INFO_S *const pstEnd = ListEnd(pstYangCtx);
+    for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != nullptr && pstFile != pstEnd;
+         pstFile = pstFile->pstNext) {
+        DropNotes(pstFile);
+        if (pstFile->ucBorrows == BORROWS_NOTED)
+            SetBorrows(pstYangCtx, pstFile, BORROWS_FOREIGN);
+    }
+}
+
 korv::LeafNodeWatch::LeafNodeWatch(TELMYANG_YANG_CTX_S *pstYangCtx, TELMYANG_YANG_FILE_INFO_S *pstFile)
     : m_stRecord{WATCH_MAGIC, pstYangCtx}, m_pstGoing(pstFile != nullptr ? EntryOf(pstFile) : nullptr)
 {

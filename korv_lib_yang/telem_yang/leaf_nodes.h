@@ -17,6 +17,10 @@ namespace korv {
  * revision as well, so that the unload of either takes all nodes of the other. */
 void MarkBorrower(TELMYANG_LOCAL_DATA_S *pstLocal, RegistryEntry *pstEntry, bool bTwin);
 
+/* The host releases a tree that may be a record's: no note is relied on any more, and unloads look through the trees of all
+ * records that had some. */
+void GiveNotesUp(TELMYANG_LOCAL_DATA_S *pstLocal);
+
 /* What the private slot of a watched node points at. Like every record in a slot it begins with its magic. */
 struct WatchRecord {
     uint64_t ulMagic;

@@ -1,6 +1,7 @@
 /* The registry of loaded modules, keyed by name and revision as the host gave them. */
 #include "telem_yang/file_list.h"
 #include "telem_yang/leaf_notes.h"
+#include "telem_yang/tree_release.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 
@@ -100,7 +101,7 @@ void TELMYANG_FreeYangFileInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FI
 {
     if (pstFile == nullptr)
         return;
-    (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstFile->pstOriginTree);
+    (void)korv::ReleaseTree(pstLocal, pstFile->pstOriginTree);
     pstFile->pstOriginTree = nullptr;
     (void)TELMYANG_FreeYangtreeAllAugmentNodes(pstLocal, pstFile);
     FreeTexts(pstFile);

@@ -1,5 +1,6 @@
 /* The trees of a module together: its own tree, and those of its augments. */
 #include "telem_yang/top_chain.h"
+#include "telem_yang/tree_release.h"
 #include "telem_yang_lib/log.h"
 
 uint32_t TELEMYANG_GenerateYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName, const char *,
@@ -33,7 +34,7 @@ uint32_t TELEMYANG_DestroyYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const c
     }
     KorvTreeNode *pstOriginTree = pstFile->pstOriginTree;
     pstFile->pstOriginTree = nullptr;
-    (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstOriginTree);
+    (void)korv::ReleaseTree(pstLocal, pstOriginTree);
     (void)TELMYANG_FreeYangtreeAllAugmentNodes(pstLocal, pstFile);
     return KORV_OK;
 }

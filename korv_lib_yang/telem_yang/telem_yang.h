@@ -55,7 +55,7 @@ KORV_LIB_API void TELMYANG_FreeYangFileInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TEL
 KORV_LIB_API uint32_t TELMYANG_AddKorvChildNode(KorvTreeNode *pstParent, KorvTreeNode *pstChild);
 KORV_LIB_API uint32_t TELMYANG_AddKorvSiblingNode(KorvTreeNode *pstNode, KorvTreeNode *pstNew);
 
-/* Releases name and leaves of the node, not the node. */
+/* Releases name and leaves of the node, not the node, which is in no registered tree. */
 KORV_LIB_API void TELMYANG_FreeKorvTreeNode(KorvTreeNode *pstNode);
 
 /* Releases a vector with its leaf descriptors (null entries are skipped); the result of VEC_VectorFree_F. */

@@ -1,5 +1,6 @@
 /* Building a module's class trees from its schema nodes. */
 #include "telem_yang/top_chain.h"
+#include "telem_yang/tree_release.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 #include "telem_yang_lib/schema_nodes.h"
@@ -156,7 +157,7 @@ uint32_t korv::GenerateTopTree(QY_NODE *pNode, TopChain *pstChain)
     KorvTreeNode *pstTop = stScan.stGen.pstRoot;
     if (uiRet != KORV_OK) {
         KORV_LOG_ERROR(pstLocal, "Fill Data From Yang Node(%s) return 0x%x!", NameOf(pNode), uiRet);
-        (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstTop);
+        (void)korv::ReleaseTree(pstLocal, pstTop);
         return KORV_FAIL;
     }
     if (pstTop != nullptr)

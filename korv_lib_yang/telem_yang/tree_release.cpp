@@ -1,5 +1,6 @@
 /* Releasing whole trees: breadth first over first children and next siblings, so that depth costs no stack. */
-#include "telem_yang/leaf_notes.h"
+#include "telem_yang/tree_release.h"
+#include "telem_yang/leaf_nodes.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/ring.h"
 
@@ -21,6 +22,12 @@ uint32_t ReleaseFirst(TELMYANG_LOCAL_DATA_S *pstLocal, DumpQueueEntry *pstQueue)
 } // namespace
 
 uint32_t TELMYANG_FreeYangtreeAllNodes(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstRoot)
+{
+    korv::GiveNotesUp(pstLocal);
+    return korv::ReleaseTree(pstLocal, pstRoot);
+}
+
+uint32_t korv::ReleaseTree(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstRoot)
 {
     DumpQueueEntry stQueue = {};
     korv::MakeEmpty(&stQueue);
@@ -48,8 +55,8 @@ uint32_t TELMYANG_FreeYangtreeAllAugmentNodes(TELMYANG_LOCAL_DATA_S *pstLocal, T
         pstAugment->pstSelfTree = nullptr;
         pstAugment->pFirstChild = nullptr;
         pstAugment->uiSelfTreeDone = 0;
-        (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstTargetTree);
-        (void)TELMYANG_FreeYangtreeAllNodes(pstLocal, pstSelfTree);
+        (void)korv::ReleaseTree(pstLocal, pstTargetTree);
+        (void)korv::ReleaseTree(pstLocal, pstSelfTree);
     }
     return KORV_OK;
 }

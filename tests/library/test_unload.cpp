@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "support/host.h"
+#include "telem_yang/telem_yang.h"
 
 namespace test {
 namespace {
@@ -316,6 +317,19 @@ TEST_F(UnloadModule, CostsWhatGoesWhereManyAugmentOneTree)
         EXPECT_LE(cost(2 * FEW, reverse), few * 44 / 10) << few << (reverse ? " in reverse" : "");
         EXPECT_LE(few, uint64_t{FEW} * FEW * 30) << "calls for what each shows of each other";
     }
+}
+
+TEST_F(UnloadModule, TreesThatTheHostReleasedAreNotLookedAt)
+{
+    for (const char *name : {"a", "b"})
+        dir.Add(name, "<augment target-node=\"/m:c\">" + Container(name, Leaf("l", "int8")) + "</augment>", "m");
+    EXPECT_EQ(Load("a"), 0u);
+    EXPECT_EQ(Load("b"), 0u);
+    TELMYANG_YANG_FILE_INFO_S *file = TELMYANG_GetIfYangModuleExist(Local(), Local()->pstYangCtx, "b", nullptr);
+    EXPECT_EQ(TELMYANG_FreeYangtreeAllNodes(Local(), file->astAugment[0].pstTargetTree), 0u);
+    file->astAugment[0].pstTargetTree = nullptr;
+    EXPECT_EQ(Unload("a"), 0u);
+    EXPECT_EQ(Unload("b"), 0u);
 }
 
 TEST_F(UnloadModule, ThousandRoundsKeepMemoryFlat)
