@@ -181,10 +181,12 @@ bool Source::StartsCharacter(uint32_t unit) const
 Position Source::Locate(uint32_t offset)
 {
     if (marks_.empty())
-        marks_.push_back({start_, {1, 1}});
+        marks_.push_back(latest_ = {start_, {1, 1}});
     auto behind = std::upper_bound(marks_.begin() + 1, marks_.end(), offset,
                                    [](uint32_t wanted, const Mark &mark) { return wanted < mark.offset; });
     Mark at = *(behind - 1);
+    if (latest_.offset > at.offset && latest_.offset <= offset)
+        at = latest_;
     uint32_t step = UnitSize();
     for (; at.offset < offset && at.offset < size_; at.offset += step) {
         if (at.offset >= marks_.back().offset + MARK_DISTANCE)
@@ -197,6 +199,7 @@ Position Source::Locate(uint32_t offset)
             ++at.position.column;
         }
     }
+    latest_ = at;
     return at.position;
 }
 

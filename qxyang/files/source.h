@@ -142,6 +142,7 @@ class Source {
 
     /* Known places in the order of the file, MARK_DISTANCE apart up to the furthest one that was asked for. */
     std::vector<Mark> marks_;
+    Mark latest_{}; /* the place that was asked for last: most questions go on from there */
 };
 
 } // namespace qxyang
