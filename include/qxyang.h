@@ -282,12 +282,13 @@ KORV_PLATFORM_API uint32_t QXYANG_KeepDetails(QY_CTX *pCtx);
  * @return 0 = done. Nonzero: the context keeps no details, or there is no memory; *pstOrigin is unchanged. */
 KORV_PLATFORM_API uint32_t QXYANG_GetModuleOrigin(const QY_MOD *pMod, QXYANG_ORIGIN_S *pstOrigin);
 
-/** The file of a module or of a submodule that it includes.
+/** The file of a module or submodule of the context, however it came in. Of several revisions, the one that is loaded by name
+ * counts, else the one that came in last.
  *
  * @param pcName the module's name or the submodule's
- * @return the file as it was loaded; not to be closed. Null: the context keeps no details, the module has no such file, or
- *         there is no memory. */
-KORV_PLATFORM_API const QXYANG_FILE *QXYANG_GetModuleFile(const QY_MOD *pMod, const char *pcName);
+ * @return the file as it was loaded; not to be closed. Null: the context keeps no details, it has no such file, or there is no
+ *         memory. */
+KORV_PLATFORM_API const QXYANG_FILE *QXYANG_GetLoadedFile(const QY_CTX *pCtx, const char *pcName);
 
 /** Where a node comes from, and what its statements say. Nodes that a deviation removed answer as well.
  *

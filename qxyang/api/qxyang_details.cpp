@@ -260,18 +260,18 @@ uint32_t QXYANG_KeepDetails(QY_CTX *pCtx)
 uint32_t QXYANG_GetModuleOrigin(const QY_MOD *pMod, QXYANG_ORIGIN_S *pstOrigin)
 {
     return With(pMod->context, [=](Details &details) {
-        KeptFile *file = details.FileOf(*pMod, pMod->name);
+        KeptFile *file = details.FileOf(*pMod);
         bool isKnown = file != nullptr && !StatementsOf(*file).statements.empty();
         *pstOrigin = isKnown ? OriginOf({file, &file->statements->statements.front()}) : NOT_KNOWN;
         return OK;
     });
 }
 
-const QXYANG_FILE *QXYANG_GetModuleFile(const QY_MOD *pMod, const char *pcName)
+const QXYANG_FILE *QXYANG_GetLoadedFile(const QY_CTX *pCtx, const char *pcName)
 {
     const QXYANG_FILE *found = nullptr;
-    (void)With(pMod->context, [&](Details &details) {
-        if (KeptFile *file = details.FileOf(*pMod, pcName))
+    (void)With(pCtx, [&](Details &details) {
+        if (KeptFile *file = details.FileNamed(pcName))
             found = &StatementsOf(*file);
         return OK;
     });

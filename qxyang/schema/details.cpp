@@ -11,10 +11,19 @@ uint32_t Details::AddFile(const QY_MOD &module, std::string_view name, std::stri
     return static_cast<uint32_t>(files_.size() - 1);
 }
 
-KeptFile *Details::FileOf(const QY_MOD &module, std::string_view name)
+KeptFile *Details::FileNamed(std::string_view name)
+{
+    KeptFile *found = nullptr;
+    for (const auto &file : files_)
+        if (file != nullptr && file->name == name && (found == nullptr || !found->module->byName))
+            found = file.get();
+    return found;
+}
+
+KeptFile *Details::FileOf(const QY_MOD &module)
 {
     for (const auto &file : files_)
-        if (file != nullptr && file->module == &module && file->name == name)
+        if (file != nullptr && file->module == &module && file->name == module.name)
             return file.get();
     return nullptr;
 }

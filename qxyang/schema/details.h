@@ -53,8 +53,12 @@ class Details {
     /* The file of that number, or null. */
     KeptFile *File(uint32_t number) { return number < files_.size() ? files_[number].get() : nullptr; }
 
-    /* The file of a module or submodule of that name that the module's text stands in, or null. */
-    KeptFile *FileOf(const QY_MOD &module, std::string_view name);
+    /* The file of a module or submodule of that name, or null: of several, that of a module that is loaded by name, else the
+     * latest. */
+    KeptFile *FileNamed(std::string_view name);
+
+    /* The module's own file, or null. */
+    KeptFile *FileOf(const QY_MOD &module);
 
     /* Forgets the files of the modules that are dying. */
     void ForgetDying() noexcept;

@@ -130,8 +130,8 @@ TEST(Details, PlacesAreThoseOfTheStatements)
     QXYANG_ORIGIN_S origin;
     EXPECT_EQ(QXYANG_GetModuleOrigin(kept.schema.Mod("m"), &origin), 0u);
     EXPECT_EQ(OriginText(origin), "m.yin:1");
-    EXPECT_NE(QXYANG_GetModuleFile(kept.schema.Mod("m"), "s"), nullptr);
-    EXPECT_EQ(QXYANG_GetModuleFile(kept.schema.Mod("m"), "none"), nullptr);
+    EXPECT_NE(QXYANG_GetLoadedFile(kept.schema.Context(), "s"), nullptr);
+    EXPECT_EQ(QXYANG_GetLoadedFile(kept.schema.Context(), "none"), nullptr);
 }
 
 constexpr const char *GROUPING = R"(
@@ -244,7 +244,7 @@ TEST(Details, AreOnlyThereWhenAskedForBeforeTheFirstLoad)
     EXPECT_NE(QXYANG_GetModuleOrigin(schema.Mod("m"), &origin), 0u);
     EXPECT_NE(QXYANG_ScanNodeExtInsts(leaf, AddInstance, nullptr), 0u);
     EXPECT_NE(QXYANG_ScanNodeDefaults(leaf, AddText, nullptr), 0u);
-    EXPECT_EQ(QXYANG_GetModuleFile(schema.Mod("m"), "m"), nullptr);
+    EXPECT_EQ(QXYANG_GetLoadedFile(schema.Context(), "m"), nullptr);
 }
 
 TEST(Details, AFailedLoadLeavesNothingBehind)
