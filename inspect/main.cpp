@@ -20,7 +20,7 @@ int Report(const char *text, int exitCode)
 /* A result that could not be written is no success. */
 int FlushOutput(int exitCode)
 {
-    const bool failed = std::fflush(stdout) != 0 || std::ferror(stdout) != 0;
+    bool failed = std::fflush(stdout) != 0 || std::ferror(stdout) != 0;
     return failed ? Report("cannot write to standard output", inspect::EXIT_NEGATIVE) : exitCode;
 }
 

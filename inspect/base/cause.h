@@ -1,6 +1,5 @@
 /* Something that is wrong with a model, and where. */
-#ifndef KORV_INSPECT_CAUSE_H
-#define KORV_INSPECT_CAUSE_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -18,5 +17,3 @@ struct Cause {
 std::string PlaceText(const Cause &cause, const std::string &module);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_CAUSE_H

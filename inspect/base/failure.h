@@ -1,6 +1,5 @@
 /* Ways in which a run ends early. */
-#ifndef KORV_INSPECT_FAILURE_H
-#define KORV_INSPECT_FAILURE_H
+#pragma once
 
 #include <stdexcept>
 #include <string>
@@ -25,5 +24,3 @@ class Failure : public std::runtime_error {
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_FAILURE_H

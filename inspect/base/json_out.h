@@ -1,6 +1,5 @@
 /* JSON on standard output, written while it is made. */
-#ifndef KORV_INSPECT_JSON_OUT_H
-#define KORV_INSPECT_JSON_OUT_H
+#pragma once
 
 #include <rapidjson/filewritestream.h>
 #include <rapidjson/prettywriter.h>
@@ -39,7 +38,7 @@ class JsonOut {
             writer_.Uint64(value);
     }
     void Null() { writer_.Null(); }
-    /* On one line, however the rest is laid out. */
+    /* Writes the numbers on one line. */
     void Numbers(const std::vector<uint64_t> &numbers);
     void Numbers(const std::vector<uint32_t> &numbers);
     /* Bounds of unsigned types, which the library keeps as signed numbers of the same 64 bits. */
@@ -64,5 +63,3 @@ class JsonOut {
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_JSON_OUT_H

@@ -1,6 +1,5 @@
 /* Which modules a run is about, and where their files are. */
-#ifndef KORV_INSPECT_MODEL_REQUEST_H
-#define KORV_INSPECT_MODEL_REQUEST_H
+#pragma once
 
 #include <map>
 #include <string>
@@ -29,5 +28,3 @@ struct ModelRequest {
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_MODEL_REQUEST_H

@@ -10,9 +10,9 @@ Number ReadNumber(const std::string &text)
 {
     char *end = nullptr;
     const unsigned long long value = std::strtoull(text.c_str(), &end, 0);
-    const bool negative = text.find('-') != std::string::npos;
-    const auto read = static_cast<size_t>(end - text.c_str());
-    const bool rest = read == 0 || text.find_first_not_of(" \t\r\n", read) != std::string::npos;
+    bool negative = text.find('-') != std::string::npos;
+    auto read = static_cast<size_t>(end - text.c_str());
+    bool rest = read == 0 || text.find_first_not_of(" \t\r\n", read) != std::string::npos;
     return {!rest && !negative, value <= std::numeric_limits<uint32_t>::max(),
             value == std::numeric_limits<unsigned long long>::max(), static_cast<uint32_t>(value)};
 }

@@ -1,6 +1,5 @@
 /* Numbers as the library reads them from statements. */
-#ifndef KORV_INSPECT_NUMBERS_H
-#define KORV_INSPECT_NUMBERS_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -18,9 +17,7 @@ struct Number {
 /* Decimal, or with "0x" hexadecimal, or with "0" octal. */
 Number ReadNumber(const std::string &text);
 
-/* What white space separates. */
+/* The words between white space. */
 std::vector<std::string> Words(const std::string &text);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_NUMBERS_H

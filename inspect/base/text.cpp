@@ -19,23 +19,18 @@ struct Character {
 Character FirstCharacter(std::string_view text)
 {
     static constexpr uint32_t LEAST[] = {0, 0, 0x80, 0x800, 0x10000}; /* that needs so many bytes */
-    const auto first = static_cast<uint8_t>(text.front());
-    const size_t size = first < 0x80   ? 1
-                        : first < 0xC0 ? 0
-                        : first < 0xE0 ? 2
-                        : first < 0xF0 ? 3
-                        : first < 0xF8 ? 4
-                                       : 0;
+    auto first = static_cast<uint8_t>(text.front());
+    size_t size = first < 0x80 ? 1 : first < 0xC0 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF8 ? 4 : 0;
     if (size < 2 || size > text.size())
         return {first, size == 1 ? size : 0};
     uint32_t code = first & (0x7FU >> size);
     for (size_t i = 1; i < size; ++i) {
-        const auto next = static_cast<uint8_t>(text[i]);
+        auto next = static_cast<uint8_t>(text[i]);
         if ((next & 0xC0) != 0x80)
             return {first, 0};
         code = code << 6 | (next & 0x3FU);
     }
-    const bool isSurrogate = code >= 0xD800 && code < 0xE000;
+    bool isSurrogate = code >= 0xD800 && code < 0xE000;
     return {code, code < LEAST[size] || isSurrogate || code > 0x10FFFF ? 0 : size};
 }
 
@@ -69,7 +64,7 @@ size_t EditDistance(std::string_view left, std::string_view right)
     for (size_t l = 0; l < left.size(); ++l) {
         size_t diagonal = row[0]++;
         for (size_t r = 0; r < right.size(); ++r) {
-            const size_t replaced = diagonal + (left[l] == right[r] ? 0 : 1);
+            size_t replaced = diagonal + (left[l] == right[r] ? 0 : 1);
             diagonal = row[r + 1];
             row[r + 1] = std::min({replaced, row[r] + 1, diagonal + 1});
         }
@@ -112,8 +107,8 @@ std::string Printable(std::string_view text)
 {
     std::string printable;
     while (!text.empty()) {
-        const Character character = FirstCharacter(text);
-        const size_t size = std::max<size_t>(character.size, 1);
+        Character character = FirstCharacter(text);
+        size_t size = std::max<size_t>(character.size, 1);
         if (character.size == 0 || IsControl(character.code) || IsDirection(character.code))
             printable += Escaped(character);
         else
@@ -127,7 +122,7 @@ std::string ValidUtf8(std::string_view text)
 {
     std::string valid;
     while (!text.empty()) {
-        const size_t size = FirstCharacter(text).size;
+        size_t size = FirstCharacter(text).size;
         valid += size != 0 ? text.substr(0, size) : "\xEF\xBF\xBD";
         text.remove_prefix(std::max<size_t>(size, 1));
     }
@@ -136,7 +131,7 @@ std::string ValidUtf8(std::string_view text)
 
 void PadTo(std::string *text, size_t width, size_t gap)
 {
-    const size_t length = Characters(*text);
+    size_t length = Characters(*text);
     text->append(std::max(width > length ? width - length : 0, gap), ' ');
 }
 
@@ -154,7 +149,7 @@ NearestName::NearestName(std::string_view name) : name_(name), distance_(1 + nam
 
 void NearestName::Offer(std::string_view candidate)
 {
-    const size_t distance = EditDistance(name_, candidate);
+    size_t distance = EditDistance(name_, candidate);
     if (distance > distance_ || (distance == distance_ && !nearest_.empty()))
         return;
     distance_ = distance;

@@ -1,6 +1,5 @@
 /* Small texts. */
-#ifndef KORV_INSPECT_TEXT_H
-#define KORV_INSPECT_TEXT_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -14,8 +13,8 @@ std::string Hex(uint32_t value);
 std::string Join(const std::vector<std::string> &words, std::string_view separator);
 std::string JoinNumbers(const std::vector<uint32_t> &numbers, std::string_view separator);
 
-/* A text of others' making on one line and in the order in which it is written: control and direction characters are
- * escaped, and bytes that are no UTF-8. */
+/* The text as one line that a terminal shows as it is written: control and direction characters, and bytes that are no
+ * UTF-8, are escaped. */
 std::string Printable(std::string_view text);
 
 /* The text with a replacement character for each byte that is no UTF-8. */
@@ -27,7 +26,7 @@ void PadTo(std::string *text, size_t width, size_t gap = 0);
 /* "1 node", "2 nodes". */
 std::string Count(uint64_t number, std::string_view noun);
 
-/* Of the names offered, the one that a misspelt name most likely means; empty when none is near. */
+/* Finds the name that a misspelt one most likely means among those that are offered. */
 class NearestName {
   public:
     explicit NearestName(std::string_view name);
@@ -44,5 +43,3 @@ class NearestName {
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_TEXT_H

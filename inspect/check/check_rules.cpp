@@ -1,6 +1,7 @@
 #include "check/check_rules.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 
@@ -17,6 +18,11 @@ constexpr size_t MAX_NAME = 64;           /* characters of a step that lookups t
 constexpr uint32_t NEAR_AUGMENT_NUM = 18; /* so many that the next extension may be one too many */
 constexpr size_t SHOWN_KEY_NUM = 8;       /* keys that a device's log lines show */
 constexpr uint32_t MAX_FIELD_ID = 255;
+
+/* Statements that give an attribute its id, the one that counts first, and a class. */
+constexpr std::array<const char *, 2> FIELD_IDS = {"ref-id-key-fid", "field-id"};
+constexpr std::array<const char *, 1> CLASS_ID = {"class-id"};
+constexpr std::array<const char *, 1> ANCESTOR_KEY = {"ancestor-key-fid"};
 
 std::string ClassText(const KorvTreeNode &node)
 {
@@ -57,28 +63,27 @@ bool RuleChecker::IsOwn(const KorvTreeLeaf &leaf) const
     return std::strcmp(leaf.pcModuleName, file_.pcModuleName) == 0;
 }
 
-std::optional<Position> RuleChecker::Find(const ModelNode &node, const KorvTreeLeaf *leaf) const
+std::optional<Position> RuleChecker::Find(const ModelNode &node, const KorvTreeLeaf *leaf, Keywords keywords)
 {
     Place place = node.place;
     place.leaf = leaf;
-    return finder_.Find(WayTo(place));
+    QY_NODE *schemaNode = schemaNodes_.Of(place);
+    return schemaNode != nullptr ? places_->OfExtension(schemaNode, keywords) : std::nullopt;
 }
 
 std::string RuleChecker::SeeText(const std::optional<Position> &place, const std::optional<Position> &from)
 {
     if (!place)
         return "";
-    const std::string line = std::to_string(place->line);
+    std::string line = std::to_string(place->line);
     return from && from->file == place->file ? " (line " + line + ")" : " (" + place->file + ":" + line + ")";
 }
 
-void RuleChecker::Report(const char *name, const std::string &text, const ModelNode &node, const KorvTreeLeaf *leaf)
+void RuleChecker::Report(const char *name, const std::string &text, const ModelNode &node, const KorvTreeLeaf *leaf,
+                         Keywords keywords)
 {
     Finding finding = {name, false, file_.pcModuleName, {"", 0, 0, text}};
-    if (const std::optional<Position> position = Find(node, leaf)) {
-        finding.cause.file = position->file;
-        finding.cause.line = position->line;
-    }
+    PlaceAt(Find(node, leaf, keywords), &finding.cause);
     findings_.push_back(finding);
 }
 
@@ -89,23 +94,20 @@ void RuleChecker::CheckAugmentNum()
     Finding finding = {"many-augments", false, file_.pcModuleName, {}};
     finding.cause.text = "the module has " + std::to_string(file_.ucAugmentNum) + " augments, at most " +
                          std::to_string(KORV_AUGMENT_NUM) + " can be loaded";
-    if (const std::optional<Position> position = finder_.Module()) {
-        finding.cause.file = position->file;
-        finding.cause.line = position->line;
-    }
+    PlaceAt(places_->Of(module_), &finding.cause);
     findings_.push_back(finding);
 }
 
 void RuleChecker::CheckLengths(const ModelNode &node)
 {
     const KorvTreeNode &treeNode = *node.place.node;
-    const std::string name = treeNode.pcName;
+    std::string name = treeNode.pcName;
     if (node.own && IsOrdinary(treeNode) && name.size() > MAX_NAME)
         Report("long-name",
                "the name has " + std::to_string(name.size()) + " characters: lookups take at most " +
                    std::to_string(MAX_NAME),
                node);
-    const bool aboveIsLong = treeNode.pstParent != nullptr && node.path.size() - name.size() - 1 > MAX_PATH;
+    bool aboveIsLong = treeNode.pstParent != nullptr && node.path.size() - name.size() - 1 > MAX_PATH;
     if (node.own && node.path.size() > MAX_PATH && !aboveIsLong)
         Report("long-path",
                "the path has " + std::to_string(node.path.size()) + " characters: dumps cut it at " +
@@ -119,13 +121,13 @@ void RuleChecker::CheckLengths(const ModelNode &node)
 
 void RuleChecker::CheckLeafLengths(const ModelNode &node, const KorvTreeLeaf &leaf)
 {
-    const std::string name = leaf.pcName;
+    std::string name = leaf.pcName;
     if (name.size() > MAX_NAME)
         Report("long-name",
                "the leaf's name has " + std::to_string(name.size()) + " characters: lookups take at most " +
                    std::to_string(MAX_NAME),
                node, &leaf);
-    const size_t length = DataPath(*node.place.node).size() + 1 + name.size();
+    size_t length = DataPath(*node.place.node).size() + 1 + name.size();
     if (length > MAX_PATH && node.path.size() <= MAX_PATH)
         Report("long-path",
                "the leaf's path has " + std::to_string(length) + " characters: lookups take at most " +
@@ -136,8 +138,8 @@ void RuleChecker::CheckLeafLengths(const ModelNode &node, const KorvTreeLeaf &le
 void RuleChecker::CheckKeyNum(const ModelNode &node)
 {
     const KorvTreeNode &treeNode = *node.place.node;
-    const size_t own = KeyIds(treeNode.aucSelfNodeKey).size();
-    const size_t ancestor = KeyIds(treeNode.aucAncestorKey).size();
+    size_t own = KeyIds(treeNode.aucSelfNodeKey).size();
+    size_t ancestor = KeyIds(treeNode.aucAncestorKey).size();
     if (own > SHOWN_KEY_NUM || ancestor > SHOWN_KEY_NUM)
         Report("many-keys",
                ClassText(treeNode) + " has " +
@@ -152,8 +154,8 @@ void RuleChecker::CheckAncestorKeys(const ModelNode &node)
     const KorvTreeNode *above = ClassAbove(treeNode);
     if (above == nullptr || above->uiClassId == treeNode.uiClassId)
         return;
-    const size_t wanted = MappedKeys(above->aucAncestorKey) + MappedKeys(above->aucSelfNodeKey);
-    const size_t mapped = MappedKeys(treeNode.aucAncestorKey);
+    size_t wanted = MappedKeys(above->aucAncestorKey) + MappedKeys(above->aucSelfNodeKey);
+    size_t mapped = MappedKeys(treeNode.aucAncestorKey);
     if (mapped < wanted)
         Report("unmapped-ancestor-key",
                Count(wanted - mapped, "key") + " of " + ClassText(*above) + (wanted - mapped == 1 ? " has" : " have") +
@@ -178,19 +180,19 @@ void RuleChecker::CheckAttributes(const ModelNode &node)
 
 void RuleChecker::CheckAttribute(const ModelNode &node, const KorvTreeLeaf &leaf)
 {
-    const std::string of = "'" + std::string(leaf.pcName) + "' of " + ClassText(*node.place.node);
-    for (const char *keyword : {"ref-id-key-fid", "field-id"}) {
-        const std::vector<std::string> arguments = ExtensionArguments(leaf.pYinNode, keyword);
+    std::string of = "'" + std::string(leaf.pcName) + "' of " + ClassText(*node.place.node);
+    for (const char *const &keyword : FIELD_IDS) {
+        std::vector<std::string> arguments = ExtensionArguments(leaf.pYinNode, keyword);
         if (!arguments.empty() && std::strtoull(arguments.front().c_str(), nullptr, 0) > MAX_FIELD_ID) {
             Report("field-id-range",
-                   "leaf " + of + ": attribute ids end at " + std::to_string(MAX_FIELD_ID) + ", so that " + keyword +
-                       " " + arguments.front() + " becomes " + std::to_string(leaf.uiFieldId),
-                   node, &leaf);
+                   "leaf " + of + ": attribute ids end at " + std::to_string(MAX_FIELD_ID) + ", so that " +
+                       std::string(keyword) + " " + arguments.front() + " becomes " + std::to_string(leaf.uiFieldId),
+                   node, &leaf, {&keyword, 1});
             return;
         }
     }
-    const std::vector<std::string> ids = ExtensionArguments(leaf.pYinNode, "field-id");
-    const bool isBad = !ids.empty() && !ReadNumber(ids.front()).wellFormed; /* StatementRules say so */
+    std::vector<std::string> ids = ExtensionArguments(leaf.pYinNode, "field-id");
+    bool isBad = !ids.empty() && !ReadNumber(ids.front()).wellFormed; /* StatementRules say so */
     if (Has(leaf, KORV_MASK_FIELD_ID) || isBad)
         return;
     if (IsListKey(leaf))
@@ -207,15 +209,15 @@ void RuleChecker::CheckUniqueAttribute(const ModelNode &node, const KorvTreeLeaf
     if (isNew || first.leaf->pYinNode == leaf.pYinNode || IsCopy(*first.leaf, leaf) ||
         (!IsOwn(leaf) && !IsOwn(*first.leaf)))
         return;
-    const bool later = IsOwn(leaf);
+    bool later = IsOwn(leaf);
     const Attribute &reported = later ? Attribute{&node, &leaf} : first;
     const Attribute &other = later ? first : Attribute{&node, &leaf};
     Report("duplicate-field-id",
            "leaf '" + std::string(reported.leaf->pcName) + "' of " + ClassText(*reported.holder->place.node) +
                " has attribute id " + std::to_string(leaf.uiFieldId) + ", as '" + other.leaf->pcName + "' of " +
                DataPath(*other.holder->place.node) + " has" +
-               SeeText(Find(*other.holder, other.leaf), Find(*reported.holder, reported.leaf)),
-           *reported.holder, reported.leaf);
+               SeeText(Find(*other.holder, other.leaf, FIELD_IDS), Find(*reported.holder, reported.leaf, FIELD_IDS)),
+           *reported.holder, reported.leaf, FIELD_IDS);
 }
 
 void RuleChecker::CheckCollisions(const ModelNode &node)
@@ -225,12 +227,12 @@ void RuleChecker::CheckCollisions(const ModelNode &node)
         return;
     const auto &attributes = attributes_[QualifiedPathOf(treeNode)];
     for (const uint32_t key : KeyIds(treeNode.aucAncestorKey)) {
-        const auto attribute = attributes.find(key);
+        auto attribute = attributes.find(key);
         if (key != 0 && attribute != attributes.end())
             Report("ancestor-key-collision",
                    ClassText(treeNode) + " has ancestor key " + std::to_string(key) +
                        ", which is the attribute id of leaf '" + attribute->second.leaf->pcName + "' as well",
-                   node);
+                   node, nullptr, ANCESTOR_KEY);
     }
 }
 
@@ -250,16 +252,16 @@ void RuleChecker::CheckClassIds()
 void RuleChecker::CheckClassId(const ModelNode &node)
 {
     const KorvTreeNode &treeNode = *node.place.node;
-    const std::string key = QualifiedPathOf(treeNode);
-    const std::optional<Position> position = node.own ? Find(node, nullptr) : std::nullopt;
-    const ClassUse use = {key, DataPath(treeNode), treeNode.pcModuleName, position};
+    std::string key = QualifiedPathOf(treeNode);
+    std::optional<Position> position = node.own ? Find(node, nullptr, CLASS_ID) : std::nullopt;
+    ClassUse use = {key, DataPath(treeNode), treeNode.pcModuleName, position};
     const ClassUse &first = uses_->try_emplace(treeNode.uiClassId, use).first->second;
     if (node.own && first.key != key)
         Report("duplicate-class-id",
                ClassText(treeNode) + " has the class id of " + first.path +
                    (first.module == file_.pcModuleName ? "" : " of module '" + first.module + "'") +
                    SeeText(first.position, position),
-               node);
+               node, nullptr, CLASS_ID);
 }
 
 std::vector<Finding> RuleChecker::Check()

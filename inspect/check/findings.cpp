@@ -61,8 +61,8 @@ void WriteFindingsJson(const std::vector<std::string> &modules, const std::vecto
 
 std::string SummaryText(size_t modules, const std::vector<Finding> &findings)
 {
-    const size_t errors = CountErrors(findings);
-    const size_t warnings = findings.size() - errors;
+    size_t errors = CountErrors(findings);
+    size_t warnings = findings.size() - errors;
     return Count(modules, "module") + " checked: " + (errors != 0 ? Count(errors, "error") : "no errors") + ", " +
            (warnings != 0 ? Count(warnings, "warning") : "no warnings");
 }

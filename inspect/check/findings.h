@@ -1,11 +1,10 @@
 /* What `check` has to say. */
-#ifndef KORV_INSPECT_FINDINGS_H
-#define KORV_INSPECT_FINDINGS_H
+#pragma once
 
 #include <string>
 #include <vector>
 
-#include "model/load_causes.h"
+#include "base/cause.h"
 
 namespace inspect {
 
@@ -28,5 +27,3 @@ std::string SummaryText(size_t modules, const std::vector<Finding> &findings);
 bool HasErrors(const std::vector<Finding> &findings);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_FINDINGS_H

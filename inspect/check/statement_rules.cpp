@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <set>
 #include <string_view>
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "model/schema_places.h"
+#include "model/statements.h"
 
 namespace inspect {
 namespace {
@@ -48,13 +49,13 @@ std::string KindText(QY_NODE *node)
 
 bool MayBeClass(QY_NODE *node)
 {
-    const uint32_t type = QY_NODE_GetNodeType(node);
+    uint32_t type = QY_NODE_GetNodeType(node);
     return type == QY_NODE_TYPE_CONTAINER || type == QY_NODE_TYPE_LIST;
 }
 
 uint32_t ClassIdOf(QY_NODE *node)
 {
-    const std::vector<std::string> ids = MayBeClass(node) ? ExtensionArguments(node, "class-id") : Words("");
+    std::vector<std::string> ids = MayBeClass(node) ? ExtensionArguments(node, "class-id") : Words("");
     return ids.empty() ? 0 : ReadNumber(ids.front()).value;
 }
 
@@ -97,30 +98,31 @@ std::set<uint32_t> KeyIdsOf(QY_NODE *list)
 /* The list whose keys a node of the same class further down takes over, or null. */
 QY_NODE *KeyedListAbove(QY_NODE *node)
 {
-    const uint32_t classId = ClassIdOf(node);
+    uint32_t classId = ClassIdOf(node);
     QY_NODE *above = ClassAbove(node);
     while (above != nullptr && ClassIdOf(above) == classId && KeyNum(above) == 0)
         above = ClassAbove(above);
     return above != nullptr && ClassIdOf(above) == classId ? above : nullptr;
 }
 
-/* The file says class-type 'leafref': the library has replaced the statements in the schema by others'. */
-bool IsLeafrefClass(const std::optional<Position> &position)
+/* The extension statements in the node's own statement: the library replaces those of a class of class-type 'leafref' and of its
+ * leaves in the schema by others'. */
+std::vector<QXYANG_STATEMENT_S> ExtensionsWritten(const QXYANG_ORIGIN_S &origin)
 {
-    if (!position)
-        return false;
-    const auto &children = position->statement->children;
-    const auto isForeign = [](const YinStatement *child) { return child->keyword.empty(); };
-    const auto found = std::find_if(children.begin(), children.end(), isForeign);
-    return found != children.end() && (*found)->argument == "leafref" &&
-           std::count_if(children.begin(), children.end(), isForeign) == 1;
+    std::vector<QXYANG_STATEMENT_S> written;
+    if (origin.pstFile != nullptr)
+        ForEachIn(origin.pstFile, StatementAt(origin.pstFile, origin.uiStatement),
+                  [&written](const QXYANG_STATEMENT_S &statement) {
+                      if (statement.pcPrefix != nullptr)
+                          written.push_back(statement);
+                  });
+    return written;
 }
 
-/* A leaf of a class of class-type 'leafref': the file has no statements of its own for it. */
-bool HasNone(const std::optional<Position> &position)
+bool IsLeafrefClass(const std::vector<QXYANG_STATEMENT_S> &written)
 {
-    return position && std::none_of(position->statement->children.begin(), position->statement->children.end(),
-                                    [](const YinStatement *child) { return child->keyword.empty(); });
+    return written.size() == 1 && std::string_view(written.front().pcKeyword) == "class-type" &&
+           written.front().pcArgument != nullptr && std::string_view(written.front().pcArgument) == "leafref";
 }
 
 std::string QuotedStatement(const std::string &keyword, const std::string &argument)
@@ -138,47 +140,59 @@ std::string ValueText(const Number &number, const std::string &keyword)
 
 } // namespace
 
-void StatementRules::Report(const char *name, const std::string &text)
+void StatementRules::Report(const char *name, const std::string &text, const std::optional<Position> &position)
 {
     Finding finding = {name, false, QY_MOD_GetModuleName(module_), {"", 0, 0, subject_ + ": " + text}};
-    if (position_) {
-        finding.cause.file = position_->file;
-        finding.cause.line = position_->line;
-    }
+    PlaceAt(position, &finding.cause);
     findings_.push_back(finding);
 }
 
-void StatementRules::CheckNumber(const std::string &keyword, const std::string &argument)
+void StatementRules::Report(const char *name, const std::string &text)
 {
-    const Number number = ReadNumber(argument);
-    const bool isId = keyword == "field-id" || keyword == "ref-id-key-fid"; /* large ones: field-id-range */
-    const std::string statement = QuotedStatement(keyword, argument);
-    if (!number.wellFormed)
-        Report("bad-number", statement + " is no number: it counts as " + ValueText(number, keyword));
-    else if (!number.fits && (!isId || number.refused))
-        Report("bad-number", statement + (number.refused ? " has more than 64 bits" : " has more than 32 bits") +
-                                 ": it counts as " + ValueText(number, keyword));
+    Report(name, text, places_->Of(origin_));
 }
 
-void StatementRules::CheckRange(const std::string &keyword, const std::string &word)
+void StatementRules::Report(const char *name, const std::string &text, const Extension &extension)
 {
-    const Number number = ReadNumber(word);
+    Report(name, text, places_->Of(extension.origin));
+}
+
+void StatementRules::CheckNumber(const Extension &extension)
+{
+    const std::string &keyword = extension.keyword;
+    const std::string &argument = extension.argument;
+    Number number = ReadNumber(argument);
+    bool isId = keyword == "field-id" || keyword == "ref-id-key-fid"; /* large ones: field-id-range */
+    std::string statement = QuotedStatement(keyword, argument);
+    if (!number.wellFormed)
+        Report("bad-number", statement + " is no number: it counts as " + ValueText(number, keyword), extension);
+    else if (!number.fits && (!isId || number.refused))
+        Report("bad-number",
+               statement + (number.refused ? " has more than 64 bits" : " has more than 32 bits") + ": it counts as " +
+                   ValueText(number, keyword),
+               extension);
+}
+
+void StatementRules::CheckRange(const std::string &keyword, const std::string &word, const Extension &extension)
+{
+    Number number = ReadNumber(word);
     if (number.refused && keyword == ANCESTOR_KEY)
-        Report("bad-number", "'" + word + "' of " + keyword + ": neither it nor the " + keyword + " after it are read");
+        Report("bad-number", "'" + word + "' of " + keyword + ": neither it nor the " + keyword + " after it are read",
+               extension);
     else if (!number.wellFormed)
         Report("bad-number",
-               "'" + word + "' of " + keyword + " is no number: it counts as " + ValueText(number, keyword));
+               "'" + word + "' of " + keyword + " is no number: it counts as " + ValueText(number, keyword), extension);
     else if (number.value > MAX_FIELD_ID)
-        Report("field-id-range", keyword + " " + word + " is no attribute id: these end at 255");
+        Report("field-id-range", keyword + " " + word + " is no attribute id: these end at 255", extension);
 }
 
 void StatementRules::CheckAncestorKeyNumbers(const Extension &extension)
 {
     for (const std::string &word : Words(extension.argument))
-        CheckRange(extension.keyword, word);
-    for (const Extension &nested : ExtensionsWithin(extension.instance)) {
+        CheckRange(extension.keyword, word, extension);
+    for (const Extension &nested : ExtensionsWithin(schema_, extension.instance)) {
         if (nested.keyword == "field-id")
-            CheckRange("field-id in " + extension.keyword, nested.argument);
+            CheckRange("field-id in " + extension.keyword, nested.argument, nested);
     }
 }
 
@@ -188,46 +202,54 @@ void StatementRules::CheckNumbers(const Extensions &extensions)
         if (extension.keyword == ANCESTOR_KEY)
             CheckAncestorKeyNumbers(extension);
         else if (extension.keyword == "name2id-key-fid")
-            CheckRange(extension.keyword, extension.argument);
+            CheckRange(extension.keyword, extension.argument, extension);
         else if (extension.keyword == "aaa-task-id" || IsOneOf(CLASS_NUMBERS, extension.keyword) ||
                  IsOneOf(LEAF_STATEMENTS, extension.keyword))
-            CheckNumber(extension.keyword, extension.argument);
+            CheckNumber(extension);
     }
 }
 
-/* Only an ancestor key with a nested statement is one of several. */
+/* An ancestor key with a nested statement may stand several times. */
 void StatementRules::CheckRepeated(const Extensions &extensions)
 {
     std::set<std::string> seen;
     for (const Extension &extension : extensions) {
-        const bool known = extension.keyword == "aaa-task-id" || IsOneOf(CLASS_STATEMENTS, extension.keyword) ||
-                           IsOneOf(LEAF_STATEMENTS, extension.keyword);
-        if (!known || (extension.keyword == ANCESTOR_KEY && !ExtensionsWithin(extension.instance).empty()))
+        bool known = extension.keyword == "aaa-task-id" || IsOneOf(CLASS_STATEMENTS, extension.keyword) ||
+                     IsOneOf(LEAF_STATEMENTS, extension.keyword);
+        if (!known || (extension.keyword == ANCESTOR_KEY && !ExtensionsWithin(schema_, extension.instance).empty()))
             continue;
         if (!seen.insert(extension.keyword).second)
             Report("repeated-statement",
-                   QuotedStatement(extension.keyword, extension.argument) + " is not the first " + extension.keyword);
+                   QuotedStatement(extension.keyword, extension.argument) + " is not the first " + extension.keyword,
+                   extension);
     }
 }
 
 void StatementRules::CheckEffect(QY_NODE *node, const Extensions &extensions)
 {
-    const uint32_t type = QY_NODE_GetNodeType(node);
+    uint32_t type = QY_NODE_GetNodeType(node);
     if (type == QY_NODE_TYPE_NONE || type > QY_NODE_TYPE_ANYDATA) /* operations and notifications: in no tree anyway */
         return;
     std::set<std::string> seen;
     for (const Extension &extension : extensions) {
-        const bool misplaced = (IsOneOf(CLASS_STATEMENTS, extension.keyword) && !MayBeClass(node)) ||
-                               (IsOneOf(LEAF_STATEMENTS, extension.keyword) && type != QY_NODE_TYPE_LEAF) ||
-                               extension.keyword == "aaa-task-id";
+        bool misplaced = (IsOneOf(CLASS_STATEMENTS, extension.keyword) && !MayBeClass(node)) ||
+                         (IsOneOf(LEAF_STATEMENTS, extension.keyword) && type != QY_NODE_TYPE_LEAF) ||
+                         extension.keyword == "aaa-task-id";
         if (misplaced && seen.insert(extension.keyword).second)
-            Report("no-effect", extension.keyword + " has no effect on a " + KindText(node));
+            Report("no-effect", extension.keyword + " has no effect on a " + KindText(node), extension);
     }
-    if (!MayBeClass(node) || ClassIdOf(node) != 0)
-        return;
+    if (MayBeClass(node) && ClassIdOf(node) == 0)
+        CheckClassStatements(extensions);
+}
+
+/* Looks at the statements of a node without class id. */
+void StatementRules::CheckClassStatements(const Extensions &extensions)
+{
     for (const char *keyword : {"tlmt-sample-id", ANCESTOR_KEY}) {
-        if (!ExtensionArguments(node, keyword).empty())
-            Report("no-effect", std::string(keyword) + " has no effect without class-id");
+        auto found = std::find_if(extensions.begin(), extensions.end(),
+                                  [keyword](const Extension &extension) { return extension.keyword == keyword; });
+        if (found != extensions.end())
+            Report("no-effect", std::string(keyword) + " has no effect without class-id", *found);
     }
 }
 
@@ -242,33 +264,41 @@ void StatementRules::CheckAncestorKeys(QY_NODE *node, const Extensions &extensio
 {
     size_t num = 0;
     bool nested = false;
+    const Extension *first = nullptr;
     for (const Extension &extension : extensions) {
         if (extension.keyword != ANCESTOR_KEY)
             continue;
+        if (first == nullptr)
+            first = &extension;
         if (num == 0)
-            nested = !ExtensionsWithin(extension.instance).empty();
+            nested = !ExtensionsWithin(schema_, extension.instance).empty();
         if (nested)
             ++num;
         else if (num == 0)
             num = Words(extension.argument).size();
     }
     QY_NODE *above = ClassAbove(node);
-    const size_t keys = KeysAbove(node);
-    if (num == 0)
+    size_t keys = KeysAbove(node);
+    if (num == 0 || first == nullptr)
         return;
     if (above != nullptr && ClassIdOf(above) == ClassIdOf(node))
-        Report("no-effect", std::string(ANCESTOR_KEY) + " has no effect: the class above it is the same class");
+        Report("no-effect", std::string(ANCESTOR_KEY) + " has no effect: the class above it is the same class", *first);
     else if (above == nullptr && (nested || keys == 0))
-        Report("extra-ancestor-key", std::string("it has ") + ANCESTOR_KEY + ", but no class above it");
+        Report("extra-ancestor-key", std::string("it has ") + ANCESTOR_KEY + ", but no class above it", *first);
     else if (num > keys)
-        Report("extra-ancestor-key", "it has " + Count(num, "ancestor key") + ", but the lists above it have " +
-                                         (keys == 0 ? "no key" : Count(keys, "key")));
+        Report("extra-ancestor-key",
+               "it has " + Count(num, "ancestor key") + ", but the lists above it have " +
+                   (keys == 0 ? "no key" : Count(keys, "key")),
+               *first);
 }
 
 void StatementRules::CheckKeys(QY_NODE *node)
 {
-    const uint32_t num = KeyNum(node);
-    const size_t wanted = position_ ? Words(std::string(ChildArgument(*position_->statement, "key"))).size() : 0;
+    uint32_t num = KeyNum(node);
+    std::string written = origin_.pstFile != nullptr
+                              ? ArgumentIn(origin_.pstFile, StatementAt(origin_.pstFile, origin_.uiStatement), "key")
+                              : "";
+    size_t wanted = Words(written).size();
     if (wanted > num)
         Report("missing-key", Count(wanted - num, "key") + " of it " + (wanted - num == 1 ? "is" : "are") +
                                   " gone: a deviation has taken the leaf away");
@@ -277,8 +307,8 @@ void StatementRules::CheckKeys(QY_NODE *node)
     QY_NODE *above = KeyedListAbove(node);
     if (above == nullptr)
         return;
-    const std::set<uint32_t> own = KeyIdsOf(node);
-    const std::set<uint32_t> taken = KeyIdsOf(above);
+    std::set<uint32_t> own = KeyIdsOf(node);
+    std::set<uint32_t> taken = KeyIdsOf(above);
     if (!std::includes(taken.begin(), taken.end(), own.begin(), own.end()))
         Report("dropped-key", "its keys do not count: it has those of the list '" + NameOf(above) +
                                   "' above it, which is of the same class");
@@ -286,17 +316,18 @@ void StatementRules::CheckKeys(QY_NODE *node)
 
 void StatementRules::CheckNode(QY_NODE *node)
 {
-    const Extensions extensions = ExtensionsOf(node);
-    const bool mayBeClass = MayBeClass(node);
+    Extensions extensions = ExtensionsOf(node);
+    bool mayBeClass = MayBeClass(node);
     if ((extensions.empty() && !mayBeClass))
         return;
     subject_ = KindText(node) + " '" + NameOf(node) + "'";
-    position_ = finder_.Find(WayTo(node));
-    if (IsLeafrefClass(position_)) {
+    origin_ = OriginOf(node);
+    std::vector<QXYANG_STATEMENT_S> written = ExtensionsWritten(origin_);
+    if (IsLeafrefClass(written)) {
         CheckLeafrefClass(node);
         return;
     }
-    if (!mayBeClass && HasNone(position_) && QY_NODE_GetLeafrefTargetNode(node, 0) != nullptr)
+    if (!mayBeClass && written.empty() && QY_NODE_GetLeafrefTargetNode(node, 0) != nullptr)
         return;
     CheckNumbers(extensions);
     CheckRepeated(extensions);
@@ -310,9 +341,10 @@ void StatementRules::CheckNode(QY_NODE *node)
 
 void StatementRules::CheckModule()
 {
-    const Extensions extensions = ExtensionsOf(module_);
+    Extensions extensions = ExtensionsOf(module_);
     subject_ = std::string("module '") + QY_MOD_GetModuleName(module_) + "'";
-    position_ = finder_.Module();
+    if (QXYANG_GetModuleOrigin(module_, &origin_) != 0)
+        throw std::bad_alloc();
     CheckNumbers(extensions);
     CheckRepeated(extensions);
 }

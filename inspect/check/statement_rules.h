@@ -1,21 +1,22 @@
 /* The rules of `check` for the extension statements themselves: what the library passes over in silence. */
-#ifndef KORV_INSPECT_STATEMENT_RULES_H
-#define KORV_INSPECT_STATEMENT_RULES_H
+#pragma once
 
 #include <string>
 #include <vector>
 
 #include "check/findings.h"
+#include "model/schema_places.h"
 #include "model/schema_scan.h"
-#include "model/statement_finder.h"
 
 namespace inspect {
 
 class StatementRules {
   public:
-    StatementRules(QY_MOD *module, const StatementFinder &finder) : module_(module), finder_(finder) {}
+    StatementRules(QY_CTX *schema, QY_MOD *module, Places *places) : schema_(schema), module_(module), places_(places)
+    {
+    }
 
-    /* Of all nodes that the module defines. */
+    /* Checks the module and all nodes that it defines. */
     std::vector<Finding> Check();
 
   private:
@@ -24,23 +25,27 @@ class StatementRules {
     void CheckModule();
     void CheckNode(QY_NODE *node);
     void CheckNumbers(const Extensions &extensions);
-    void CheckNumber(const std::string &keyword, const std::string &argument);
+    void CheckNumber(const Extension &extension);
     void CheckAncestorKeyNumbers(const Extension &extension);
-    void CheckRange(const std::string &keyword, const std::string &word);
+    void CheckRange(const std::string &keyword, const std::string &word, const Extension &extension);
     void CheckRepeated(const Extensions &extensions);
     void CheckEffect(QY_NODE *node, const Extensions &extensions);
     void CheckLeafrefClass(QY_NODE *node);
     void CheckAncestorKeys(QY_NODE *node, const Extensions &extensions);
     void CheckKeys(QY_NODE *node);
-    void Report(const char *name, const std::string &text);
+    void CheckClassStatements(const Extensions &extensions);
 
+    /* Reports something about what is being checked, or about one of its statements. */
+    void Report(const char *name, const std::string &text);
+    void Report(const char *name, const std::string &text, const Extension &extension);
+    void Report(const char *name, const std::string &text, const std::optional<Position> &position);
+
+    QY_CTX *schema_;
     QY_MOD *module_;
-    const StatementFinder &finder_;
-    std::string subject_;              /* what is being checked: "leaf 'x'" */
-    std::optional<Position> position_; /* and where it is */
+    Places *places_;
+    std::string subject_;         /* what is being checked: "leaf 'x'" */
+    QXYANG_ORIGIN_S origin_ = {}; /* and its statement */
     std::vector<Finding> findings_;
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_STATEMENT_RULES_H

@@ -13,7 +13,10 @@
 #include "check/statement_rules.h"
 #include "commands/commands.h"
 #include "line/model_options.h"
+#include "model/load_causes.h"
 #include "model/message_text.h"
+#include "model/module_search.h"
+#include "model/schema_places.h"
 #include "model/schema_scan.h"
 
 namespace inspect {
@@ -43,6 +46,7 @@ release. Errors give exit status 1; a warning keeps nothing from being loaded.
   ancestor-key-collision   an ancestor key takes the attribute id of a leaf
   long-path                a path of more than 256 characters: cut in dumps, no lookup
   long-name                a name of more than 64 characters: no lookup
+  two-syntaxes             NAME.yin and NAME.yang in one directory: only the former is read
   many-augments            18 augments or more; more than 20 cannot be loaded
   unlisted-directory       a directory in which deviation files cannot be seen
   library-message          the library says something else while it loads the module
@@ -83,33 +87,32 @@ bool StandsBefore(const Finding &left, const Finding &right)
     return std::tie(left.cause.file, left.cause.line) < std::tie(right.cause.file, right.cause.line);
 }
 
-/* Names of the module's top nodes that are no containers but hold or are classes: the library gives them no tree. */
-std::vector<std::string> ClassesWithoutTree(QY_MOD *module)
+/* The module's top nodes that are no containers but hold or are classes: the library gives them no tree. */
+std::vector<QY_NODE *> ClassesWithoutTree(QY_MOD *module)
 {
-    std::vector<std::string> names;
+    std::vector<QY_NODE *> found;
     ForEachTop(module, [&](QY_NODE *top) {
         if (QY_NODE_GetNodeType(top) == QY_NODE_TYPE_CONTAINER)
             return;
         bool holdsClass = false;
         ForEachBelow(top, [&](QY_NODE *below) { holdsClass |= !ExtensionArguments(below, "class-id").empty(); });
         if (holdsClass)
-            names.push_back(NameOf(top));
+            found.push_back(top);
     });
-    return names;
+    return found;
 }
 
 class Checker {
   public:
-    Checker(const ModelRequest &request, bool all) : request_(request), all_(all), files_(request.dirs) {}
+    Checker(const ModelRequest &request, bool all) : request_(request), all_(all), places_(request.dirs) {}
 
     std::vector<ModuleKey> Modules()
     {
         if (!all_)
             return request_.modules;
         std::vector<ModuleKey> modules;
-        for (const std::string &name : files_.Names()) {
-            const YinFile *file = files_.Find(name);
-            if (file == nullptr || !file->IsSubmodule())
+        for (const std::string &name : ModuleNames(request_.dirs)) {
+            if (!HoldsSubmodule(ModulePath(request_.dirs, name)))
                 modules.push_back({name, ""});
         }
         return modules;
@@ -121,19 +124,19 @@ class Checker {
         Instance instance(request_.dirs, request_.verbose);
         for (const ModuleKey &load : request_.loads)
             LoadOrFail(&instance, request_, load);
-        const LoadReport report = instance.Load(key);
+        LoadReport report = instance.Load(key);
         std::vector<Finding> findings = LoadFindings(instance, key, report);
         AddUnlistedDirs(key, &findings);
+        AddTwins(instance, key, &findings);
         if (!report.loaded)
             return findings;
-        const StatementFinder finder(key.name, instance.Revision(key.name), &files_);
-        const std::vector<Finding> rules = RuleChecker(Loaded(instance, key), finder, &uses_).Check();
+        std::vector<Finding> rules = RuleChecker(instance, Loaded(instance, key), &places_, &uses_).Check();
         findings.insert(findings.end(), rules.begin(), rules.end());
         if (QY_MOD *schema = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str())) {
-            const std::vector<Finding> statements = StatementRules(schema, finder).Check();
+            std::vector<Finding> statements = StatementRules(instance.Schema(), schema, &places_).Check();
             findings.insert(findings.end(), statements.begin(), statements.end());
         }
-        AddClassesWithoutTree(instance, key, finder, &findings);
+        AddClassesWithoutTree(instance, key, &findings);
         if (report.problems.empty())
             AddMessages(key, report, &findings);
         std::stable_sort(findings.begin(), findings.end(), StandsBefore);
@@ -145,7 +148,7 @@ class Checker {
     {
         std::vector<Finding> findings;
         const Cause *seen = nullptr;
-        const std::vector<Cause> causes = CausesOf(instance, request_.dirs, key, report, &files_);
+        std::vector<Cause> causes = CausesOf(instance, request_.dirs, key, report);
         for (const Cause &cause : causes) {
             if (!cause.file.empty() && !reported_.insert(PlaceText(cause, key.name) + cause.text).second)
                 seen = &cause;
@@ -169,7 +172,7 @@ class Checker {
     {
         for (const std::string &dir : request_.dirs.dirs) {
             std::error_code error;
-            const std::filesystem::directory_iterator listing(dir, error);
+            std::filesystem::directory_iterator listing(dir, error);
             if (error && reported_.insert(dir).second)
                 findings->push_back({"unlisted-directory",
                                      false,
@@ -180,19 +183,39 @@ class Checker {
         }
     }
 
-    void AddClassesWithoutTree(const Instance &instance, const ModuleKey &key, const StatementFinder &finder,
-                               std::vector<Finding> *findings)
+    /* Files of one name in both syntaxes, each pair once. */
+    void AddTwin(const std::string &module, const std::string &path, std::vector<Finding> *findings)
+    {
+        std::string yin = ShownPath(request_.dirs, path);
+        std::string compact = TwinOf(yin);
+        if (compact.ends_with(".yin"))
+            yin.swap(compact);
+        if (compact.empty() || !reported_.insert(compact).second)
+            return;
+        Finding finding = {"two-syntaxes", false, module, {yin, 0, 0, ""}};
+        finding.cause.text = "'" + compact + "' stands beside it: of the two, a load by name reads the .yin file alone";
+        findings->push_back(finding);
+    }
+
+    /* Of the module's own file, loaded or not, and of its submodules'. */
+    void AddTwins(const Instance &instance, const ModuleKey &key, std::vector<Finding> *findings)
+    {
+        AddTwin(key.name, ModulePath(request_.dirs, key.name), findings);
+        if (QY_MOD *module = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str()))
+            for (const std::string &path : PathsOf(module))
+                AddTwin(key.name, path, findings);
+    }
+
+    void AddClassesWithoutTree(const Instance &instance, const ModuleKey &key, std::vector<Finding> *findings)
     {
         QY_MOD *module = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str());
         if (module == nullptr)
             return;
-        for (const std::string &name : ClassesWithoutTree(module)) {
+        for (QY_NODE *top : ClassesWithoutTree(module)) {
             Finding finding = {"class-without-tree", false, key.name, {}};
-            finding.cause.text = "'" + name + "' is no container at the module's top: its classes are in no tree";
-            if (const auto position = finder.Find({{name.c_str(), key.name.c_str(), true}})) {
-                finding.cause.file = position->file;
-                finding.cause.line = position->line;
-            }
+            finding.cause.text =
+                "'" + NameOf(top) + "' is no container at the module's top: its classes are in no tree";
+            PlaceAt(places_.Of(top), &finding.cause);
             findings->push_back(finding);
         }
     }
@@ -200,13 +223,13 @@ class Checker {
     /* What the library has said beyond what the rules find by themselves, each once. */
     static void AddMessages(const ModuleKey &key, const LoadReport &report, std::vector<Finding> *findings)
     {
-        const bool keysExplained = Has(*findings, "unmapped-ancestor-key");
-        const bool idsExplained = Has(*findings, "missing-field-id") || Has(*findings, "key-without-field-id");
+        bool keysExplained = Has(*findings, "unmapped-ancestor-key");
+        bool idsExplained = Has(*findings, "missing-field-id") || Has(*findings, "key-without-field-id");
         std::set<std::string> said;
         for (const std::string &error : report.errors) {
-            const Remark remark = RemarkOf(error);
-            const bool explained =
-                (remark == Remark::ANCESTOR_KEY && keysExplained) || (remark == Remark::FIELD_ID && idsExplained);
+            Remark remark = RemarkOf(error);
+            bool explained =
+                (remark == Remark::AncestorKey && keysExplained) || (remark == Remark::FieldId && idsExplained);
             if (!explained && said.insert(error).second)
                 findings->push_back({"library-message", false, key.name, {"", 0, 0, error}});
         }
@@ -214,7 +237,7 @@ class Checker {
 
     const ModelRequest &request_;
     bool all_; /* every module of the directories */
-    YinFiles files_;
+    Places places_;
     ClassUses uses_;
     std::set<std::string> reported_; /* causes of failed loads, and directories: what many modules meet is told once */
 };
@@ -246,7 +269,7 @@ class CheckCommand final : public Command {
 int CheckCommand::Run()
 {
     Checker checker(options_.Request(), all_);
-    const std::vector<ModuleKey> modules = checker.Modules();
+    std::vector<ModuleKey> modules = checker.Modules();
     if (modules.empty())
         throw Failure("no module in the directories");
     std::vector<Finding> all;
@@ -254,10 +277,10 @@ int CheckCommand::Run()
     Progress progress(modules.size());
     for (const ModuleKey &module : modules) {
         progress.Show(names.size() + 1, module.name);
-        const std::vector<Finding> findings = checker.Check(module);
+        std::vector<Finding> findings = checker.Check(module);
         names.push_back(module.name);
         all.insert(all.end(), findings.begin(), findings.end());
-        if (options_.OutputFormat() == Format::JSON || findings.empty())
+        if (options_.OutputFormat() == Format::Json || findings.empty())
             continue;
         progress.Clear();
         for (const Finding &finding : findings)
@@ -265,7 +288,7 @@ int CheckCommand::Run()
         std::fflush(stdout);
     }
     progress.Clear();
-    if (options_.OutputFormat() == Format::JSON)
+    if (options_.OutputFormat() == Format::Json)
         WriteFindingsJson(names, all);
     else
         std::printf("%s\n", SummaryText(names.size(), all).c_str());

@@ -1,6 +1,5 @@
 /* The commands, in the order in which help lists them. Each entry stands in the command's own file. */
-#ifndef KORV_INSPECT_COMMANDS_H
-#define KORV_INSPECT_COMMANDS_H
+#pragma once
 
 #include <array>
 
@@ -23,5 +22,3 @@ inline constexpr std::array COMMANDS = {&TREE_COMMAND,  &FIND_COMMAND,  &WALK_CO
                                         &CHECK_COMMAND, &DIFF_COMMAND,  &CONVERT_COMMAND};
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_COMMANDS_H

@@ -89,7 +89,7 @@ ModelFile ReadModel(const std::string &path)
 {
     if (path != STANDARD_INPUT)
         return ModelFile::Read(path, path, true);
-    const std::string text = ReadStandardInput();
+    std::string text = ReadStandardInput();
     return ModelFile::ReadText(text, EndingFor(text) == std::string_view(COMPACT), Shown(path));
 }
 
@@ -103,13 +103,13 @@ void ConvertCommand::Understand()
         throw CLI::ValidationError("Directory does not exist: " + output_);
     if (dirs_.empty())
         dirs_.emplace_back(".");
-    const std::vector<std::string> more = DirsOfEnvironment();
+    std::vector<std::string> more = DirsOfEnvironment();
     dirs_.insert(dirs_.end(), more.begin(), more.end());
     if (!recursive_)
         return;
     std::vector<std::string> all;
     for (const std::string &dir : dirs_) {
-        const std::vector<std::string> below = WithFoldersBelow(dir);
+        std::vector<std::string> below = WithFoldersBelow(dir);
         all.insert(all.end(), below.begin(), below.end());
     }
     dirs_ = all;
@@ -128,7 +128,7 @@ bool ConvertCommand::IsToYin(const ModelFile &file) const
 std::vector<std::string> ConvertCommand::DirsOf(const std::string &path) const
 {
     std::vector<std::string> dirs = dirs_;
-    const fs::path parent = fs::path(path).parent_path();
+    fs::path parent = fs::path(path).parent_path();
     if (path != STANDARD_INPUT)
         dirs.insert(dirs.begin(), parent.empty() ? "." : parent.string());
     return dirs;
@@ -139,11 +139,11 @@ std::string ConvertCommand::PathFor(const std::string &path, const ModelFile &fi
 {
     if (!intoDirectory_)
         return output_;
-    const QXYANG_STATEMENT_S root = file.Root();
+    QXYANG_STATEMENT_S root = file.Root();
     std::string name = root.pcArgument != nullptr ? root.pcArgument : "";
     if (name.empty() || name.front() == '.' || name.find('/') != std::string::npos)
         throw ConvertError(root.stPlace.uiLine, root.stPlace.uiColumn, "'" + name + "' is no name of a file");
-    const std::string stem = path == STANDARD_INPUT ? "" : fs::path(path).stem().string();
+    std::string stem = path == STANDARD_INPUT ? "" : fs::path(path).stem().string();
     if (const size_t at = stem.find('@'); at != std::string::npos)
         name += stem.substr(at);
     return (fs::path(output_) / (name + (toYin ? YIN : COMPACT))).string();
@@ -157,23 +157,23 @@ void ConvertCommand::RequireOwnPath(const std::string &path) const
         if (fs::equivalent(file, path, ignored))
             throw Failure("'" + path + "' is a file that is converted: name another with -o", EXIT_USAGE);
     }
-    const bool isTaken = std::any_of(results_.begin(), results_.end(),
-                                     [&](const Result &other) { return !path.empty() && other.path == path; });
+    bool isTaken = std::any_of(results_.begin(), results_.end(),
+                               [&](const Result &other) { return !path.empty() && other.path == path; });
     if (isTaken)
         throw Failure("two of the files would become '" + path + "'", EXIT_USAGE);
 }
 
 ExitCode ConvertCommand::ConvertOne(const std::string &path)
 {
-    const ModelFile file = ReadModel(path);
+    ModelFile file = ReadModel(path);
     ExitCode code = EXIT_OK;
     for (const Cause &fault : file.Faults())
         code = Report(fault, EXIT_NOT_LOADED);
     if (code != EXIT_OK)
         return code;
     try {
-        const bool toYin = IsToYin(file);
-        const std::string target = PathFor(path, file, toYin);
+        bool toYin = IsToYin(file);
+        std::string target = PathFor(path, file, toYin);
         RequireOwnPath(target);
         Result result = {target, Convert(file, toYin, DirsOf(path))};
         if (result.written.lostComments > 0)

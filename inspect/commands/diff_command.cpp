@@ -82,14 +82,14 @@ void PrintText(const std::string &module, const DiffModel &oldModel, const DiffM
         std::printf("no difference\n");
         return;
     }
-    const size_t breaking = CountBreaking(changes);
+    size_t breaking = CountBreaking(changes);
     std::printf("%s, %zu compatible\n", Count(breaking, "breaking change").c_str(), changes.size() - breaking);
 }
 
 void PrintJson(const std::string &module, const DiffModel &oldModel, const DiffModel &newModel,
                const std::vector<Change> &changes)
 {
-    const auto orNull = [](const std::string &text) { return text.empty() ? nullptr : text.c_str(); };
+    auto orNull = [](const std::string &text) { return text.empty() ? nullptr : text.c_str(); };
     JsonOut out;
     out.Object();
     out.Member("module", module);
@@ -135,11 +135,11 @@ class DiffCommand final : public Command {
 
 int DiffCommand::Run()
 {
-    const DiffModel oldModel = LoadVersion(options_.RequestWith(oldDirs_));
-    const DiffModel newModel = LoadVersion(options_.RequestWith(newDirs_));
-    const std::vector<Change> changes = Compare(oldModel, newModel);
+    DiffModel oldModel = LoadVersion(options_.RequestWith(oldDirs_));
+    DiffModel newModel = LoadVersion(options_.RequestWith(newDirs_));
+    std::vector<Change> changes = Compare(oldModel, newModel);
     const std::string &module = options_.Module().name;
-    if (options_.OutputFormat() == Format::JSON)
+    if (options_.OutputFormat() == Format::Json)
         PrintJson(module, oldModel, newModel, changes);
     else
         PrintText(module, oldModel, newModel, changes);

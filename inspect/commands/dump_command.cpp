@@ -113,12 +113,12 @@ int DumpCommand::Run()
         request.pstAugmentTree = AugmentTree(file, selection_);
         request.bIsAugment = 1;
     }
-    const Dump dump(request);
+    Dump dump(request);
     if (dump.Records().empty())
         std::fprintf(stderr, "korv-inspect: %s\n", NothingText(file, selection_).c_str());
-    if (options_.OutputFormat() == Format::JSON)
+    if (options_.OutputFormat() == Format::Json)
         WriteDumpJson(dump.Records());
-    else if (options_.OutputFormat() == Format::CSV)
+    else if (options_.OutputFormat() == Format::Csv)
         WriteDumpCsv(dump.Records());
     else
         WriteDumpText(dump.Records());

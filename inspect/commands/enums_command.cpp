@@ -54,17 +54,16 @@ int EnumsCommand::Run()
 {
     Instance instance(options_.Request().dirs, options_.Request().verbose);
     LoadRequested(&instance, options_.Request());
-    YinFiles files(options_.Request().dirs);
-    const Place place = PathFinder(Loaded(instance, options_.Module()), &files).Require(options_.Path());
+    Place place = PathFinder(instance, Loaded(instance, options_.Module())).Require(options_.Path());
     if (place.leaf == nullptr)
         throw Failure(PlainPath(place) + " is no leaf");
-    const std::string broken = BrokenLeafrefText(place.leaf->pYinNode, &files);
+    std::string broken = BrokenLeafrefText(place.leaf->pYinNode);
     if (!broken.empty())
         throw Failure(PlainPath(place) + " " + broken);
     if (YANGLIB_IsEnumLeaf(place.leaf) != 1)
         throw Failure(PlainPath(place) + " is no enumeration" + ", but " + TypeName(*place.leaf));
-    const std::vector<EnumValue> values = EnumValues(*place.leaf);
-    if (options_.OutputFormat() == Format::JSON)
+    std::vector<EnumValue> values = EnumValues(*place.leaf);
+    if (options_.OutputFormat() == Format::Json)
         PrintJson(values);
     else
         PrintText(values);

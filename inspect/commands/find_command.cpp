@@ -55,16 +55,16 @@ void Ask(const Instance &instance, Answer *answer)
                        (place.leaf == nullptr || Holds(*node, *place.leaf));
 }
 
-Answer AskFor(const Instance &instance, const Place &place, YinFiles *files)
+Answer AskFor(const Instance &instance, const Place &place)
 {
-    Answer answer = {place, MakeRequest(instance, place, files), false, false, false};
+    Answer answer = {place, MakeRequest(instance, place), false, false, false};
     if (!answer.request)
         return answer;
     Ask(instance, &answer);
     if (!answer.asked || answer.answered || place.leaf == nullptr)
         return answer;
     answer.toHolder = true;
-    answer.request = MakeHolderRequest(instance, place, files);
+    answer.request = MakeHolderRequest(instance, place);
     Ask(instance, &answer);
     return answer;
 }
@@ -130,7 +130,7 @@ void PrintRequest(const Answer &answer)
 void PrintText(const ModuleFile &file, const Answer &answer)
 {
     const Place &place = answer.place;
-    const bool isLeaf = place.leaf != nullptr;
+    bool isLeaf = place.leaf != nullptr;
     PrintLine(isLeaf ? "leaf" : KindName(*place.node), PlainPath(place));
     PrintLine("module", isLeaf ? place.leaf->pcModuleName : place.node->pcModuleName);
     PrintLine("tree", TreeText(file, place));
@@ -194,9 +194,8 @@ int FindCommand::Run()
     Instance instance(options_.Request().dirs, options_.Request().verbose);
     LoadRequested(&instance, options_.Request());
     const ModuleFile &file = Loaded(instance, options_.Module());
-    YinFiles files(options_.Request().dirs);
-    const Answer answer = AskFor(instance, PathFinder(file, &files).Require(options_.Path()), &files);
-    if (options_.OutputFormat() == Format::JSON)
+    Answer answer = AskFor(instance, PathFinder(instance, file).Require(options_.Path()));
+    if (options_.OutputFormat() == Format::Json)
         PrintJson(file, answer);
     else
         PrintText(file, answer);

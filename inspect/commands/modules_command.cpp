@@ -1,6 +1,5 @@
 /* modules: what is loaded. */
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <cstdio>
 
 #include "base/json_out.h"
@@ -26,7 +25,7 @@ std::string SizeText(const KorvTreeNode *first)
 {
     if (first == nullptr)
         return "none";
-    const TreeSize size = SizeOf(Chain(first));
+    TreeSize size = SizeOf(Chain(first));
     return Count(size.nodes, "node") + " (" + Count(size.classes, "class") + "), " + Count(size.leaves, "leaf");
 }
 
@@ -52,7 +51,7 @@ void PrintText(const Instance &instance)
 
 void WriteSize(JsonOut *out, const char *name, const KorvTreeNode *first)
 {
-    const TreeSize size = SizeOf(Chain(first));
+    TreeSize size = SizeOf(Chain(first));
     out->Key(name);
     out->Object();
     out->Member("nodes", size.nodes);
@@ -117,7 +116,7 @@ int ModulesCommand::Run()
 {
     Instance instance(options_.Request().dirs, options_.Request().verbose);
     LoadRequested(&instance, options_.Request());
-    if (options_.OutputFormat() == Format::JSON)
+    if (options_.OutputFormat() == Format::Json)
         PrintJson(instance);
     else
         PrintText(instance);

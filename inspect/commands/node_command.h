@@ -1,6 +1,5 @@
 /* What the commands about one node share: they take a module and a path in it. */
-#ifndef KORV_INSPECT_NODE_COMMAND_H
-#define KORV_INSPECT_NODE_COMMAND_H
+#pragma once
 
 #include "line/command.h"
 #include "line/model_options.h"
@@ -24,5 +23,3 @@ class NodeCommand : public Command {
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_NODE_COMMAND_H

@@ -61,10 +61,10 @@ TreeView WholeView(const Instance &instance, const ModuleFile &file, const Selec
 }
 
 /* The node at --path, or the one that holds the leaf there. */
-TreeView PathView(const Instance &instance, const ModuleFile &file, const Selection &selection, YinFiles *files)
+TreeView PathView(const Instance &instance, const ModuleFile &file, const Selection &selection)
 {
-    const Place place = PathFinder(file, files).Require(selection.path);
-    const TreePart part = {place.node, false};
+    Place place = PathFinder(instance, file).Require(selection.path);
+    TreePart part = {place.node, false};
     TreeView view = EmptyView(instance, file, selection);
     if (place.augment)
         view.augments.push_back({*place.augment, file.astAugment[*place.augment].acAugNodeName, {}, part});
@@ -111,7 +111,7 @@ class TreeCommand final : public Command {
     void Understand() override
     {
         options_.Understand();
-        if (options_.Request().modules.size() > 1 && options_.OutputFormat() == Format::DOT)
+        if (options_.Request().modules.size() > 1 && options_.OutputFormat() == Format::Dot)
             throw CLI::ValidationError("a graph shows one module: name one only");
     }
 
@@ -127,16 +127,15 @@ int TreeCommand::Run()
     const ModelRequest &request = options_.Request();
     Instance instance(request.dirs, request.verbose);
     LoadRequested(&instance, request);
-    YinFiles files(request.dirs);
     std::vector<TreeView> views;
     for (const ModuleKey &module : request.modules) {
         const ModuleFile &file = Loaded(instance, module);
         views.push_back(selection_.path.empty() ? WholeView(instance, file, selection_)
-                                                : PathView(instance, file, selection_, &files));
+                                                : PathView(instance, file, selection_));
     }
-    if (options_.OutputFormat() == Format::JSON)
+    if (options_.OutputFormat() == Format::Json)
         PrintJson(views);
-    else if (options_.OutputFormat() == Format::DOT)
+    else if (options_.OutputFormat() == Format::Dot)
         WriteTreeDot(views.front());
     else
         PrintText(views);

@@ -1,8 +1,8 @@
 /* walk: the callbacks of a host's travel. */
 #include <algorithm>
 #include <cstdio>
+#include <new>
 
-#include "base/failure.h"
 #include "base/json_out.h"
 #include "base/text.h"
 #include "commands/commands.h"
@@ -98,13 +98,12 @@ int WalkCommand::Run()
 {
     Instance instance(options_.Request().dirs, options_.Request().verbose);
     LoadRequested(&instance, options_.Request());
-    YinFiles files(options_.Request().dirs);
-    const Place place = PathFinder(Loaded(instance, options_.Module()), &files).Require(options_.Path());
+    Place place = PathFinder(instance, Loaded(instance, options_.Module())).Require(options_.Path());
     Calls calls;
     auto *start = const_cast<KorvTreeNode *>(place.node);
     if (YANGLIB_TravelYangModuleSubTree(instance.Local(), start, &calls, AddAncestor, AddNode) != KORV_OK)
         throw std::bad_alloc();
-    if (options_.OutputFormat() == Format::JSON)
+    if (options_.OutputFormat() == Format::Json)
         PrintJson(calls);
     else
         PrintText(calls);

@@ -8,9 +8,9 @@ std::string MovedComment(const OutlineItem &comment, size_t column)
 {
     std::string moved;
     std::string_view rest = *comment.argument;
-    const size_t before = comment.column > 0 ? comment.column - 1 : 0;
+    size_t before = comment.column > 0 ? comment.column - 1 : 0;
     for (;;) {
-        const size_t end = rest.find('\n');
+        size_t end = rest.find('\n');
         moved += rest.substr(0, end);
         if (end == std::string_view::npos)
             return moved;

@@ -42,8 +42,8 @@ std::string DoubleQuoted(std::string_view text, size_t column)
     std::string out = "\"";
     size_t indent = column + 1;
     for (;;) {
-        const size_t end = text.find('\n');
-        const std::string_view line = text.substr(0, end);
+        size_t end = text.find('\n');
+        std::string_view line = text.substr(0, end);
         AppendEscaped(line, &out);
         if (end == std::string_view::npos)
             return out + '"';
@@ -65,7 +65,7 @@ std::string DoubleQuoted(std::string_view text, size_t column)
 
 std::string CompactArgument(const OutlineItem &item, size_t column)
 {
-    const std::string_view text = *item.argument;
+    std::string_view text = *item.argument;
     if (!item.isText && IsWord(text))
         return std::string(text);
     if (IsForSingleQuotes(text))

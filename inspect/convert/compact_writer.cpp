@@ -48,12 +48,12 @@ class CompactWriter {
     void Statement(const OutlineItem &item, bool hasBlock)
     {
         NewLine(item.level, item.blankBefore);
-        const std::string name = item.Name();
+        std::string name = item.Name();
         out_ += name;
         if (item.argument) {
-            const size_t column = item.level * INDENT + name.size() + 1;
-            const std::string argument = CompactArgument(item, column);
-            const bool isWord = argument.front() != '"' && argument.front() != '\'';
+            size_t column = item.level * INDENT + name.size() + 1;
+            std::string argument = CompactArgument(item, column);
+            bool isWord = argument.front() != '"' && argument.front() != '\'';
             if (isWord ||
                 (column + Width(argument) + INDENT <= LINE_WIDTH && argument.find('\n') == std::string::npos)) {
                 out_ += " " + argument;
@@ -68,12 +68,12 @@ class CompactWriter {
 
     void Comment(const OutlineItem &comment)
     {
-        const bool isOnSameLine = comment.onSameLine && !inLineComment_ && !out_.empty();
+        bool isOnSameLine = comment.onSameLine && !inLineComment_ && !out_.empty();
         if (isOnSameLine)
             out_ += ' ';
         else
             NewLine(comment.level, comment.blankBefore);
-        const bool needsLines = comment.argument->find("*/") != std::string::npos;
+        bool needsLines = comment.argument->find("*/") != std::string::npos;
         if (!comment.endsWithLine && !needsLines) {
             out_ += "/*" + MovedComment(comment, comment.level * INDENT) + "*/";
             return;

@@ -14,7 +14,7 @@ Namespaces FindNamespaces(const Outline &outline, Extensions *extensions)
     Namespaces namespaces;
     std::set<std::string> known;
     for (const auto &[prefix, module] : extensions->Prefixes()) {
-        const std::string space = extensions->NamespaceOf(module);
+        std::string space = extensions->NamespaceOf(module);
         if (!prefix.empty() && !space.empty() && known.insert(prefix).second)
             namespaces.emplace_back(prefix, space);
     }
@@ -51,9 +51,9 @@ Written Convert(const ModelFile &file, bool toYin, const std::vector<std::string
 {
     const char *syntax = toYin ? "YIN" : "compact syntax";
     Extensions extensions(file, dirs);
-    const Outline outline = ReadOutline(file, &extensions, toYin);
+    Outline outline = ReadOutline(file, &extensions, toYin);
     Written written = toYin ? WriteYin(outline, FindNamespaces(outline, &extensions)) : WriteCompact(outline);
-    const ModelFile result = ModelFile::ReadText(written.text, !toYin, "the result");
+    ModelFile result = ModelFile::ReadText(written.text, !toYin, "the result");
     if (const std::vector<Cause> faults = result.Faults(); !faults.empty())
         throw ConvertError(
             0, 0, std::string(syntax) + " cannot hold it: " + PlaceText(faults.front(), "") + faults.front().text);

@@ -1,12 +1,11 @@
 /* One model file in another syntax. */
-#ifndef KORV_INSPECT_CONVERSION_H
-#define KORV_INSPECT_CONVERSION_H
+#pragma once
 
 #include <string>
 #include <vector>
 
-#include "convert/model_file.h"
 #include "convert/writers.h"
+#include "model/model_file.h"
 
 namespace inspect {
 
@@ -15,5 +14,3 @@ namespace inspect {
 Written Convert(const ModelFile &file, bool toYin, const std::vector<std::string> &dirs);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_CONVERSION_H

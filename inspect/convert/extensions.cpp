@@ -68,7 +68,7 @@ std::optional<Extensions::Module> Extensions::ReadFirst(const std::string &name,
         },
         &paths);
     for (const std::string &path : paths) {
-        const ModelFile file = ModelFile::Read(path, path);
+        ModelFile file = ModelFile::Read(path, path);
         if (!file.Faults().empty() || file.Root().pcArgument != name)
             continue;
         bool isWanted = revision.empty();
@@ -86,7 +86,7 @@ const Extensions::Module *Extensions::Load(const std::string &name)
 {
     auto known = modules_.find(name);
     if (known == modules_.end()) {
-        const auto revision = revisions_.find(name);
+        auto revision = revisions_.find(name);
         known = modules_.emplace(name, ReadFirst(name, revision != revisions_.end() ? revision->second : "")).first;
     }
     return known->second ? &*known->second : nullptr;

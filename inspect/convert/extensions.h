@@ -1,14 +1,12 @@
 /* What YIN needs to know of other modules: their namespaces, and how the arguments of their extensions are written. */
-#ifndef KORV_INSPECT_EXTENSIONS_H
-#define KORV_INSPECT_EXTENSIONS_H
+#pragma once
 
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "convert/model_file.h"
+#include "model/model_file.h"
 
 namespace inspect {
 
@@ -56,5 +54,3 @@ class Extensions {
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_EXTENSIONS_H

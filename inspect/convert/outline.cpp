@@ -92,7 +92,7 @@ class OutlineReader {
 
     void End(const QXYANG_STATEMENT_S &statement)
     {
-        const OpenStatement open = open_.back();
+        OpenStatement open = open_.back();
         open_.pop_back();
         lastEnd_ = statement.stPlace.uiOffset + statement.stPlace.uiLength;
         isFirst_ = false;
@@ -104,7 +104,7 @@ class OutlineReader {
 
     void Comment(const QXYANG_COMMENT_S &comment)
     {
-        const uint32_t begin = comment.stPlace.uiOffset;
+        uint32_t begin = comment.stPlace.uiOffset;
         OutlineItem item;
         item.isComment = true;
         item.argument = comment.pcText;
@@ -125,7 +125,7 @@ class OutlineReader {
     {
         if (offset <= lastEnd_ || offset > text_.size())
             return 0;
-        const std::string_view between = text_.substr(lastEnd_, offset - lastEnd_);
+        std::string_view between = text_.substr(lastEnd_, offset - lastEnd_);
         return static_cast<size_t>(std::count(between.begin(), between.end(), '\n'));
     }
 
@@ -178,7 +178,7 @@ class OutlineReader {
             Fail(statement, "extension '" + Name(statement) + "' takes no argument");
         if (isCompact_ || statement.pcArgument == nullptr)
             return extension;
-        const std::string_view found = statement.pcArgumentName != nullptr ? statement.pcArgumentName : "";
+        std::string_view found = statement.pcArgumentName != nullptr ? statement.pcArgumentName : "";
         if (extension->inElement || found != extension->argument)
             Fail(statement, "found " + (found.empty() ? "a text" : "attribute '" + std::string(found) + "'") + " of '" +
                                 Name(statement) + "'; expected its argument in " +
@@ -195,16 +195,16 @@ class OutlineReader {
             return false;
         if (statement.uiFirstChild == QXYANG_NO_STATEMENT)
             return true;
-        const QXYANG_STATEMENT_S first = file_.Statement(statement.uiFirstChild);
+        QXYANG_STATEMENT_S first = file_.Statement(statement.uiFirstChild);
         return first.pcPrefix == nullptr || first.pcPrefix != std::string_view(statement.pcPrefix);
     }
 
     [[noreturn]] void FailUnknown(const QXYANG_STATEMENT_S &statement)
     {
-        const std::string why = "it is not known how YIN writes the argument of '" + Name(statement) + "': ";
+        std::string why = "it is not known how YIN writes the argument of '" + Name(statement) + "': ";
         if (statement.pcModule == nullptr)
             Fail(statement, why + "no import has the prefix '" + statement.pcPrefix + "'");
-        const std::string module = statement.pcModule;
+        std::string module = statement.pcModule;
         if (extensions_->IsFound(module))
             Fail(statement, why + "module '" + module + "' has no such extension");
         Fail(statement, why + "no file of module '" + module + "' is found (-d adds a directory)");
@@ -229,7 +229,7 @@ class OutlineReader {
             OutlineItem &item = outline_[i];
             if (item.level != 1 || item.onSameLine)
                 continue;
-            const bool isLong = i + 1 < outline_.size() && outline_[i + 1].level > 1;
+            bool isLong = i + 1 < outline_.size() && outline_[i + 1].level > 1;
             item.blankBefore = i > 0 && outline_[i - 1].level > 0 && (isLong || item.isComment || wasLong) &&
                                !outline_[i - 1].isComment;
             wasLong = isLong;

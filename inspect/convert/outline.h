@@ -1,6 +1,5 @@
 /* The statements and comments of a file as they are written again: what a line holds, and not how the file wrote it. */
-#ifndef KORV_INSPECT_OUTLINE_H
-#define KORV_INSPECT_OUTLINE_H
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -9,7 +8,7 @@
 #include <vector>
 
 #include "convert/extensions.h"
-#include "convert/model_file.h"
+#include "model/model_file.h"
 
 namespace inspect {
 
@@ -52,5 +51,3 @@ class ConvertError : public std::runtime_error {
 Outline ReadOutline(const ModelFile &file, Extensions *extensions, bool forYin);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_OUTLINE_H

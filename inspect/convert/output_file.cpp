@@ -23,8 +23,8 @@ namespace fs = std::filesystem;
 
 bool WriteAll(FILE *file, const std::string &text)
 {
-    const bool written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-    const int error = errno;
+    bool written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
+    int error = errno;
     if (std::fclose(file) != 0)
         return false;
     errno = error;
@@ -37,7 +37,7 @@ mode_t ModeFor(const std::string &path)
     struct stat status = {};
     if (::stat(path.c_str(), &status) == 0)
         return status.st_mode & 07777;
-    const mode_t mask = ::umask(0);
+    mode_t mask = ::umask(0);
     ::umask(mask);
     return 0666 & ~mask;
 }
@@ -56,21 +56,21 @@ void WriteOutputFile(const std::string &path, const std::string &text)
     std::error_code error;
     if (fs::exists(path, error) && !fs::is_regular_file(path, error))
         return WriteDirectly(path, text);
-    const fs::path resolved = fs::weakly_canonical(path, error); // a link stays a link
-    const std::string target = error ? path : resolved.string();
+    fs::path resolved = fs::weakly_canonical(path, error); // a link stays a link
+    std::string target = error ? path : resolved.string();
     std::string fresh = target + ".XXXXXX";
-    const int descriptor = ::mkstemp(fresh.data());
+    int descriptor = ::mkstemp(fresh.data());
     if (descriptor < 0)
         Fail(path, errno);
     FILE *file = ::fdopen(descriptor, "wb");
-    const bool written = file != nullptr && ::fchmod(descriptor, ModeFor(target)) == 0;
+    bool written = file != nullptr && ::fchmod(descriptor, ModeFor(target)) == 0;
     if (file == nullptr)
         ::close(descriptor);
     if (!written && file != nullptr)
         std::fclose(file);
     if (written && WriteAll(file, text) && std::rename(fresh.c_str(), target.c_str()) == 0)
         return;
-    const int why = errno;
+    int why = errno;
     std::remove(fresh.c_str());
     Fail(path, why);
 }

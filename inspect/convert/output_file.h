@@ -1,6 +1,5 @@
 /* Writing a result to a file. */
-#ifndef KORV_INSPECT_OUTPUT_FILE_H
-#define KORV_INSPECT_OUTPUT_FILE_H
+#pragma once
 
 #include <string>
 
@@ -11,5 +10,3 @@ namespace inspect {
 void WriteOutputFile(const std::string &path, const std::string &text);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_OUTPUT_FILE_H

@@ -1,6 +1,5 @@
 /* Writers of the two syntaxes. Both indent by two blanks and put a text that is too long for its line on one of its own. */
-#ifndef KORV_INSPECT_WRITERS_H
-#define KORV_INSPECT_WRITERS_H
+#pragma once
 
 #include <string>
 #include <utility>
@@ -33,5 +32,3 @@ std::string CompactArgument(const OutlineItem &item, size_t column);
 std::string MovedComment(const OutlineItem &comment, size_t column);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_WRITERS_H

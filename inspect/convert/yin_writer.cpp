@@ -72,26 +72,26 @@ class YinWriter {
     void Statement(const OutlineItem &item, bool hasBlock)
     {
         NewLine(item.level, item.blankBefore);
-        const std::string name = item.Name();
+        std::string name = item.Name();
         written_.text += "<" + name;
         if (item.argument && !item.inElement)
             written_.text += " " + item.argumentName + "=\"" + Escaped(*item.argument, true) + "\"";
         if (item.level == 0)
             DeclareNamespaces(name.size() + INDENT);
-        const bool hasElement = item.argument && item.inElement;
+        bool hasElement = item.argument && item.inElement;
         written_.text += hasBlock || hasElement ? ">" : "/>";
         if (hasBlock || hasElement)
             open_.push_back(name);
         if (!hasElement)
             return;
-        const std::string element = (item.prefix.empty() ? "" : item.prefix + ":") + item.argumentName;
+        std::string element = (item.prefix.empty() ? "" : item.prefix + ":") + item.argumentName;
         NewLine(item.level + 1);
         written_.text += "<" + element + ">" + Escaped(*item.argument, false) + "</" + element + ">";
     }
 
     void DeclareNamespaces(size_t indent)
     {
-        const std::string lineBreak = "\n" + std::string(indent, ' ');
+        std::string lineBreak = "\n" + std::string(indent, ' ');
         written_.text += lineBreak + "xmlns=\"" + YIN_NAMESPACE + "\"";
         for (const auto &[prefix, space] : namespaces_)
             written_.text += lineBreak + "xmlns:" + prefix + "=\"" + Escaped(space, true) + "\"";
@@ -100,7 +100,7 @@ class YinWriter {
     /* XML has no comment with two hyphens in a row. */
     void Comment(const OutlineItem &comment)
     {
-        const std::string text = MovedComment(comment, comment.level * INDENT);
+        std::string text = MovedComment(comment, comment.level * INDENT);
         if (text.find("--") != std::string::npos || text.ends_with('-')) {
             ++written_.lostComments;
             return;

@@ -10,7 +10,7 @@
 namespace inspect {
 namespace {
 
-/* By what a host addresses an item; 0 for what it cannot address. */
+/* The ids by which a host addresses an item; 0: none. */
 uint64_t IdOf(const DiffNode &node)
 {
     return node.classId;
@@ -21,9 +21,9 @@ uint64_t IdOf(const DiffLeaf &leaf)
     return leaf.Addressable() ? (uint64_t{leaf.classId} << 32) | leaf.fieldId : 0;
 }
 
-/* Which items of the new version are those of the old one. The same key under the same node is the same item; what is left
- * goes by its ids: it has moved or changed its name. */
-template <typename Item>
+/* Pairs the items of the new version with those of the old one: first those with the same key under the same node, then
+ * those with the same ids, which have moved or changed their name. */
+template <class Item>
 class Matching {
   public:
     Matching(const std::vector<Item> &oldItems, const std::vector<Item> &newItems)
@@ -38,14 +38,14 @@ class Matching {
 
     const Item *ByKey(const std::string &key) const
     {
-        const auto found = newByKey_.find(key);
+        auto found = newByKey_.find(key);
         return found != newByKey_.end() && !taken_.contains(found->second) ? found->second : nullptr;
     }
 
-    /* The first that has these ids and is free for an item of another key: nothing in the old version has its key. */
+    /* The first item with these ids whose key no item of the old version has. */
     const Item *ById(uint64_t id) const
     {
-        const auto found = newById_.find(id);
+        auto found = newById_.find(id);
         if (id == 0 || found == newById_.end())
             return nullptr;
         for (const Item *item : found->second) {
@@ -66,14 +66,14 @@ class Matching {
 
     const Item *NewOf(const Item &oldItem) const
     {
-        const auto found = newOf_.find(&oldItem);
+        auto found = newOf_.find(&oldItem);
         return found != newOf_.end() ? found->second : nullptr;
     }
 
     /* The key in the new version of what has this key in the old one. */
     std::string NewKeyOf(const std::string &oldKey) const
     {
-        const auto found = newKeyOf_.find(oldKey);
+        auto found = newKeyOf_.find(oldKey);
         return found != newKeyOf_.end() ? found->second : oldKey;
     }
 
@@ -153,7 +153,7 @@ class Comparison {
     }
 
     /* A host does not see that a node has moved together with the one above it. */
-    template <typename Item>
+    template <class Item>
     void CompareKeys(const Item &before, const Item &after, const char *what)
     {
         if (nodes_.NewKeyOf(before.above) + LastStep(before.key) != after.key)
@@ -162,7 +162,7 @@ class Comparison {
 
     void CompareNode(const DiffNode &before, const DiffNode *after)
     {
-        const bool isClass = before.classId != 0;
+        bool isClass = before.classId != 0;
         if (after == nullptr) {
             Add(isClass, isClass ? "class-removed" : "node-removed", before.path, IdText(before.classId, true), "");
             return;
@@ -179,7 +179,7 @@ class Comparison {
 
     void CompareLeaf(const DiffLeaf &before, const DiffLeaf *after)
     {
-        const bool breaking = before.Addressable();
+        bool breaking = before.Addressable();
         const std::string &path = before.path;
         if (after == nullptr) {
             Add(breaking, "leaf-removed", path, IdText(before.fieldId, false), "");
@@ -204,13 +204,13 @@ class Comparison {
 
     void CompareEnums(const DiffLeaf &before, const DiffLeaf &after)
     {
-        const auto find = [](const std::vector<EnumValue> &values, const EnumValue &wanted) {
+        auto find = [](const std::vector<EnumValue> &values, const EnumValue &wanted) {
             return std::find_if(values.begin(), values.end(),
                                 [&](const EnumValue &value) { return value.name == wanted.name; });
         };
-        const auto text = [](const EnumValue &value) { return value.name + " " + std::to_string(value.value); };
+        auto text = [](const EnumValue &value) { return value.name + " " + std::to_string(value.value); };
         for (const EnumValue &value : before.enums) {
-            const auto same = find(after.enums, value);
+            auto same = find(after.enums, value);
             AddIfChanged(before.Addressable(), "enum", before.path, text(value),
                          same != after.enums.end() ? text(*same) : "");
         }

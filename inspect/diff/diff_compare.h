@@ -1,6 +1,5 @@
 /* Comparing two versions of a class model. */
-#ifndef KORV_INSPECT_DIFF_COMPARE_H
-#define KORV_INSPECT_DIFF_COMPARE_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -21,5 +20,3 @@ struct Change {
 std::vector<Change> Compare(const DiffModel &oldModel, const DiffModel &newModel);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_DIFF_COMPARE_H

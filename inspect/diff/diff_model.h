@@ -1,6 +1,5 @@
 /* One version of a module's class model as `diff` compares it: what a host can address, by value. */
-#ifndef KORV_INSPECT_DIFF_MODEL_H
-#define KORV_INSPECT_DIFF_MODEL_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -50,5 +49,3 @@ struct DiffModel {
 DiffModel MakeDiffModel(const Instance &instance, const ModuleFile &file);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_DIFF_MODEL_H

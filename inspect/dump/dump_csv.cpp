@@ -35,7 +35,7 @@ void WriteDumpCsv(DumpRecords records)
 {
     std::fputs(HEADING, stdout);
     for (const YangDumpNodeData *record : records) {
-        const std::string node = NodeFields(*record);
+        std::string node = NodeFields(*record);
         for (const YangDumpLeafData &leaf : DumpLeaves(record->pstLeafList)) {
             std::printf("%s,%s,%s,%u,%u,%u,%u,%llu,%llu\n", node.c_str(), Quoted(leaf.pcPath).c_str(),
                         Quoted(leaf.pcName).c_str(), leaf.ucMask, leaf.uiFieldId, leaf.uiDataType, leaf.uiIndexMap,

@@ -1,6 +1,5 @@
 /* The records of a dump, and how each format writes them. */
-#ifndef KORV_INSPECT_DUMP_RECORDS_H
-#define KORV_INSPECT_DUMP_RECORDS_H
+#pragma once
 
 #include <span>
 
@@ -17,5 +16,3 @@ void WriteDumpJson(DumpRecords records);
 void WriteDumpCsv(DumpRecords records);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_DUMP_RECORDS_H

@@ -10,7 +10,7 @@ namespace {
 
 std::string KeysText(const char *label, const uint8_t (&keys)[NODE_KEY_LIST_NUM])
 {
-    const std::vector<uint32_t> ids = KeyIds(keys);
+    std::vector<uint32_t> ids = KeyIds(keys);
     return ids.empty() ? "" : std::string("  ") + label + " " + JoinNumbers(ids, " ");
 }
 

@@ -1,7 +1,6 @@
 /* What a command is to the command line: its name, its texts, its options and its run. Each stands in a file of its own
  * in commands/, and a row of the table there makes it known. */
-#ifndef KORV_INSPECT_COMMAND_H
-#define KORV_INSPECT_COMMAND_H
+#pragma once
 
 #include <memory>
 
@@ -36,12 +35,10 @@ struct CommandEntry {
     std::unique_ptr<Command> (*make)();
 };
 
-template <typename Kind>
+template <class Kind>
 std::unique_ptr<Command> Make()
 {
     return std::make_unique<Kind>();
 }
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_COMMAND_H

@@ -27,7 +27,7 @@ changes, a file cannot be converted; 2 wrong usage; 3 a module cannot be loaded.
 
 std::string LibraryVersion()
 {
-    const uint32_t version = YANGLIB_GetLibVersion();
+    uint32_t version = YANGLIB_GetLibVersion();
     return std::to_string(version / 10000) + "." + std::to_string(version / 100 % 100) + "." +
            std::to_string(version % 100);
 }
@@ -38,7 +38,7 @@ std::string VersionText()
     return "korv-inspect " KORV_LIB_YANG_VERSION " with libkorv_libyang " + LibraryVersion();
 }
 
-/* Names in the usage line what a command cannot do without. */
+/* Shows the required options of a command in its usage line. */
 class HelpFormatter : public CLI::Formatter {
   public:
     std::string make_usage(const CLI::App *app, std::string name) const override
@@ -109,21 +109,21 @@ class CommandLine {
             app_.exit(error);
             return EXIT_OK;
         }
-        const std::string unknown = UnknownOption();
+        std::string unknown = UnknownOption();
         std::fprintf(stderr, "korv-inspect: %s\n", Printable(unknown.empty() ? error.what() : unknown).c_str());
-        const std::vector<CLI::App *> chosen = app_.get_subcommands();
+        std::vector<CLI::App *> chosen = app_.get_subcommands();
         std::fprintf(stderr, "'korv-inspect %s--help' says more.\n",
                      chosen.empty() ? "" : (chosen.front()->get_name() + " ").c_str());
         return EXIT_USAGE;
     }
 
-    /* About the first option that there is not, whatever else is wrong; "" when all are known. */
+    /* What is wrong with the first unknown option; "" when all options are known. */
     std::string UnknownOption()
     {
         for (const std::string &text : app_.remaining(true)) {
             if (text.size() < 2 || text[0] != '-')
                 continue;
-            const std::string name = text.substr(0, text.find('='));
+            std::string name = text.substr(0, text.find('='));
             NearestName nearest(name);
             for (const CLI::App *command : app_.get_subcommands())
                 OfferOptions(*command, &nearest);

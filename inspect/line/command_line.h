@@ -1,6 +1,5 @@
 /* The command line: finds the command that it names, and prints help and what is wrong with the usage. */
-#ifndef KORV_INSPECT_COMMAND_LINE_H
-#define KORV_INSPECT_COMMAND_LINE_H
+#pragma once
 
 #include <span>
 
@@ -12,5 +11,3 @@ namespace inspect {
 int RunCommandLine(int argc, char **argv, std::span<const CommandEntry *const> commands);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_COMMAND_LINE_H

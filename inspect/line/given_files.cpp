@@ -4,8 +4,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <utility>
 
+#include "base/cause.h"
 #include "base/failure.h"
+#include "base/text.h"
+#include "model/model_file.h"
 
 namespace inspect {
 namespace {
@@ -13,17 +17,38 @@ namespace {
 constexpr const char *STANDARD_INPUT = "-";
 
 /* "acme" of "models/acme@2026-01-01.yin". */
-std::string ModuleOf(const std::filesystem::path &file)
+std::string NameOfFile(const std::filesystem::path &file)
 {
-    const std::string stem = file.stem().string();
+    std::string stem = file.stem().string();
     return stem.substr(0, stem.find('@'));
+}
+
+bool IsNameOfFile(const std::string &name)
+{
+    return !name.empty() && name.front() != '.' && name.find('/') == std::string::npos;
+}
+
+/* The name of the module in the file; "" when it holds none that a file could have the name of. */
+std::string ModuleIn(const ModelFile &file)
+{
+    if (!file.HasRoot())
+        return "";
+    QXYANG_STATEMENT_S root = file.Root();
+    std::string name = root.pcArgument != nullptr ? root.pcArgument : "";
+    if (IsYang(root, "submodule"))
+        throw Failure(file.Shown() + " holds submodule '" + name + "' of module '" +
+                          file.ArgumentIn(root, "belongs-to") + "': name the module or its file",
+                      EXIT_NOT_LOADED);
+    return IsYang(root, "module") && IsNameOfFile(name) ? name : "";
 }
 
 } // namespace
 
+/* Byte order marks, and the zeros of UTF-16, which YIN may be written in. */
 const char *EndingFor(const std::string &text)
 {
-    const size_t first = text.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
+    constexpr std::string_view PASSED_OVER("\0 \t\r\n\xEF\xBB\xBF\xFE\xFF", 10);
+    size_t first = text.find_first_not_of(PASSED_OVER);
     return first != std::string::npos && text[first] == '<' ? ".yin" : ".yang";
 }
 
@@ -54,21 +79,10 @@ GivenFiles::~GivenFiles()
 std::string GivenFiles::Take(const std::string &file, const std::string &name)
 {
     File given = {name, file, file};
-    if (file == STANDARD_INPUT) {
-        if (name.empty())
-            throw Failure("standard input has no name: give its module's with --as", EXIT_USAGE);
-        const std::string text = ReadStandardInput();
-        given.shown = "standard input";
-        given.path = Folder() / (name + EndingFor(text));
-        if (!(std::ofstream(given.path, std::ios::binary) << text))
-            throw Failure("standard input cannot be kept in " + Folder().string(), EXIT_NOT_LOADED);
-    } else {
-        std::error_code error;
-        if (!std::filesystem::is_regular_file(file, error))
-            throw Failure(file + ": " + (error ? error.message() : "no regular file"), EXIT_NOT_LOADED);
-        if (given.module.empty())
-            given.module = ModuleOf(given.path);
-    }
+    if (file == STANDARD_INPUT)
+        TakeStandardInput(&given);
+    else
+        TakeFile(&given);
     for (const File &other : files_) {
         if (other.module == given.module)
             throw Failure("'" + other.shown + "' and '" + given.shown + "' are both of module '" + given.module + "'",
@@ -78,11 +92,47 @@ std::string GivenFiles::Take(const std::string &file, const std::string &name)
     return given.module;
 }
 
+void GivenFiles::TakeStandardInput(File *given)
+{
+    std::string text = ReadStandardInput();
+    std::string ending = EndingFor(text);
+    given->shown = "standard input";
+    ModelFile file = ModelFile::ReadText(text, ending == ".yang", given->shown);
+    std::string module = ModuleIn(file);
+    std::string wanted = std::exchange(given->module, module.empty() ? given->module : module);
+    if (!wanted.empty() && wanted != given->module)
+        throw Failure("standard input holds module '" + module + "', not '" + wanted + "'", EXIT_USAGE);
+    if (!IsNameOfFile(given->module)) {
+        for (const Cause &fault : file.Faults())
+            std::fprintf(stderr, "%s%s\n", PlaceText(fault, "").c_str(), Printable(fault.text).c_str());
+        throw Failure("standard input holds no module", EXIT_NOT_LOADED);
+    }
+    given->path = Folder() / (given->module + ending);
+    if (!(std::ofstream(given->path, std::ios::binary) << text))
+        throw Failure("standard input cannot be kept in " + Folder().string(), EXIT_NOT_LOADED);
+}
+
+/* A file in which no module is found counts as that of its own name: the load says what is wrong with it. */
+void GivenFiles::TakeFile(File *given)
+{
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(given->path, error))
+        throw Failure(given->shown + ": " + (error ? error.message() : "no regular file"), EXIT_NOT_LOADED);
+    std::string named = NameOfFile(given->path);
+    given->module = ModuleIn(ModelFile::Read(given->path.string(), given->shown));
+    if (given->module.empty())
+        given->module = named;
+    else if (given->module != named)
+        std::fprintf(stderr,
+                     "korv-inspect: %s holds module '%s': a load by name finds it only in a file of that name\n",
+                     Printable(given->shown).c_str(), Printable(given->module).c_str());
+}
+
 void GivenFiles::AddTo(SearchDirs *dirs)
 {
     std::vector<std::string> own;
     for (const File &file : files_) {
-        const std::string dir = file.path.has_parent_path() ? file.path.parent_path().string() : ".";
+        std::string dir = file.path.has_parent_path() ? file.path.parent_path().string() : ".";
         if (file.path.parent_path() != folder_ && std::find(own.begin(), own.end(), dir) == own.end())
             own.push_back(dir);
     }
@@ -98,7 +148,7 @@ void GivenFiles::AddTo(SearchDirs *dirs)
 
 bool GivenFiles::IsFoundFirst(const File &file, const std::string &firstDir) const
 {
-    const std::filesystem::path dir = file.path.has_parent_path() ? file.path.parent_path() : ".";
+    std::filesystem::path dir = file.path.has_parent_path() ? file.path.parent_path() : ".";
     if (dir != firstDir || file.path.stem() != file.module)
         return false;
     std::error_code ignored;

@@ -1,7 +1,6 @@
 /* Module files that the command line names, standard input among them: makes sure that the schema library finds the very
  * file that is meant. */
-#ifndef KORV_INSPECT_GIVEN_FILES_H
-#define KORV_INSPECT_GIVEN_FILES_H
+#pragma once
 
 #include <filesystem>
 #include <string>
@@ -27,8 +26,9 @@ class GivenFiles {
     GivenFiles &operator=(const GivenFiles &) = delete;
     ~GivenFiles(); /* removes what it has put into the file system */
 
-    /* Takes a file, or for "-" what standard input holds. `name` is the module's, "" to learn it from the file's name.
-     * Returns the name. Throws Failure when the file cannot be read, or two files are of one module. */
+    /* Takes a file, or for "-" what standard input holds, and returns the name of the module in it. `name` is the one that
+     * standard input should hold, or "". Throws Failure when the file cannot be read or holds a submodule, when standard
+     * input holds no module, and when two files are of one module. */
     std::string Take(const std::string &file, const std::string &name);
 
     /* Puts the files' directories before the others. A file that would not be found there first, by its module's name
@@ -42,6 +42,8 @@ class GivenFiles {
         std::filesystem::path path;
     };
 
+    void TakeStandardInput(File *given);
+    static void TakeFile(File *given);
     bool IsFoundFirst(const File &file, const std::string &firstDir) const;
     const std::filesystem::path &Folder();
     void Link(const File &file, SearchDirs *dirs);
@@ -51,5 +53,3 @@ class GivenFiles {
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_GIVEN_FILES_H

@@ -31,7 +31,7 @@ void ModelOptions::AddDirs(CLI::App *app)
 {
     takesFiles_ = true;
     AddDirList(app, "-d,--dir", &dirs_, "Directory of module files (.); may be repeated");
-    app->add_option("--as", inputName_, "The module on standard input")->option_text("MODULE");
+    app->add_option("--as", inputName_, "The module that standard input must hold")->option_text("MODULE");
 }
 
 void ModelOptions::AddModule(CLI::App *app)
@@ -83,8 +83,8 @@ ModuleKey ModelOptions::ToModuleKey(const std::string &text)
             throw CLI::ValidationError("'" + text + "' looks like a file: give the module's name");
         return {files_.Take(text, text == "-" ? inputName_ : ""), ""};
     }
-    const size_t at = text.find('@');
-    const ModuleKey key = {text.substr(0, at), at == std::string::npos ? "" : text.substr(at + 1)};
+    size_t at = text.find('@');
+    ModuleKey key = {text.substr(0, at), at == std::string::npos ? "" : text.substr(at + 1)};
     if (key.name.empty() || (at != std::string::npos && key.revision.empty()))
         throw CLI::ValidationError("'" + text + "' is not MODULE or MODULE@REVISION");
     return key;
@@ -96,7 +96,7 @@ std::vector<std::string> ModelOptions::Expanded(const std::vector<std::string> &
         return dirs;
     std::vector<std::string> all;
     for (const std::string &dir : dirs) {
-        const std::vector<std::string> below = WithFoldersBelow(dir);
+        std::vector<std::string> below = WithFoldersBelow(dir);
         all.insert(all.end(), below.begin(), below.end());
     }
     return all;
@@ -121,7 +121,7 @@ void ModelOptions::Understand()
 ModelRequest ModelOptions::RequestWith(const std::vector<std::string> &dirs) const
 {
     ModelRequest request = request_;
-    const std::vector<std::string> all = Expanded(dirs);
+    std::vector<std::string> all = Expanded(dirs);
     request.dirs.dirs.insert(request.dirs.dirs.begin(), all.begin(), all.end());
     return request;
 }
@@ -129,10 +129,10 @@ ModelRequest ModelOptions::RequestWith(const std::vector<std::string> &dirs) con
 Format ModelOptions::OutputFormat() const
 {
     if (format_ == "json")
-        return Format::JSON;
+        return Format::Json;
     if (format_ == "csv")
-        return Format::CSV;
-    return format_ == "dot" ? Format::DOT : Format::TEXT;
+        return Format::Csv;
+    return format_ == "dot" ? Format::Dot : Format::Text;
 }
 
 } // namespace inspect

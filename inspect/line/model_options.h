@@ -1,8 +1,6 @@
 /* The arguments and options by which commands name modules and directories: the same words everywhere. */
-#ifndef KORV_INSPECT_MODEL_OPTIONS_H
-#define KORV_INSPECT_MODEL_OPTIONS_H
+#pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -17,10 +15,10 @@ class Option;
 namespace inspect {
 
 enum class Format {
-    TEXT,
-    JSON,
-    CSV,
-    DOT,
+    Text,
+    Json,
+    Csv,
+    Dot,
 };
 
 class ModelOptions {
@@ -72,5 +70,3 @@ class ModelOptions {
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_MODEL_OPTIONS_H

@@ -1,6 +1,5 @@
 /* The directories in which a run looks for module files. */
-#ifndef KORV_INSPECT_SEARCH_DIRS_H
-#define KORV_INSPECT_SEARCH_DIRS_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -16,5 +15,3 @@ std::vector<std::string> WithFoldersBelow(const std::string &dir);
 std::vector<std::string> DirsOfEnvironment();
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_SEARCH_DIRS_H

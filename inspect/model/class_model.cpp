@@ -12,8 +12,8 @@ class Collector {
     void Add(Chain chain, std::optional<uint32_t> augment, const std::string &path, const std::string &key)
     {
         for (const KorvTreeNode &node : chain) {
-            const std::string nodePath = path + "/" + node.pcName;
-            const std::string nodeKey = key + "/" + node.pcModuleName + ":" + node.pcName;
+            std::string nodePath = path + "/" + node.pcName;
+            std::string nodeKey = key + "/" + node.pcModuleName + ":" + node.pcName;
             if (known_.insert(nodeKey).second)
                 nodes.push_back({{augment, &node, nullptr}, nodePath, module_ == node.pcModuleName});
             Add(Children(node), augment, nodePath, nodeKey);

@@ -1,6 +1,5 @@
 /* All nodes of a module's trees, each once, and which of them make up a class. */
-#ifndef KORV_INSPECT_CLASS_MODEL_H
-#define KORV_INSPECT_CLASS_MODEL_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -12,7 +11,7 @@ namespace inspect {
 struct ModelNode {
     Place place;      /* without leaf */
     std::string path; /* "/sys/mode/auto/timer": as a dump has it, choices and cases included */
-    bool own;         /* the module's: not of a module whose nodes it augments, or that augments it */
+    bool own;         /* the module itself defines the node */
 };
 
 /* The nodes of the module's own tree, then those that only its augments' target trees have, parents first. */
@@ -27,5 +26,3 @@ const KorvTreeNode *ClassAbove(const KorvTreeNode &node);
 const KorvTreeNode &ClassTop(const KorvTreeNode &node);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_CLASS_MODEL_H

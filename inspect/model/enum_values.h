@@ -1,6 +1,5 @@
 /* Names and values of an enumeration leaf. */
-#ifndef KORV_INSPECT_ENUM_VALUES_H
-#define KORV_INSPECT_ENUM_VALUES_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -20,5 +19,3 @@ struct EnumValue {
 std::vector<EnumValue> EnumValues(const KorvTreeLeaf &leaf);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_ENUM_VALUES_H

@@ -1,11 +1,14 @@
 #include "model/instance.h"
 
+#include <qxyang.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "model/message_text.h"
 
 namespace inspect {
 namespace {
@@ -17,23 +20,10 @@ constexpr size_t MAX_ERRORS = 1000; /* kept of one load */
 /* Directories that the library takes at its start. Deviation modules are looked for in these. */
 constexpr size_t BASE_DIRS = 2;
 
-/* What every load ends with at level 0, with nothing being wrong: the library prints trees that are not there. */
-bool IsAboutPrinting(const std::string &text)
-{
-    return text == "augment can not findYangModuleTree!" || text == "ret err orTree node zero!" ||
-           text.starts_with("can not findYangModuleTree(") || text.starts_with("Dump yang model data return 0x");
-}
-
 void DropPrintingErrors(std::vector<std::string> *errors)
 {
     while (!errors->empty() && IsAboutPrinting(errors->back()))
         errors->pop_back();
-}
-
-bool SchemaLoadFailed(const std::vector<std::string> &errors)
-{
-    return std::any_of(errors.begin(), errors.end(),
-                       [](const std::string &text) { return text.starts_with("QY_CTX_LoadModule "); });
 }
 
 std::string OrEmpty(const char *text)
@@ -45,7 +35,7 @@ uint32_t AddProblem(const char *module, const char *file, uint32_t line, const c
                     void *problems)
 try {
     LoadProblem problem = {OrEmpty(module), OrEmpty(file), line, column, OrEmpty(text)};
-    const std::string place = problem.file + ":" + std::to_string(line) + ":" + std::to_string(column) + ": ";
+    std::string place = problem.file + ":" + std::to_string(line) + ":" + std::to_string(column) + ": ";
     if (problem.text.starts_with(place))
         problem.text.erase(0, place.size());
     static_cast<std::vector<LoadProblem> *>(problems)->push_back(problem);
@@ -76,6 +66,10 @@ Instance::Instance(const SearchDirs &dirs, bool verbose) : verbose_(verbose)
     local_ = YANGLIB_Initial(MEMORY_MODULE_ID, reinterpret_cast<uint64_t>(this), hooks, dir1, dir2);
     if (local_ == nullptr)
         throw std::bad_alloc();
+    if (QXYANG_KeepDetails(Schema()) != 0) {
+        YANGLIB_Uninitial(local_);
+        throw std::bad_alloc();
+    }
     for (size_t i = BASE_DIRS; i < dirs.dirs.size(); ++i)
         (void)YANGLIB_PkgAddInstallPath(local_, dirs.dirs[i].c_str());
 }
@@ -109,7 +103,7 @@ LoadReport Instance::Load(const ModuleKey &key)
     LoadReport report;
     report.loaded = YANGLIB_LoadYangModule(local_, key.name.c_str(), key.revision.c_str()) == KORV_OK;
     report.errors.swap(errors_);
-    if (SchemaLoadFailed(report.errors))
+    if (std::any_of(report.errors.begin(), report.errors.end(), IsSchemaFailure))
         (void)QY_CTX_ScanAllSchemaLoadFail(Schema(), AddProblem, &report.problems);
     if (report.loaded)
         DropPrintingErrors(&report.errors);
@@ -137,10 +131,10 @@ const char *Instance::Revision(const std::string &module) const
 
 std::string ShownPath(const SearchDirs &dirs, const std::string &file)
 {
-    const auto given = dirs.shown.find(file);
+    auto given = dirs.shown.find(file);
     if (given != dirs.shown.end())
         return given->second;
-    const std::filesystem::path path(file);
+    std::filesystem::path path(file);
     for (const std::string &dir : dirs.dirs) {
         std::error_code error;
         if (std::filesystem::equivalent(dir, path.parent_path(), error))

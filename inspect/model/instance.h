@@ -1,6 +1,5 @@
 /* A library instance as this program runs it: its hooks, its directories, its modules. */
-#ifndef KORV_INSPECT_INSTANCE_H
-#define KORV_INSPECT_INSTANCE_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -62,5 +61,3 @@ std::string ShownPath(const SearchDirs &dirs, const std::string &file);
 const ModuleFile &Loaded(const Instance &instance, const ModuleKey &key);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_INSTANCE_H

@@ -41,7 +41,7 @@ IntegerRange IntegerRange::Of(QY_NODE *leaf)
         throw std::bad_alloc();
     range.zero_ = QY_TYPE_GetBuiltInBaseType(type) == QY_TYPE_UINT64 ? 0 : SIGNED_ZERO;
     for (const auto &[min, max] : scan.parts) {
-        const Part part = {static_cast<uint64_t>(min) ^ range.zero_, static_cast<uint64_t>(max) ^ range.zero_};
+        Part part = {static_cast<uint64_t>(min) ^ range.zero_, static_cast<uint64_t>(max) ^ range.zero_};
         if (!range.parts_.empty() && range.parts_.back().max + 1 == part.min)
             range.parts_.back().max = part.max;
         else

@@ -1,6 +1,5 @@
 /* The values that an integer leaf may have: every part of its type's range. */
-#ifndef KORV_INSPECT_INTEGER_RANGE_H
-#define KORV_INSPECT_INTEGER_RANGE_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -12,12 +11,12 @@ namespace inspect {
 
 class IntegerRange {
   public:
-    /* Of a leaf of another type, and of a leafref without target: empty. Leafrefs are followed. */
+    /* Empty for a leaf of another type, and for a leafref without target. Leafrefs are followed. */
     static IntegerRange Of(QY_NODE *leaf);
 
     bool IsEmpty() const { return parts_.empty(); }
 
-    /* Every value of the other one is one of this one, too. */
+    /* True if this range has every value of the other one. */
     bool Covers(const IntegerRange &other) const;
     bool operator==(const IntegerRange &) const = default;
 
@@ -40,5 +39,3 @@ class IntegerRange {
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_INTEGER_RANGE_H

@@ -25,34 +25,26 @@ Cause FromProblem(const SearchDirs &dirs, const LoadProblem &problem, const std:
 std::string OwnText(const LoadProblem &problem, const std::vector<LoadProblem> &all)
 {
     for (const LoadProblem &other : all) {
-        const std::string reason = ": " + other.file + ":" + std::to_string(other.line) + ":" +
-                                   std::to_string(other.column) + ": " + other.text;
+        std::string reason = ": " + other.file + ":" + std::to_string(other.line) + ":" + std::to_string(other.column) +
+                             ": " + other.text;
         if (problem.text.size() > reason.size() && problem.text.ends_with(reason))
             return problem.text.substr(0, problem.text.size() - reason.size());
     }
     return problem.text;
 }
 
-void Place(const std::optional<Position> &position, Cause *cause)
-{
-    if (!position)
-        return;
-    cause->file = position->file;
-    cause->line = position->line;
-}
-
-Cause CauseAt(QY_NODE *node, const std::string &text, YinFiles *files)
+Cause CauseAt(const std::optional<Position> &position, const std::string &text)
 {
     Cause cause = {"", 0, 0, text};
-    Place(FindStatement(node, files), &cause);
+    PlaceAt(position, &cause);
     return cause;
 }
 
-std::string DatatypeText(QY_NODE *leaf, const std::string &within, uint32_t type, YinFiles *files)
+std::string DatatypeText(QY_NODE *leaf, const std::string &within, uint32_t type)
 {
-    const std::string what = TypeIsMissing(type)
-                                 ? BrokenLeafrefText(leaf, files)
-                                 : std::string("is of type ") + TypeName(type) + ", which has no default datatype";
+    std::string what = TypeIsMissing(type)
+                           ? BrokenLeafrefText(leaf)
+                           : std::string("is of type ") + TypeName(type) + ", which has no default datatype";
     return "leaf '" + NameOf(leaf) + "' of class '" + within + "' " + what + ": it needs a datatype-id";
 }
 
@@ -60,7 +52,7 @@ std::string DatatypeText(QY_NODE *leaf, const std::string &within, uint32_t type
 std::string WithClassAbove(std::string text, QY_NODE *node)
 {
     constexpr std::string_view UNNAMED = "the class above it";
-    const size_t at = text.find(UNNAMED);
+    size_t at = text.find(UNNAMED);
     if (at == std::string::npos)
         return text;
     do
@@ -71,41 +63,39 @@ std::string WithClassAbove(std::string text, QY_NODE *node)
 
 /* What the schema can tell beyond the messages: the very leaves or lists. */
 std::vector<Cause> SchemaCauses(QY_MOD *module, const std::vector<std::string> &errors, const Explanation &why,
-                                YinFiles *files)
+                                Places *places)
 {
     std::vector<Cause> causes;
     if (const std::optional<uint32_t> type = TypeWithoutDefault(errors)) {
         for (QY_NODE *leaf : LeavesWithoutDatatype(module, why.within, *type))
-            causes.push_back(CauseAt(leaf, DatatypeText(leaf, why.within, *type, files), files));
+            causes.push_back(CauseAt(places->Of(leaf), DatatypeText(leaf, why.within, *type)));
     } else if (why.node.empty()) {
         for (QY_NODE *list : ListsWithTooManyKeys(module))
-            causes.push_back(CauseAt(
-                list, "class '" + NameOf(list) + "' has more than " + std::to_string(NODE_KEY_LIST_NUM) + " keys",
-                files));
+            causes.push_back(CauseAt(places->Of(list), "class '" + NameOf(list) + "' has more than " +
+                                                           std::to_string(NODE_KEY_LIST_NUM) + " keys"));
     }
     if (!causes.empty())
         return causes;
     for (QY_NODE *node : NodesMeant(module, why)) {
-        const std::string leafref = BrokenLeafref(node) != nullptr ? BrokenLeafrefText(node, files) : "";
-        causes.push_back(CauseAt(
-            node, leafref.empty() ? WithClassAbove(why.text, node) : "leaf '" + why.node + "' " + leafref, files));
+        if (BrokenLeafref(node) != nullptr)
+            causes.push_back(CauseAt(places->Of(node), "leaf '" + why.node + "' " + BrokenLeafrefText(node)));
+        else
+            causes.push_back(
+                CauseAt(places->OfExtension(node, why.keyword, why.argument), WithClassAbove(why.text, node)));
     }
     return causes;
 }
 
-std::vector<Cause> FromMessages(const Instance &instance, const ModuleKey &key, const LoadReport &report,
-                                YinFiles *files)
+std::vector<Cause> FromMessages(const Instance &instance, const SearchDirs &dirs, const ModuleKey &key,
+                                const LoadReport &report)
 {
-    const Explanation why = Explain(report.errors);
+    Explanation why = Explain(report.errors);
     QY_MOD *module = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str());
-    std::vector<Cause> causes;
-    if (module != nullptr)
-        causes = SchemaCauses(module, report.errors, why, files);
-    if (causes.empty()) {
-        causes.push_back({"", 0, 0, why.text});
-        Place(StatementFinder(key.name, instance.Revision(key.name), files).Module(), &causes.back());
-    }
-    return causes;
+    if (module == nullptr)
+        return {{"", 0, 0, why.text}};
+    Places places(dirs);
+    std::vector<Cause> causes = SchemaCauses(module, report.errors, why, &places);
+    return causes.empty() ? std::vector<Cause>{CauseAt(places.Of(module), why.text)} : causes;
 }
 
 void PrintCauses(const std::vector<Cause> &causes, const std::string &module)
@@ -117,21 +107,20 @@ void PrintCauses(const std::vector<Cause> &causes, const std::string &module)
 } // namespace
 
 std::vector<Cause> CausesOf(const Instance &instance, const SearchDirs &dirs, const ModuleKey &key,
-                            const LoadReport &report, YinFiles *files)
+                            const LoadReport &report)
 {
     std::vector<Cause> causes;
     for (const LoadProblem &problem : report.problems)
         causes.push_back(FromProblem(dirs, problem, OwnText(problem, report.problems)));
     if (causes.empty() && !report.loaded)
-        causes = FromMessages(instance, key, report, files);
+        causes = FromMessages(instance, dirs, key, report);
     return causes;
 }
 
 void LoadOrFail(Instance *instance, const ModelRequest &request, const ModuleKey &key)
 {
-    const LoadReport report = instance->Load(key);
-    YinFiles files(request.dirs);
-    PrintCauses(CausesOf(*instance, request.dirs, key, report, &files), key.name);
+    LoadReport report = instance->Load(key);
+    PrintCauses(CausesOf(*instance, request.dirs, key, report), key.name);
     if (!report.loaded)
         throw Failure("module '" + key.name + "' cannot be loaded" +
                           (request.verbose ? "" : " (-v shows all that the library says)"),

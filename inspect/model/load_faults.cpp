@@ -10,8 +10,8 @@ namespace {
 
 using Nodes = std::vector<QY_NODE *>;
 
-/* Keeps the nodes that are like that, unless none is. */
-template <typename Predicate>
+/* Drops the nodes that are not likely, unless none is. */
+template <class Predicate>
 void Prefer(Nodes *nodes, Predicate isLikely)
 {
     Nodes likely;
@@ -27,7 +27,7 @@ void PreferOwn(Nodes *nodes, QY_MOD *module)
 
 bool HasStatement(QY_NODE *node, const std::string &keyword, const std::string &argument)
 {
-    const std::vector<std::string> arguments = ExtensionArguments(node, keyword);
+    std::vector<std::string> arguments = ExtensionArguments(node, keyword);
     return std::find(arguments.begin(), arguments.end(), argument) != arguments.end();
 }
 
@@ -56,7 +56,7 @@ std::vector<QY_NODE *> LeavesWithoutDatatype(QY_MOD *module, const std::string &
 {
     Nodes leaves;
     ForEachNode(module, [&](QY_NODE *leaf) {
-        const uint32_t nodeType = QY_NODE_GetNodeType(leaf);
+        uint32_t nodeType = QY_NODE_GetNodeType(leaf);
         QY_NODE *above = nodeType == QY_NODE_TYPE_LEAF_LIST ? leaf : QY_NODE_GetParentNode(leaf);
         if ((nodeType != QY_NODE_TYPE_LEAF && nodeType != QY_NODE_TYPE_LEAF_LIST) || above == nullptr ||
             NameOf(above) != node)

@@ -1,7 +1,6 @@
 /* The very nodes that are at fault when the library refuses a module: it names them, and the schema knows where they are
  * and what is wrong with them. */
-#ifndef KORV_INSPECT_LOAD_FAULTS_H
-#define KORV_INSPECT_LOAD_FAULTS_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -23,5 +22,3 @@ std::vector<QY_NODE *> ListsWithTooManyKeys(QY_MOD *module);
 std::vector<QY_NODE *> NodesMeant(QY_MOD *module, const Explanation &why);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_LOAD_FAULTS_H

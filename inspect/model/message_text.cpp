@@ -22,10 +22,9 @@ std::optional<std::vector<std::string>> Match(std::string_view pattern, std::str
         return pattern == text ? std::optional(parts) : std::nullopt;
     text.remove_prefix(star);
     while (star != std::string_view::npos) {
-        const size_t next = pattern.find('*', star + 1);
-        const std::string_view fixed =
-            pattern.substr(star + 1, next == std::string_view::npos ? next : next - star - 1);
-        const size_t found = fixed.empty() ? text.size() : text.find(fixed);
+        size_t next = pattern.find('*', star + 1);
+        std::string_view fixed = pattern.substr(star + 1, next == std::string_view::npos ? next : next - star - 1);
+        size_t found = fixed.empty() ? text.size() : text.find(fixed);
         if (found == std::string_view::npos)
             return std::nullopt;
         parts.emplace_back(text.substr(0, found));
@@ -41,7 +40,7 @@ struct Meaning {
     std::string_view message;
     std::string_view text;
     int node;                      /* which "*" is the node's name, 0: an outer message says it */
-    const char *keyword = nullptr; /* of the statement that the last "*" is the argument of; "": the "*" before it */
+    const char *keyword = nullptr; /* the last "*" is its argument; "": the "*" before that is the keyword */
 };
 
 constexpr std::array<Meaning, 20> MEANINGS = {{
@@ -62,7 +61,8 @@ constexpr std::array<Meaning, 20> MEANINGS = {{
      "class '$1' has several leaves and a name2id-key-fid of its own: that belongs on a leaf", 1},
     {"no word error in node(*)!", "class '$1': ancestor-key-fid is empty", 1},
     {"pstYinInst->pstKeyRefArray XUR_Malloc error!", "class '$N': ancestor-key-fid is empty", 0},
-    {"Parse MimExt Into Array return *, uiTmpNum(*) name(*)!", "class '$3': ancestor-key-fid is no list of numbers", 3},
+    {"Parse MimExt Into Array return 0x*, uiTmpNum(*) name(*)!", "class '$3': ancestor-key-fid is no list of numbers",
+     3},
     {"Iterate key-ref, Append one ancestor for * failed, pos is *, except *.",
      "class '$1' has $3 ancestor-key-fid, fewer than the class above it has ancestor keys: one of the two is wrong", 1},
     {"Iter key, Append one ancestor for * failed, pos is *, except *.",
@@ -72,7 +72,7 @@ constexpr std::array<Meaning, 20> MEANINGS = {{
     {"class node(*) has * keys, more than *!", "class '$1' has $2 keys, more than $3", 1},
     {"NODE_KEY_LIST_NUM error!", "a class has more than 16 keys or more than 16 ancestor keys", 0},
     {"augment cnt over max, ModName(*)", "the module has more than 20 augments", 0},
-    {"Parse module yin extension return value(*)", "aaa-task-id is no number", 0},
+    {"Parse module yin extension return value(0x*)", "aaa-task-id is no number", 0},
 }};
 
 /* Outer messages that name the node. */
@@ -81,6 +81,32 @@ constexpr std::array<std::string_view, 4> NODE_MESSAGES = {
     "Parse node (*) <mimext:class-type> return *", "Parse Node(*) Attr LeafInfo return *"};
 
 constexpr std::string_view NO_DEFAULT_TYPE = "Get Default Type By YangType *, return *";
+
+constexpr std::array<std::string_view, 5> ANCESTOR_KEY_MESSAGES = {
+    "Failed to find ancestor-key for * with attr-id *",
+    "Ancestor-key for * with attr-id * do not have valid child field-id info",
+    "Ancestor key for * with child-attr-id * already exist",
+    "Append one ancestor in parent key ref seq *, current seq * failed.",
+    "Node(*) inherit father key error : *",
+};
+
+constexpr std::string_view NO_FIELD_ID = "Get mim-ext:field-id value of Node(*) return *";
+
+constexpr std::array<std::string_view, 4> PRINTING_MESSAGES = {
+    "augment can not findYangModuleTree!",
+    "ret err orTree node zero!",
+    "can not findYangModuleTree(*",
+    "Dump yang model data return 0x*",
+};
+
+constexpr std::string_view SCHEMA_FAILURE = "QY_CTX_LoadModule *";
+
+template <size_t N>
+bool MatchesAny(const std::array<std::string_view, N> &messages, const std::string &error)
+{
+    return std::any_of(messages.begin(), messages.end(),
+                       [&error](std::string_view message) { return Match(message, error).has_value(); });
+}
 
 std::string NodeOf(const std::vector<std::string> &errors)
 {
@@ -101,7 +127,7 @@ std::string Filled(std::string_view text, const std::vector<std::string> &parts,
             filled += text[i];
             continue;
         }
-        const char which = text[++i];
+        char which = text[++i];
         filled += which == 'N' ? node : parts[static_cast<size_t>(which - '1')];
     }
     return filled;
@@ -125,16 +151,16 @@ std::optional<uint32_t> TypeWithoutDefault(const std::vector<std::string> &error
 
 Explanation Explain(const std::vector<std::string> &errors)
 {
-    const std::string node = NodeOf(errors);
+    std::string node = NodeOf(errors);
     if (const std::optional<uint32_t> type = TypeWithoutDefault(errors)) {
-        const std::string what = TypeIsMissing(*type)
-                                     ? "is a leafref whose target is not found"
-                                     : std::string("is of type ") + TypeName(*type) + ", which has no default datatype";
+        std::string what = TypeIsMissing(*type)
+                               ? "is a leafref whose target is not found"
+                               : std::string("is of type ") + TypeName(*type) + ", which has no default datatype";
         return {"a leaf of class '" + node + "' " + what + ": it needs a datatype-id", node, node};
     }
     for (const std::string &error : errors) {
         for (const Meaning &meaning : MEANINGS) {
-            const auto parts = Match(meaning.message, error);
+            auto parts = Match(meaning.message, error);
             if (!parts)
                 continue;
             Explanation why = {Filled(meaning.text, *parts, node),
@@ -151,19 +177,30 @@ Explanation Explain(const std::vector<std::string> &errors)
 
 Remark RemarkOf(const std::string &error)
 {
-    static constexpr std::array<std::string_view, 5> ANCESTOR_KEYS = {
-        "Failed to find ancestor-key for * with attr-id *",
-        "Ancestor-key for * with attr-id * do not have valid child field-id info",
-        "Ancestor key for * with child-attr-id * already exist",
-        "Append one ancestor in parent key ref seq *, current seq * failed.",
-        "Node(*) inherit father key error : *",
-    };
-    const bool ancestorKey =
-        std::any_of(ANCESTOR_KEYS.begin(), ANCESTOR_KEYS.end(),
-                    [&error](std::string_view message) { return Match(message, error).has_value(); });
-    if (ancestorKey)
-        return Remark::ANCESTOR_KEY;
-    return Match("Get mim-ext:field-id value of Node(*) return *", error) ? Remark::FIELD_ID : Remark::OTHER;
+    if (MatchesAny(ANCESTOR_KEY_MESSAGES, error))
+        return Remark::AncestorKey;
+    return Match(NO_FIELD_ID, error) ? Remark::FieldId : Remark::Other;
+}
+
+bool IsAboutPrinting(const std::string &error)
+{
+    return MatchesAny(PRINTING_MESSAGES, error);
+}
+
+bool IsSchemaFailure(const std::string &error)
+{
+    return Match(SCHEMA_FAILURE, error).has_value();
+}
+
+std::vector<std::string_view> KnownMessages()
+{
+    std::vector<std::string_view> known = {NO_DEFAULT_TYPE, NO_FIELD_ID, SCHEMA_FAILURE};
+    for (const Meaning &meaning : MEANINGS)
+        known.push_back(meaning.message);
+    known.insert(known.end(), NODE_MESSAGES.begin(), NODE_MESSAGES.end());
+    known.insert(known.end(), ANCESTOR_KEY_MESSAGES.begin(), ANCESTOR_KEY_MESSAGES.end());
+    known.insert(known.end(), PRINTING_MESSAGES.begin(), PRINTING_MESSAGES.end());
+    return known;
 }
 
 } // namespace inspect

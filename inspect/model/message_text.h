@@ -1,9 +1,9 @@
 /* What the library's level-0 messages of a failed load mean to the author of the model. */
-#ifndef KORV_INSPECT_MESSAGE_TEXT_H
-#define KORV_INSPECT_MESSAGE_TEXT_H
+#pragma once
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace inspect {
@@ -20,7 +20,7 @@ struct Explanation {
  * is the text. */
 Explanation Explain(const std::vector<std::string> &errors);
 
-/* A built-in type number that stands for a leafref that leads nowhere. */
+/* True if the number of a built-in type stands for a leafref that leads nowhere. */
 bool TypeIsMissing(uint32_t type);
 
 /* Built-in type number of "Get Default Type By YangType", when that is what the chain begins with. */
@@ -28,12 +28,19 @@ std::optional<uint32_t> TypeWithoutDefault(const std::vector<std::string> &error
 
 /* What the library says while a load goes on, and why. */
 enum class Remark {
-    OTHER,
-    ANCESTOR_KEY, /* it cannot map an ancestor key */
-    FIELD_ID,     /* it finds a leaf without attribute id on its way */
+    Other,
+    AncestorKey, /* it cannot map an ancestor key */
+    FieldId,     /* it finds a leaf without attribute id on its way */
 };
 Remark RemarkOf(const std::string &error);
 
-} // namespace inspect
+/* True of the messages that end every load though nothing is wrong: the library tries to print trees that are not there. */
+bool IsAboutPrinting(const std::string &error);
 
-#endif // KORV_INSPECT_MESSAGE_TEXT_H
+/* True if the library says that the schema library has refused a module. */
+bool IsSchemaFailure(const std::string &error);
+
+/* All messages that the functions above know, with "*" for each value in them. A test compares them with the library's. */
+std::vector<std::string_view> KnownMessages();
+
+} // namespace inspect

@@ -26,8 +26,8 @@ ModuleKey KeyOf(const Instance &instance, const std::string &module)
     return {module, ""};
 }
 
-/* The target path of the module's augment of that node, as the statement has it; "" when the module's file does not tell. */
-std::string TargetOf(const Instance &instance, const ModuleKey &module, const std::string &names, YinFiles *files)
+/* The target path of the module's augment of that node, as the statement has it; "" when it has none. */
+std::string TargetOf(const Instance &instance, const ModuleKey &module, const std::string &names)
 {
     if (const ModuleFile *file = instance.Find(module)) {
         for (uint32_t i = 0; i < file->ucAugmentNum; ++i) {
@@ -35,29 +35,22 @@ std::string TargetOf(const Instance &instance, const ModuleKey &module, const st
                 return file->astAugment[i].acAugNodeName;
         }
     }
-    if (const YinFile *file = files->Find(module.name)) {
-        for (const YinStatement *child : file->Module().children) {
-            if (child->Is("augment") && BareNames(child->argument) == names)
-                return std::string(child->argument);
-        }
-    }
-    return "";
+    return Prefixes(instance.Schema()).TargetOf(module.name, names);
 }
 
 /* The augment's target path as its statement has it, the first node that the module adds with its prefix, and those below
  * it without. "" when there is no such augment. */
-std::string AugmentForm(const Instance &instance, const std::vector<WayStep> &way, const ModuleKey &module,
-                        YinFiles *files)
+std::string AugmentForm(const Instance &instance, const std::vector<WayStep> &way, const ModuleKey &module)
 {
     size_t step = 0;
     std::string names;
     for (; module.name != way[step].module; ++step)
         names += std::string("/") + way[step].name;
-    std::string form = TargetOf(instance, module, names, files);
+    std::string form = TargetOf(instance, module, names);
     if (form.empty())
         return form;
     form.erase(0, form.front() == '/' ? 1 : 0);
-    std::string prefix = files->PrefixOf(module.name) + ":";
+    std::string prefix = Prefixes(instance.Schema()).Of(module.name) + ":";
     for (; step < way.size(); ++step) {
         if (!way[step].named)
             continue;
@@ -69,38 +62,37 @@ std::string AugmentForm(const Instance &instance, const std::vector<WayStep> &wa
 
 } // namespace
 
-std::optional<NodeRequest> MakeRequest(const Instance &instance, const Place &place, YinFiles *files)
+std::optional<NodeRequest> MakeRequest(const Instance &instance, const Place &place)
 {
-    const std::vector<WayStep> way = WayTo(place);
+    std::vector<WayStep> way = WayTo(place);
     if (!way.back().named)
         return std::nullopt;
-    const ModuleKey top = KeyOf(instance, way.front().module);
-    const ModuleKey module = KeyOf(instance, way.back().module);
-    const std::string form = module.name != top.name ? AugmentForm(instance, way, module, files) : "";
+    ModuleKey top = KeyOf(instance, way.front().module);
+    ModuleKey module = KeyOf(instance, way.back().module);
+    std::string form = module.name != top.name ? AugmentForm(instance, way, module) : "";
     if (!form.empty())
         return NodeRequest{module, PlainPath(place), form};
-    return NodeRequest{top, PlainPath(place), OwnForm(way, files->PrefixOf(top.name))};
+    return NodeRequest{top, PlainPath(place), OwnForm(way, Prefixes(instance.Schema()).Of(top.name))};
 }
 
-NodeRequest MakeHolderRequest(const Instance &instance, const Place &leaf, YinFiles *files)
+NodeRequest MakeHolderRequest(const Instance &instance, const Place &leaf)
 {
-    const Place holder = {leaf.augment, leaf.node, nullptr};
+    Place holder = {leaf.augment, leaf.node, nullptr};
     if (std::strcmp(leaf.leaf->pcModuleName, leaf.node->pcModuleName) != 0) {
         /* The holder is another module's, but only this module's copy of it is sure to have the leaf. */
-        NodeRequest request = *MakeRequest(instance, leaf, files);
+        NodeRequest request = *MakeRequest(instance, leaf);
         request.path = PlainPath(holder);
         return request;
     }
-    return *MakeRequest(instance, holder, files);
+    return *MakeRequest(instance, holder);
 }
 
 const KorvTreeNode *Ask(const Instance &instance, const NodeRequest &request)
 {
     if (instance.Find(request.module) == nullptr)
         return nullptr;
-    const YangPathRequest ask = request.ForLibrary();
-    const YangXpathLookup lookup = {
-        instance.Local(), ask.pcModuleName, ask.pcRevision, ask.pcPath, ask.pcXpathMain, 0, 0};
+    YangPathRequest ask = request.ForLibrary();
+    YangXpathLookup lookup = {instance.Local(), ask.pcModuleName, ask.pcRevision, ask.pcPath, ask.pcXpathMain, 0, 0};
     const KorvTreeNode *node = TELMYANG_KorvFindTreeNodeByXpath(&lookup);
     if (node != nullptr)
         return node;

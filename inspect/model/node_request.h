@@ -1,6 +1,5 @@
 /* How a host asks the library for a node: the two path forms, derived from where the node stands. */
-#ifndef KORV_INSPECT_NODE_REQUEST_H
-#define KORV_INSPECT_NODE_REQUEST_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -20,17 +19,15 @@ struct NodeRequest {
     }
 };
 
-/* None for a choice or case, which no path names. */
-std::optional<NodeRequest> MakeRequest(const Instance &instance, const Place &place, YinFiles *files);
+/* Nothing for a choice or case: no path names these. */
+std::optional<NodeRequest> MakeRequest(const Instance &instance, const Place &place);
 
-/* The request for a leaf's holder, where the leaf itself is out of the library's reach: the paths find a leaf of a case,
- * or one that an augment adds to a node with children, by way of its holder only. */
-NodeRequest MakeHolderRequest(const Instance &instance, const Place &leaf, YinFiles *files);
+/* The request for the node that holds the leaf. The library finds a leaf of a case, and one that an augment adds to a node
+ * with children, only through that node. */
+NodeRequest MakeHolderRequest(const Instance &instance, const Place &leaf);
 
 /* The library's answer to a request: the node, or the holder of the leaf that it names; null when it finds none, or the
  * module to ask is not loaded. */
 const KorvTreeNode *Ask(const Instance &instance, const NodeRequest &request);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_NODE_REQUEST_H

@@ -16,7 +16,7 @@ size_t StepEnd(std::string_view path, size_t begin)
     int brackets = 0;
     char quote = 0;
     for (size_t at = begin; at < path.size(); ++at) {
-        const char c = path[at];
+        char c = path[at];
         if (quote != 0)
             quote = c == quote ? '\0' : quote;
         else if (brackets > 0 && (c == '"' || c == '\''))
@@ -34,7 +34,7 @@ size_t StepEnd(std::string_view path, size_t begin)
 PathStep ToStep(std::string_view text)
 {
     text = text.substr(0, text.find('['));
-    const size_t colon = text.find(':');
+    size_t colon = text.find(':');
     if (colon == std::string_view::npos)
         return {"", std::string(text)};
     return {std::string(text.substr(0, colon)), std::string(text.substr(colon + 1))};
@@ -61,7 +61,7 @@ void OfferNames(NearestName *nearest, Chain chain)
 
 bool StandsWhereAdded(const ModuleFile &file, const Place &place)
 {
-    const std::optional<Addition> addition = AdditionOf(file, place);
+    std::optional<Addition> addition = AdditionOf(file, place);
     return addition && addition->augment == place.augment;
 }
 
@@ -87,7 +87,7 @@ std::vector<PathStep> ParsePath(std::string_view path)
     std::vector<PathStep> steps;
     size_t begin = path.starts_with("/") ? 1 : 0;
     while (begin <= path.size()) {
-        const size_t end = StepEnd(path, begin);
+        size_t end = StepEnd(path, begin);
         steps.push_back(ToStep(path.substr(begin, end - begin)));
         if (steps.back().name.empty())
             throw Failure("'" + std::string(path) + "' is no path: a step is empty", EXIT_USAGE);
@@ -117,9 +117,8 @@ bool PathFinder::Means(const PathStep &step, const char *name, const char *modul
         return false;
     if (step.prefix.empty() || step.prefix == module)
         return true;
-    const YinFile *own = files_->Find(file_.pcModuleName);
-    const std::string_view imported = own != nullptr ? own->ModuleOfPrefix(step.prefix) : "";
-    return imported.empty() ? files_->PrefixOf(module) == step.prefix : imported == module;
+    std::string imported = prefixes_.ModuleOf(file_.pcModuleName, step.prefix);
+    return imported.empty() ? prefixes_.Of(module) == step.prefix : imported == module;
 }
 
 void PathFinder::MatchLeaf(Search *search, const KorvTreeNode &holder, size_t step) const
@@ -134,7 +133,7 @@ void PathFinder::MatchLeaf(Search *search, const KorvTreeNode &holder, size_t st
 
 void PathFinder::Match(Search *search, Chain chain, size_t step) const
 {
-    const bool last = step + 1 == search->steps.size();
+    bool last = step + 1 == search->steps.size();
     for (const KorvTreeNode &node : chain) {
         if (!IsOrdinary(node))
             Match(search, Children(node), step);
@@ -203,14 +202,14 @@ std::string PathFinder::WhyNot(const std::vector<PathStep> &steps) const
         for (const KorvTreeLeaf &leaf : Leaves(list))
             nearest.Offer(leaf.pcName);
     }
-    const std::string name = (missing.prefix.empty() ? "" : missing.prefix + ":") + missing.name;
+    std::string name = (missing.prefix.empty() ? "" : missing.prefix + ":") + missing.name;
     return "no '" + name + "' below " + StepsText(steps, known) + nearest.Hint();
 }
 
 Place PathFinder::Require(const std::string &path) const
 {
-    const std::vector<PathStep> steps = ParsePath(path);
-    const std::vector<Place> places = Find(steps);
+    std::vector<PathStep> steps = ParsePath(path);
+    std::vector<Place> places = Find(steps);
     if (places.empty())
         throw Failure(WhyNot(steps));
     for (size_t i = 1; i < places.size(); ++i)
@@ -223,7 +222,7 @@ std::vector<WayStep> WayTo(const Place &place)
 {
     std::vector<const KorvTreeNode *> nodes = FromTop(*place.node);
     if (place.leaf != nullptr) {
-        const std::vector<const KorvTreeNode *> cases = CasesAbove(*place.node, *place.leaf);
+        std::vector<const KorvTreeNode *> cases = CasesAbove(*place.node, *place.leaf);
         nodes.insert(nodes.end(), cases.begin(), cases.end());
     }
     std::vector<WayStep> way;
@@ -240,7 +239,7 @@ std::optional<Addition> AdditionOf(const ModuleFile &file, const Place &place)
     if (!place.augment)
         return std::nullopt;
     std::string above;
-    const std::vector<WayStep> way = WayTo(place);
+    std::vector<WayStep> way = WayTo(place);
     size_t step = 0;
     for (; step < way.size() && std::strcmp(way[step].module, file.pcModuleName) != 0; ++step)
         above += std::string("/") + way[step].name;

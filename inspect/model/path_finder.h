@@ -1,6 +1,5 @@
 /* Finding the nodes and leaves that a person's path means, in all of a module's trees. */
-#ifndef KORV_INSPECT_PATH_FINDER_H
-#define KORV_INSPECT_PATH_FINDER_H
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -9,8 +8,8 @@
 #include <vector>
 
 #include "model/instance.h"
+#include "model/prefixes.h"
 #include "model/trees.h"
-#include "model/yin_files.h"
 
 namespace inspect {
 
@@ -37,7 +36,7 @@ struct Place {
 
 class PathFinder {
   public:
-    PathFinder(const ModuleFile &file, YinFiles *files) : file_(file), files_(files) {}
+    PathFinder(const Instance &instance, const ModuleFile &file) : file_(file), prefixes_(instance.Schema()) {}
 
     /* The distinct places that the steps may mean: those of the module's own tree first, then those of its augments'
      * target trees. Choices and cases need no step; only where nothing else fits, a step may name one. */
@@ -57,7 +56,7 @@ class PathFinder {
     std::string WhyNot(const std::vector<PathStep> &steps) const;
 
     const ModuleFile &file_;
-    YinFiles *files_;
+    Prefixes prefixes_;
 };
 
 /* One step of the way from the top of a tree to a place, choices and cases included. */
@@ -82,5 +81,3 @@ std::string QualifiedPath(const Place &place);
 std::string PlainPath(const Place &place);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_PATH_FINDER_H

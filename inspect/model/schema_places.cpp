@@ -1,66 +1,128 @@
 #include "model/schema_places.h"
 
-#include <algorithm>
+#include <new>
+#include <vector>
 
+#include "model/instance.h"
 #include "model/schema_scan.h"
+#include "model/statements.h"
 
 namespace inspect {
 namespace {
 
 /* The path of the leaf's own type; "" when a typedef has it. */
-std::string LeafrefPath(QY_NODE *leaf, YinFiles *files)
+std::string LeafrefPath(QY_NODE *leaf)
 {
-    const std::optional<Position> position = FindStatement(leaf, files);
-    if (!position)
-        return "";
-    for (const YinStatement *child : position->statement->children) {
-        if (child->Is("type"))
-            return std::string(ChildArgument(*child, "path"));
-    }
-    return "";
+    QXYANG_ORIGIN_S origin = OriginOf(leaf);
+    std::string path;
+    if (origin.pstFile != nullptr)
+        ForEachIn(origin.pstFile, StatementAt(origin.pstFile, origin.uiStatement),
+                  [&](const QXYANG_STATEMENT_S &statement) {
+                      if (IsYang(statement, "type"))
+                          path = ArgumentIn(origin.pstFile, statement, "path");
+                  });
+    return path;
+}
+
+/* True if the extension statement stands in the node's own statement, or in one that changes the node. */
+bool IsOfNode(const QXYANG_ORIGIN_S &extension, const QXYANG_ORIGIN_S &node)
+{
+    if (extension.pstFile == nullptr)
+        return false;
+    uint32_t parent = StatementAt(extension.pstFile, extension.uiStatement).uiParent;
+    if (extension.pstFile == node.pstFile && parent == node.uiStatement)
+        return true;
+    QXYANG_STATEMENT_S around = StatementAt(extension.pstFile, parent);
+    return IsYang(around, "refine") || IsYang(around, "deviate");
 }
 
 } // namespace
 
-std::vector<WayStep> WayTo(QY_NODE *node)
+void PlaceAt(const std::optional<Position> &position, Cause *cause)
 {
-    std::vector<WayStep> way;
-    for (; node != nullptr; node = QY_NODE_GetParentNode(node)) {
-        const uint32_t type = QY_NODE_GetNodeType(node);
-        const char *name = QY_NODE_GetNodeName(node);
-        way.push_back({name != nullptr ? name : "", ModuleNameOf(node),
-                       type != QY_NODE_TYPE_CHOICE && type != QY_NODE_TYPE_CASE});
-    }
-    std::reverse(way.begin(), way.end());
-    return way;
+    if (!position)
+        return;
+    cause->file = position->file;
+    cause->line = position->line;
 }
 
-std::optional<Position> FindStatement(QY_NODE *node, YinFiles *files)
+const std::string &Places::Shown(const std::string &file)
 {
-    QY_MOD *module = QY_NODE_GetModule(node);
-    return StatementFinder(QY_MOD_GetModuleName(module), QY_MOD_GetRevision(module), files).Find(WayTo(node));
+    auto [entry, isNew] = shown_.try_emplace(file);
+    if (isNew)
+        entry->second = ShownPath(dirs_, file);
+    return entry->second;
+}
+
+std::optional<Position> Places::Of(const QXYANG_ORIGIN_S &origin)
+{
+    if (origin.pcFile == nullptr)
+        return std::nullopt;
+    return Position{Shown(origin.pcFile), origin.stPlace.uiLine};
+}
+
+std::optional<Position> Places::Of(QY_NODE *node)
+{
+    return Of(OriginOf(node));
+}
+
+std::optional<Position> Places::Of(QY_MOD *module)
+{
+    QXYANG_ORIGIN_S origin = {};
+    if (QXYANG_GetModuleOrigin(module, &origin) != 0)
+        throw std::bad_alloc();
+    return Of(origin);
+}
+
+std::optional<Position> Places::OfExtension(QY_NODE *node, std::span<const char *const> keywords)
+{
+    QXYANG_ORIGIN_S own = OriginOf(node);
+    std::vector<Extension> extensions = ExtensionsOf(node);
+    for (const char *keyword : keywords)
+        for (const Extension &extension : extensions)
+            if (extension.keyword == keyword && IsOfNode(extension.origin, own))
+                return Of(extension.origin);
+    return Of(own);
+}
+
+std::optional<Position> Places::OfExtension(QY_NODE *node, const std::string &keyword, const std::string &argument)
+{
+    QXYANG_ORIGIN_S own = OriginOf(node);
+    for (const Extension &extension : ExtensionsOf(node))
+        if (extension.keyword == keyword && extension.argument == argument && IsOfNode(extension.origin, own))
+            return Of(extension.origin);
+    return Of(own);
+}
+
+QXYANG_ORIGIN_S OriginOf(QY_NODE *node)
+{
+    QXYANG_NODE_DETAILS_S details = {};
+    if (QXYANG_GetNodeDetails(node, &details) != 0)
+        throw std::bad_alloc();
+    return details.stStatement;
 }
 
 std::string DataPath(QY_NODE *node)
 {
     std::string path;
-    for (const WayStep &step : WayTo(node)) {
-        if (step.named)
-            path.append("/").append(step.name);
+    for (; node != nullptr; node = QY_NODE_GetParentNode(node)) {
+        uint32_t type = QY_NODE_GetNodeType(node);
+        if (type != QY_NODE_TYPE_CHOICE && type != QY_NODE_TYPE_CASE)
+            path.insert(0, "/" + NameOf(node));
     }
     return path;
 }
 
-std::string BrokenLeafrefText(QY_NODE *leaf, YinFiles *files)
+std::string BrokenLeafrefText(QY_NODE *leaf)
 {
     if (LeadsThroughTooMany(leaf))
         return "leads through more than " + std::to_string(MAX_LEAFREF_HOPS) + " leafrefs";
     QY_NODE *broken = BrokenLeafref(leaf);
     if (broken == nullptr)
         return "";
-    const std::string path = LeafrefPath(broken, files);
-    const std::string quoted = path.empty() ? "" : " '" + path + "'";
-    const std::string which = broken == leaf ? "is a leafref" : "leads to the leafref " + DataPath(broken) + ",";
+    std::string path = LeafrefPath(broken);
+    std::string quoted = path.empty() ? "" : " '" + path + "'";
+    std::string which = broken == leaf ? "is a leafref" : "leads to the leafref " + DataPath(broken) + ",";
     if (path.find("deref") != std::string::npos)
         return which + " whose path" + quoted + " cannot be followed";
     return which + " whose target" + quoted + " is not found (a deviation may have removed it)";

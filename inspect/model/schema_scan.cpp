@@ -10,12 +10,12 @@ namespace {
 constexpr const char *EXTENSION_MODULE = "quelvo-mim-extensions";
 
 /* A visitor as the cookie of a scan. Exceptions do not cross the schema library: they wait until the scan is over. */
-template <typename Visitor>
+template <class Visitor>
 struct Scan {
     Visitor visit;
     bool outOfMemory = false;
 
-    template <typename... Args>
+    template <class... Args>
     void Visit(Args... args)
     try {
         visit(args...);
@@ -43,39 +43,47 @@ uint32_t OnTreeNode(QY_NODE *node, uint32_t travType, void *cookie)
     return 0;
 }
 
-using ExtensionVisitor = std::function<void(QY_EXT *, const char *, const char *)>;
+using ExtensionVisitor = std::function<void(const Extension &)>;
 
-uint32_t OnExtension(QY_EXT *instance, const char *module, const char *keyword, const char *argument, void *cookie)
+bool IsOurs(const char *module)
 {
-    if (module == nullptr || keyword == nullptr || std::strcmp(module, EXTENSION_MODULE) != 0)
-        return 0;
-    static_cast<Scan<ExtensionVisitor> *>(cookie)->Visit(instance, keyword, argument != nullptr ? argument : "");
+    return module != nullptr && std::strcmp(module, EXTENSION_MODULE) == 0;
+}
+
+uint32_t OnExtension(QY_EXT *instance, const char *module, const char *keyword, const char *argument,
+                     const QXYANG_ORIGIN_S *origin, void *cookie)
+{
+    if (IsOurs(module))
+        static_cast<Scan<ExtensionVisitor> *>(cookie)->Visit(
+            Extension{instance, keyword, argument != nullptr ? argument : "", *origin});
     return 0;
 }
 
-template <typename Source>
-std::vector<Extension> Collect(Source *source, uint32_t (*scanAll)(Source *, QY_EXT_SCAN_PF, void *))
+/* What scanAll(callback, cookie) reports. */
+template <class ScanAll>
+std::vector<Extension> Collect(ScanAll scanAll)
 {
     std::vector<Extension> found;
-    Scan<ExtensionVisitor> scan = {[&found](QY_EXT *instance, const char *keyword, const char *argument) {
-        found.push_back({instance, keyword, argument});
-    }};
-    (void)scanAll(source, OnExtension, &scan);
+    Scan<ExtensionVisitor> scan = {[&found](const Extension &extension) { found.push_back(extension); }};
+    if (scanAll(OnExtension, &scan) != 0)
+        throw std::bad_alloc();
     scan.End();
     return found;
+}
+
+using TextVisitor = std::function<void(const char *, const char *)>;
+
+uint32_t OnArgument(QY_EXT *, const char *module, const char *keyword, const char *argument, void *cookie)
+{
+    if (IsOurs(module))
+        static_cast<Scan<TextVisitor> *>(cookie)->Visit(keyword, argument != nullptr ? argument : "");
+    return 0;
 }
 
 uint32_t OnType(void *, void *, QY_TYPE *type, void *cookie)
 {
     *static_cast<QY_TYPE **>(cookie) = type; /* the last one is the leaf's own */
     return 0;
-}
-
-QY_NODE *TopOf(QY_NODE *node)
-{
-    while (QY_NODE *above = QY_NODE_GetParentNode(node))
-        node = above;
-    return node;
 }
 
 /* The last leaf of a chain of leafrefs; null beyond the number of leafrefs that the library follows. */
@@ -143,6 +151,13 @@ void ForEachOwnNode(QY_MOD *module, const NodeVisitor &visit)
     });
 }
 
+QY_NODE *TopOf(QY_NODE *node)
+{
+    while (QY_NODE *above = QY_NODE_GetParentNode(node))
+        node = above;
+    return node;
+}
+
 std::string NameOf(QY_NODE *node)
 {
     const char *name = QY_NODE_GetNodeName(node);
@@ -156,26 +171,30 @@ const char *ModuleNameOf(QY_NODE *node)
 
 std::vector<Extension> ExtensionsOf(QY_NODE *node)
 {
-    return Collect(node, QY_NODE_ScanAllExtInsts);
+    return Collect([node](auto callback, void *cookie) { return QXYANG_ScanNodeExtInsts(node, callback, cookie); });
 }
 
 std::vector<Extension> ExtensionsOf(QY_MOD *module)
 {
-    return Collect(module, QY_MOD_ScanAllExtInsts);
+    return Collect(
+        [module](auto callback, void *cookie) { return QXYANG_ScanModuleExtInsts(module, callback, cookie); });
 }
 
-std::vector<Extension> ExtensionsWithin(QY_EXT *instance)
+std::vector<Extension> ExtensionsWithin(QY_CTX *schema, QY_EXT *instance)
 {
-    return Collect(instance, QY_EXT_ScanAllChildExtInsts);
+    return Collect(
+        [=](auto callback, void *cookie) { return QXYANG_ScanChildExtInsts(schema, instance, callback, cookie); });
 }
 
 std::vector<std::string> ExtensionArguments(QY_NODE *node, const std::string &keyword)
 {
     std::vector<std::string> arguments;
-    for (const Extension &extension : ExtensionsOf(node)) {
-        if (extension.keyword == keyword)
-            arguments.push_back(extension.argument);
-    }
+    Scan<TextVisitor> scan = {[&](const char *found, const char *argument) {
+        if (keyword == found)
+            arguments.emplace_back(argument);
+    }};
+    (void)QY_NODE_ScanAllExtInsts(node, OnArgument, &scan);
+    scan.End();
     return arguments;
 }
 

@@ -1,12 +1,11 @@
 /* The schema's nodes and what their statements say, with the scans of the contract as loops. */
-#ifndef KORV_INSPECT_SCHEMA_SCAN_H
-#define KORV_INSPECT_SCHEMA_SCAN_H
+#pragma once
 
 #include <functional>
 #include <string>
 #include <vector>
 
-#include <korv_platform.h>
+#include <qxyang.h>
 
 namespace inspect {
 
@@ -25,6 +24,9 @@ void ForEachNode(QY_MOD *module, const NodeVisitor &visit);
 /* Every node that the module defines, each once, wherever its augments put it. */
 void ForEachOwnNode(QY_MOD *module, const NodeVisitor &visit);
 
+/* The node at the top of the schema above the node, or the node itself. */
+QY_NODE *TopOf(QY_NODE *node);
+
 std::string NameOf(QY_NODE *node);
 const char *ModuleNameOf(QY_NODE *node);
 
@@ -33,10 +35,13 @@ struct Extension {
     QY_EXT *instance;
     std::string keyword;
     std::string argument;
+    QXYANG_ORIGIN_S origin; /* its statement */
 };
 std::vector<Extension> ExtensionsOf(QY_NODE *node);
 std::vector<Extension> ExtensionsOf(QY_MOD *module);
-std::vector<Extension> ExtensionsWithin(QY_EXT *instance);
+
+/* The statements in one that the context's node or module has. */
+std::vector<Extension> ExtensionsWithin(QY_CTX *schema, QY_EXT *instance);
 
 /* Arguments of the leaf's or node's statements with this keyword. */
 std::vector<std::string> ExtensionArguments(QY_NODE *node, const std::string &keyword);
@@ -58,5 +63,3 @@ inline constexpr int MAX_LEAFREF_HOPS = 64;
 bool LeadsThroughTooMany(QY_NODE *leaf);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_SCHEMA_SCAN_H

@@ -96,7 +96,7 @@ TreeSize SizeOf(Chain trees)
 {
     TreeSize size;
     for (const KorvTreeNode &node : trees) {
-        const TreeSize below = SizeOf(Children(node));
+        TreeSize below = SizeOf(Children(node));
         size.nodes += 1 + below.nodes;
         size.classes += (IsOrdinary(node) && node.uiClassId != 0 ? 1 : 0) + below.classes;
         size.leaves += Leaves(node.pstLeafList).Size() + below.leaves;

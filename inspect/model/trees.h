@@ -1,6 +1,5 @@
 /* Reading the library's class trees: chains, leaves, keys and type names. */
-#ifndef KORV_INSPECT_MODEL_H
-#define KORV_INSPECT_MODEL_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -42,7 +41,7 @@ inline Chain Children(const KorvTreeNode &node)
 }
 
 /* The entries of a vector of the host's, for a range-based loop; null is an empty one. */
-template <typename Item>
+template <class Item>
 class Items {
   public:
     class Iterator {
@@ -120,5 +119,3 @@ struct TreeSize {
 TreeSize SizeOf(Chain trees);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_MODEL_H

@@ -1,7 +1,6 @@
 /* Class trees as a graph for Graphviz: a box a node, classes bold, choices and cases dashed. */
 #include <cstdio>
 
-#include "base/text.h"
 #include "model/trees.h"
 #include "tree/tree_rows.h"
 #include "tree/tree_view.h"
@@ -36,7 +35,7 @@ class DotOut {
     /* As in the text: the way to the target and what the module has added there, or the whole target tree. */
     void Augment(const AugmentView &augment)
     {
-        const TargetWay way = view_.whole && !view_.full ? WayToTarget(augment) : TargetWay();
+        TargetWay way = view_.whole && !view_.full ? WayToTarget(augment) : TargetWay();
         if (way.nodes.empty()) {
             Part(augment.targetTree.first != nullptr ? augment.targetTree : augment.self);
             return;
@@ -45,7 +44,7 @@ class DotOut {
         const KorvTreeNode *target = way.missing.empty() ? way.nodes.back() : nullptr;
         for (const KorvTreeNode *step : way.nodes) {
             // A way has no absent steps. NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker)
-            const uint32_t number = Box(*step, step == target ? AddedLeaves(augment, *step) : "");
+            uint32_t number = Box(*step, step == target ? AddedLeaves(augment, *step) : "");
             if (step != way.nodes.front())
                 Edge(above, number);
             above = number;
@@ -64,7 +63,7 @@ class DotOut {
         std::string leaves;
         for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList))
             leaves += LeafLine(leaf);
-        const uint32_t number = Box(node, leaves);
+        uint32_t number = Box(node, leaves);
         if (depth == 1)
             return number;
         for (const KorvTreeNode &child : Children(node))
@@ -75,7 +74,7 @@ class DotOut {
     uint32_t Box(const KorvTreeNode &node, const std::string &leaves)
     {
         std::string label = node.pcName;
-        const std::string summary = NodeSummary(node);
+        std::string summary = NodeSummary(node);
         if (!summary.empty())
             label += "\\n" + summary;
         if (!leaves.empty())

@@ -54,10 +54,10 @@ std::string NodeSummary(const KorvTreeNode &node)
         AddWord(&text, "class " + Hex(node.uiClassId));
     if (node.uiSampleId != 0)
         AddWord(&text, "sample " + Hex(node.uiSampleId));
-    const std::vector<uint32_t> self = KeyIds(node.aucSelfNodeKey);
+    std::vector<uint32_t> self = KeyIds(node.aucSelfNodeKey);
     if (!self.empty())
         AddWord(&text, (self.size() == 1 ? "key " : "keys ") + JoinNumbers(self, " "));
-    const std::vector<uint32_t> ancestor = KeyIds(node.aucAncestorKey);
+    std::vector<uint32_t> ancestor = KeyIds(node.aucAncestorKey);
     if (!ancestor.empty())
         AddWord(&text, (ancestor.size() == 1 ? "ancestor key " : "ancestor keys ") + JoinNumbers(ancestor, " "));
     return text;
@@ -67,8 +67,8 @@ std::string RangeText(const KorvTreeLeaf &leaf)
 {
     if (!HasRange(leaf) || IsFullRange(leaf))
         return "";
-    const std::string min = std::to_string(static_cast<uint64_t>(leaf.llRangeMin));
-    const std::string max = std::to_string(static_cast<uint64_t>(leaf.llRangeMax));
+    std::string min = std::to_string(static_cast<uint64_t>(leaf.llRangeMin));
+    std::string max = std::to_string(static_cast<uint64_t>(leaf.llRangeMax));
     return min == max ? min : min + ".." + max;
 }
 
@@ -94,7 +94,7 @@ std::string TreeRows::From(const char *module, const char *parentModule) const
 
 void TreeRows::AddNode(const KorvTreeNode &node, uint32_t indent)
 {
-    const std::string kind = IsOrdinary(node) ? "" : std::string(KindName(node)) + " ";
+    std::string kind = IsOrdinary(node) ? "" : std::string(KindName(node)) + " ";
     std::string rest = NodeSummary(node);
     AddWord(&rest, From(node.pcModuleName, node.pstParent != nullptr ? node.pstParent->pcModuleName : nullptr));
     rows_.push_back({Indented(kind + node.pcName, indent), "", "", rest});
@@ -122,7 +122,7 @@ void TreeRows::AddTree(const KorvTreeNode &node, uint32_t indent, uint32_t depth
         AddWord(&rest, From(leaf.pcModuleName, node.pcModuleName));
     }
     if (depth == 1) {
-        const TreeSize below = SizeOf(Children(node));
+        TreeSize below = SizeOf(Children(node));
         if (below.nodes != 0)
             AddText("... " + Count(below.nodes, "node"), indent + 1);
         return;

@@ -1,6 +1,5 @@
 /* Class trees as rows of text in columns: nodes with their ids and keys, leaves with theirs. */
-#ifndef KORV_INSPECT_TREE_ROWS_H
-#define KORV_INSPECT_TREE_ROWS_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -50,5 +49,3 @@ class TreeRows {
 };
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_TREE_ROWS_H

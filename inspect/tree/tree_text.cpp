@@ -1,9 +1,7 @@
 /* Class trees as text. */
 #include <cstdio>
 #include <cstring>
-#include <string_view>
 
-#include "base/text.h"
 #include "model/trees.h"
 #include "tree/tree_rows.h"
 #include "tree/tree_view.h"
@@ -23,7 +21,7 @@ void AddPart(TreeRows *rows, const TreePart &part, uint32_t indent, uint32_t dep
 /* The way to the target and what the module has added there. */
 bool AddAdditions(TreeRows *rows, const TreeView &view, const AugmentView &augment)
 {
-    const TargetWay way = WayToTarget(augment);
+    TargetWay way = WayToTarget(augment);
     if (way.nodes.empty())
         return false;
     uint32_t indent = 1;

@@ -12,7 +12,7 @@ std::vector<std::string_view> NamesOf(std::string_view target)
     while (!target.empty()) {
         if (target.front() == '/')
             target.remove_prefix(1);
-        const std::string_view step = target.substr(0, target.find('/'));
+        std::string_view step = target.substr(0, target.find('/'));
         target.remove_prefix(step.size());
         names.push_back(step.substr(step.find(':') + 1));
     }

@@ -1,6 +1,5 @@
 /* What `tree` shows of a module, and how each format writes it. */
-#ifndef KORV_INSPECT_TREE_VIEW_H
-#define KORV_INSPECT_TREE_VIEW_H
+#pragma once
 
 #include <cstdint>
 #include <set>
@@ -57,5 +56,3 @@ void WriteNodeJson(JsonOut *out, const KorvTreeNode &node, uint32_t depth);
 void WriteLeafJson(JsonOut *out, const KorvTreeLeaf &leaf);
 
 } // namespace inspect
-
-#endif // KORV_INSPECT_TREE_VIEW_H

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <regex>
 
 #include "inspect/run_inspect.h"
 #include "support/models.h"
@@ -24,15 +25,31 @@ std::string ClassId(const std::string &number)
     return Ext("class-id", number);
 }
 
-/* The name on a line of a file; "?" for a line that has none. */
-std::string NameAt(const std::string &file, uint32_t line)
+std::string LineAt(const std::string &file, uint32_t line)
 {
     std::ifstream stream(file);
     std::string text;
     for (uint32_t i = 0; i < line; ++i)
         std::getline(stream, text);
-    const size_t begin = text.find("name=\"");
-    return begin == std::string::npos ? "?" : text.substr(begin + 6, text.find('"', begin + 6) - begin - 6);
+    return text;
+}
+
+/* The name on a line of a YIN file, or "class-id 1" for a line that begins with an extension statement. */
+std::string NameAt(const std::string &file, uint32_t line)
+{
+    const std::string text = LineAt(file, line);
+    std::smatch found;
+    if (std::regex_search(text, found, std::regex("^<mimext:([a-z0-9-]+) value=\"([^\"]*)")))
+        return found[1].str() + " " + found[2].str();
+    return std::regex_search(text, found, std::regex("name=\"([^\"]*)")) ? found[1].str() : "?";
+}
+
+/* "leaf x" of a line that holds the head of one statement, in either syntax. */
+std::string StatementAt(const std::string &file, uint32_t line)
+{
+    std::string text =
+        std::regex_replace(LineAt(file, line), std::regex("^ +<?|[a-z-]+=|\"| xmlns.*|/?>.*| \\{|;"), "");
+    return text;
 }
 
 class InspectCheck : public ::testing::Test {
@@ -129,7 +146,7 @@ TEST_F(InspectCheck, AncestorKeys)
                                      ClassId("1") + Leaf("a", "string", Id("1")) + Leaf("b", "string", Id("2")) + "\n" +
                                          inner)));
     EXPECT_EQ(Findings({"m"}), (Texts{"unmapped-ancestor-key at clash", "unmapped-ancestor-key at without",
-                                      "ancestor-key-collision at taken"}));
+                                      "ancestor-key-collision at ancestor-key-fid 7 8"}));
     const std::string text = Run({"m"}).out;
     EXPECT_NE(LineWith(text, "1 key of class /c/l (0x1) has no attribute id in class /c/l/clash (0x2)"), "") << text;
     EXPECT_NE(LineWith(text, "2 keys of class /c/l (0x1) have no attribute id in class /c/l/without (0x3)"), "");
@@ -143,9 +160,11 @@ TEST_F(InspectCheck, ClassIdsWithinAModuleAndAcrossModules)
             Container("e", ClassId("0x11")) + "<augment target-node=\"/m:c\">\n" + Container("f", ClassId("0x12")) +
                 "</augment>",
             "m");
-    EXPECT_EQ(Findings({"m"}), (Texts{"duplicate-class-id at b"}));
-    EXPECT_EQ(Findings({"n"}), (Texts{"duplicate-class-id at e"})) << "with a node that an augment's target tree shows";
-    EXPECT_EQ(Findings({"m", "n"}), (Texts{"duplicate-class-id at b", "duplicate-class-id at e"}));
+    EXPECT_EQ(Findings({"m"}), (Texts{"duplicate-class-id at class-id 0x10"}));
+    EXPECT_EQ(Findings({"n"}), (Texts{"duplicate-class-id at class-id 0x11"}))
+        << "with a node that an augment's target tree shows";
+    EXPECT_EQ(Findings({"m", "n"}),
+              (Texts{"duplicate-class-id at class-id 0x10", "duplicate-class-id at class-id 0x11"}));
     const std::string text = Run({"m", "n"}).out;
     EXPECT_NE(LineWith(text, "class /e (0x11) has the class id of /c/d of module 'm' (" + dir.Path() + "/m.yin:"), "")
         << text;
@@ -176,12 +195,13 @@ TEST_F(InspectCheck, StatementsThatDoNotSayWhatTheySeemToSay)
                                  Container("s", ClassId("8") + Leaf("k", "string", Id("1"))))));
     std::vector<std::string> findings = Findings({"quelvo-bras-user-manage"});
     std::erase_if(findings, [](const std::string &text) { return text.starts_with("duplicate-"); });
-    EXPECT_EQ(findings,
-              (Texts{"library-message", "bad-number at quelvo-bras-user-manage", "bad-number at top",
-                     "no-effect at top", "bad-number at large", "repeated-statement at large",
-                     "repeated-statement at twice", "bad-number at word", "bad-number at none", "field-id-range at far",
-                     "bad-number at minus", "bad-number at minus", "no-effect at tags", "extra-ancestor-key at alone",
-                     "dropped-key at inner", "extra-ancestor-key at more", "no-effect at shapeless"}));
+    EXPECT_EQ(findings, (Texts{"library-message", "bad-number at aaa-task-id zz", "bad-number at class-id zz",
+                               "no-effect at field-id 3", "bad-number at class-id 0x1FFFFFFFF",
+                               "repeated-statement at class-id 4", "repeated-statement at field-id 2",
+                               "bad-number at word", "bad-number at none", "field-id-range at name2id-key-fid 300",
+                               "bad-number at tlmt-sample-id -1", "bad-number at class-id -2", "no-effect at tags",
+                               "extra-ancestor-key at ancestor-key-fid 10", "dropped-key at inner",
+                               "extra-ancestor-key at ancestor-key-fid 10 11", "no-effect at shapeless"}));
     const std::string text = Run({"quelvo-bras-user-manage"}).out;
     EXPECT_NE(LineWith(text, "class-id '0x1FFFFFFFF' has more than 32 bits: it counts as 0xffffffff"), "") << text;
     EXPECT_NE(LineWith(text, "leaf 'word': field-id 'abc' is no number: it counts as 0"), "");
@@ -263,6 +283,78 @@ TEST_F(InspectCheck, PointsIntoTheFileOfTheNewestRevision)
     EXPECT_EQ(Findings({"--all"}), (Texts{"missing-field-id at x"})) << "one module in two files";
 }
 
+TEST_F(InspectCheck, PointsAtTheStatementsThatItIsAboutInBothSyntaxes)
+{
+    dir.AddFile("m.yang", R"(module m {
+  namespace "urn:m"; prefix p;
+  import quelvo-mim-extensions { prefix mimext; }
+  grouping g {
+    leaf plain { type string; }
+    leaf again {
+      type string;
+      mimext:field-id 1;
+    }
+  }
+  container c {
+    mimext:class-id 7;
+    leaf first {
+      mimext:field-id 1;
+      type string;
+    }
+    uses g {
+      refine plain {
+        mimext:field-id 300;
+      }
+    }
+    container d {
+      mimext:class-id 7x;
+      mimext:class-id 8;
+    }
+    leaf-list tags {
+      type string;
+      mimext:datatype-id 1;
+    }
+  }
+  container e {
+    mimext:class-id 7;
+  }
+})");
+    ASSERT_EQ(RunShell("cd " + dir.Path() + " && mkdir yin && korv-inspect convert m.yang -o yin/").exitCode, 0);
+    for (const char *file : {"/m.yang", "/yin/m.yin"}) {
+        const rapidjson::Document json = Json(Run({dir.Path() + file, "--format", "json"}));
+        Texts findings;
+        for (const rapidjson::Value &finding : json["findings"].GetArray()) {
+            EXPECT_EQ(finding["file"].GetString(), dir.Path() + file);
+            findings.push_back(std::string(finding["name"].GetString()) + " at " +
+                               StatementAt(finding["file"].GetString(), finding["line"].GetUint()));
+        }
+        EXPECT_EQ(findings, (Texts{"duplicate-field-id at mimext:field-id 1", "field-id-range at mimext:field-id 300",
+                                   "bad-number at mimext:class-id 7x", "repeated-statement at mimext:class-id 8",
+                                   "no-effect at mimext:datatype-id 1", "duplicate-class-id at mimext:class-id 7"}))
+            << file;
+    }
+}
+
+TEST_F(InspectCheck, FilesThatStandBesideOneAnother)
+{
+    dir.Add("m", Container("c", ClassId("1") + Leaf("x", "string")));
+    dir.AddFile("m@backup.yin", "not YIN");
+    dir.AddFile("m@2020-01-01.yin", "nor this");
+    EXPECT_EQ(Findings({"m"}), (Texts{"missing-field-id at x"}));
+    EXPECT_EQ(Findings({"--all"}), (Texts{"missing-field-id at x"}));
+    std::filesystem::remove(dir.Path() + "/m.yin");
+    dir.AddFile("m@2020-01-01.yin", Module("m", Container("c", ClassId("1") + Leaf("old", "string"))));
+    EXPECT_EQ(Findings({"m"}), (Texts{"missing-field-id at old"}));
+
+    dir.AddFile("m@2020-01-01.yang", "module m { }");
+    const std::string twins = dir.Path() + "/m@2020-01-01.yin: warning: '" + dir.Path() +
+                              "/m@2020-01-01.yang' stands beside it: of the two, a load by name reads the .yin file "
+                              "alone [two-syntaxes]";
+    for (const std::vector<std::string> &args :
+         std::vector<std::vector<std::string>>{{"m"}, {"--all"}, {dir.Path() + "/m@2020-01-01.yin"}})
+        EXPECT_EQ(LineWith(Run(args).out, "two-syntaxes"), twins) << args.front();
+}
+
 TEST_F(InspectCheck, LoadFailuresAreErrorsWithTheirPlace)
 {
     dir.Add("types", "<typedef name=\"t\"><type name=\"strng\"/></typedef>");
@@ -312,7 +404,7 @@ TEST_F(InspectCheck, ExplainsWhatTheLibraryRefuses)
          "leaf 'minus' of class 'c': '-1' is no number that field-id can have"},
         {"keys", Container("c", List("many", keys, ClassId("1") + keyLeaves)), "many",
          "class 'many' has more than 16 keys"},
-        {"type", Container("c", Container("odd", Ext("class-type", "Leafref"))), "odd",
+        {"type", Container("c", Container("odd", Ext("class-type", "Leafref"))), "class-type Leafref",
          "class 'odd': class-type 'Leafref' is neither 'leafref' nor 'leafref-target'"},
         {"few",
          Container("c", List("outer", "a b",
@@ -347,7 +439,7 @@ TEST_F(InspectCheck, FindsTheRefusedStatementAmongOthersOfItsName)
                                Container("b", ClassId("2") + Leaf("x", "empty", Id("1"))) +
                                Container("e", Container("b", Leaf("x", "empty")))),
             "base");
-    EXPECT_EQ(Findings({"m"}), (Texts{"load-failed at port"}));
+    EXPECT_EQ(Findings({"m"}), (Texts{"load-failed at class-type odd"}));
     EXPECT_EQ(LineWith(Run({"n"}).out, "leaf 'x' of class 'b' is of type empty").find(dir.Path() + "/n.yin:13: "), 0U)
         << Run({"n"}).out;
 }

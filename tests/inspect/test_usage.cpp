@@ -23,7 +23,6 @@ TEST(InspectUsage, WrongUsageIsSaidOnStandardErrorAndGivesTwo)
          "looks like a file: give the module's name"},
         {{"tree", "examples/yin/example-qos.yin", "./examples/yin/example-qos.yin"},
          "are both of module 'example-qos'"},
-        {{"tree", "-"}, "standard input has no name: give its module's with --as"},
         {{"tree", "a", "b", "--format", "dot"}, "a graph shows one module"},
         {{"tree", "example-qos@", "-d", "examples/yin"}, "is not MODULE or MODULE@REVISION"},
         {{"tree", "", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
@@ -133,10 +132,38 @@ TEST(InspectUsage, AFileIsTakenAsItStandsAndItsDirectoryIsSearchedFirst)
         {in + "mkdir -p a/b .hidden && mv n.yin a/b && touch .hidden/n.yin && korv-inspect tree n -r", "below"},
         {"KORV_MODEL_PATH=/no/such/dir:" + others.Path() + " korv-inspect tree n -d " + models.Path(), "none"},
         {"korv-inspect tree - --as m -d " + models.Path() + " < " + others.Path() + "/m.yin", "other"},
+        {"korv-inspect tree - -d " + models.Path() + " < " + others.Path() + "/m.yin", "other"},
+        {"printf '// a comment\nmodule m { namespace m; prefix m; container compact; }' | korv-inspect tree - -d " +
+             models.Path(),
+         "compact"},
+        {"korv-inspect modules " + others.Path() + "/n.yin - -d " + models.Path() + " < " + file, "m"},
+        {in + "cp m.yin copy.yin && korv-inspect tree copy.yin && rm copy.yin", "plain"},
     };
     for (const auto &[command, node] : cases) {
         const Result result = RunShell("export TMPDIR=" + temporary.Path() + "; " + command);
         EXPECT_NE(LineWith(result.out, node), "") << command << "\n" << result.out << result.err;
+    }
+    const struct {
+        std::string command;
+        int exitCode;
+        const char *error;
+    } named[] = {
+        {"cp m.yin copy.yin && korv-inspect modules copy.yin && rm copy.yin", 0,
+         "korv-inspect: copy.yin holds module 'm': a load by name finds it only in a file of that name\n"},
+        {"korv-inspect tree - --as n < m.yin", 2, "korv-inspect: standard input holds module 'm', not 'n'\n"},
+        {"korv-inspect tree - < /dev/null", 3,
+         "standard input:1:1: the file has no statement; expected 'module' or 'submodule'\n"
+         "korv-inspect: standard input holds no module\n"},
+        {"printf 'module m {' | korv-inspect tree -", 3,
+         "standard input:1:11: found the end of the file in 'module m' of line 1; expected '}'\n"},
+        {"printf 'module ../m;' | korv-inspect tree -", 3, "korv-inspect: standard input holds no module\n"},
+        {"printf 'submodule s { belongs-to m { prefix m; } }' | korv-inspect tree -", 3,
+         "korv-inspect: standard input holds submodule 's' of module 'm': name the module or its file\n"},
+    };
+    for (const auto &test : named) {
+        const Result result = RunShell("export TMPDIR=" + temporary.Path() + "; " + in + test.command);
+        EXPECT_EQ(result.exitCode, test.exitCode) << test.command;
+        EXPECT_EQ(result.err.find(test.error), 0U) << result.err;
     }
     const Result relative = RunShell(in + "korv-inspect check draft.yin");
     EXPECT_EQ(relative.out.find("draft.yin:5:16: error: unknown type 'strng'"), 0U) << relative.out;

@@ -1,4 +1,4 @@
-#include "convert/model_file.h"
+#include "model/model_file.h"
 
 #include <new>
 #include <string_view>
@@ -32,37 +32,14 @@ std::vector<Cause> ModelFile::Faults() const
         file_.get(),
         [](const QXYANG_FAILURE_S *failure, void *cookie) -> uint32_t {
             auto &all = *static_cast<Faults *>(cookie);
-            const std::string_view sentence = failure->pcSentence;
-            const std::string own = all.shown + ": "; // a file that cannot be read has no place, but its name
-            const size_t begin = sentence.starts_with(own) ? own.size() : 0;
+            std::string_view sentence = failure->pcSentence;
+            std::string own = all.shown + ": "; // a file that cannot be read has no place, but its name
+            size_t begin = sentence.starts_with(own) ? own.size() : 0;
             all.causes.push_back({all.shown, failure->uiLine, failure->uiColumn, std::string(sentence.substr(begin))});
             return 0;
         },
         &faults);
     return faults.causes;
-}
-
-QXYANG_STATEMENT_S ModelFile::Statement(uint32_t index) const
-{
-    QXYANG_STATEMENT_S statement = {};
-    QXYANG_GetStatement(file_.get(), index, &statement);
-    return statement;
-}
-
-std::string ModelFile::ArgumentIn(const QXYANG_STATEMENT_S &around, std::string_view keyword) const
-{
-    for (uint32_t i = around.uiFirstChild; i != QXYANG_NO_STATEMENT;) {
-        const QXYANG_STATEMENT_S statement = Statement(i);
-        if (IsYang(statement, keyword) && statement.pcArgument != nullptr)
-            return statement.pcArgument;
-        i = statement.uiNext;
-    }
-    return "";
-}
-
-bool IsYang(const QXYANG_STATEMENT_S &statement, std::string_view keyword)
-{
-    return statement.pcPrefix == nullptr && keyword == statement.pcKeyword;
 }
 
 } // namespace inspect

@@ -1,6 +1,5 @@
 /* One model file that was read alone: nothing that it imports is looked at. */
-#ifndef KORV_INSPECT_MODEL_FILE_H
-#define KORV_INSPECT_MODEL_FILE_H
+#pragma once
 
 #include <qxyang.h>
 
@@ -9,6 +8,7 @@
 #include <vector>
 
 #include "base/cause.h"
+#include "model/statements.h"
 
 namespace inspect {
 
@@ -25,24 +25,26 @@ class ModelFile {
     /* Why the file cannot be read or is not well formed; empty when it is. */
     std::vector<Cause> Faults() const;
 
-    /* The statement "module" or "submodule". The file is well formed. */
+    /* True if the file has any statement. */
+    bool HasRoot() const { return StatementAt(file_.get(), 0).pcKeyword != nullptr; }
+
+    /* Its outermost statement: "module" or "submodule" in a file that is right. */
     QXYANG_STATEMENT_S Root() const { return Statement(0); }
 
-    QXYANG_STATEMENT_S Statement(uint32_t index) const;
+    QXYANG_STATEMENT_S Statement(uint32_t index) const { return StatementAt(file_.get(), index); }
 
     /* Calls visit(statement) for each statement directly in the one given. */
-    template <typename Visit>
+    template <class Visit>
     void ForEachIn(const QXYANG_STATEMENT_S &around, Visit visit) const
     {
-        for (uint32_t i = around.uiFirstChild; i != QXYANG_NO_STATEMENT;) {
-            const QXYANG_STATEMENT_S statement = Statement(i);
-            visit(statement);
-            i = statement.uiNext;
-        }
+        inspect::ForEachIn(file_.get(), around, visit);
     }
 
     /* The argument of the first statement of YANG with that keyword directly in the one given, or "". */
-    std::string ArgumentIn(const QXYANG_STATEMENT_S &around, std::string_view keyword) const;
+    std::string ArgumentIn(const QXYANG_STATEMENT_S &around, std::string_view keyword) const
+    {
+        return inspect::ArgumentIn(file_.get(), around, keyword);
+    }
 
   private:
     struct Close {
@@ -55,9 +57,4 @@ class ModelFile {
     std::string shown_;
 };
 
-/* True if the statement is YANG's own one of that keyword. */
-bool IsYang(const QXYANG_STATEMENT_S &statement, std::string_view keyword);
-
 } // namespace inspect
-
-#endif // KORV_INSPECT_MODEL_FILE_H

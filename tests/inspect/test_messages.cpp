@@ -1,0 +1,46 @@
+/* The library's messages that korv-inspect explains are those that the library has. */
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+
+#include "model/message_text.h"
+
+namespace {
+
+/* Every text that the library logs, with "*" for each value in it. */
+std::set<std::string> LoggedMessages()
+{
+    const std::regex logged(R"re(KORV_LOG_(?:ERROR|INFO)\(\s*[^,"]+,\s*"((?:[^"\\]|\\.)*)")re");
+    const std::regex value("%[-+ #0]*[0-9]*[hljzt]*[a-zA-Z]");
+    std::set<std::string> messages;
+    for (const auto &entry : std::filesystem::recursive_directory_iterator(KORV_SOURCE_DIR "/korv_lib_yang")) {
+        if (entry.path().extension() != ".cpp")
+            continue;
+        std::ifstream in(entry.path());
+        const std::string source(std::istreambuf_iterator<char>(in), {});
+        for (std::sregex_iterator match(source.begin(), source.end(), logged), end; match != end; ++match)
+            messages.insert(std::regex_replace((*match)[1].str(), value, "*"));
+    }
+    return messages;
+}
+
+TEST(InspectMessages, AreThoseOfTheLibrary)
+{
+    const std::set<std::string> logged = LoggedMessages();
+    const std::vector<std::string_view> known = inspect::KnownMessages();
+    EXPECT_GT(known.size(), 30U);
+    for (std::string_view message : known) {
+        /* A "*" at the end stands for everything that is left. */
+        const std::string beginning(message.substr(0, message.find_last_not_of('*') + 1));
+        const auto found = logged.lower_bound(beginning);
+        const bool isThere = message.ends_with('*') ? found != logged.end() && found->starts_with(beginning)
+                                                    : logged.count(std::string(message)) == 1;
+        EXPECT_TRUE(isThere) << message;
+    }
+}
+
+} // namespace
