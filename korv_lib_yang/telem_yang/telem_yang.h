@@ -5,7 +5,7 @@
  * Results are 0 for success and 1 for failure unless they say otherwise; a failure is logged at level 0 where it is
  * detected, and again by each caller that passes it on.
  *
- * Twelve functions are there for hosts alone; the library itself never calls them:
+ * Thirteen functions are there for hosts alone; the library itself never calls them:
  * - TELEMYANG_GenerateOriginTree, TELEMYANG_GenerateAugmentTree, TELEMYANG_AugmentDupTargetYangtree,
  *   TELEMYANG_AugmentDupSelfYangtree, TELMYANG_GenerateKorvTreeNodes, TELMYANG_GenerateKorvSiblingTreeNodes and
  *   TELMYANG_DupOneKorvTreeNode: single steps of a load. Each of them has the limit of tree records for itself; a load
@@ -14,6 +14,7 @@
  *   statements of a leaf; a load scans them once for all three.
  * - TELMYANG_GetAllCaseLeafNode: a load also says when leaves are left out.
  * - TELMYANG_AllocNodeModuleName: trees borrow the name.
+ * - TELMYANG_FreeYangtreeAllNodes: the library knows which of its trees have notes (tree_release.h).
  */
 #ifndef KORV_TELEM_YANG_H
 #define KORV_TELEM_YANG_H
