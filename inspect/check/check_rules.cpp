@@ -113,10 +113,9 @@ void RuleChecker::CheckLengths(const ModelNode &node)
                "the path has " + std::to_string(node.path.size()) + " characters: dumps cut it at " +
                    std::to_string(MAX_PATH) + ", and so for everything below",
                node);
-    for (const KorvTreeLeaf &leaf : Leaves(treeNode.pstLeafList)) {
+    for (const KorvTreeLeaf &leaf : Leaves(treeNode.pstLeafList))
         if (IsOwn(leaf))
             CheckLeafLengths(node, leaf);
-    }
 }
 
 void RuleChecker::CheckLeafLengths(const ModelNode &node, const KorvTreeLeaf &leaf)
@@ -277,10 +276,9 @@ std::vector<Finding> RuleChecker::Check()
         CheckKeyNum(node);
         CheckAncestorKeys(node);
     }
-    for (const ModelNode &node : nodes_) {
+    for (const ModelNode &node : nodes_)
         if (node.own && IsClass(*node.place.node))
             CheckCollisions(node);
-    }
     CheckClassIds();
     return std::move(findings_);
 }

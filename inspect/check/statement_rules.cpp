@@ -87,10 +87,9 @@ std::set<uint32_t> KeyIdsOf(QY_NODE *list)
     ForEachChild(list, [&ids](QY_NODE *leaf) {
         if (QY_NODE_GetNodeType(leaf) != QY_NODE_TYPE_LEAF || (QY_NODE_IsKey(leaf) & 1U) == 0)
             return;
-        for (const char *keyword : {"field-id", "ref-id-key-fid"}) {
+        for (const char *keyword : {"field-id", "ref-id-key-fid"})
             for (const std::string &argument : ExtensionArguments(leaf, keyword))
                 ids.insert(ReadNumber(argument).value);
-        }
     });
     return ids;
 }
@@ -190,15 +189,14 @@ void StatementRules::CheckAncestorKeyNumbers(const Extension &extension)
 {
     for (const std::string &word : Words(extension.argument))
         CheckRange(extension.keyword, word, extension);
-    for (const Extension &nested : ExtensionsWithin(schema_, extension.instance)) {
+    for (const Extension &nested : ExtensionsWithin(schema_, extension.instance))
         if (nested.keyword == "field-id")
             CheckRange("field-id in " + extension.keyword, nested.argument, nested);
-    }
 }
 
 void StatementRules::CheckNumbers(const Extensions &extensions)
 {
-    for (const Extension &extension : extensions) {
+    for (const Extension &extension : extensions)
         if (extension.keyword == ANCESTOR_KEY)
             CheckAncestorKeyNumbers(extension);
         else if (extension.keyword == "name2id-key-fid")
@@ -206,7 +204,6 @@ void StatementRules::CheckNumbers(const Extensions &extensions)
         else if (extension.keyword == "aaa-task-id" || IsOneOf(CLASS_NUMBERS, extension.keyword) ||
                  IsOneOf(LEAF_STATEMENTS, extension.keyword))
             CheckNumber(extension);
-    }
 }
 
 /* An ancestor key with a nested statement may stand several times. */

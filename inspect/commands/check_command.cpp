@@ -111,10 +111,9 @@ class Checker {
         if (!all_)
             return request_.modules;
         std::vector<ModuleKey> modules;
-        for (const std::string &name : ModuleNames(request_.dirs)) {
+        for (const std::string &name : ModuleNames(request_.dirs))
             if (!HoldsSubmodule(ModulePath(request_.dirs, name)))
                 modules.push_back({name, ""});
-        }
         return modules;
     }
 
@@ -149,12 +148,11 @@ class Checker {
         std::vector<Finding> findings;
         const Cause *seen = nullptr;
         std::vector<Cause> causes = CausesOf(instance, request_.dirs, key, report);
-        for (const Cause &cause : causes) {
+        for (const Cause &cause : causes)
             if (!cause.file.empty() && !reported_.insert(PlaceText(cause, key.name) + cause.text).second)
                 seen = &cause;
             else
                 findings.push_back({report.loaded ? "deviation-failed" : "load-failed", true, key.name, cause});
-        }
         if (!report.loaded && findings.empty() && seen != nullptr) {
             findings.push_back({"load-failed", true, key.name, *seen});
             findings.back().cause.text = "module '" + key.name + "' is not loaded for the same reason";

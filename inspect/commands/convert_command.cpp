@@ -193,12 +193,11 @@ int ConvertCommand::Run()
         code = std::max(code, ConvertOne(path));
     if (code != EXIT_OK)
         throw Failure("nothing is written", code);
-    for (const Result &result : results_) {
+    for (const Result &result : results_)
         if (result.path.empty())
             std::fwrite(result.written.text.data(), 1, result.written.text.size(), stdout);
         else
             WriteOutputFile(result.path, result.written.text);
-    }
     return EXIT_OK;
 }
 

@@ -36,10 +36,9 @@ struct Answer {
 bool Holds(const KorvTreeNode &node, const KorvTreeLeaf &wanted)
 {
     for (const VEC_VECTOR_S *list : {node.pstLeafList, node.pstCaseLeafList}) {
-        for (const KorvTreeLeaf &leaf : Leaves(list)) {
+        for (const KorvTreeLeaf &leaf : Leaves(list))
             if (leaf.pYinNode == wanted.pYinNode)
                 return true;
-        }
     }
     return false;
 }
@@ -90,12 +89,11 @@ void AddFound(TreeRows *rows, const KorvTreeNode &node, uint32_t indent)
     rows->AddNode(node, indent);
     for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList))
         rows->AddLeaf(leaf, indent + 1);
-    for (const KorvTreeNode &child : Children(node)) {
+    for (const KorvTreeNode &child : Children(node))
         if (IsOrdinary(child))
             rows->AddNode(child, indent + 1);
         else
             AddFound(rows, child, indent + 1);
-    }
 }
 
 /* The leaf below its holder, with the choices and cases between them. */

@@ -18,10 +18,9 @@ Namespaces FindNamespaces(const Outline &outline, Extensions *extensions)
         if (!prefix.empty() && !space.empty() && known.insert(prefix).second)
             namespaces.emplace_back(prefix, space);
     }
-    for (const OutlineItem &item : outline) {
+    for (const OutlineItem &item : outline)
         if (!item.isComment && !item.prefix.empty() && known.count(item.prefix) == 0)
             throw ConvertError(item, "the namespace of '" + item.Name() + "' is not known");
-    }
     return namespaces;
 }
 

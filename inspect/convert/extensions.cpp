@@ -109,10 +109,9 @@ const Extension *Extensions::Find(const std::string &module, const std::string &
             continue;
         if (const auto extension = found->extensions.find(name); extension != found->extensions.end())
             return &extension->second;
-        for (const std::string &submodule : found->submodules) {
+        for (const std::string &submodule : found->submodules)
             if (std::find(names.begin(), names.end(), submodule) == names.end())
                 names.push_back(submodule);
-        }
     }
     return nullptr;
 }

@@ -12,7 +12,7 @@ std::string Escaped(std::string_view text, bool inAttribute)
 {
     std::string out;
     out.reserve(text.size());
-    for (const char c : text) {
+    for (const char c : text)
         if (c == '&')
             out += "&amp;";
         else if (c == '<')
@@ -29,7 +29,6 @@ std::string Escaped(std::string_view text, bool inAttribute)
             out += "&#9;";
         else
             out += c;
-    }
     return out;
 }
 

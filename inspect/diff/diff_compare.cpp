@@ -48,10 +48,9 @@ class Matching {
         auto found = newById_.find(id);
         if (id == 0 || found == newById_.end())
             return nullptr;
-        for (const Item *item : found->second) {
+        for (const Item *item : found->second)
             if (!oldKeys_.contains(item->key) && !taken_.contains(item))
                 return item;
-        }
         return nullptr;
     }
 
@@ -214,22 +213,19 @@ class Comparison {
             AddIfChanged(before.Addressable(), "enum", before.path, text(value),
                          same != after.enums.end() ? text(*same) : "");
         }
-        for (const EnumValue &value : after.enums) {
+        for (const EnumValue &value : after.enums)
             if (find(before.enums, value) == before.enums.end())
                 Add(false, "enum", before.path, "", text(value));
-        }
     }
 
     void AddAdditions()
     {
-        for (const DiffNode &node : new_.nodes) {
+        for (const DiffNode &node : new_.nodes)
             if (!nodes_.IsTaken(node))
                 Add(false, node.classId != 0 ? "class-added" : "node-added", node.path, "", IdText(node.classId, true));
-        }
-        for (const DiffLeaf &leaf : new_.leaves) {
+        for (const DiffLeaf &leaf : new_.leaves)
             if (!leaves_.IsTaken(leaf))
                 Add(false, "leaf-added", leaf.path, "", IdText(leaf.fieldId, false));
-        }
     }
 
     const DiffModel &old_;

@@ -35,10 +35,9 @@ void PrintLeaf(const YangDumpLeafData &leaf, size_t width)
 void WriteDumpText(DumpRecords records)
 {
     size_t width = 0;
-    for (const YangDumpNodeData *record : records) {
+    for (const YangDumpNodeData *record : records)
         for (const YangDumpLeafData &leaf : DumpLeaves(record->pstLeafList))
             width = std::max(width, std::string_view(leaf.pcName).size());
-    }
     for (const YangDumpNodeData *record : records) {
         PrintNode(*record);
         for (const YangDumpLeafData &leaf : DumpLeaves(record->pstLeafList))

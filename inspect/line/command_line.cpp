@@ -46,10 +46,9 @@ class HelpFormatter : public CLI::Formatter {
         std::string usage = "Usage: " + name;
         for (const CLI::Option *option : app->get_options())
             usage += option->get_positional() ? " " + make_option_usage(option) : "";
-        for (const CLI::Option *option : app->get_options()) {
+        for (const CLI::Option *option : app->get_options())
             if (option->get_required() && !option->get_positional())
                 usage += " " + ShortName(*option) + " " + option->get_option_text();
-        }
         return usage + (app->get_require_subcommand_min() != 0 ? " COMMAND ..." : " [OPTIONS]") + "\n";
     }
 
@@ -134,10 +133,9 @@ class CommandLine {
 
     static void OfferOptions(const CLI::App &command, NearestName *nearest)
     {
-        for (const CLI::Option *option : command.get_options()) {
+        for (const CLI::Option *option : command.get_options())
             for (const std::string &known : option->get_lnames())
                 nearest->Offer("--" + known);
-        }
     }
 
     void CheckCommand(const std::string &name)

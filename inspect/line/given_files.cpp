@@ -136,10 +136,9 @@ void GivenFiles::AddTo(SearchDirs *dirs)
         if (file.path.parent_path() != folder_ && std::find(own.begin(), own.end(), dir) == own.end())
             own.push_back(dir);
     }
-    for (const File &file : files_) {
+    for (const File &file : files_)
         if (!IsFoundFirst(file, own.empty() ? "" : own.front()))
             Link(file, dirs);
-    }
     if (!folder_.empty())
         own.insert(own.begin(), folder_.string());
     own.insert(own.end(), dirs->dirs.begin(), dirs->dirs.end());

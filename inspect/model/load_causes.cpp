@@ -135,10 +135,9 @@ void LoadOrFail(Instance *instance, const ModelRequest &request, const ModuleKey
 
 void LoadRequested(Instance *instance, const ModelRequest &request)
 {
-    for (const auto *keys : {&request.loads, &request.modules}) {
+    for (const auto *keys : {&request.loads, &request.modules})
         for (const ModuleKey &key : *keys)
             LoadOrFail(instance, request, key);
-    }
 }
 
 } // namespace inspect

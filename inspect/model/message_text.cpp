@@ -111,10 +111,9 @@ bool MatchesAny(const std::array<std::string_view, N> &messages, const std::stri
 std::string NodeOf(const std::vector<std::string> &errors)
 {
     for (const std::string &error : errors) {
-        for (const std::string_view message : NODE_MESSAGES) {
+        for (const std::string_view message : NODE_MESSAGES)
             if (const auto parts = Match(message, error))
                 return parts->front();
-        }
     }
     return "";
 }
@@ -142,10 +141,9 @@ bool TypeIsMissing(uint32_t type)
 
 std::optional<uint32_t> TypeWithoutDefault(const std::vector<std::string> &errors)
 {
-    for (const std::string &error : errors) {
+    for (const std::string &error : errors)
         if (const auto parts = Match(NO_DEFAULT_TYPE, error))
             return static_cast<uint32_t>(std::strtoul(parts->front().c_str(), nullptr, 10));
-    }
     return std::nullopt;
 }
 

@@ -9,20 +9,18 @@ namespace {
 std::string OwnForm(const std::vector<WayStep> &way, const std::string &prefix)
 {
     std::string form;
-    for (const WayStep &step : way) {
+    for (const WayStep &step : way)
         if (step.named)
             form += (form.empty() ? "" : "/") + prefix + ":" + step.name;
-    }
     return form;
 }
 
 /* The key under which a module is loaded, or under which it would be. */
 ModuleKey KeyOf(const Instance &instance, const std::string &module)
 {
-    for (const ModuleFile *file : instance.Registered()) {
+    for (const ModuleFile *file : instance.Registered())
         if (module == file->pcModuleName)
             return {module, file->pcRevision != nullptr ? file->pcRevision : ""};
-    }
     return {module, ""};
 }
 
@@ -30,10 +28,9 @@ ModuleKey KeyOf(const Instance &instance, const std::string &module)
 std::string TargetOf(const Instance &instance, const ModuleKey &module, const std::string &names)
 {
     if (const ModuleFile *file = instance.Find(module)) {
-        for (uint32_t i = 0; i < file->ucAugmentNum; ++i) {
+        for (uint32_t i = 0; i < file->ucAugmentNum; ++i)
             if (BareNames(file->astAugment[i].acAugNodeName) == names)
                 return file->astAugment[i].acAugNodeName;
-        }
     }
     return Prefixes(instance.Schema()).TargetOf(module.name, names);
 }

@@ -51,12 +51,11 @@ std::string StepsText(const std::vector<PathStep> &steps, size_t num)
 /* Names that a step may have at this level: choices and cases are looked through. */
 void OfferNames(NearestName *nearest, Chain chain)
 {
-    for (const KorvTreeNode &node : chain) {
+    for (const KorvTreeNode &node : chain)
         if (IsOrdinary(node))
             nearest->Offer(node.pcName);
         else
             OfferNames(nearest, Children(node));
-    }
 }
 
 bool StandsWhereAdded(const ModuleFile &file, const Place &place)
@@ -73,10 +72,9 @@ Place AtClass(std::optional<uint32_t> augment, const KorvTreeNode &holder, const
         node = node->pstParent;
     if (node == nullptr || node == &holder)
         return {augment, &holder, &leaf};
-    for (const KorvTreeLeaf &caseLeaf : Leaves(node->pstCaseLeafList)) {
+    for (const KorvTreeLeaf &caseLeaf : Leaves(node->pstCaseLeafList))
         if (caseLeaf.pYinNode == leaf.pYinNode)
             return {augment, node, &caseLeaf};
-    }
     return {augment, &holder, &leaf};
 }
 
@@ -124,10 +122,9 @@ bool PathFinder::Means(const PathStep &step, const char *name, const char *modul
 void PathFinder::MatchLeaf(Search *search, const KorvTreeNode &holder, size_t step) const
 {
     for (const VEC_VECTOR_S *list : {holder.pstLeafList, holder.pstCaseLeafList}) {
-        for (const KorvTreeLeaf &leaf : Leaves(list)) {
+        for (const KorvTreeLeaf &leaf : Leaves(list))
             if (Means(search->steps[step], leaf.pcName, leaf.pcModuleName))
                 search->places->push_back(AtClass(search->augment, holder, leaf));
-        }
     }
 }
 
@@ -198,10 +195,9 @@ std::string PathFinder::WhyNot(const std::vector<PathStep> &steps) const
     if (above.leaf != nullptr)
         return StepsText(steps, known) + " is a leaf: nothing is below it";
     OfferNames(&nearest, Children(*above.node));
-    for (const VEC_VECTOR_S *list : {above.node->pstLeafList, above.node->pstCaseLeafList}) {
+    for (const VEC_VECTOR_S *list : {above.node->pstLeafList, above.node->pstCaseLeafList})
         for (const KorvTreeLeaf &leaf : Leaves(list))
             nearest.Offer(leaf.pcName);
-    }
     std::string name = (missing.prefix.empty() ? "" : missing.prefix + ":") + missing.name;
     return "no '" + name + "' below " + StepsText(steps, known) + nearest.Hint();
 }
@@ -245,20 +241,18 @@ std::optional<Addition> AdditionOf(const ModuleFile &file, const Place &place)
         above += std::string("/") + way[step].name;
     if (step == way.size())
         return std::nullopt;
-    for (uint32_t i = 0; i < file.ucAugmentNum; ++i) {
+    for (uint32_t i = 0; i < file.ucAugmentNum; ++i)
         if (BareNames(file.astAugment[i].acAugNodeName) == above)
             return Addition{i, step};
-    }
     return std::nullopt;
 }
 
 std::string QualifiedPath(const Place &place)
 {
     std::string path;
-    for (const KorvTreeNode *step : FromTop(*place.node)) {
+    for (const KorvTreeNode *step : FromTop(*place.node))
         if (IsOrdinary(*step) || (step == place.node && place.leaf == nullptr))
             path += std::string("/") + step->pcModuleName + ":" + step->pcName;
-    }
     if (place.leaf != nullptr)
         path += std::string("/") + place.leaf->pcModuleName + ":" + place.leaf->pcName;
     return path;

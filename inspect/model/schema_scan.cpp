@@ -137,10 +137,9 @@ void ForEachNode(QY_MOD *module, const NodeVisitor &visit)
     (void)QY_MOD_IterScanAugmentNode(module, OnNode, &scan);
     scan.End();
     std::unordered_set<QY_NODE *> seen;
-    for (QY_NODE *top : tops) {
+    for (QY_NODE *top : tops)
         if (seen.insert(top).second)
             ForEachBelow(top, visit);
-    }
 }
 
 void ForEachOwnNode(QY_MOD *module, const NodeVisitor &visit)

@@ -18,14 +18,12 @@ static_assert(TYPE_NAMES.size() == 20);
 bool ExtendToLeaf(const KorvTreeNode &node, const KorvTreeLeaf &leaf, std::vector<const KorvTreeNode *> *way)
 {
     way->push_back(&node);
-    for (const KorvTreeLeaf &own : Leaves(node.pstLeafList)) {
+    for (const KorvTreeLeaf &own : Leaves(node.pstLeafList))
         if (own.pYinNode == leaf.pYinNode)
             return true;
-    }
-    for (const KorvTreeNode &child : Children(node)) {
+    for (const KorvTreeNode &child : Children(node))
         if (!IsOrdinary(child) && ExtendToLeaf(child, leaf, way))
             return true;
-    }
     way->pop_back();
     return false;
 }
@@ -75,20 +73,18 @@ std::vector<const KorvTreeNode *> FromTop(const KorvTreeNode &node)
 std::vector<const KorvTreeNode *> CasesAbove(const KorvTreeNode &holder, const KorvTreeLeaf &leaf)
 {
     std::vector<const KorvTreeNode *> way;
-    for (const KorvTreeNode &child : Children(holder)) {
+    for (const KorvTreeNode &child : Children(holder))
         if (!IsOrdinary(child) && ExtendToLeaf(child, leaf, &way))
             break;
-    }
     return way;
 }
 
 std::string DataPath(const KorvTreeNode &node)
 {
     std::string path;
-    for (const KorvTreeNode *step : FromTop(node)) {
+    for (const KorvTreeNode *step : FromTop(node))
         if (IsOrdinary(*step))
             path.append("/").append(step->pcName);
-    }
     return path;
 }
 

@@ -51,10 +51,9 @@ class DotOut {
         }
         if (target == nullptr)
             return;
-        for (const KorvTreeNode &child : Children(*target)) {
+        for (const KorvTreeNode &child : Children(*target))
             if (IsAdded(view_, augment, child.pcName, child.pcModuleName))
                 Edge(above, Tree(child, view_.depth));
-        }
     }
 
     /* Draws the node and those below it; the node's number in the graph. */
@@ -89,10 +88,9 @@ class DotOut {
     std::string AddedLeaves(const AugmentView &augment, const KorvTreeNode &node) const
     {
         std::string text;
-        for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList)) {
+        for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList))
             if (IsAdded(view_, augment, leaf.pcName, leaf.pcModuleName))
                 text += LeafLine(leaf);
-        }
         return text;
     }
 

@@ -63,10 +63,9 @@ void WriteNodeJson(JsonOut *out, const KorvTreeNode &node, uint32_t depth)
     WriteLeaves(out, "case_leaves", node.pstCaseLeafList);
     out->Key("children");
     out->Array();
-    if (depth != 1) {
+    if (depth != 1)
         for (const KorvTreeNode &child : Children(node))
             WriteNodeJson(out, child, depth == 0 ? 0 : depth - 1);
-    }
     out->EndArray();
     out->EndObject();
 }

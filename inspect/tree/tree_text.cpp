@@ -31,14 +31,12 @@ bool AddAdditions(TreeRows *rows, const TreeView &view, const AugmentView &augme
         rows->AddText("... what it adds is in no tree: none holds '" + way.missing + "'", indent);
         return true;
     }
-    for (const KorvTreeLeaf &leaf : Leaves(way.nodes.back()->pstLeafList)) {
+    for (const KorvTreeLeaf &leaf : Leaves(way.nodes.back()->pstLeafList))
         if (IsAdded(view, augment, leaf.pcName, leaf.pcModuleName))
             rows->AddLeaf(leaf, indent);
-    }
-    for (const KorvTreeNode &child : Children(*way.nodes.back())) {
+    for (const KorvTreeNode &child : Children(*way.nodes.back()))
         if (IsAdded(view, augment, child.pcName, child.pcModuleName))
             rows->AddTree(child, indent, view.depth);
-    }
     return true;
 }
 
