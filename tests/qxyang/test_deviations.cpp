@@ -199,6 +199,7 @@ TEST_F(Deviations, OfPropertiesAreComparedAndTakenBack)
             std::string text = failure(test.node, test.deviates);
             EXPECT_EQ(text.substr(text.size() - std::min(text.size(), std::string(test.failure).size())), test.failure)
                 << test.deviates;
+            EXPECT_EQ(text.empty(), *test.failure == '\0') << text;
         }
     schema.LoadText("first", Deviation("/props:c/props:l", R"(<deviate value="delete"><default value="5"/></deviate>)"),
                     "props");
