@@ -20,7 +20,7 @@ struct ElementName {
     std::string_view local;
     std::string_view prefix; /* empty, not null, for an element without */
 
-    explicit ElementName(std::string_view name) : local(name), prefix("", 0)
+    explicit ElementName(std::string_view name) : local(name), prefix("") // NOLINT(readability-redundant-string-init)
     {
         size_t first = name.find(NAMESPACE_SEPARATOR);
         if (first == std::string_view::npos)
