@@ -15,20 +15,15 @@ class CompactWriter {
   public:
     Written Write(const Outline &outline)
     {
-        for (size_t i = 0; i < outline.size(); ++i) {
-            const OutlineItem &item = outline[i];
-            CloseTo(item.level);
-            if (item.isComment)
-                Comment(item);
-            else
-                Statement(item, item.level == 0 || (i + 1 < outline.size() && outline[i + 1].level > item.level));
-        }
-        CloseTo(0);
+        WriteItems(outline, *this);
         out_ += '\n';
         return {std::move(out_), 0};
     }
 
   private:
+    template <class Writer>
+    friend void inspect::WriteItems(const Outline &outline, Writer &writer);
+
     void NewLine(size_t level, bool withBlank = false)
     {
         if (!out_.empty())

@@ -21,6 +21,22 @@ struct Written {
 /* A prefix and the namespace that it stands for. */
 using Namespaces = std::vector<std::pair<std::string, std::string>>;
 
+/* Hands the items of an outline to a writer: CloseTo(level) ends the open statements of that level and below it,
+ * Comment(item) and Statement(item, hasBlock) write an item. A module has a block even if nothing stands in it. */
+template <class Writer>
+void WriteItems(const Outline &outline, Writer &writer)
+{
+    for (size_t i = 0; i < outline.size(); ++i) {
+        const OutlineItem &item = outline[i];
+        writer.CloseTo(item.level);
+        if (item.isComment)
+            writer.Comment(item);
+        else
+            writer.Statement(item, item.level == 0 || (i + 1 < outline.size() && outline[i + 1].level > item.level));
+    }
+    writer.CloseTo(0);
+}
+
 Written WriteYin(const Outline &outline, const Namespaces &namespaces);
 Written WriteCompact(const Outline &outline);
 

@@ -39,20 +39,15 @@ class YinWriter {
     Written Write(const Outline &outline)
     {
         written_.text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
-        for (size_t i = 0; i < outline.size(); ++i) {
-            const OutlineItem &item = outline[i];
-            CloseTo(item.level);
-            if (item.isComment)
-                Comment(item);
-            else
-                Statement(item, item.level == 0 || (i + 1 < outline.size() && outline[i + 1].level > item.level));
-        }
-        CloseTo(0);
+        WriteItems(outline, *this);
         written_.text += '\n';
         return std::move(written_);
     }
 
   private:
+    template <class Writer>
+    friend void inspect::WriteItems(const Outline &outline, Writer &writer);
+
     void NewLine(size_t level, bool withBlank = false)
     {
         written_.text += withBlank ? "\n\n" : "\n";
@@ -93,7 +88,12 @@ class YinWriter {
         std::string lineBreak = "\n" + std::string(indent, ' ');
         written_.text += lineBreak + "xmlns=\"" + YIN_NAMESPACE + "\"";
         for (const auto &[prefix, space] : namespaces_)
-            written_.text += lineBreak + "xmlns:" + prefix + "=\"" + Escaped(space, true) + "\"";
+            written_.text.append(lineBreak)
+                .append("xmlns:")
+                .append(prefix)
+                .append("=\"")
+                .append(Escaped(space, true))
+                .append("\"");
     }
 
     /* XML has no comment with two hyphens in a row. */
