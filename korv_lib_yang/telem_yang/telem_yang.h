@@ -59,7 +59,8 @@ KORV_LIB_API uint32_t TELMYANG_AddKorvSiblingNode(KorvTreeNode *pstNode, KorvTre
 /* Releases name and leaves of the node, not the node, which is in no registered tree. */
 KORV_LIB_API void TELMYANG_FreeKorvTreeNode(KorvTreeNode *pstNode);
 
-/* Releases a vector with its leaf descriptors (null entries are skipped); the result of VEC_VectorFree_F. */
+/* Releases a vector of no registered tree with its leaf descriptors (null entries are skipped); the result of
+ * VEC_VectorFree_F. */
 KORV_LIB_API uint32_t TLMTLIB_FreeLeafList_(VEC_VECTOR_S *pstLeafList);
 
 /* --- node_queue.cpp: first in, first out, so that trees are handled without recursion --- */

@@ -169,6 +169,7 @@ TEST_F(Keys, MappingStopsAtAKeyThatCannotBeMapped)
                       Container("taken", Ext("class-id", "3") + Map(1, 4) + Map(2, 21) + Key("x", 4)) +
                       Container("no-field", Ext("class-id", "4") + Ext("ancestor-key-fid", "1", Ext("class-id", "8")) +
                                                 Map(2, 21)) +
+                      Container("bare", Ext("class-id", "6") + Map(1, 20) + Ext("ancestor-key-fid", "2") + Map(2, 21)) +
                       Container("unreadable", Ext("class-id", "5") +
                                                   Ext("ancestor-key-fid", "-1", Ext("field-id", "8")) + Map(1, 21))),
         0u);
@@ -176,6 +177,7 @@ TEST_F(Keys, MappingStopsAtAKeyThatCannotBeMapped)
     EXPECT_EQ(AncestorKeys(Inst("c/l/taken")), "0 0");
     EXPECT_EQ(AncestorKeys(Inst("c/l/no-field")), "0 0");
     EXPECT_EQ(AncestorKeys(Inst("c/l/unreadable")), "0 0");
+    EXPECT_EQ(AncestorKeys(Inst("c/l/bare")), "20 21 0") << "a statement without field-id counts, and maps nothing";
     for (const char *text : {"Node(gap) inherit father key error : 2(4294967295) ==> 4294967295.",
                              "Ancestor key for taken with child-attr-id 4 already exist",
                              "Ancestor-key for no-field with attr-id 1 do not have valid child field-id info"})
@@ -289,6 +291,9 @@ TEST_F(Keys, TreeShowsOwnAndAncestorKeys)
     log.Clear();
     EXPECT_EQ(Load("over"), 1u);
     EXPECT_EQ(log.Errors()[0], "NODE_KEY_LIST_NUM error!");
+    dir.Add("no-id", Container("c", List("l", "k", Ext("class-id", "1") + Leaf("k", "int8"))));
+    ASSERT_EQ(Load("no-id"), 0u);
+    EXPECT_EQ(LeafOf(Node("no-id", "c/l"), "k")->ucIsKey, 0) << "no attribute id is a key";
     const YinInst empty = {};
     EXPECT_EQ(TELMYANG_BSC_FindAttrInYinInstByAttrId(Local(), const_cast<YinInst *>(&empty), 1), nullptr);
     EXPECT_EQ(TELMYANG_BSC_FindAttrInYinInstByAttrId(Local(), nullptr, 1), nullptr);
