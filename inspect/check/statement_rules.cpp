@@ -104,8 +104,8 @@ QY_NODE *KeyedListAbove(QY_NODE *node)
     return above != nullptr && ClassIdOf(above) == classId ? above : nullptr;
 }
 
-/* The extension statements in the node's own statement: the library replaces those of a class of class-type 'leafref' and of its
- * leaves in the schema by others'. */
+/* The extension statements in the node's own statement. In the schema, the library replaces the extension statements of a
+ * class of class-type 'leafref' and of its leaves. */
 std::vector<QXYANG_STATEMENT_S> ExtensionsWritten(const QXYANG_ORIGIN_S &origin)
 {
     std::vector<QXYANG_STATEMENT_S> written;

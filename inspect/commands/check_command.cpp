@@ -41,8 +41,8 @@ release. Errors give exit status 1; a warning keeps nothing from being loaded.
   many-keys                more than 8 own or ancestor keys; more than 16 cannot be loaded
   unmapped-ancestor-key    a key of the classes above has no attribute id in this class
   extra-ancestor-key       more ancestor keys than the lists above have keys
-  dropped-key              keys of a list below one of the same class: they do not count
-  missing-key              a key of a class whose leaf a deviation has taken away
+  dropped-key              the list's keys are ignored, since a list above has the same class id
+  missing-key              a deviation removed a leaf that is a key of this class
   ancestor-key-collision   an ancestor key takes the attribute id of a leaf
   long-path                a path of more than 256 characters: cut in dumps, no lookup
   long-name                a name of more than 64 characters: no lookup

@@ -133,16 +133,20 @@ void GivenFiles::AddTo(SearchDirs *dirs)
     std::vector<std::string> own;
     for (const File &file : files_) {
         std::string dir = file.path.has_parent_path() ? file.path.parent_path().string() : ".";
-        if (file.path.parent_path() != folder_ && std::find(own.begin(), own.end(), dir) == own.end())
+        if (!IsInFolder(file) && std::find(own.begin(), own.end(), dir) == own.end())
             own.push_back(dir);
     }
     for (const File &file : files_)
         if (!IsFoundFirst(file, own.empty() ? "" : own.front()))
             Link(file, dirs);
-    if (!folder_.empty())
-        own.insert(own.begin(), folder_.string());
+    dirs->first = folder_.string();
     own.insert(own.end(), dirs->dirs.begin(), dirs->dirs.end());
     dirs->dirs = own;
+}
+
+bool GivenFiles::IsInFolder(const File &file) const
+{
+    return !folder_.empty() && file.path.parent_path() == folder_;
 }
 
 bool GivenFiles::IsFoundFirst(const File &file, const std::string &firstDir) const
@@ -168,7 +172,7 @@ const std::filesystem::path &GivenFiles::Folder()
 void GivenFiles::Link(const File &file, SearchDirs *dirs)
 {
     std::filesystem::path link = file.path;
-    if (file.path.parent_path() != folder_ || folder_.empty()) {
+    if (!IsInFolder(file)) {
         link = Folder() / (file.module + file.path.extension().string());
         std::filesystem::create_symlink(std::filesystem::absolute(file.path), link);
     }

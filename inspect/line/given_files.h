@@ -32,7 +32,7 @@ class GivenFiles {
     std::string Take(const std::string &file, const std::string &name);
 
     /* Puts the files' directories before the others. A file that would not be found there first, by its module's name
-     * alone, gets a link in a directory of its own before all of them. */
+     * alone, gets a link in a directory of its own, which is searched before all of them. */
     void AddTo(SearchDirs *dirs);
 
   private:
@@ -44,6 +44,7 @@ class GivenFiles {
 
     void TakeStandardInput(File *given);
     static void TakeFile(File *given);
+    bool IsInFolder(const File &file) const;
     bool IsFoundFirst(const File &file, const std::string &firstDir) const;
     const std::filesystem::path &Folder();
     void Link(const File &file, SearchDirs *dirs);

@@ -44,6 +44,13 @@ try {
     return 1;
 }
 
+void Erase(std::string *text, const std::string &part)
+{
+    size_t at = part.empty() ? std::string::npos : text->find(part);
+    if (at != std::string::npos)
+        text->erase(at, part.size());
+}
+
 void CheckDirs(const SearchDirs &dirs)
 {
     for (size_t i = 0; i < std::min(BASE_DIRS, dirs.dirs.size()); ++i) {
@@ -70,8 +77,22 @@ Instance::Instance(const SearchDirs &dirs, bool verbose) : verbose_(verbose)
         YANGLIB_Uninitial(local_);
         throw std::bad_alloc();
     }
+    SearchFirst(dirs);
     for (size_t i = BASE_DIRS; i < dirs.dirs.size(); ++i)
         (void)YANGLIB_PkgAddInstallPath(local_, dirs.dirs[i].c_str());
+}
+
+/* The schema library searches directories in the order in which they were registered, and the library has registered its
+ * own already. It goes on to look for deviations in those alone. */
+void Instance::SearchFirst(const SearchDirs &dirs)
+{
+    if (dirs.first.empty())
+        return;
+    firstListed_ = "'" + dirs.first + "', ";
+    QY_CTX_UnSetSearchDir(Schema(), nullptr);
+    (void)QY_CTX_SetSearchDir(Schema(), dirs.first.c_str());
+    for (size_t i = 0; i < std::min(BASE_DIRS, dirs.dirs.size()); ++i)
+        (void)QY_CTX_SetSearchDir(Schema(), dirs.dirs[i].c_str());
 }
 
 Instance::~Instance()
@@ -105,6 +126,8 @@ LoadReport Instance::Load(const ModuleKey &key)
     report.errors.swap(errors_);
     if (std::any_of(report.errors.begin(), report.errors.end(), IsSchemaFailure))
         (void)QY_CTX_ScanAllSchemaLoadFail(Schema(), AddProblem, &report.problems);
+    for (LoadProblem &problem : report.problems)
+        Erase(&problem.text, firstListed_);
     if (report.loaded)
         DropPrintingErrors(&report.errors);
     return report;

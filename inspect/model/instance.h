@@ -46,11 +46,13 @@ class Instance {
     const char *Revision(const std::string &module) const;
 
   private:
+    void SearchFirst(const SearchDirs &dirs);
     static uint32_t IsOpen(uint64_t instance, uint32_t level);
     static void Print(uint64_t instance, uint32_t level, const char *reserved, const char *text);
 
     TELMYANG_LOCAL_DATA_S *local_ = nullptr;
     bool verbose_;
+    std::string firstListed_; /* as a list of searched directories has the first one, which nobody is to see; or "" */
     std::vector<std::string> errors_;
 };
 

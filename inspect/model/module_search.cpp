@@ -23,6 +23,8 @@ try {
 std::vector<const char *> Pointers(const SearchDirs &dirs)
 {
     std::vector<const char *> pointers;
+    if (!dirs.first.empty())
+        pointers.push_back(dirs.first.c_str());
     for (const std::string &dir : dirs.dirs)
         pointers.push_back(dir.c_str());
     return pointers;

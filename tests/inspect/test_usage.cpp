@@ -119,12 +119,17 @@ TEST(InspectUsage, AFileIsTakenAsItStandsAndItsDirectoryIsSearchedFirst)
     models.AddFile("m@2020-01-01.yin", Module("m", Container("older", "")));
     models.AddFile("draft.yin", Module("draft", Container("bad", Leaf("x", "strng"))));
     models.AddFile("n.yin", Module("n", Container("below", "")));
+    models.AddFile("user.yin",
+                   Module("user", "<import module=\"m\"><prefix value=\"m\"/></import>" + Container("mine", "")));
     others.AddFile("m.yin", Module("m", Container("other", "")));
     others.AddFile("n.yin", Module("n", Container("none", "")));
     const std::string in = "cd " + models.Path() + " && ";
     const std::string file = models.Path() + "/m@2020-01-01.yin";
     const std::pair<std::string, const char *> cases[] = {
         {in + "korv-inspect tree m", "plain"},
+        {in + "korv-inspect tree user.yin -d " + temporary.Path(), "mine"},
+        {"korv-inspect tree - -d " + others.Path() + " -d examples/yin < examples/yin/quelvo-bras-user-manage.yin",
+         "sample 0x71"}, // which a deviation adds
         {in + "korv-inspect tree m.yin -d " + others.Path(), "plain"},
         {"korv-inspect tree m -d " + others.Path() + " -d " + models.Path(), "other"},
         {"korv-inspect tree " + file + " -d " + others.Path(), "older"},
@@ -203,7 +208,7 @@ TEST(InspectUsage, HelpHasExamplesThatWork)
 {
     EXPECT_EQ(RunShell("korv-inspect --version").out,
               "korv-inspect " KORV_LIB_YANG_VERSION " with libkorv_libyang " KORV_LIB_YANG_VERSION "\n");
-    for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff"}) {
+    for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "convert"}) {
         const Result help = Inspect({command, "--help"});
         EXPECT_EQ(help.exitCode, 0);
         EXPECT_NE(LineWith(help.out, command == std::string("diff") ? " --old DIR --new DIR [OPT" : " [OPTIONS]"), "");
@@ -277,7 +282,7 @@ TEST(InspectUsage, CompletesCommandsOptionsFormatsAndModules)
     RunShell("mkdir '" + dir.Path() + "/a b' && touch '" + dir.Path() + "/a b/some.yin'");
     EXPECT_EQ(Completed("korv-inspect tree -d \"" + dir.Path() + "/a\\ b\" s"), "some\n");
     /* Every option that completion offers is one, and every command is offered. */
-    for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff"}) {
+    for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "convert"}) {
         const std::string help = Inspect({command, "--help"}).out;
         std::istringstream offered(Completed(std::string("korv-inspect ") + command + " --"));
         for (std::string option; offered >> option;)
