@@ -64,7 +64,7 @@ class RuleChecker {
     static std::string SeeText(const std::optional<Position> &place, const std::optional<Position> &from);
     /* Where the node's or leaf's statement with one of these keywords stands; without one, the node or leaf itself. */
     std::optional<Position> Find(const ModelNode &node, const KorvTreeLeaf *leaf, Keywords keywords);
-    void Report(const char *name, const std::string &text, const ModelNode &node, const KorvTreeLeaf *leaf = nullptr,
+    void Report(Rule rule, const std::string &text, const ModelNode &node, const KorvTreeLeaf *leaf = nullptr,
                 Keywords keywords = {});
 
     const ModuleFile &file_;

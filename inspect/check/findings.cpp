@@ -8,10 +8,14 @@
 namespace inspect {
 namespace {
 
+bool IsError(const Finding &finding)
+{
+    return RowOf(finding.rule).severity == Severity::Error;
+}
+
 size_t CountErrors(const std::vector<Finding> &findings)
 {
-    return static_cast<size_t>(
-        std::count_if(findings.begin(), findings.end(), [](const Finding &finding) { return finding.isError; }));
+    return static_cast<size_t>(std::count_if(findings.begin(), findings.end(), IsError));
 }
 
 void WriteNumberOrNull(JsonOut *out, const char *name, uint32_t number)
@@ -27,8 +31,8 @@ void WriteNumberOrNull(JsonOut *out, const char *name, uint32_t number)
 
 std::string FindingText(const Finding &finding)
 {
-    return Printable(PlaceText(finding.cause, finding.module) + (finding.isError ? "error: " : "warning: ") +
-                     finding.cause.text + " [" + finding.name + "]");
+    return Printable(PlaceText(finding.cause, finding.module) + (IsError(finding) ? "error: " : "warning: ") +
+                     finding.cause.text + " [" + RowOf(finding.rule).name + "]");
 }
 
 void WriteFindingsJson(const std::vector<std::string> &modules, const std::vector<Finding> &findings)
@@ -46,8 +50,8 @@ void WriteFindingsJson(const std::vector<std::string> &modules, const std::vecto
     out.Array();
     for (const Finding &finding : findings) {
         out.Object();
-        out.Member("name", finding.name);
-        out.Member("severity", finding.isError ? "error" : "warning");
+        out.Member("name", RowOf(finding.rule).name);
+        out.Member("severity", IsError(finding) ? "error" : "warning");
         out.Member("module", finding.module);
         out.Member("file", finding.cause.file.empty() ? nullptr : finding.cause.file.c_str());
         WriteNumberOrNull(&out, "line", finding.cause.line);

@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "base/cause.h"
+#include "check/rules.h"
 
 namespace inspect {
 
 struct Finding {
-    std::string name; /* short and stable: "duplicate-field-id" */
-    bool isError;     /* the module, or what deviates from it, cannot be loaded */
+    Rule rule;
     std::string module;
     Cause cause;
 };

@@ -36,9 +36,9 @@ class StatementRules {
     void CheckClassStatements(const Extensions &extensions);
 
     /* Reports something about what is being checked, or about one of its statements. */
-    void Report(const char *name, const std::string &text);
-    void Report(const char *name, const std::string &text, const Extension &extension);
-    void Report(const char *name, const std::string &text, const std::optional<Position> &position);
+    void Report(Rule rule, const std::string &text);
+    void Report(Rule rule, const std::string &text, const Extension &extension);
+    void Report(Rule rule, const std::string &text, const std::optional<Position> &position);
 
     QY_CTX *schema_;
     QY_MOD *module_;

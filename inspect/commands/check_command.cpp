@@ -10,6 +10,7 @@
 
 #include "base/failure.h"
 #include "check/check_rules.h"
+#include "check/rules.h"
 #include "check/statement_rules.h"
 #include "commands/commands.h"
 #include "line/model_options.h"
@@ -22,35 +23,14 @@
 namespace inspect {
 namespace {
 
-constexpr const char *HELP = R"(Each module is loaded by itself, after those of --load. Findings name the file and line
+constexpr const char *INTRODUCTION =
+    R"(Each module is loaded by itself, after those of --load. Findings name the file and line
 where these can be told, and end in a short name that stays the same from release to
 release. Errors give exit status 1; a warning keeps nothing from being loaded.
 
-  load-failed              error: the module, or something that it needs, is not right
-  deviation-failed         error: the module's deviation module cannot be loaded, so that
-                           the module is loaded without it
-  missing-field-id         a leaf of a class has no attribute id
-  duplicate-field-id       two leaves of a class have the same attribute id
-  field-id-range           an attribute id beyond 255: only its low 8 bits count
-  bad-number               an argument that is no number of 32 bits, and what it counts as
-  repeated-statement       a statement that may stand once stands again
-  no-effect                a statement where nothing reads it
-  key-without-field-id     a key leaf has no attribute id
-  duplicate-class-id       two unrelated classes have the same class id
-  class-without-tree       a class outside the containers at the module's top
-  many-keys                more than 8 own or ancestor keys; more than 16 cannot be loaded
-  unmapped-ancestor-key    a key of the classes above has no attribute id in this class
-  extra-ancestor-key       more ancestor keys than the lists above have keys
-  dropped-key              the list's keys are ignored, since a list above has the same class id
-  missing-key              a deviation removed a leaf that is a key of this class
-  ancestor-key-collision   an ancestor key takes the attribute id of a leaf
-  long-path                a path of more than 256 characters: cut in dumps, no lookup
-  long-name                a name of more than 64 characters: no lookup
-  two-syntaxes             NAME.yin and NAME.yang in one directory: only the former is read
-  many-augments            18 augments or more; more than 20 cannot be loaded
-  unlisted-directory       a directory in which deviation files cannot be seen
-  library-message          the library says something else while it loads the module
+)";
 
+constexpr const char *EXAMPLES = R"(
 Examples:
   korv-inspect check example-interfaces -d examples/yin
   korv-inspect check --all -d examples/yin --format json)";
@@ -76,10 +56,10 @@ class Progress {
     size_t total_;
 };
 
-bool Has(const std::vector<Finding> &findings, const char *name)
+bool Has(const std::vector<Finding> &findings, Rule rule)
 {
     return std::any_of(findings.begin(), findings.end(),
-                       [name](const Finding &finding) { return finding.name == name; });
+                       [rule](const Finding &finding) { return finding.rule == rule; });
 }
 
 bool StandsBefore(const Finding &left, const Finding &right)
@@ -152,14 +132,13 @@ class Checker {
             if (!cause.file.empty() && !reported_.insert(PlaceText(cause, key.name) + cause.text).second)
                 seen = &cause;
             else
-                findings.push_back({report.loaded ? "deviation-failed" : "load-failed", true, key.name, cause});
+                findings.push_back({report.loaded ? Rule::DeviationFailed : Rule::LoadFailed, key.name, cause});
         if (!report.loaded && findings.empty() && seen != nullptr) {
-            findings.push_back({"load-failed", true, key.name, *seen});
+            findings.push_back({Rule::LoadFailed, key.name, *seen});
             findings.back().cause.text = "module '" + key.name + "' is not loaded for the same reason";
         }
         if (report.loaded && !causes.empty())
-            findings.push_back({"deviation-failed",
-                                true,
+            findings.push_back({Rule::DeviationFailed,
                                 key.name,
                                 {"", 0, 0, "the module is loaded without its deviations: it is not what was meant"}});
         return findings;
@@ -172,8 +151,7 @@ class Checker {
             std::error_code error;
             std::filesystem::directory_iterator listing(dir, error);
             if (error && reported_.insert(dir).second)
-                findings->push_back({"unlisted-directory",
-                                     false,
+                findings->push_back({Rule::UnlistedDirectory,
                                      key.name,
                                      {"", 0, 0,
                                       "directory '" + dir + "' cannot be listed (" + error.message() +
@@ -190,7 +168,7 @@ class Checker {
             yin.swap(compact);
         if (compact.empty() || !reported_.insert(compact).second)
             return;
-        Finding finding = {"two-syntaxes", false, module, {yin, 0, 0, ""}};
+        Finding finding = {Rule::TwoSyntaxes, module, {yin, 0, 0, ""}};
         finding.cause.text = "'" + compact + "' stands beside it: of the two, a load by name reads the .yin file alone";
         findings->push_back(finding);
     }
@@ -210,7 +188,7 @@ class Checker {
         if (module == nullptr)
             return;
         for (QY_NODE *top : ClassesWithoutTree(module)) {
-            Finding finding = {"class-without-tree", false, key.name, {}};
+            Finding finding = {Rule::ClassWithoutTree, key.name, {}};
             finding.cause.text =
                 "'" + NameOf(top) + "' is no container at the module's top: its classes are in no tree";
             PlaceAt(places_.Of(top), &finding.cause);
@@ -221,15 +199,15 @@ class Checker {
     /* What the library has said beyond what the rules find by themselves, each once. */
     static void AddMessages(const ModuleKey &key, const LoadReport &report, std::vector<Finding> *findings)
     {
-        bool keysExplained = Has(*findings, "unmapped-ancestor-key");
-        bool idsExplained = Has(*findings, "missing-field-id") || Has(*findings, "key-without-field-id");
+        bool keysExplained = Has(*findings, Rule::UnmappedAncestorKey);
+        bool idsExplained = Has(*findings, Rule::MissingFieldId) || Has(*findings, Rule::KeyWithoutFieldId);
         std::set<std::string> said;
         for (const std::string &error : report.errors) {
             Remark remark = RemarkOf(error);
             bool explained =
                 (remark == Remark::AncestorKey && keysExplained) || (remark == Remark::FieldId && idsExplained);
             if (!explained && said.insert(error).second)
-                findings->push_back({"library-message", false, key.name, {"", 0, 0, error}});
+                findings->push_back({Rule::LibraryMessage, key.name, {"", 0, 0, error}});
         }
     }
 
@@ -264,6 +242,12 @@ class CheckCommand final : public Command {
     bool all_ = false;
 };
 
+const char *Help()
+{
+    static const std::string text = INTRODUCTION + RulesText() + EXAMPLES;
+    return text.c_str();
+}
+
 int CheckCommand::Run()
 {
     Checker checker(options_.Request(), all_);
@@ -295,6 +279,6 @@ int CheckCommand::Run()
 
 } // namespace
 
-const CommandEntry CHECK_COMMAND = {"check", "Report what a device would trip over", HELP, Make<CheckCommand>};
+const CommandEntry CHECK_COMMAND = {"check", "Report what a device would trip over", Help(), Make<CheckCommand>};
 
 } // namespace inspect

@@ -514,4 +514,34 @@ TEST_F(InspectCheck, DeviationsThatDoNotApplyAreAnErrorThoughTheModuleIsLoaded)
     EXPECT_NE(LineWith(tree.err, "the deviations of module 'quelvo-bras-pppox-access' do not apply"), "") << tree.err;
 }
 
+/* The document has the rules of the help in the same order, and says of the same ones that they are errors. */
+TEST_F(InspectCheck, RulesAreDescribed)
+{
+    std::istringstream help(Inspect({"check", "--help"}).out);
+    std::ifstream document(KORV_SOURCE_DIR "/docs/inspector.md");
+    std::string described;
+    bool inTable = false;
+    for (std::string line; std::getline(document, line);) {
+        inTable = line == "| Name | Finding |" || (inTable && line.starts_with("|"));
+        if (inTable && line.starts_with("| `"))
+            described += line.substr(3, line.find('`', 3) - 3) + "\n";
+    }
+    std::string listed;
+    std::string errors;
+    for (std::string line; std::getline(help, line) && line != "Examples:";) {
+        std::istringstream words(line);
+        std::string name;
+        std::string purpose;
+        words >> name >> purpose;
+        if (!line.starts_with("  ") || line.size() < 27 || line[2] == ' ' || line[2] == '-' ||
+            line.substr(25, 2) != "  ")
+            continue;
+        listed += name + "\n";
+        if (purpose == "error:")
+            errors += "`" + name + "` ";
+    }
+    EXPECT_EQ(listed, described);
+    EXPECT_EQ(errors, "`load-failed` `deviation-failed` ");
+}
+
 } // namespace
