@@ -17,7 +17,7 @@ class CompactWriter {
     {
         WriteItems(outline, *this);
         out_ += '\n';
-        return {std::move(out_), 0};
+        return {std::move(out_), 0, std::move(begins_)};
     }
 
   private:
@@ -43,6 +43,7 @@ class CompactWriter {
     void Statement(const OutlineItem &item, bool hasBlock)
     {
         NewLine(item.level, item.blankBefore);
+        begins_.push_back(out_.size());
         std::string name = item.Name();
         out_ += name;
         if (item.argument) {
@@ -82,6 +83,7 @@ class CompactWriter {
     }
 
     std::string out_;
+    std::vector<size_t> begins_; /* of statements */
     size_t depth_ = 0;           /* open blocks */
     bool inLineComment_ = false; /* nothing else fits on the line */
 };

@@ -98,6 +98,36 @@ std::string Extensions::NamespaceOf(const std::string &module)
     return found != nullptr ? found->space : "";
 }
 
+const ExtensionHome &Extensions::HomeOf(const QXYANG_STATEMENT_S &statement)
+{
+    std::pair<std::string, std::string> key = {statement.pcNamespace != nullptr ? statement.pcNamespace : "",
+                                               statement.pcPrefix};
+    auto known = homes_.find(key);
+    if (known == homes_.end())
+        known = homes_.emplace(key, FindHome(statement)).first;
+    return known->second;
+}
+
+/* Several imports may be of one module: the one that has the element's own prefix counts, else the first. */
+ExtensionHome Extensions::FindHome(const QXYANG_STATEMENT_S &statement)
+{
+    std::string told = statement.pcModule != nullptr ? statement.pcModule : "";
+    if (statement.pcNamespace == nullptr)
+        return {told, statement.pcPrefix};
+    std::string space = statement.pcNamespace;
+    ExtensionHome home;
+    auto look = [&](auto &&isMeant) {
+        for (const auto &[prefix, module] : prefixes_)
+            if (isMeant(module) && (home.prefix.empty() || prefix == statement.pcPrefix))
+                home = {module, prefix};
+    };
+    if (!space.empty())
+        look([&](const std::string &module) { return NamespaceOf(module) == space; });
+    if (home.prefix.empty() && !told.empty())
+        look([&](const std::string &module) { return module == told && NamespaceOf(module).empty(); });
+    return home;
+}
+
 const Extension *Extensions::Find(const std::string &module, const std::string &name)
 {
     std::vector<std::string> names = {module}; // the module, then its submodules, each of which may include others

@@ -15,6 +15,12 @@ struct Extension {
     bool inElement = false; /* the argument is an element */
 };
 
+/* The module that an extension statement is of, and the prefix that the file has for it. Both empty: none is known. */
+struct ExtensionHome {
+    std::string module;
+    std::string prefix;
+};
+
 /* Finds modules for one file that is converted. */
 class Extensions {
   public:
@@ -30,6 +36,10 @@ class Extensions {
     /* The extension, or null. */
     const Extension *Find(const std::string &module, const std::string &name);
 
+    /* Where the extension of a statement comes from: in compact syntax as its prefix says. In YIN the module of the element's
+     * namespace; when no file of it is found, the one that the file alone tells. */
+    const ExtensionHome &HomeOf(const QXYANG_STATEMENT_S &statement);
+
     /* Prefixes of the file and the modules that they mean, in the order of the file. */
     const std::vector<std::pair<std::string, std::string>> &Prefixes() const { return prefixes_; }
 
@@ -41,6 +51,7 @@ class Extensions {
     };
 
     void ReadPrefixes(const ModelFile &file);
+    ExtensionHome FindHome(const QXYANG_STATEMENT_S &statement);
     const Module *Load(const std::string &name);
     std::optional<Module> ReadFirst(const std::string &name, const std::string &revision) const;
     static Module Describe(const ModelFile &file);
@@ -51,6 +62,7 @@ class Extensions {
     std::vector<std::pair<std::string, std::string>> prefixes_;
     std::map<std::string, std::string> revisions_; /* that imports and includes ask for */
     std::map<std::string, std::optional<Module>> modules_;
+    std::map<std::pair<std::string, std::string>, ExtensionHome> homes_; /* of elements, by namespace and prefix */
 };
 
 } // namespace inspect

@@ -43,6 +43,7 @@ class OutlineReader {
     struct OpenStatement {
         size_t item;                /* its index in the outline */
         const Extension *extension; /* null for a statement of YANG, and for an unknown extension */
+        const char *space;          /* namespace of an extension's element, or null */
         bool isArgument;            /* the element is the argument of the statement around */
     };
 
@@ -69,7 +70,6 @@ class OutlineReader {
         if (TakeAsArgument(statement))
             return;
         OutlineItem item;
-        item.prefix = statement.pcPrefix != nullptr ? statement.pcPrefix : "";
         item.keyword = statement.pcKeyword;
         if (statement.pcArgument != nullptr)
             item.argument = statement.pcArgument;
@@ -84,7 +84,7 @@ class OutlineReader {
         else
             extension = SetExtensionForm(statement, &item);
         outline_.push_back(std::move(item));
-        open_.push_back({outline_.size() - 1, extension, false});
+        open_.push_back({outline_.size() - 1, extension, statement.pcNamespace, false});
         const QXYANG_PLACE_S &argument = statement.stArgument;
         lastEnd_ = argument.uiLine != 0 ? argument.uiOffset + argument.uiLength : statement.stPlace.uiOffset;
         isFirst_ = true;
@@ -136,14 +136,14 @@ class OutlineReader {
             return false;
         OutlineItem &around = outline_[open_.back().item];
         const Extension &extension = *open_.back().extension;
-        if (!extension.inElement || around.argument || around.prefix != statement.pcPrefix ||
+        if (!extension.inElement || around.argument || !IsSameText(open_.back().space, statement.pcNamespace) ||
             extension.argument != statement.pcKeyword)
             return false;
         if (statement.uiFirstChild != QXYANG_NO_STATEMENT)
             Fail(statement, "element '" + Name(statement) + "' is the argument of '" + around.Name() +
                                 "': expected a text without elements");
         around.argument = statement.pcArgument != nullptr ? statement.pcArgument : "";
-        open_.push_back({open_.back().item, nullptr, true});
+        open_.push_back({open_.back().item, nullptr, nullptr, true});
         return true;
     }
 
@@ -165,11 +165,16 @@ class OutlineReader {
 
     const Extension *SetExtensionForm(const QXYANG_STATEMENT_S &statement, OutlineItem *item)
     {
+        const ExtensionHome &home = extensions_->HomeOf(statement);
+        item->prefix = home.prefix;
+        item->module = home.module;
+        if (home.module.empty() && !isCompact_)
+            FailHomeless(statement);
         const Extension *extension =
-            statement.pcModule != nullptr ? extensions_->Find(statement.pcModule, statement.pcKeyword) : nullptr;
+            home.module.empty() ? nullptr : extensions_->Find(home.module, statement.pcKeyword);
         if (extension == nullptr) {
             if (forYin_ || !IsClear(statement))
-                FailUnknown(statement);
+                FailUnknown(statement, home.module);
             return nullptr;
         }
         item->argumentName = extension->argument;
@@ -196,15 +201,34 @@ class OutlineReader {
         if (statement.uiFirstChild == QXYANG_NO_STATEMENT)
             return true;
         QXYANG_STATEMENT_S first = file_.Statement(statement.uiFirstChild);
-        return first.pcPrefix == nullptr || first.pcPrefix != std::string_view(statement.pcPrefix);
+        return !IsSameText(first.pcNamespace, statement.pcNamespace);
     }
 
-    [[noreturn]] void FailUnknown(const QXYANG_STATEMENT_S &statement)
+    static bool IsSameText(const char *one, const char *other)
+    {
+        return one != nullptr && other != nullptr && one == std::string_view(other);
+    }
+
+    [[noreturn]] void FailHomeless(const QXYANG_STATEMENT_S &statement)
+    {
+        std::string space = statement.pcNamespace;
+        if (space.empty())
+            Fail(statement, "element '" + Name(statement) + "' is in no namespace");
+        std::string text = "'" + Name(statement) + "' is of namespace '" + space + "', which no imported module has";
+        for (const auto &[prefix, module] : extensions_->Prefixes())
+            if (!extensions_->IsFound(module))
+                Fail(statement, text + "; no file of module '" + module + "' is found (-d adds a directory)");
+            else if (prefix == statement.pcPrefix)
+                Fail(statement, text + "; prefix '" + prefix + "' stands for module '" + module +
+                                    "', whose namespace is '" + extensions_->NamespaceOf(module) + "'");
+        Fail(statement, text);
+    }
+
+    [[noreturn]] void FailUnknown(const QXYANG_STATEMENT_S &statement, const std::string &module)
     {
         std::string why = "it is not known how YIN writes the argument of '" + Name(statement) + "': ";
-        if (statement.pcModule == nullptr)
+        if (module.empty())
             Fail(statement, why + "no import has the prefix '" + statement.pcPrefix + "'");
-        std::string module = statement.pcModule;
         if (extensions_->IsFound(module))
             Fail(statement, why + "module '" + module + "' has no such extension");
         Fail(statement, why + "no file of module '" + module + "' is found (-d adds a directory)");
@@ -212,8 +236,8 @@ class OutlineReader {
 
     static std::string Name(const QXYANG_STATEMENT_S &statement)
     {
-        return statement.pcPrefix != nullptr ? std::string(statement.pcPrefix) + ":" + statement.pcKeyword
-                                             : statement.pcKeyword;
+        std::string prefix = statement.pcPrefix != nullptr ? statement.pcPrefix : "";
+        return prefix.empty() ? statement.pcKeyword : prefix + ":" + statement.pcKeyword;
     }
 
     [[noreturn]] static void Fail(const QXYANG_STATEMENT_S &statement, const std::string &text)

@@ -15,7 +15,8 @@ namespace inspect {
 /* A statement, or a comment. The texts are the file's. */
 struct OutlineItem {
     bool isComment = false;
-    std::string prefix; /* of the keyword; "" for a statement of YANG */
+    std::string prefix; /* that the file's imports have for the module; "" for a statement of YANG */
+    std::string module; /* that an extension statement is of; "" when that is not known */
     std::string keyword;
     std::optional<std::string> argument; /* or the comment's text */
     std::string argumentName;            /* attribute or element that YIN has for it; "" when that is not known */

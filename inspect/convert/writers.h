@@ -15,7 +15,8 @@ inline constexpr size_t LINE_WIDTH = 72; /* characters of a line that texts keep
 /* What was written. */
 struct Written {
     std::string text;
-    size_t lostComments = 0; /* that the syntax cannot hold */
+    size_t lostComments = 0;    /* that the syntax cannot hold */
+    std::vector<size_t> begins; /* where each statement stands in the text; each begins a line */
 };
 
 /* A prefix and the namespace that it stands for. */

@@ -66,6 +66,7 @@ class YinWriter {
     void Statement(const OutlineItem &item, bool hasBlock)
     {
         NewLine(item.level, item.blankBefore);
+        written_.begins.push_back(written_.text.size());
         std::string name = item.Name();
         written_.text += "<" + name;
         if (item.argument && !item.inElement)

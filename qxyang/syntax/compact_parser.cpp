@@ -17,7 +17,7 @@ void CompactParser::Run()
     if (!CheckText())
         return;
     levels_.reserve(32);
-    while (sink_.WantsMore() && Step())
+    while (Step())
         continue;
 }
 

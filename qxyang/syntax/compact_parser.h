@@ -23,7 +23,6 @@ class CompactSink : public CompactTokens::Listener {
     virtual void Head(bool hasBlock) = 0; /* the statement's ';' or '{' was read */
     virtual void End(uint32_t end) = 0;   /* `end` is behind the ';' or '}' */
     virtual void Fail(uint32_t offset, std::string_view sentence) = 0;
-    virtual bool WantsMore() = 0; /* false ends the run */
 
   protected:
     ~CompactSink() = default;

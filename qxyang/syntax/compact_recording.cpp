@@ -16,7 +16,6 @@ class RecordingSink final : public CompactSink {
     void End(uint32_t) override { recorder_.End(); }
     void OnComment(const CompactComment &) override {}
     void Fail(uint32_t offset, std::string_view sentence) override { recorder_.Fail(offset, sentence); }
-    bool WantsMore() override { return true; }
 
   private:
     StatementRecorder recorder_;

@@ -1,7 +1,5 @@
 #include "syntax/statement_file.h"
 
-#include <map>
-
 #include "base/text.h"
 #include "syntax/compact_parser.h"
 
@@ -11,7 +9,7 @@ namespace {
 
 class ListSink final : public CompactSink {
   public:
-    ListSink(QXYANG_FILE &file, StatementList &list) : file_(file), list_(list) {}
+    explicit ListSink(StatementList &list) : list_(list) {}
 
     void Start(const CompactStatement &statement) override
     {
@@ -34,10 +32,8 @@ class ListSink final : public CompactSink {
                          comment.isAlone);
     }
     void Fail(uint32_t offset, std::string_view sentence) override { list_.Fail(offset, sentence); }
-    bool WantsMore() override { return file_.statements.size() < limits::STATEMENTS; }
 
   private:
-    QXYANG_FILE &file_;
     StatementList &list_;
 };
 
@@ -50,6 +46,10 @@ QXYANG_STATEMENT_S *StatementList::Open()
 
 QXYANG_STATEMENT_S &StatementList::Start(std::string_view prefix, std::string_view keyword, uint32_t offset)
 {
+    if (file_.statements.size() == limits::LISTED_STATEMENTS) {
+        Fail(offset, "the file has more than " + std::to_string(limits::LISTED_STATEMENTS) + " statements");
+        throw LoadStopped{};
+    }
     auto index = static_cast<uint32_t>(file_.statements.size());
     lastChild_.resize(open_.size() + 1, QXYANG_NO_STATEMENT);
     QXYANG_STATEMENT_S statement{};
@@ -69,6 +69,16 @@ QXYANG_STATEMENT_S &StatementList::Start(std::string_view prefix, std::string_vi
     lastChild_.back() = index;
     open_.push_back(index);
     return file_.statements.back();
+}
+
+const char *StatementList::KeepSpace(std::string_view space)
+{
+    auto known = spaces_.find(space);
+    if (known == spaces_.end()) {
+        const char *kept = file_.texts.Text(space);
+        known = spaces_.emplace(kept, kept).first;
+    }
+    return known->second;
 }
 
 void StatementList::SetArgument(QXYANG_STATEMENT_S &statement, std::string_view argument, uint32_t form, uint32_t begin,
@@ -106,7 +116,7 @@ void StatementList::Finish()
         comment.stPlace.uiColumn = position.column;
     }
     if (!file_.statements.empty())
-        BindPrefixes();
+        BindModules();
 }
 
 std::string_view StatementList::ArgumentOfChild(uint32_t parent, std::string_view keyword) const
@@ -118,23 +128,35 @@ std::string_view StatementList::ArgumentOfChild(uint32_t parent, std::string_vie
     return {};
 }
 
-void StatementList::BindPrefixes()
+/* In YIN the namespace decides, whatever the element's prefix is: RFC 7950, 13.1. The file alone tells the namespace of its
+ * own module, and that of an import by the xmlns attribute with the import's prefix. */
+void StatementList::BindModules()
 {
-    std::map<std::string_view, const char *> modules;
     auto &all = file_.statements;
+    bool isCompact = file_.source.IsCompact();
+    std::map<std::string_view, const char *> modules; /* by prefix in compact syntax, by namespace in YIN */
+    std::string_view ownSpace = ArgumentOfChild(0, "namespace");
+    if (!isCompact && !ownSpace.empty())
+        modules.emplace(ownSpace, all[0].pcArgument);
+    auto bind = [&](std::string_view prefix, const char *module) {
+        if (isCompact)
+            modules.emplace(prefix, module);
+        else if (auto space = declared_.find(prefix); space != declared_.end())
+            modules.emplace(space->second, module);
+    };
     for (uint32_t i = all[0].uiFirstChild; i != QXYANG_NO_STATEMENT; i = all[i].uiNext) {
         std::string_view keyword = all[i].pcKeyword;
         if (all[i].pcPrefix != nullptr || all[i].pcArgument == nullptr)
             continue;
         if (keyword == "import" || keyword == "belongs-to")
-            modules.emplace(ArgumentOfChild(i, "prefix"), all[i].pcArgument);
-        else if (keyword == "prefix")
-            modules.emplace(all[i].pcArgument, all[0].pcArgument);
+            bind(ArgumentOfChild(i, "prefix"), all[i].pcArgument);
+        else if (keyword == "prefix" && (isCompact || ownSpace.empty()))
+            bind(all[i].pcArgument, all[0].pcArgument);
     }
     for (QXYANG_STATEMENT_S &statement : all) {
         if (statement.pcPrefix == nullptr)
             continue;
-        auto found = modules.find(statement.pcPrefix);
+        auto found = modules.find(isCompact ? statement.pcPrefix : statement.pcNamespace);
         statement.pcModule = found != modules.end() ? found->second : nullptr;
     }
 }
@@ -144,16 +166,13 @@ void ReadStatements(QXYANG_FILE &file)
     StatementList list(file);
     try {
         if (file.source.IsCompact()) {
-            ListSink sink(file, list);
+            ListSink sink(list);
             CompactParser(file.source, sink, (file.options & QXYANG_OPTION_COMMENTS) != 0).Run();
         } else {
             ReadYinStatements(file, list);
         }
-        if (file.statements.size() >= limits::STATEMENTS)
-            list.Fail(file.statements.back().stPlace.uiOffset,
-                      "the file has more than " + std::to_string(limits::STATEMENTS) + " statements");
     } catch (const LoadStopped &) {
-        // As many failures as are recorded.
+        // As many failures as are recorded, or as many statements as are listed.
     }
     list.Finish();
 }

@@ -3,6 +3,8 @@
 
 #include <qxyang.h>
 
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -35,6 +37,12 @@ class StatementList {
     /* A statement begins. A prefix whose data are null means that it has none. */
     QXYANG_STATEMENT_S &Start(std::string_view prefix, std::string_view keyword, uint32_t offset);
 
+    /* The text of an element's namespace, stored once. */
+    const char *KeepSpace(std::string_view space);
+
+    /* An xmlns attribute binds the prefix. For each prefix, the first one counts. */
+    void AddNamespace(std::string_view prefix, std::string_view space) { declared_.emplace(prefix, KeepSpace(space)); }
+
     /* Gives the statement its argument, which stands from `begin` to `end`. Both are 0 if the place is not known. */
     void SetArgument(QXYANG_STATEMENT_S &statement, std::string_view argument, uint32_t form, uint32_t begin,
                      uint32_t end);
@@ -51,14 +59,16 @@ class StatementList {
 
     void Fail(uint32_t offset, std::string_view sentence) { file_.failures.Add(file_.source, offset, sentence); }
 
-    /* Ends the statements that are still open, and finds the places of comments and the modules of prefixes. */
+    /* Ends the statements that are still open, and finds the places of comments and the modules of statements. */
     void Finish();
 
   private:
     std::string_view ArgumentOfChild(uint32_t parent, std::string_view keyword) const;
-    void BindPrefixes();
+    void BindModules();
 
     QXYANG_FILE &file_;
+    std::map<std::string_view, const char *> spaces_;           /* what KeepSpace has stored */
+    std::map<std::string, const char *, std::less<>> declared_; /* namespaces by their prefixes */
     std::vector<uint32_t> open_;
     std::vector<uint32_t> lastChild_; /* of each open statement, then of the file */
 };

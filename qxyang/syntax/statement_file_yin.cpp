@@ -72,6 +72,7 @@ class YinReader {
         XML_SetCharacterDataHandler(parser_, OnText);
         XML_SetCommentHandler(parser_, OnComment);
         XML_SetStartDoctypeDeclHandler(parser_, OnDoctype);
+        XML_SetStartNamespaceDeclHandler(parser_, OnNamespace);
         XML_Status status = file_.source.Parse();
         if (thrown_)
             std::rethrow_exception(thrown_);
@@ -102,6 +103,13 @@ class YinReader {
     {
         Guard(self, [=](YinReader &reader) { reader.Start(ElementName(name), attributes); });
     }
+    static void XMLCALL OnNamespace(void *self, const XML_Char *prefix, const XML_Char *space)
+    {
+        Guard(self, [=](YinReader &reader) {
+            if (prefix != nullptr && space != nullptr)
+                reader.list_.AddNamespace(prefix, space);
+        });
+    }
     static void XMLCALL OnEnd(void *self, const XML_Char *)
     {
         Guard(self, [](YinReader &reader) { reader.End(); });
@@ -130,10 +138,8 @@ class YinReader {
 
     void Start(const ElementName &name, const char **attributes)
     {
-        if (list_.Depth() + skipped_ >= limits::XML_DEPTH || file_.statements.size() >= limits::STATEMENTS) {
-            if (file_.statements.size() < limits::STATEMENTS)
-                list_.Fail(Offset(),
-                           "elements are nested deeper than " + std::to_string(limits::XML_DEPTH) + " levels");
+        if (list_.Depth() + skipped_ >= limits::XML_DEPTH) {
+            list_.Fail(Offset(), "elements are nested deeper than " + std::to_string(limits::XML_DEPTH) + " levels");
             return Stop();
         }
         text_.clear();
@@ -146,6 +152,8 @@ class YinReader {
         uint32_t at = Offset();
         textBegin_ = TagEnd();
         QXYANG_STATEMENT_S &statement = list_.Start(isYang ? std::string_view() : name.prefix, name.local, at);
+        if (!isYang)
+            statement.pcNamespace = list_.KeepSpace(name.space);
         SetAttribute(statement, isYang ? FindKeyword(name.local) : Kw::None, attributes);
     }
 

@@ -117,6 +117,14 @@ TEST(InspectConvert, TextsOfAnyKindComeBackUnchanged)
     }
 }
 
+std::string Repeated(size_t count, const std::string &text)
+{
+    std::string all;
+    for (size_t i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
 /* A module with an extension whose argument is an element. */
 const std::string NOTES =
     "module notes {\n  namespace \"urn:n&n\";\n  prefix n;\n  extension note {\n    argument text {\n"
@@ -213,7 +221,7 @@ TEST(InspectConvert, WhatCannotBeConvertedIsSaidWithItsPlace)
 {
     const std::string head = "module m {\n  namespace \"urn:m\";\n  prefix m;\n  import notes { prefix n; }\n  ";
     const std::string yinHead =
-        "<module name=\"m\" xmlns=\"urn:ietf:params:xml:ns:yang:yin:1\" xmlns:n=\"urn:n\">"
+        "<module name=\"m\" xmlns=\"urn:ietf:params:xml:ns:yang:yin:1\" xmlns:n=\"urn:n&amp;n\">"
         "<prefix value=\"m\"/><import module=\"notes\"><prefix value=\"n\"/></import>\n";
     const std::string nowhere = "<import module=\"nowhere\"><prefix value=\"n\"/></import>";
     std::string lost = yinHead;
@@ -240,6 +248,16 @@ TEST(InspectConvert, WhatCannotBeConvertedIsSaidWithItsPlace)
          "2:9: element 'n:text' is the argument of 'n:note'"},
         {yinHead + "<leaf nam=\"x\"/></module>", 1, "2:1: found attribute 'nam' of 'leaf'; expected 'name'"},
         {lost + "<n:note><n:text>a</n:text></n:note></module>", 1, "2:1: it is not known how YIN writes"},
+        {yinHead + "<n:note xmlns:n=\"urn:x\"/></module>", 1,
+         "2:1: 'n:note' is of namespace 'urn:x', which no imported module has; prefix 'n' stands for module 'notes', "
+         "whose namespace is 'urn:n&n'\n"},
+        {yinHead + "<x:note xmlns:x=\"urn:x\"/></module>", 1,
+         "2:1: 'x:note' is of namespace 'urn:x', which no imported module has\n"},
+        {lost + "<x:note xmlns:x=\"urn:x\"/></module>", 1,
+         "2:1: 'x:note' is of namespace 'urn:x', which no imported module has; no file of module 'nowhere' is found"},
+        {yinHead + "<note xmlns=\"\"/></module>", 1, "2:1: element 'note' is in no namespace\n"},
+        {head + "container c {\n" + Repeated(509, "n:mark {") + "\n  description x;" + Repeated(511, "}"), 1,
+         "7:3: YIN cannot hold 'description': elements are nested deeper than 512 levels\n"},
         {lost + "<n:note text=\"a\"/></module>", 0, ""}, // which needs no definition
     };
     ModelDir dir;
@@ -255,6 +273,41 @@ TEST(InspectConvert, WhatCannotBeConvertedIsSaidWithItsPlace)
     const Result comments = Inspect({"convert", dir.Path() + "/c.yang"});
     EXPECT_EQ(comments.err, dir.Path() + "/c.yang: YIN cannot hold 2 comments with two hyphens in a row\n");
     EXPECT_NE(comments.out.find("<!-- c -->"), std::string::npos);
+}
+
+TEST(InspectConvert, NamespacesDecideWhateverThePrefixes)
+{
+    const std::string yin = "urn:ietf:params:xml:ns:yang:yin:1", mim = "urn:quelvo:yang:mim-extensions";
+    auto module = [](const std::string &name, const std::string &y, const std::string &bindings,
+                     const std::string &statements) {
+        return "<" + y + "module name=\"" + name + "\" " + bindings + "><" + y + "namespace uri=\"urn:" + name +
+               "\"/><" + y + "prefix value=\"" + name + "\"/><" + y + "import module=\"notes\"><" + y +
+               "prefix value=\"n\"/></" + y + "import><" + y + "import module=\"quelvo-mim-extensions\"><" + y +
+               "prefix value=\"mimext\"/></" + y + "import>" + statements + "</" + y + "module>";
+    };
+    ModelDir dir;
+    dir.AddFile("notes.yang", NOTES);
+    dir.AddFile("px.yin",
+                module("px", "", "xmlns=\"" + yin + "\" xmlns:z=\"" + mim + "\" xmlns:n=\"" + mim + "\"",
+                       "<container name=\"c\"><z:class-id value=\"3\"/><leaf name=\"a\"><n:field-id value=\"1\"/>"
+                       "<type name=\"uint8\"/></leaf></container>"));
+    dir.AddFile("sp.yin", module("sp", "y:", "xmlns=\"" + mim + "\" xmlns:y=\"" + yin + "\" xmlns:o=\"urn:n&amp;n\"",
+                                 "<o:note><o:text>t</o:text></o:note><y:container name=\"c\"><class-id value=\"3\"/>"
+                                 "<y:leaf name=\"a\"><y:type name=\"uint8\"/></y:leaf></y:container>"));
+    for (const std::string name : {"px", "sp"}) {
+        const std::string source = dir.Path() + "/" + name + ".yin", there = dir.Path() + "/" + name + ".yang";
+        for (const std::string syntax : {"yang", "yin"}) {
+            const std::string back = dir.Path() + "/out." + syntax;
+            const Result result =
+                Inspect({"convert", source, "-d", dir.Path(), "-d", "examples/yin", "--to", syntax, "-o", back});
+            ASSERT_EQ(result.exitCode, 0) << result.err;
+            EXPECT_NE(ReadAll(back).find("mimext:class-id"), std::string::npos) << ReadAll(back);
+            const std::string statements = Statements(back);
+            for (const char *expected : {"class-id [3]", name == "px" ? "field-id [1]" : "leaf [a]"})
+                EXPECT_NE(statements.find(expected), std::string::npos) << statements;
+            EXPECT_EQ(name == "sp", statements.find("1 notes note") != std::string::npos) << statements;
+        }
+    }
 }
 
 TEST(InspectConvert, FilesAreWrittenAsAWhole)

@@ -147,6 +147,38 @@ TEST(StatementFiles, TellWhatYinFilesSay)
     EXPECT_STREQ(statement.pcArgumentName, "b");
 }
 
+TEST(StatementFiles, TheNamespaceOfAnElementTellsItsModule)
+{
+    const struct {
+        const char *bindings; /* of namespaces; the file is of urn:m, and imports e as x and f as y */
+        const char *element;
+        const char *module; /* or "-" */
+    } cases[] = {
+        {"xmlns:x='urn:e'", "<x:id/>", "e"},
+        {"xmlns:x='urn:e' xmlns:other='urn:e'", "<other:id/>", "e"},
+        {"xmlns:x='urn:f' xmlns:y='urn:e'", "<x:id/>", "e"},
+        {"xmlns:x='urn:e'", "<y:id xmlns:y='urn:e'/>", "e"},
+        {"xmlns:x='urn:e'", "<x:id xmlns:x='urn:none'/>", "-"},
+        {"xmlns:x='urn:e'", "<id xmlns='urn:e'/>", "e"},
+        {"xmlns:x='urn:e'", "<id xmlns=''/>", "-"},
+        {"xmlns:x='urn:m'", "<x:id/>", "m"},
+        {"xmlns:other='urn:m'", "<other:id/>", "m"},
+        {"xmlns:m='urn:none'", "<m:id/>", "-"},
+        {"", "<x:id xmlns:x='urn:e'/>", "e"},
+    };
+    for (const auto &test : cases) {
+        File file =
+            ReadText("m.yin", std::string("<yin:module name='m' xmlns:yin='urn:ietf:params:xml:ns:yang:yin:1' ") +
+                                  test.bindings + "><yin:namespace uri='urn:m'/><yin:prefix value='m'/>" +
+                                  "<yin:import module='e'><yin:prefix value='x'/></yin:import>" +
+                                  "<yin:import module='f'><yin:prefix value='y'/></yin:import>" + test.element +
+                                  "</yin:module>");
+        QXYANG_STATEMENT_S statement{};
+        ASSERT_EQ(QXYANG_GetStatement(file.get(), 7, &statement), 0u) << Failures(file);
+        EXPECT_EQ(OrDash(statement.pcModule), test.module) << test.bindings << test.element;
+    }
+}
+
 TEST(StatementFiles, SayTheSameInBothSyntaxes)
 {
     for (const auto &entry : std::filesystem::directory_iterator(KORV_SOURCE_DIR "/examples/yin")) {
