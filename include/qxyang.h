@@ -83,12 +83,15 @@ typedef struct QXYANG_PLACE_S {
 
 /** A statement. Texts live as long as the file's handle. */
 typedef struct QXYANG_STATEMENT_S {
-    const char *pcPrefix;   /**< prefix of the keyword as written; null for a statement of YANG itself. In YIN it is the
+    const char *pcPrefix; /**< prefix of the keyword as written; null for a statement of YANG itself. In YIN it is the
                                 element's, and empty for one without. */
-    const char *pcModule;   /**< module that the prefix stands for by the file's own imports, or its own; else null */
-    const char *pcKeyword;  /**< keyword without prefix */
-    const char *pcArgument; /**< argument, quotes and escapes resolved, or null */
+    const char *pcModule; /**< module that the statement is of by the file's own imports, or its own; else null. Compact
+                                syntax: the module of the prefix. YIN: the module of the element's namespace; an import is of
+                                the namespace that the file binds to the import's prefix. */
+    const char *pcKeyword;      /**< keyword without prefix */
+    const char *pcArgument;     /**< argument, quotes and escapes resolved, or null */
     const char *pcArgumentName; /**< YIN: name of the attribute or element that is the argument; else null */
+    const char *pcNamespace;    /**< YIN: namespace of the element of an extension, empty for one in none; else null */
     uint32_t uiArgumentForm;    /**< QXYANG_ARGUMENT_ value */
     uint32_t uiIndex;           /**< number of the statement in the file, from 0 */
     uint32_t uiParent;          /**< index of the statement around, or QXYANG_NO_STATEMENT */
@@ -271,6 +274,9 @@ typedef uint32_t (*QXYANG_TEXT_PF)(const char *pcText, void *pvCookie);
 typedef uint32_t (*QXYANG_EXT_PF)(QY_EXT *pExt, const char *pcModuleName, const char *pcExtName, const char *pcArgValue,
                                   const QXYANG_ORIGIN_S *pstOrigin, void *pvCookie);
 
+/** A statement; the record is the callback's until it returns. */
+typedef uint32_t (*QXYANG_ORIGIN_PF)(const QXYANG_ORIGIN_S *pstOrigin, void *pvCookie);
+
 /** Makes the context keep what the functions below answer.
  *
  * @return 0 = done, or asked before. Nonzero: the context holds a module already, or there is no memory; then it keeps
@@ -302,6 +308,21 @@ KORV_PLATFORM_API uint32_t QXYANG_GetNodeDetails(const QY_NODE *pNode, QXYANG_NO
  *
  * @return what the callback returned. 1 without a callback: the context keeps no details, or there is no memory. */
 KORV_PLATFORM_API uint32_t QXYANG_ScanNodeDefaults(const QY_NODE *pNode, QXYANG_TEXT_PF pfnCb, void *pvCookie);
+
+/** Reports the statements of YANG with one keyword that hold for a node: those in its own statement, then what refine and
+ * deviate statements have made of them in their order. One that they add or put in another's place stands where they
+ * write it. Of a node whose own statement a model does not write there is none.
+ *
+ * @param pcKeyword keyword of a statement with an argument, such as "must" or "type"
+ * @return what the callback returned. 1 without a callback: the context keeps no details, or there is no memory. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanNodeStatements(const QY_NODE *pNode, const char *pcKeyword,
+                                                     QXYANG_ORIGIN_PF pfnCb, void *pvCookie);
+
+/** Reports the typedef statements that the type of a leaf or leaf-list leads through, the nearest first; nothing for any other
+ * node. Neither members of a union nor what a leafref refers to are followed.
+ *
+ * @return what the callback returned. 1 without a callback: the context keeps no details, or there is no memory. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanNodeTypedefs(const QY_NODE *pNode, QXYANG_ORIGIN_PF pfnCb, void *pvCookie);
 
 /** Reports the extension instances that QY_NODE_ScanAllExtInsts reports, in its order, each with its statement: also those
  * that a refine or deviate statement added, and those that the node has taken over from another one.

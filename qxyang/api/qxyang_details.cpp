@@ -20,8 +20,6 @@ namespace {
 constexpr uint32_t OK = 0;
 constexpr uint32_t FAILED = 1;
 
-using Texts = std::vector<const char *>;
-
 constexpr QXYANG_ORIGIN_S NOT_KNOWN{nullptr, nullptr, nullptr, QXYANG_NO_STATEMENT, {0, 0, 0, 0}};
 
 /* The file's statements, read when somebody asks for the first of them. Only lack of memory makes that fail: the text has
@@ -49,6 +47,8 @@ struct Found {
     explicit operator bool() const { return statement != nullptr; }
 };
 
+using Statements = std::vector<Found>;
+
 Found Find(Details &details, Spot spot)
 {
     KeptFile *kept = details.File(spot.file);
@@ -71,33 +71,58 @@ QXYANG_ORIGIN_S OriginOf(const Found &found)
             found.statement->stPlace};
 }
 
-/* Arguments of the statements with that keyword directly in another one. */
-Texts ArgumentsIn(const Found &found, std::string_view keyword)
+const char *ArgumentOf(const Found &found)
 {
-    Texts texts;
+    return found ? found.statement->pcArgument : nullptr;
+}
+
+/* The statements with that keyword directly in another one. */
+Statements StatementsIn(const Found &found, std::string_view keyword)
+{
+    Statements statements;
     if (!found)
-        return texts;
+        return statements;
     const auto &all = found.kept->statements->statements;
     for (uint32_t i = found.statement->uiFirstChild; i != QXYANG_NO_STATEMENT; i = all[i].uiNext)
         if (all[i].pcPrefix == nullptr && keyword == all[i].pcKeyword && all[i].pcArgument != nullptr)
-            texts.push_back(all[i].pcArgument);
-    return texts;
+            statements.push_back({found.kept, &all[i]});
+    return statements;
 }
 
-/* What a refine or deviate statement makes of a node's values. */
-void Change(Texts &values, const Found &change, const Texts &operands)
+/* How a node can have the statements of a keyword. */
+enum class Plurality : uint8_t {
+    One, /* a refine or deviate takes its place. The load compares no texts when it deletes it: it is gone, whatever the
+               deviate says. */
+    Several /* a deviate deletes those with the same text; a refine adds to them, defaults excepted */
+};
+
+Plurality PluralityOf(const QY_NODE *node, std::string_view keyword)
 {
-    std::string_view deviate = std::strcmp(change.statement->pcKeyword, "deviate") == 0
-                                   ? OrEmpty(change.statement->pcArgument)
-                                   : std::string_view();
-    if (deviate == "delete") {
-        for (const char *operand : operands)
-            std::erase_if(values, [operand](const char *value) { return std::strcmp(value, operand) == 0; });
+    bool several = keyword == "must" || keyword == "unique" || keyword == "if-feature" ||
+                   (keyword == "default" && node->kind == QY_NODE_TYPE_LEAF_LIST);
+    return several ? Plurality::Several : Plurality::One;
+}
+
+/* What a refine or deviate statement makes of a node's statements of a keyword. */
+void Change(Statements &statements, const Found &change, std::string_view keyword, Plurality plurality)
+{
+    Statements operands = StatementsIn(change, keyword);
+    if (operands.empty())
+        return;
+    bool isRefine = std::strcmp(change.statement->pcKeyword, "refine") == 0;
+    std::string_view deviate = isRefine ? std::string_view() : OrEmpty(change.statement->pcArgument);
+    if (deviate == "delete" && plurality == Plurality::Several) {
+        for (const Found &operand : operands)
+            std::erase_if(statements, [&operand](const Found &found) {
+                return std::strcmp(ArgumentOf(found), ArgumentOf(operand)) == 0;
+            });
         return;
     }
-    if (deviate != "add")
-        values.clear();
-    values.insert(values.end(), operands.begin(), operands.end());
+    bool adds = deviate == "add" || (isRefine && plurality == Plurality::Several && keyword != "default");
+    if (!adds)
+        statements.clear();
+    if (deviate != "delete")
+        statements.insert(statements.end(), operands.begin(), operands.end());
 }
 
 /* Reads what the statements of one node say. */
@@ -113,37 +138,50 @@ class NodeReader {
     QXYANG_ORIGIN_S Statement() const { return origin_ != nullptr ? OriginOf(Own()) : NOT_KNOWN; }
     QXYANG_ORIGIN_S Uses() const { return origin_ != nullptr ? OriginOf(Find(details_, origin_->uses)) : NOT_KNOWN; }
 
-    /* The arguments of the node's statements of that keyword, changes included. */
-    Texts Values(std::string_view keyword) const
+    /* The node's statements of that keyword, changes included. */
+    Statements All(std::string_view keyword) const
     {
         if (origin_ == nullptr || IsImplied())
             return {};
-        Texts values = ArgumentsIn(Own(), keyword);
-        for (Spot spot : origin_->changes) {
-            Found change = Find(details_, spot);
-            if (Texts operands = ArgumentsIn(change, keyword); !operands.empty())
-                Change(values, change, operands);
-        }
-        return values;
+        Statements statements = StatementsIn(Own(), keyword);
+        for (Spot spot : origin_->changes)
+            if (Found change = Find(details_, spot))
+                Change(statements, change, keyword, PluralityOf(node_, keyword));
+        return statements;
     }
 
-    /* The last of them, or null. */
-    const char *Value(std::string_view keyword) const
-    {
-        Texts values = Values(keyword);
-        return values.empty() ? nullptr : values.back();
-    }
+    /* The argument of the last of them, or null. */
+    const char *Value(std::string_view keyword) const { return LastArgument(All(keyword)); }
 
-    /* The same of the nearest typedef of the leaf's type that has one. */
-    const char *ValueOfType(std::string_view keyword) const
+    /* Calls visit(typedef statement) for each typedef that the leaf's type leads through, the nearest first, until it answers
+     * nonzero. */
+    template <class Visit>
+    uint32_t ForEachTypedef(Visit &&visit) const
     {
         for (const QY_TYPE *type = IsLeaf(node_) ? node_->type : nullptr; type != nullptr; type = type->base)
-            if (Texts values = ArgumentsIn(DefinitionOf(type), keyword); !values.empty())
-                return values.back();
-        return nullptr;
+            if (Found definition = DefinitionOf(type))
+                if (uint32_t result = visit(definition); result != OK)
+                    return result;
+        return OK;
+    }
+
+    /* The argument of that statement in the nearest typedef that has one, or null. */
+    const char *ValueOfType(std::string_view keyword) const
+    {
+        const char *value = nullptr;
+        ForEachTypedef([&](const Found &definition) {
+            value = LastArgument(StatementsIn(definition, keyword));
+            return value != nullptr ? FAILED : OK;
+        });
+        return value;
     }
 
   private:
+    static const char *LastArgument(const Statements &statements)
+    {
+        return statements.empty() ? nullptr : ArgumentOf(statements.back());
+    }
+
     Found Own() const { return Find(details_, origin_->statement); }
 
     /* True if the node has no statement, and another's stands for it. */
@@ -167,17 +205,11 @@ class NodeReader {
         return own && std::strcmp(own.statement->pcKeyword, keyword) != 0;
     }
 
-    /* The typedef that made the type. Any module of the context may have it. */
+    /* The typedef that made the type. */
     Found DefinitionOf(const QY_TYPE *type) const
     {
-        for (const auto &module : node_->module->context->modules) {
-            if (module->details == nullptr)
-                continue;
-            auto known = module->details->typedefs.find(type);
-            if (known != module->details->typedefs.end())
-                return Find(details_, known->second);
-        }
-        return {};
+        auto known = details_.typedefs.find(type);
+        return known != details_.typedefs.end() ? Find(details_, known->second) : Found{};
     }
 
     Details &details_;
@@ -208,11 +240,13 @@ uint32_t StatusOf(const char *text)
     return OrEmpty(text) == "obsolete" ? QXYANG_STATUS_OBSOLETE : QXYANG_STATUS_CURRENT;
 }
 
-Texts DefaultsOf(const NodeReader &reader, const QY_NODE *node)
+std::vector<const char *> DefaultsOf(const NodeReader &reader, const QY_NODE *node)
 {
     if ((node->flags & NODE_IS_KEY) != 0)
         return {};
-    Texts values = reader.Values("default");
+    std::vector<const char *> values;
+    for (const Found &statement : reader.All("default"))
+        values.push_back(ArgumentOf(statement));
     std::string_view min = OrEmpty(reader.Value("min-elements"));
     bool mustExist = OrEmpty(reader.Value("mandatory")) == "true" || (!min.empty() && min != "0");
     if (const char *value = values.empty() && !mustExist ? reader.ValueOfType("default") : nullptr)
@@ -297,6 +331,28 @@ uint32_t QXYANG_ScanNodeDefaults(const QY_NODE *pNode, QXYANG_TEXT_PF pfnCb, voi
             if (uint32_t result = pfnCb(text, pvCookie); result != 0)
                 return result;
         return OK;
+    });
+}
+
+uint32_t QXYANG_ScanNodeStatements(const QY_NODE *pNode, const char *pcKeyword, QXYANG_ORIGIN_PF pfnCb, void *pvCookie)
+{
+    return With(pNode->module->context, [=](Details &details) {
+        for (const Found &statement : NodeReader(details, pNode).All(pcKeyword)) {
+            QXYANG_ORIGIN_S origin = OriginOf(statement);
+            if (uint32_t result = pfnCb(&origin, pvCookie); result != OK)
+                return result;
+        }
+        return OK;
+    });
+}
+
+uint32_t QXYANG_ScanNodeTypedefs(const QY_NODE *pNode, QXYANG_ORIGIN_PF pfnCb, void *pvCookie)
+{
+    return With(pNode->module->context, [=](Details &details) {
+        return NodeReader(details, pNode).ForEachTypedef([=](const Found &definition) {
+            QXYANG_ORIGIN_S origin = OriginOf(definition);
+            return pfnCb(&origin, pvCookie);
+        });
     });
 }
 

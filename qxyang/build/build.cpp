@@ -56,12 +56,16 @@ void Build::KeepOrigin(const QY_NODE *node, Spot statement)
 
 void Build::KeepChange(const QY_NODE *node, Spot change)
 {
-    node->module->details->nodes[node].changes.push_back(change);
+    std::vector<Spot> &changes = node->module->details->nodes[node].changes;
+    if (node->module != &module)
+        module.details->changed.push_back(node);
+    changes.push_back(change);
 }
 
 void Build::KeepType(const QY_TYPE *type, Spot definition)
 {
-    module.details->typedefs[type] = definition;
+    module.details->typedefs.push_back(type);
+    load.context.details->typedefs[type] = definition;
 }
 
 void Build::KeepCopy(const QY_NODE *copy, const QY_NODE *from, const QY_NODE *parent, Spot uses)

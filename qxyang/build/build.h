@@ -148,7 +148,8 @@ class Build {
             KeepType(type, SpotOf(unit, definition));
     }
 
-    /* The same of a node that a uses copies, and of the case that the copy got for itself unless it stands in `parent`. */
+    /* Notes where a node comes from that a uses copies. The case that a choice makes for the copy has the same origin; `parent`
+     * tells whether there is one. */
     void NoteCopy(const QY_NODE *copy, const QY_NODE *from, const QY_NODE *parent, const Unit &unit,
                   const Statement *uses)
     {

@@ -183,7 +183,7 @@ void QY_CTX::ReleaseDying(QY_MOD *first, DeviationLog::Removal &&removal) noexce
     deviations.Remove(first, removal);
     WithdrawAugments(first);
     if (details != nullptr)
-        details->ForgetDying();
+        details->ForgetDying(first);
     while (first != nullptr) {
         QY_MOD *next = first->nextDying;
         modules.erase(first->place);

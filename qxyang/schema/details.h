@@ -5,6 +5,7 @@
 #include <korv_platform.h>
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -33,7 +34,8 @@ struct NodeOrigin {
 /* Goes with its module. */
 struct ModuleDetails {
     std::unordered_map<const QY_NODE *, NodeOrigin> nodes;
-    std::unordered_map<const QY_TYPE *, Spot> typedefs; /* what made the type */
+    std::vector<const QY_TYPE *> typedefs; /* types that its typedefs made */
+    std::vector<const QY_NODE *> changed;  /* nodes of other modules that its deviations changed */
 };
 
 /* A file as it was loaded. */
@@ -45,13 +47,18 @@ struct KeptFile {
     std::shared_ptr<QXYANG_FILE> statements; /* once somebody asked for them; then the text is theirs */
 };
 
-/* Files keep their numbers. Those of a module that was released answer no more: what still refers to them has no place. */
+/* Files keep their numbers, and no number comes again. Those of a module that was released answer no more: what still refers
+ * to them has no place. */
 class Details {
   public:
     uint32_t AddFile(const QY_MOD &module, std::string_view name, std::string_view path, std::string_view text);
 
     /* The file of that number, or null. */
-    KeptFile *File(uint32_t number) { return number < files_.size() ? files_[number].get() : nullptr; }
+    KeptFile *File(uint32_t number)
+    {
+        auto found = files_.find(number);
+        return found != files_.end() ? &found->second : nullptr;
+    }
 
     /* The file of a module or submodule of that name, or null: of several, that of a module that is loaded by name, else the
      * latest. */
@@ -60,11 +67,17 @@ class Details {
     /* The module's own file, or null. */
     KeptFile *FileOf(const QY_MOD &module);
 
-    /* Forgets the files of the modules that are dying. */
-    void ForgetDying() noexcept;
+    /* Forgets the files of the modules that are dying, `first` and those that nextDying links to it, their typedefs, and
+     * their changes of nodes that stay. */
+    void ForgetDying(const QY_MOD *first) noexcept;
+
+    std::unordered_map<const QY_TYPE *, Spot> typedefs; /* what made the type, of all modules */
 
   private:
-    std::vector<std::unique_ptr<KeptFile>> files_;
+    bool IsOfDying(Spot spot) const;
+
+    std::map<uint32_t, KeptFile> files_; /* by number */
+    uint32_t nextFile_ = 0;
 };
 
 } // namespace qxyang

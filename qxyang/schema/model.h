@@ -169,7 +169,7 @@ struct LeafrefPath {
 
 struct UnionMembers {
     uint32_t count;
-    mutable bool isSeen; /* false but while LeafrefMembers is at work */
+    mutable bool isSeen; /* LeafrefMembers has met it in its present search; false outside of one */
     const QY_TYPE *const *types;
 };
 

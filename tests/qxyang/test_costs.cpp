@@ -1,6 +1,7 @@
 /* What models cost that multiply two of their sizes. The schema layer is compiled into this program so that each basic
  * block counts when it is entered, and so does what is allocated: both are the same in every run. */
 #include <gtest/gtest.h>
+#include <qxyang.h>
 
 #include <cstdlib>
 #include <functional>
@@ -357,6 +358,62 @@ TEST(Costs, HintsEndWhenTooManyNamesAreCompared)
     for (size_t at = 0; (at = failures.find("did you mean", at)) != std::string::npos; ++at)
         ++hints;
     EXPECT_EQ(hints, ((size_t{1} << 20) + NAMES - 1) / NAMES);
+}
+
+/* What it costs to ask for a node's details once more. */
+Cost CostOfDetails(QY_NODE *node)
+{
+    QXYANG_NODE_DETAILS_S details;
+    EXPECT_EQ(QXYANG_GetNodeDetails(node, &details), 0u);
+    g_cost = {};
+    EXPECT_EQ(QXYANG_GetNodeDetails(node, &details), 0u);
+    return g_cost;
+}
+
+TEST(Costs, ReloadsOfADeviationModuleLeaveNoDetails)
+{
+    Schema schema;
+    EXPECT_EQ(QXYANG_KeepDetails(schema.Context()), 0u);
+    schema.LoadText("m", Container(Leaf("l", "int8\">")));
+    schema.Module("dev", Deviations("/m:c/m:l", "add", "<units name=\"u\"/><must condition=\"a\"/>"), "m");
+    schema.Module("bad", Deviations("/m:c/m:l", "add", "<must condition=\"a\"/>") + Leaf("l", "none\">"), "m");
+    Cost first;
+    Cost firstDetails;
+    for (int i = 0; i < 100; ++i) {
+        g_cost = {};
+        schema.Load("dev");
+        EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "dev"), 0u);
+        EXPECT_NE(QY_CTX_LoadModule(schema.Context(), "bad", nullptr), 0u);
+        Cost cost = g_cost;
+        Cost details = CostOfDetails(schema.Node("m", "c/l"));
+        if (i == 1) {
+            first = cost;
+            firstDetails = details;
+        }
+        if (i == 99) {
+            EXPECT_LE(cost.blocks, first.blocks * 101 / 100);
+            EXPECT_LE(cost.bytes, first.bytes * 101 / 100);
+            EXPECT_EQ(details.blocks, firstDetails.blocks);
+            EXPECT_EQ(details.bytes, firstDetails.bytes);
+        }
+    }
+}
+
+TEST(Costs, ATypedefIsFoundAmongManyModulesAsAmongFew)
+{
+    auto costAmong = [](int modules) {
+        Schema schema;
+        EXPECT_EQ(QXYANG_KeepDetails(schema.Context()), 0u);
+        for (int i = 0; i < modules; ++i)
+            schema.LoadText("other" + std::to_string(i), Typedef("int8\">"));
+        std::string typedefs = "<typedef name=\"t0\"><type name=\"int8\"/></typedef>";
+        for (int i = 1; i < 100; ++i)
+            typedefs += "<typedef name=\"t" + std::to_string(i) + "\"><type name=\"t" + std::to_string(i - 1) +
+                        "\"/></typedef>";
+        schema.LoadText("z", typedefs + Leaf("l", "t99\">"));
+        return CostOfDetails(schema.Node("z", "l")).blocks;
+    };
+    EXPECT_LE(costAmong(100), costAmong(1) * 3 / 2);
 }
 
 } // namespace

@@ -143,7 +143,9 @@ constexpr const char *GROUPING = R"(
     <leaf name="must"><type name="t"/><mandatory value="true"/></leaf></grouping>
   <grouping name="out"><container name="k"><uses name="in"><refine target-node="a">
     <description><text>inner</text></description><default value="d1"/></refine></uses></container></grouping>
-  <container name="plain"><uses name="in"/></container>
+  <container name="plain"><uses name="in"/>
+    <leaf name="other"><type name="t"/><units name="u"/><default value="x"/></leaf>
+    <leaf name="twice"><type name="t"/><default value="x"/></leaf></container>
   <container name="state"><config value="false"/><uses name="out"><refine target-node="k/a"><default value="d2"/>
     </refine><refine target-node="k/ll"><default value="z"/></refine></uses></container>
   <list name="list"><key value="id"/><leaf name="id"><type name="t"/></leaf>
@@ -156,6 +158,10 @@ constexpr const char *DEVIATIONS = R"(
   </deviation>
   <deviation target-node="/m:plain/m:ll"><deviate value="delete"><default value="x"/></deviate>
     <deviate value="add"><default value="w"/></deviate></deviation>
+  <deviation target-node="/m:plain/m:other"><deviate value="delete"><default value="wrong"/><units name="wrong"/></deviate>
+    </deviation>
+  <deviation target-node="/m:plain/m:twice"><deviate value="delete"><default value="wrong"/></deviate>
+    <deviate value="add"><default value="new"/></deviate></deviation>
   <deviation target-node="/m:state"><deviate value="replace"><config value="true"/></deviate></deviation>)";
 
 TEST(Details, ValuesAreTheEffectiveOnes)
@@ -168,6 +174,8 @@ TEST(Details, ValuesAreTheEffectiveOnes)
         {"plain/a", "m:leaf a, m:uses in | own u1 config 2 | d0", "m:leaf a, m:uses in | own u3 config 2 | d3"},
         {"plain/ll", "m:leaf-list ll, m:uses in | - u1 config 0 | x y",
          "m:leaf-list ll, m:uses in | - u1 config 0 | y w"},
+        {"plain/other", "m:leaf other, - | - u config 0 | x", "m:leaf other, - | - u1 config 0 | d0"},
+        {"plain/twice", "m:leaf twice, - | - u1 config 0 | x", "m:leaf twice, - | - u1 config 0 | new"},
         {"plain/must", "m:leaf must, m:uses in | - u1 config 0 |", nullptr},
         {"state/k/a", "m:leaf a, m:uses out | inner u1 state 2 | d2", "m:leaf a, m:uses out | inner u1 config 2 | d2"},
         {"state/k/ll", "m:leaf-list ll, m:uses out | - u1 state 0 | z",
@@ -192,6 +200,57 @@ TEST(Details, ValuesAreTheEffectiveOnes)
         EXPECT_EQ(QY_CTX_UnloadModule(kept.schema.Context(), "dev"), 0u);
         for (const auto &test : cases)
             EXPECT_EQ(DetailsText(kept.schema.Node("m", test.node)), test.before) << test.node;
+    }
+}
+
+uint32_t AddStatement(const QXYANG_ORIGIN_S *origin, void *cookie)
+{
+    *static_cast<std::string *>(cookie) += " " + StatementText(*origin);
+    return 0;
+}
+
+TEST(Details, StatementsAreTheEffectiveOnes)
+{
+    const char *model =
+        R"(<typedef name="t0"><type name="string"/></typedef><typedef name="t1"><type name="t0"/></typedef>
+        <grouping name="g"><leaf name="l"><must condition="a"/><must condition="b"/><type name="t1"/></leaf></grouping>
+        <container name="c"><uses name="g"><refine target-node="l"><must condition="c"/>
+          <mandatory value="true"/></refine></uses></container><container name="d"><uses name="g"/></container>
+        <rpc name="r"><description><text>x</text></description></rpc>
+        <augment target-node="/m:r/m:input"><container name="p"/></augment>)";
+    const char *deviations = R"(<deviation target-node="/m:c/m:l"><deviate value="add"><must condition="d"/></deviate>
+        <deviate value="delete"><must condition="b"/></deviate>
+        <deviate value="replace"><type name="m:t0"/></deviate></deviation>)";
+    const struct {
+        const char *node;
+        const char *keyword; /* null: typedefs */
+        const char *before;
+        const char *deviated;
+    } cases[] = {
+        {"c/l", "must", " m:must a m:must b m:must c", " m:must a m:must c dev:must d"},
+        {"c/l", "type", " m:type t1", " dev:type m:t0"},
+        {"c/l", "mandatory", " m:mandatory true", " m:mandatory true"},
+        {"c/l", nullptr, " m:typedef t1 m:typedef t0", " m:typedef t0"},
+        {"d/l", "must", " m:must a m:must b", " m:must a m:must b"},
+        {"c", nullptr, "", ""},
+        {"r/input", "description", "", ""},
+    };
+    for (bool compact : {false, true}) {
+        Kept kept(compact);
+        auto statementsOf = [&](const char *path, const char *keyword) {
+            std::string text;
+            QY_NODE *node = kept.schema.Node("m", path);
+            EXPECT_EQ(keyword != nullptr ? QXYANG_ScanNodeStatements(node, keyword, AddStatement, &text)
+                                         : QXYANG_ScanNodeTypedefs(node, AddStatement, &text),
+                      0u);
+            return text;
+        };
+        kept.Load("m", model);
+        for (const auto &test : cases)
+            EXPECT_EQ(statementsOf(test.node, test.keyword), test.before) << test.node;
+        kept.Load("dev", deviations, "m");
+        for (const auto &test : cases)
+            EXPECT_EQ(statementsOf(test.node, test.keyword), test.deviated) << test.node;
     }
 }
 
@@ -244,6 +303,8 @@ TEST(Details, AreOnlyThereWhenAskedForBeforeTheFirstLoad)
     EXPECT_NE(QXYANG_GetModuleOrigin(schema.Mod("m"), &origin), 0u);
     EXPECT_NE(QXYANG_ScanNodeExtInsts(leaf, AddInstance, nullptr), 0u);
     EXPECT_NE(QXYANG_ScanNodeDefaults(leaf, AddText, nullptr), 0u);
+    EXPECT_NE(QXYANG_ScanNodeStatements(leaf, "type", AddStatement, nullptr), 0u);
+    EXPECT_NE(QXYANG_ScanNodeTypedefs(leaf, AddStatement, nullptr), 0u);
     EXPECT_EQ(QXYANG_GetLoadedFile(schema.Context(), "m"), nullptr);
 }
 
