@@ -91,7 +91,7 @@ void RuleChecker::CheckAugmentNum()
 {
     if (file_.ucAugmentNum < NEAR_AUGMENT_NUM)
         return;
-    Finding finding = {Rule::ManyAugments, file_.pcModuleName, {}};
+    Finding finding = {"many-augments", file_.pcModuleName, {}};
     finding.cause.text = "the module has " + std::to_string(file_.ucAugmentNum) + " augments, at most " +
                          std::to_string(KORV_AUGMENT_NUM) + " can be loaded";
     PlaceAt(places_->Of(module_), &finding.cause);
@@ -103,13 +103,13 @@ void RuleChecker::CheckLengths(const ModelNode &node)
     const KorvTreeNode &treeNode = *node.place.node;
     std::string name = treeNode.pcName;
     if (node.own && IsOrdinary(treeNode) && name.size() > MAX_NAME)
-        Report(Rule::LongName,
+        Report("long-name",
                "the name has " + std::to_string(name.size()) + " characters: lookups take at most " +
                    std::to_string(MAX_NAME),
                node);
     bool aboveIsLong = treeNode.pstParent != nullptr && node.path.size() - name.size() - 1 > MAX_PATH;
     if (node.own && node.path.size() > MAX_PATH && !aboveIsLong)
-        Report(Rule::LongPath,
+        Report("long-path",
                "the path has " + std::to_string(node.path.size()) + " characters: dumps cut it at " +
                    std::to_string(MAX_PATH) + ", and so for everything below",
                node);
@@ -122,13 +122,13 @@ void RuleChecker::CheckLeafLengths(const ModelNode &node, const KorvTreeLeaf &le
 {
     std::string name = leaf.pcName;
     if (name.size() > MAX_NAME)
-        Report(Rule::LongName,
+        Report("long-name",
                "the leaf's name has " + std::to_string(name.size()) + " characters: lookups take at most " +
                    std::to_string(MAX_NAME),
                node, &leaf);
     size_t length = DataPath(*node.place.node).size() + 1 + name.size();
     if (length > MAX_PATH && node.path.size() <= MAX_PATH)
-        Report(Rule::LongPath,
+        Report("long-path",
                "the leaf's path has " + std::to_string(length) + " characters: lookups take at most " +
                    std::to_string(MAX_PATH),
                node, &leaf);
@@ -140,7 +140,7 @@ void RuleChecker::CheckKeyNum(const ModelNode &node)
     size_t own = KeyIds(treeNode.aucSelfNodeKey).size();
     size_t ancestor = KeyIds(treeNode.aucAncestorKey).size();
     if (own > SHOWN_KEY_NUM || ancestor > SHOWN_KEY_NUM)
-        Report(Rule::ManyKeys,
+        Report("many-keys",
                ClassText(treeNode) + " has " +
                    Count(std::max(own, ancestor), own >= ancestor ? "key" : "ancestor key") +
                    ": a device's log shows the first " + std::to_string(SHOWN_KEY_NUM) + " only",
@@ -156,7 +156,7 @@ void RuleChecker::CheckAncestorKeys(const ModelNode &node)
     size_t wanted = MappedKeys(above->aucAncestorKey) + MappedKeys(above->aucSelfNodeKey);
     size_t mapped = MappedKeys(treeNode.aucAncestorKey);
     if (mapped < wanted)
-        Report(Rule::UnmappedAncestorKey,
+        Report("unmapped-ancestor-key",
                Count(wanted - mapped, "key") + " of " + ClassText(*above) + (wanted - mapped == 1 ? " has" : " have") +
                    " no attribute id in " + ClassText(treeNode),
                node);
@@ -183,7 +183,7 @@ void RuleChecker::CheckAttribute(const ModelNode &node, const KorvTreeLeaf &leaf
     for (const char *const &keyword : FIELD_IDS) {
         std::vector<std::string> arguments = ExtensionArguments(leaf.pYinNode, keyword);
         if (!arguments.empty() && std::strtoull(arguments.front().c_str(), nullptr, 0) > MAX_FIELD_ID) {
-            Report(Rule::FieldIdRange,
+            Report("field-id-range",
                    "leaf " + of + ": attribute ids end at " + std::to_string(MAX_FIELD_ID) + ", so that " +
                        std::string(keyword) + " " + arguments.front() + " becomes " + std::to_string(leaf.uiFieldId),
                    node, &leaf, {&keyword, 1});
@@ -195,9 +195,9 @@ void RuleChecker::CheckAttribute(const ModelNode &node, const KorvTreeLeaf &leaf
     if (Has(leaf, KORV_MASK_FIELD_ID) || isBad)
         return;
     if (IsListKey(leaf))
-        Report(Rule::KeyWithoutFieldId, "key " + of + " has no attribute id", node, &leaf);
+        Report("key-without-field-id", "key " + of + " has no attribute id", node, &leaf);
     else
-        Report(Rule::MissingFieldId, "leaf " + of + " has no attribute id", node, &leaf);
+        Report("missing-field-id", "leaf " + of + " has no attribute id", node, &leaf);
 }
 
 void RuleChecker::CheckUniqueAttribute(const ModelNode &node, const KorvTreeLeaf &leaf)
@@ -211,7 +211,7 @@ void RuleChecker::CheckUniqueAttribute(const ModelNode &node, const KorvTreeLeaf
     bool later = IsOwn(leaf);
     const Attribute &reported = later ? Attribute{&node, &leaf} : first;
     const Attribute &other = later ? first : Attribute{&node, &leaf};
-    Report(Rule::DuplicateFieldId,
+    Report("duplicate-field-id",
            "leaf '" + std::string(reported.leaf->pcName) + "' of " + ClassText(*reported.holder->place.node) +
                " has attribute id " + std::to_string(leaf.uiFieldId) + ", as '" + other.leaf->pcName + "' of " +
                DataPath(*other.holder->place.node) + " has" +
@@ -228,7 +228,7 @@ void RuleChecker::CheckCollisions(const ModelNode &node)
     for (const uint32_t key : KeyIds(treeNode.aucAncestorKey)) {
         auto attribute = attributes.find(key);
         if (key != 0 && attribute != attributes.end())
-            Report(Rule::AncestorKeyCollision,
+            Report("ancestor-key-collision",
                    ClassText(treeNode) + " has ancestor key " + std::to_string(key) +
                        ", which is the attribute id of leaf '" + attribute->second.leaf->pcName + "' as well",
                    node, nullptr, ANCESTOR_KEY);
@@ -256,7 +256,7 @@ void RuleChecker::CheckClassId(const ModelNode &node)
     ClassUse use = {key, DataPath(treeNode), treeNode.pcModuleName, position};
     const ClassUse &first = uses_->try_emplace(treeNode.uiClassId, use).first->second;
     if (node.own && first.key != key)
-        Report(Rule::DuplicateClassId,
+        Report("duplicate-class-id",
                ClassText(treeNode) + " has the class id of " + first.path +
                    (first.module == file_.pcModuleName ? "" : " of module '" + first.module + "'") +
                    SeeText(first.position, position),

@@ -10,7 +10,7 @@ namespace {
 
 bool IsError(const Finding &finding)
 {
-    return RowOf(finding.rule).severity == Severity::Error;
+    return finding.rule->severity == Severity::Error;
 }
 
 size_t CountErrors(const std::vector<Finding> &findings)
@@ -31,8 +31,10 @@ void WriteNumberOrNull(JsonOut *out, const char *name, uint32_t number)
 
 std::string FindingText(const Finding &finding)
 {
+    std::string section = SectionText(*finding.rule);
     return Printable(PlaceText(finding.cause, finding.module) + (IsError(finding) ? "error: " : "warning: ") +
-                     finding.cause.text + " [" + RowOf(finding.rule).name + "]");
+                     finding.cause.text + (section.empty() ? "" : " (" + section + ")") + " [" + finding.rule->name +
+                     "]");
 }
 
 void WriteFindingsJson(const std::vector<std::string> &modules, const std::vector<Finding> &findings)
@@ -50,8 +52,10 @@ void WriteFindingsJson(const std::vector<std::string> &modules, const std::vecto
     out.Array();
     for (const Finding &finding : findings) {
         out.Object();
-        out.Member("name", RowOf(finding.rule).name);
+        out.Member("name", finding.rule->name);
         out.Member("severity", IsError(finding) ? "error" : "warning");
+        std::string section = SectionText(*finding.rule);
+        out.Member("section", section.empty() ? nullptr : section.c_str());
         out.Member("module", finding.module);
         out.Member("file", finding.cause.file.empty() ? nullptr : finding.cause.file.c_str());
         WriteNumberOrNull(&out, "line", finding.cause.line);

@@ -15,7 +15,7 @@ struct Finding {
     Cause cause;
 };
 
-/* "models/m.yin:12: warning: leaf 'x' ... [missing-field-id]" */
+/* "models/m.yin:12:3: warning: key 'x' ... (RFC 7950, 7.8.2) [key-config]" */
 std::string FindingText(const Finding &finding);
 
 /* All findings with their counts as one object. */

@@ -1,63 +1,49 @@
-/* The rules of `check`, a row each. */
+/* The rules of `check`. A rule is a row of a table in check/rows/, which holds those of one capability each. */
 #pragma once
 
-#include <cstdint>
+#include <algorithm>
+#include <array>
 #include <span>
 #include <string>
+#include <string_view>
+
+#include "check/rows/class_rows.h"
+#include "check/rows/load_rows.h"
+#include "check/rows/statement_rows.h"
 
 namespace inspect {
 
-/* In the order of the rows. */
-enum class Rule : uint8_t {
-    LoadFailed,
-    DeviationFailed,
-    MissingFieldId,
-    DuplicateFieldId,
-    FieldIdRange,
-    BadNumber,
-    RepeatedStatement,
-    NoEffect,
-    KeyWithoutFieldId,
-    DuplicateClassId,
-    ClassWithoutTree,
-    ManyKeys,
-    UnmappedAncestorKey,
-    ExtraAncestorKey,
-    DroppedKey,
-    MissingKey,
-    AncestorKeyCollision,
-    LongPath,
-    LongName,
-    TwoSyntaxes,
-    ManyAugments,
-    UnlistedDirectory,
-    LibraryMessage,
+/* In the order of the help and of the document. */
+inline constexpr std::span<const RuleRow> RULE_TABLES[] = {
+    LOAD_ROWS,
+    CLASS_ROWS,
+    STATEMENT_ROWS,
 };
 
-enum class Severity : uint8_t {
-    Error, /* the module, or what deviates from it, cannot be loaded */
-    Warning
+/* A rule, by its name: Rule("bad-number"). A name that no row has does not compile. */
+class Rule {
+  public:
+    consteval Rule(const char *name) : row_(Find(name)) {}
+
+    const RuleRow *operator->() const { return row_; }
+    const RuleRow &operator*() const { return *row_; }
+    bool operator==(const Rule &other) const = default;
+
+  private:
+    static consteval const RuleRow *Find(std::string_view name)
+    {
+        for (std::span<const RuleRow> table : RULE_TABLES)
+            for (const RuleRow &row : table)
+                if (row.name == name)
+                    return &row;
+        throw "no rule has this name";
+    }
+
+    const RuleRow *row_;
 };
 
-/* What a rule looks at. */
-enum class Subject : uint8_t {
-    Load,       /* what the load of a module says */
-    Classes,    /* the trees that the library has made */
-    Statements, /* the statements from which it makes them */
-    Files       /* files and directories */
-};
-
-struct RuleRow {
-    Rule rule;
-    const char *name; /* short; stays the same from release to release */
-    Severity severity;
-    Subject subject;
-    const char *purpose; /* what a finding of the rule means */
-};
-
-std::span<const RuleRow> AllRules();
-
-const RuleRow &RowOf(Rule rule);
+/* "RFC 7950, 7.8.2", or "" for a rule that is the tool's own. */
+std::string SectionText(const RuleRow &row);
 
 /* The names and purposes of all rules for the help. */
 std::string RulesText();

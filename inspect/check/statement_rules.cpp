@@ -164,9 +164,9 @@ void StatementRules::CheckNumber(const Extension &extension)
     bool isId = keyword == "field-id" || keyword == "ref-id-key-fid"; /* large ones: field-id-range */
     std::string statement = QuotedStatement(keyword, argument);
     if (!number.wellFormed)
-        Report(Rule::BadNumber, statement + " is no number: it counts as " + ValueText(number, keyword), extension);
+        Report("bad-number", statement + " is no number: it counts as " + ValueText(number, keyword), extension);
     else if (!number.fits && (!isId || number.refused))
-        Report(Rule::BadNumber,
+        Report("bad-number",
                statement + (number.refused ? " has more than 64 bits" : " has more than 32 bits") + ": it counts as " +
                    ValueText(number, keyword),
                extension);
@@ -176,13 +176,13 @@ void StatementRules::CheckRange(const std::string &keyword, const std::string &w
 {
     Number number = ReadNumber(word);
     if (number.refused && keyword == ANCESTOR_KEY)
-        Report(Rule::BadNumber,
-               "'" + word + "' of " + keyword + ": neither it nor the " + keyword + " after it are read", extension);
+        Report("bad-number", "'" + word + "' of " + keyword + ": neither it nor the " + keyword + " after it are read",
+               extension);
     else if (!number.wellFormed)
-        Report(Rule::BadNumber,
+        Report("bad-number",
                "'" + word + "' of " + keyword + " is no number: it counts as " + ValueText(number, keyword), extension);
     else if (number.value > MAX_FIELD_ID)
-        Report(Rule::FieldIdRange, keyword + " " + word + " is no attribute id: these end at 255", extension);
+        Report("field-id-range", keyword + " " + word + " is no attribute id: these end at 255", extension);
 }
 
 void StatementRules::CheckAncestorKeyNumbers(const Extension &extension)
@@ -216,7 +216,7 @@ void StatementRules::CheckRepeated(const Extensions &extensions)
         if (!known || (extension.keyword == ANCESTOR_KEY && !ExtensionsWithin(schema_, extension.instance).empty()))
             continue;
         if (!seen.insert(extension.keyword).second)
-            Report(Rule::RepeatedStatement,
+            Report("repeated-statement",
                    QuotedStatement(extension.keyword, extension.argument) + " is not the first " + extension.keyword,
                    extension);
     }
@@ -233,7 +233,7 @@ void StatementRules::CheckEffect(QY_NODE *node, const Extensions &extensions)
                          (IsOneOf(LEAF_STATEMENTS, extension.keyword) && type != QY_NODE_TYPE_LEAF) ||
                          extension.keyword == "aaa-task-id";
         if (misplaced && seen.insert(extension.keyword).second)
-            Report(Rule::NoEffect, extension.keyword + " has no effect on a " + KindText(node), extension);
+            Report("no-effect", extension.keyword + " has no effect on a " + KindText(node), extension);
     }
     if (MayBeClass(node) && ClassIdOf(node) == 0)
         CheckClassStatements(extensions);
@@ -246,14 +246,14 @@ void StatementRules::CheckClassStatements(const Extensions &extensions)
         auto found = std::find_if(extensions.begin(), extensions.end(),
                                   [keyword](const Extension &extension) { return extension.keyword == keyword; });
         if (found != extensions.end())
-            Report(Rule::NoEffect, std::string(keyword) + " has no effect without class-id", *found);
+            Report("no-effect", std::string(keyword) + " has no effect without class-id", *found);
     }
 }
 
 void StatementRules::CheckLeafrefClass(QY_NODE *node)
 {
     if (ClassIdOf(node) == 0)
-        Report(Rule::NoEffect,
+        Report("no-effect",
                "class-type 'leafref' makes no class of it: its first child that is no leaf has no class-id");
 }
 
@@ -279,12 +279,11 @@ void StatementRules::CheckAncestorKeys(QY_NODE *node, const Extensions &extensio
     if (num == 0 || first == nullptr)
         return;
     if (above != nullptr && ClassIdOf(above) == ClassIdOf(node))
-        Report(Rule::NoEffect, std::string(ANCESTOR_KEY) + " has no effect: the class above it is the same class",
-               *first);
+        Report("no-effect", std::string(ANCESTOR_KEY) + " has no effect: the class above it is the same class", *first);
     else if (above == nullptr && (nested || keys == 0))
-        Report(Rule::ExtraAncestorKey, std::string("it has ") + ANCESTOR_KEY + ", but no class above it", *first);
+        Report("extra-ancestor-key", std::string("it has ") + ANCESTOR_KEY + ", but no class above it", *first);
     else if (num > keys)
-        Report(Rule::ExtraAncestorKey,
+        Report("extra-ancestor-key",
                "it has " + Count(num, "ancestor key") + ", but the lists above it have " +
                    (keys == 0 ? "no key" : Count(keys, "key")),
                *first);
@@ -298,8 +297,8 @@ void StatementRules::CheckKeys(QY_NODE *node)
                               : "";
     size_t wanted = Words(written).size();
     if (wanted > num)
-        Report(Rule::MissingKey, Count(wanted - num, "key") + " of it " + (wanted - num == 1 ? "is" : "are") +
-                                     " gone: a deviation has taken the leaf away");
+        Report("missing-key", Count(wanted - num, "key") + " of it " + (wanted - num == 1 ? "is" : "are") +
+                                  " gone: a deviation has taken the leaf away");
     if (num == 0)
         return;
     QY_NODE *above = KeyedListAbove(node);
@@ -308,8 +307,8 @@ void StatementRules::CheckKeys(QY_NODE *node)
     std::set<uint32_t> own = KeyIdsOf(node);
     std::set<uint32_t> taken = KeyIdsOf(above);
     if (!std::includes(taken.begin(), taken.end(), own.begin(), own.end()))
-        Report(Rule::DroppedKey, "its keys do not count: it has those of the list '" + NameOf(above) +
-                                     "' above it, which is of the same class");
+        Report("dropped-key", "its keys do not count: it has those of the list '" + NameOf(above) +
+                                  "' above it, which is of the same class");
 }
 
 void StatementRules::CheckNode(QY_NODE *node)

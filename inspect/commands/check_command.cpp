@@ -64,7 +64,8 @@ bool Has(const std::vector<Finding> &findings, Rule rule)
 
 bool StandsBefore(const Finding &left, const Finding &right)
 {
-    return std::tie(left.cause.file, left.cause.line) < std::tie(right.cause.file, right.cause.line);
+    return std::tie(left.cause.file, left.cause.line, left.cause.column) <
+           std::tie(right.cause.file, right.cause.line, right.cause.column);
 }
 
 /* The module's top nodes that are no containers but hold or are classes: the library gives them no tree. */
@@ -132,13 +133,13 @@ class Checker {
             if (!cause.file.empty() && !reported_.insert(PlaceText(cause, key.name) + cause.text).second)
                 seen = &cause;
             else
-                findings.push_back({report.loaded ? Rule::DeviationFailed : Rule::LoadFailed, key.name, cause});
+                findings.push_back({report.loaded ? Rule("deviation-failed") : Rule("load-failed"), key.name, cause});
         if (!report.loaded && findings.empty() && seen != nullptr) {
-            findings.push_back({Rule::LoadFailed, key.name, *seen});
+            findings.push_back({"load-failed", key.name, *seen});
             findings.back().cause.text = "module '" + key.name + "' is not loaded for the same reason";
         }
         if (report.loaded && !causes.empty())
-            findings.push_back({Rule::DeviationFailed,
+            findings.push_back({"deviation-failed",
                                 key.name,
                                 {"", 0, 0, "the module is loaded without its deviations: it is not what was meant"}});
         return findings;
@@ -151,7 +152,7 @@ class Checker {
             std::error_code error;
             std::filesystem::directory_iterator listing(dir, error);
             if (error && reported_.insert(dir).second)
-                findings->push_back({Rule::UnlistedDirectory,
+                findings->push_back({"unlisted-directory",
                                      key.name,
                                      {"", 0, 0,
                                       "directory '" + dir + "' cannot be listed (" + error.message() +
@@ -168,7 +169,7 @@ class Checker {
             yin.swap(compact);
         if (compact.empty() || !reported_.insert(compact).second)
             return;
-        Finding finding = {Rule::TwoSyntaxes, module, {yin, 0, 0, ""}};
+        Finding finding = {"two-syntaxes", module, {yin, 0, 0, ""}};
         finding.cause.text = "'" + compact + "' stands beside it: of the two, a load by name reads the .yin file alone";
         findings->push_back(finding);
     }
@@ -188,7 +189,7 @@ class Checker {
         if (module == nullptr)
             return;
         for (QY_NODE *top : ClassesWithoutTree(module)) {
-            Finding finding = {Rule::ClassWithoutTree, key.name, {}};
+            Finding finding = {"class-without-tree", key.name, {}};
             finding.cause.text =
                 "'" + NameOf(top) + "' is no container at the module's top: its classes are in no tree";
             PlaceAt(places_.Of(top), &finding.cause);
@@ -199,15 +200,15 @@ class Checker {
     /* What the library has said beyond what the rules find by themselves, each once. */
     static void AddMessages(const ModuleKey &key, const LoadReport &report, std::vector<Finding> *findings)
     {
-        bool keysExplained = Has(*findings, Rule::UnmappedAncestorKey);
-        bool idsExplained = Has(*findings, Rule::MissingFieldId) || Has(*findings, Rule::KeyWithoutFieldId);
+        bool keysExplained = Has(*findings, "unmapped-ancestor-key");
+        bool idsExplained = Has(*findings, "missing-field-id") || Has(*findings, "key-without-field-id");
         std::set<std::string> said;
         for (const std::string &error : report.errors) {
             Remark remark = RemarkOf(error);
             bool explained =
                 (remark == Remark::AncestorKey && keysExplained) || (remark == Remark::FieldId && idsExplained);
             if (!explained && said.insert(error).second)
-                findings->push_back({Rule::LibraryMessage, key.name, {"", 0, 0, error}});
+                findings->push_back({"library-message", key.name, {"", 0, 0, error}});
         }
     }
 

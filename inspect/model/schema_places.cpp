@@ -44,6 +44,7 @@ void PlaceAt(const std::optional<Position> &position, Cause *cause)
         return;
     cause->file = position->file;
     cause->line = position->line;
+    cause->column = position->column;
 }
 
 const std::string &Places::Shown(const std::string &file)
@@ -58,7 +59,7 @@ std::optional<Position> Places::Of(const QXYANG_ORIGIN_S &origin)
 {
     if (origin.pcFile == nullptr)
         return std::nullopt;
-    return Position{Shown(origin.pcFile), origin.stPlace.uiLine};
+    return Position{Shown(origin.pcFile), origin.stPlace.uiLine, origin.stPlace.uiColumn};
 }
 
 std::optional<Position> Places::Of(QY_NODE *node)

@@ -16,6 +16,7 @@ namespace inspect {
 struct Position {
     std::string file; /* as the command line has it */
     uint32_t line;
+    uint32_t column;
 };
 
 /* Gives the cause its place, if that is known. */

@@ -325,6 +325,9 @@ TEST_F(InspectCheck, PointsAtTheStatementsThatItIsAboutInBothSyntaxes)
         Texts findings;
         for (const rapidjson::Value &finding : json["findings"].GetArray()) {
             EXPECT_EQ(finding["file"].GetString(), dir.Path() + file);
+            const std::string line = LineAt(finding["file"].GetString(), finding["line"].GetUint());
+            EXPECT_EQ(finding["column"].GetUint(), line.find_first_not_of(' ') + 1) << line;
+            EXPECT_TRUE(finding["section"].IsNull());
             findings.push_back(std::string(finding["name"].GetString()) + " at " +
                                StatementAt(finding["file"].GetString(), finding["line"].GetUint()));
         }
@@ -440,7 +443,7 @@ TEST_F(InspectCheck, FindsTheRefusedStatementAmongOthersOfItsName)
                                Container("e", Container("b", Leaf("x", "empty")))),
             "base");
     EXPECT_EQ(Findings({"m"}), (Texts{"load-failed at class-type odd"}));
-    EXPECT_EQ(LineWith(Run({"n"}).out, "leaf 'x' of class 'b' is of type empty").find(dir.Path() + "/n.yin:13: "), 0U)
+    EXPECT_EQ(LineWith(Run({"n"}).out, "leaf 'x' of class 'b' is of type empty").find(dir.Path() + "/n.yin:13:1: "), 0U)
         << Run({"n"}).out;
 }
 
