@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "check/statement_rules.h"
+#include "check/yang/node_rules.h"
 #include "model/load_causes.h"
 #include "model/message_text.h"
 #include "model/module_search.h"
@@ -69,6 +70,8 @@ std::vector<Finding> Checker::Check(const ModuleKey &key)
     if (QY_MOD *schema = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str())) {
         std::vector<Finding> statements = StatementRules(instance.Schema(), schema, &places_).Check();
         findings.insert(findings.end(), statements.begin(), statements.end());
+        std::vector<Finding> nodes = CheckNodes(instance.Schema(), schema, &places_);
+        findings.insert(findings.end(), nodes.begin(), nodes.end());
     }
     AddClassesWithoutTree(instance, key, &findings);
     if (report.problems.empty())

@@ -3,7 +3,7 @@
 namespace inspect {
 namespace {
 
-constexpr size_t NAME_WIDTH = 25;
+constexpr size_t NAME_WIDTH = 26;
 constexpr size_t TEXT_WIDTH = 64;
 
 constexpr bool AllNamesFitAndDiffer()

@@ -9,6 +9,7 @@
 
 #include "check/rows/class_rows.h"
 #include "check/rows/load_rows.h"
+#include "check/rows/node_rows.h"
 #include "check/rows/statement_rows.h"
 
 namespace inspect {
@@ -18,6 +19,7 @@ inline constexpr std::span<const RuleRow> RULE_TABLES[] = {
     LOAD_ROWS,
     CLASS_ROWS,
     STATEMENT_ROWS,
+    NODE_ROWS,
 };
 
 /* A rule, by its name: Rule("bad-number"). A name that no row has does not compile. */

@@ -119,6 +119,13 @@ void ForEachChild(QY_NODE *node, const NodeVisitor &visit)
     scan.End();
 }
 
+void ForEachAugment(QY_MOD *module, const NodeVisitor &visit)
+{
+    Scan<NodeVisitor> scan = {visit};
+    (void)QY_MOD_IterScanAugmentNode(module, OnNode, &scan);
+    scan.End();
+}
+
 void ForEachBelow(QY_NODE *node, const NodeVisitor &visit)
 {
     Scan<NodeVisitor> scan = {visit};
@@ -130,12 +137,10 @@ void ForEachNode(QY_MOD *module, const NodeVisitor &visit)
 {
     std::vector<QY_NODE *> tops;
     ForEachTop(module, [&tops](QY_NODE *top) { tops.push_back(top); });
-    Scan<NodeVisitor> scan = {[&tops](QY_NODE *augment) {
+    ForEachAugment(module, [&tops](QY_NODE *augment) {
         if (QY_NODE *target = QY_NODE_GetAugmentTargetNode(augment))
             tops.push_back(TopOf(target));
-    }};
-    (void)QY_MOD_IterScanAugmentNode(module, OnNode, &scan);
-    scan.End();
+    });
     std::unordered_set<QY_NODE *> seen;
     for (QY_NODE *top : tops)
         if (seen.insert(top).second)

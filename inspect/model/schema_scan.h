@@ -13,6 +13,7 @@ using NodeVisitor = std::function<void(QY_NODE *)>;
 
 void ForEachTop(QY_MOD *module, const NodeVisitor &visit);
 void ForEachChild(QY_NODE *node, const NodeVisitor &visit);
+void ForEachAugment(QY_MOD *module, const NodeVisitor &visit);
 
 /* The node and everything below it, parents first. */
 void ForEachBelow(QY_NODE *node, const NodeVisitor &visit);

@@ -536,8 +536,7 @@ TEST_F(InspectCheck, RulesAreDescribed)
         std::string name;
         std::string purpose;
         words >> name >> purpose;
-        if (!line.starts_with("  ") || line.size() < 27 || line[2] == ' ' || line[2] == '-' ||
-            line.substr(25, 2) != "  ")
+        if (!line.starts_with("  ") || line.size() < 29 || line[2] == ' ' || line[2] == '-' || line[27] != ' ')
             continue;
         listed += name + "\n";
         if (purpose == "error:")
