@@ -41,6 +41,18 @@ bool IsOneOf(const std::array<std::string_view, N> &words, std::string_view word
 constexpr std::array<std::string_view, 4> NODE_TYPES = {"comment", "node", "processing-instruction", "text"};
 constexpr std::array<std::string_view, 3> AXES_BESIDE = {"self", "following-sibling", "preceding-sibling"};
 
+/* The text's beginning, of whole characters. */
+std::string Shortened(const std::string &text)
+{
+    constexpr size_t MAX = 32;
+    if (text.size() <= MAX)
+        return text;
+    size_t end = MAX;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+        --end;
+    return text.substr(0, end) + "...";
+}
+
 /* Reads an expression that is known to be right, token by token. */
 class Reader {
   public:
@@ -328,7 +340,7 @@ XPathFacts ReadXPath(const std::string &text)
     XmlVerdict verdict = XPathVerdict(text);
     facts.tooLarge = verdict.kind == XmlVerdict::TooLarge;
     if (verdict.kind == XmlVerdict::Wrong) {
-        std::string rest = text.substr(verdict.offset);
+        std::string rest = Shortened(text.substr(verdict.offset));
         facts.faults.push_back(
             {rest.empty() ? "ends too early" : "cannot be read from '" + rest + "' on", verdict.offset});
     }

@@ -70,6 +70,8 @@ std::vector<Finding> Checker::Check(const ModuleKey &key)
     if (QY_MOD *schema = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str())) {
         std::vector<Finding> statements = StatementRules(instance.Schema(), schema, &places_).Check();
         findings.insert(findings.end(), statements.begin(), statements.end());
+        std::vector<Finding> yang = CheckYangStatements(instance.Schema(), schema, &places_, &namespaces_);
+        findings.insert(findings.end(), yang.begin(), yang.end());
         std::vector<Finding> nodes = CheckNodes(instance.Schema(), schema, &places_);
         findings.insert(findings.end(), nodes.begin(), nodes.end());
     }

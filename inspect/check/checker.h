@@ -8,6 +8,7 @@
 #include "base/model_request.h"
 #include "check/check_rules.h"
 #include "check/findings.h"
+#include "check/yang/statement_check.h"
 #include "model/instance.h"
 #include "model/schema_places.h"
 
@@ -36,6 +37,7 @@ class Checker {
     bool all_; /* every module of the directories */
     Places places_;
     ClassUses uses_;
+    NamespaceUses namespaces_;
     std::set<std::string> reported_; /* causes of failed loads, and directories: what many modules meet is told once */
 };
 

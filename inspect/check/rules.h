@@ -11,6 +11,7 @@
 #include "check/rows/load_rows.h"
 #include "check/rows/node_rows.h"
 #include "check/rows/statement_rows.h"
+#include "check/rows/yang_rows.h"
 
 namespace inspect {
 
@@ -19,6 +20,7 @@ inline constexpr std::span<const RuleRow> RULE_TABLES[] = {
     LOAD_ROWS,
     CLASS_ROWS,
     STATEMENT_ROWS,
+    YANG_ROWS,
     NODE_ROWS,
 };
 
