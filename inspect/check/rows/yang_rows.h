@@ -17,7 +17,7 @@ inline constexpr RuleRow YANG_ROWS[] = {
     {"duplicate-namespace", Severity::Warning, "5.3", "two modules with one namespace"},
     {"submodule-not-included", Severity::Warning, "5.1", "a submodule includes one that the module does not include"},
     {"obsolete-reference", Severity::Warning, "7.21.2",
-     "a definition refers to one of its module that is nearer to its end: deprecated or obsolete"},
+     "a definition refers to a deprecated or obsolete one of its module"},
     {"xpath-syntax", Severity::Warning, "6.4", "an expression that is no XPath 1.0, or a path that is no leafref's"},
     {"xpath-function", Severity::Warning, "6.4.1", "a function that is unknown, or has another number of arguments"},
     {"xpath-prefix", Severity::Warning, "6.4.1", "a prefix that stands for no module in the file"},

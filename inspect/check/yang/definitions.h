@@ -32,7 +32,7 @@ class Definitions {
     std::optional<Definition> Find(DefinitionKind kind, const OwnFile &file, const QXYANG_STATEMENT_S &from,
                                    std::string_view reference) const;
 
-    /* The QXYANG_STATUS_ value of a statement: of itself or of one around it, whichever is nearer to its end. */
+    /* The QXYANG_STATUS_ value of a statement: of itself or of one around it, whichever is greater. */
     uint32_t StatusOf(const OwnFile &file, uint32_t statement) const;
 
     /* The name of the built-in type that a type statement comes to; its argument if that is another module's. */

@@ -49,7 +49,8 @@ void PathReader::SkipBlanks()
 bool PathReader::TakeName()
 {
     size_t end = std::min(text_.find_first_of(" \t\r\n/[]()=@*|+,'\"<>!$", at_), text_.size());
-    bool isName = end > at_ && text_[at_] != '.' && text_.substr(at_, end - at_).find("::") == std::string_view::npos;
+    bool isName = end > at_ && text_[at_] != '.' && (text_[at_] < '0' || text_[at_] > '9') &&
+                  text_.substr(at_, end - at_).find("::") == std::string_view::npos;
     at_ = isName ? end : at_;
     return isName;
 }

@@ -15,11 +15,10 @@ const char *StatusText(uint32_t status)
                                                 : "a current";
 }
 
-/* "type 't' refers to what is obsolete (line 3), and stands in what is current" */
-std::string ReferenceText(const std::string &from, uint32_t fromStatus, const std::string &see, uint32_t status)
+/* "type 't' of a current definition refers to an obsolete one (line 3)" */
+std::string ReferenceText(const std::string &from, uint32_t fromStatus, uint32_t status, const std::string &see)
 {
-    return from + " refers to what is " + StatusText(status) + see + ", and stands in what is " +
-           StatusText(fromStatus);
+    return from + " of " + StatusText(fromStatus) + " definition refers to " + StatusText(status) + " one" + see;
 }
 
 void CheckReference(StatementCheck &check, DefinitionKind kind, std::string_view name, const QXYANG_STATEMENT_S &from)
@@ -30,13 +29,11 @@ void CheckReference(StatementCheck &check, DefinitionKind kind, std::string_view
         return;
     uint32_t status = definitions.StatusOf(*definition->file, definition->statement);
     uint32_t fromStatus = definitions.StatusOf(check.File(), from.uiIndex);
-    if (fromStatus < status)
-        check.Report(
-            "obsolete-reference",
-            ReferenceText(HeadText(from), fromStatus,
-                          check.SeeText(*definition->file, StatementAt(definition->file->file, definition->statement)),
-                          status),
-            from);
+    if (fromStatus >= status)
+        return;
+    QXYANG_STATEMENT_S to = StatementAt(definition->file->file, definition->statement);
+    check.Report("obsolete-reference",
+                 ReferenceText(HeadText(from), fromStatus, status, check.SeeText(*definition->file, to)), from);
 }
 
 template <DefinitionKind KIND>
@@ -66,7 +63,7 @@ constexpr KeywordRule RULES[] = {
     {"if-feature", CheckFeatures},
 };
 
-/* A node's status, or that of a node above it if that is nearer to its end. */
+/* The status of a node or of a node above it, whichever is greater. */
 uint32_t StatusOf(QY_NODE *node)
 {
     uint32_t status = QXYANG_STATUS_CURRENT;
@@ -100,8 +97,8 @@ void CheckLeafrefStatus(StatementCheck &check)
         check.ForEachFile([&](const OwnFile &file) {
             if (file.file != origin.pstFile)
                 return;
-            std::string text = "leafref '" + NameOf(node) + "'";
-            check.Report("obsolete-reference", ReferenceText(text, fromStatus, ", " + DataPath(target), status),
+            check.Report("obsolete-reference",
+                         ReferenceText("leafref '" + NameOf(node) + "'", fromStatus, status, ", " + DataPath(target)),
                          StatementAt(file.file, origin.uiStatement));
         });
     });

@@ -64,6 +64,8 @@ void StatementCheck::ReportIn(Rule rule, const std::string &text, const QXYANG_S
     const QXYANG_PLACE_S &place = statement.stArgument;
     const char *end = WrittenPart(file_->file, statement, offset);
     if (end == nullptr)
+        end = WrittenPart(file_->file, statement, 0);
+    if (end == nullptr)
         return;
     uint64_t size = 0;
     const char *begin = QXYANG_GetFileText(file_->file, &size) + place.uiOffset;

@@ -29,7 +29,8 @@ class StatementCheck {
     QY_CTX *Schema() const { return schema_; }
     QY_MOD *Module() const { return module_; }
 
-    /* Reports something about a statement of the file, or about its argument from that byte on. */
+    /* Reports something about a statement of the file, or about its argument from that byte on. An argument that the file
+     * writes in other characters, or on several lines, is pointed at where it begins. */
     void Report(Rule rule, const std::string &text, const QXYANG_STATEMENT_S &statement);
     void ReportIn(Rule rule, const std::string &text, const QXYANG_STATEMENT_S &statement, size_t offset);
 
