@@ -17,11 +17,7 @@ namespace inspect {
 
 /* In the order of the help and of the document. */
 inline constexpr std::span<const RuleRow> RULE_TABLES[] = {
-    LOAD_ROWS,
-    CLASS_ROWS,
-    STATEMENT_ROWS,
-    YANG_ROWS,
-    NODE_ROWS,
+    LOAD_ROWS, CLASS_ROWS, STATEMENT_ROWS, YANG_ROWS, NODE_ROWS,
 };
 
 /* A rule, by its name: Rule("bad-number"). A name that no row has does not compile. */

@@ -307,7 +307,7 @@ const Model MODELS[] = {
     key k;
     leaf k { type string; }
     uses operations;
-    list inner { config false; action act; } // action-below-keyless-list
+    list inner { config false; leaf x { type string; } action act; } // action-below-keyless-list
   }
 }
 )y"},
