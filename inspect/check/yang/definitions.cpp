@@ -69,14 +69,12 @@ void Definitions::Read(const OwnFile &file)
 std::optional<Definition> Definitions::Find(DefinitionKind kind, const OwnFile &file, const QXYANG_STATEMENT_S &from,
                                             std::string_view reference) const
 {
-    if (size_t colon = reference.find(':'); colon != std::string_view::npos) {
-        if (reference.substr(0, colon) != file.prefix)
-            return std::nullopt;
-        reference.remove_prefix(colon + 1);
-    }
+    PrefixedName wanted = SplitName(reference);
+    if (file.names.ModuleOf(wanted.prefix) != file.names.module)
+        return std::nullopt;
     bool mayBeNested = kind == DefinitionKind::Typedef || kind == DefinitionKind::Grouping;
     for (uint32_t around = mayBeNested ? from.uiParent : 0;; around = StatementAt(file.file, around).uiParent) {
-        auto found = definitions_.find({ScopeOf(file, around), kind, reference});
+        auto found = definitions_.find({ScopeOf(file, around), kind, wanted.name});
         if (found != definitions_.end())
             return found->second;
         if (around == 0 || around == QXYANG_NO_STATEMENT)

@@ -72,7 +72,7 @@ void CheckFunction(StatementCheck &check, const XPathFacts::Function &function, 
     std::string text;
     if (row == std::end(FUNCTIONS))
         text = "there is no function '" + function.name + "'";
-    else if (row->isVersion11 && !check.File().isVersion11)
+    else if (row->isVersion11 && !check.File().names.isVersion11)
         text = "function '" + function.name + "' takes yang-version 1.1";
     else if (function.arguments < row->least || function.arguments > row->most)
         text = "function '" + function.name + "' takes " + NumberText(*row) + ", and has " +
@@ -84,7 +84,7 @@ void CheckFunction(StatementCheck &check, const XPathFacts::Function &function, 
 void CheckPrefixes(StatementCheck &check, const XPathFacts &facts, const QXYANG_STATEMENT_S &statement)
 {
     for (const XPathFacts::Prefix &prefix : facts.prefixes)
-        if (!check.File().prefixes.contains(prefix.name))
+        if (check.File().names.ModuleOf(prefix.name).empty())
             check.ReportIn(
                 "xpath-prefix",
                 std::string(statement.pcKeyword) + ": prefix '" + prefix.name + "' stands for no module in this file",

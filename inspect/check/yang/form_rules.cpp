@@ -74,7 +74,8 @@ void CheckName(StatementCheck &check, const QXYANG_STATEMENT_S &statement)
     constexpr std::string_view REFUSED = "xml";
     std::string_view begin = ArgumentOf(statement).substr(0, REFUSED.size());
     auto isSame = [](char left, char right) { return (left | 0x20) == right; };
-    if (!check.File().isVersion11 && std::equal(begin.begin(), begin.end(), REFUSED.begin(), REFUSED.end(), isSame))
+    if (!check.File().names.isVersion11 &&
+        std::equal(begin.begin(), begin.end(), REFUSED.begin(), REFUSED.end(), isSame))
         check.Report("xml-name", "the name of " + HeadText(statement) + " begins with 'xml'", statement);
 }
 

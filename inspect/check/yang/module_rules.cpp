@@ -85,7 +85,7 @@ void CheckNamespace(StatementCheck &check, NamespaceUses *uses)
 /* A submodule of version 1 may include what its module does not. */
 void CheckIncludes(StatementCheck &check)
 {
-    if (check.Files().empty() || !check.Files().back().isVersion11)
+    if (check.Files().empty() || !check.Files().back().names.isVersion11)
         return;
     std::set<std::string, std::less<>> included;
     ForEachAtTop(check.Files().back().file, "include",

@@ -3,11 +3,11 @@
 
 #include <qxyang.h>
 
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "check/yang/file_names.h"
 #include "model/statements.h"
 
 namespace inspect {
@@ -17,10 +17,8 @@ struct OwnFile {
     std::string path;
     std::string name; /* the module's or submodule's */
     size_t number;    /* among the module's files */
-    bool isSubmodule = false;
-    bool isVersion11 = false;
-    std::string prefix = {};                          /* its own */
-    std::set<std::string, std::less<>> prefixes = {}; /* all that it may use */
+    bool isSubmodule;
+    FileNames names;
 };
 
 /* The submodules' files in the order of inclusion, the module's own last. */

@@ -8,7 +8,7 @@ namespace {
 void CheckMember(StatementCheck &check, const QXYANG_STATEMENT_S &type)
 {
     const OwnFile &file = check.File();
-    if (file.isVersion11 || !IsYang(StatementAt(file.file, type.uiParent), "type"))
+    if (file.names.isVersion11 || !IsYang(StatementAt(file.file, type.uiParent), "type"))
         return;
     std::string builtin(check.AllDefinitions().BuiltinOf(file, type));
     if (builtin != "empty" && builtin != "leafref")
@@ -23,7 +23,7 @@ void CheckMember(StatementCheck &check, const QXYANG_STATEMENT_S &type)
 void CheckRequireInstance(StatementCheck &check, const QXYANG_STATEMENT_S &statement)
 {
     const OwnFile &file = check.File();
-    if (file.isVersion11)
+    if (file.names.isVersion11)
         return;
     QXYANG_STATEMENT_S type = StatementAt(file.file, statement.uiParent);
     if (IsYang(type, "type") && check.AllDefinitions().BuiltinOf(file, type) == "leafref")
