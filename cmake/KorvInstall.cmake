@@ -41,7 +41,8 @@ install(FILES examples/yin/quelvo-mim-extensions.yin DESTINATION ${CMAKE_INSTALL
         COMPONENT runtime)
 
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development PATTERN *.in EXCLUDE)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development PATTERN *.in EXCLUDE
+        PATTERN schemas EXCLUDE)
 install(DIRECTORY examples/host_c examples/yin DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
 
 if(KORV_BUILD_INSPECT)
@@ -49,6 +50,7 @@ if(KORV_BUILD_INSPECT)
   install(TARGETS korv-inspect RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
   install(FILES inspect/line/korv-inspect.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
           RENAME korv-inspect COMPONENT tools)
+  install(DIRECTORY docs/schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/korv-inspect COMPONENT tools)
   configure_file(inspect/line/korv-inspect.1.in korv-inspect.1 @ONLY)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korv-inspect.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
 endif()

@@ -11,6 +11,7 @@ struct Cause {
     uint32_t line = 0;   /* 0: not known */
     uint32_t column = 0; /* 0: not known */
     std::string text;
+    std::string module = {}; /* in whose file; empty: not known */
 };
 
 /* "FILE:LINE:COLUMN: " or what of it is known, else the module's name and ": ". */

@@ -47,6 +47,9 @@ class JsonOut {
         Numbers(std::vector<uint64_t>{static_cast<uint64_t>(min), static_cast<uint64_t>(max)});
     }
 
+    /* {"file": ..., "line": ..., "column": ...} on one line; null without a file. */
+    void Place(const std::string &file, uint32_t line, uint32_t column);
+
     void Member(const char *name, const char *text) { Key(name), Text(text); }
     void Member(const char *name, const std::string &text) { Key(name), Text(text); }
     template <std::integral T>
@@ -56,7 +59,22 @@ class JsonOut {
         Value(value);
     }
 
+    /* 0 stands for none. */
+    void NumberOrNull(const char *name, uint32_t number)
+    {
+        Key(name);
+        if (number != 0)
+            Value(number);
+        else
+            Null();
+    }
+
   private:
+    const std::string &Quoted(const std::string &file);
+
+    std::string file_; /* of the latest place, and how it is written */
+    std::string quoted_;
+    std::string place_;
     char buffer_[65536] = {};
     rapidjson::FileWriteStream stream_;
     rapidjson::PrettyWriter<rapidjson::FileWriteStream> writer_;

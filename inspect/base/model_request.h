@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/notes.h"
+
 namespace inspect {
 
 /* "MODULE" or "MODULE@REVISION". The revision, "" for none, is part of the key under which the library registers the
@@ -26,6 +28,7 @@ struct ModelRequest {
     std::vector<ModuleKey> modules;
     SearchDirs dirs;
     bool verbose = false; /* the library's messages are shown as they come */
+    Notes notes;
 };
 
 } // namespace inspect

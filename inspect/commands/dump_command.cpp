@@ -1,6 +1,5 @@
 /* dump: a tree as flat records. */
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <optional>
 
 #include "base/failure.h"
@@ -115,9 +114,11 @@ int DumpCommand::Run()
     }
     Dump dump(request);
     if (dump.Records().empty())
-        std::fprintf(stderr, "korv-inspect: %s\n", NothingText(file, selection_).c_str());
+        options_.Request().notes.Say(NothingText(file, selection_));
+    TreePlaces places(instance, file, options_.Request().dirs);
+    const KorvTreeNode *first = selection_.augment ? request.pstAugmentTree : file.pstOriginTree;
     if (options_.OutputFormat() == Format::Json)
-        WriteDumpJson(dump.Records());
+        WriteDumpJson(dump.Records(), {NodesInDumpOrder(first), selection_.augment, &places});
     else if (options_.OutputFormat() == Format::Csv)
         WriteDumpCsv(dump.Records());
     else

@@ -7,10 +7,12 @@
 #include "base/text.h"
 #include "commands/commands.h"
 #include "commands/node_command.h"
+#include "model/enum_places.h"
 #include "model/enum_values.h"
 #include "model/load_causes.h"
 #include "model/path_finder.h"
 #include "model/schema_places.h"
+#include "model/tree_places.h"
 
 namespace inspect {
 namespace {
@@ -32,7 +34,7 @@ void PrintText(const std::vector<EnumValue> &values)
     }
 }
 
-void PrintJson(const std::vector<EnumValue> &values)
+void PrintJson(const std::vector<EnumValue> &values, const std::map<std::string, Position> &places)
 {
     JsonOut out;
     out.Array();
@@ -40,6 +42,8 @@ void PrintJson(const std::vector<EnumValue> &values)
         out.Object();
         out.Member("name", value.name);
         out.Member("value", value.value);
+        auto place = places.find(value.name);
+        WritePlace(&out, place != places.end() ? std::optional(place->second) : std::nullopt);
         out.EndObject();
     }
     out.EndArray();
@@ -54,7 +58,8 @@ int EnumsCommand::Run()
 {
     Instance instance(options_.Request().dirs, options_.Request().verbose);
     LoadRequested(&instance, options_.Request());
-    Place place = PathFinder(instance, Loaded(instance, options_.Module())).Require(options_.Path());
+    Place place =
+        PathFinder(instance, Loaded(instance, options_.Module())).Require(options_.Path(), options_.Request().notes);
     if (place.leaf == nullptr)
         throw Failure(PlainPath(place) + " is no leaf");
     std::string broken = BrokenLeafrefText(place.leaf->pYinNode);
@@ -63,8 +68,9 @@ int EnumsCommand::Run()
     if (YANGLIB_IsEnumLeaf(place.leaf) != 1)
         throw Failure(PlainPath(place) + " is no enumeration" + ", but " + TypeName(*place.leaf));
     std::vector<EnumValue> values = EnumValues(*place.leaf);
+    Places places(options_.Request().dirs);
     if (options_.OutputFormat() == Format::Json)
-        PrintJson(values);
+        PrintJson(values, EnumPlaces(place.leaf->pYinNode, &places));
     else
         PrintText(values);
     return 0;

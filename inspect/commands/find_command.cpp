@@ -1,14 +1,13 @@
 /* find: one node or leaf, and how a host asks for it. */
 #include <cstdio>
 
-#include "base/json_out.h"
 #include "base/text.h"
 #include "commands/commands.h"
 #include "commands/node_command.h"
 #include "model/load_causes.h"
 #include "model/node_request.h"
+#include "tree/tree_json.h"
 #include "tree/tree_rows.h"
-#include "tree/tree_view.h"
 
 namespace inspect {
 namespace {
@@ -142,13 +141,16 @@ void PrintText(const ModuleFile &file, const Answer &answer)
     rows.Print();
 }
 
-void PrintJson(const ModuleFile &file, const Answer &answer)
+void PrintJson(const ModuleFile &file, const Answer &answer, TreePlaces *places)
 {
     const Place &place = answer.place;
     JsonOut out;
+    TreeJson tree(&out, places);
     out.Object();
     out.Member("path", PlainPath(place));
     out.Member("module", place.leaf != nullptr ? place.leaf->pcModuleName : place.node->pcModuleName);
+    out.NumberOrNull("task_id", TaskId(file));
+    WritePlace(&out, places->Of(place));
     out.Key("tree");
     out.Object();
     out.Member("kind", place.augment ? "target" : "own");
@@ -173,10 +175,10 @@ void PrintJson(const ModuleFile &file, const Answer &answer)
         out.Null();
     }
     out.Key("node");
-    WriteNodeJson(&out, *place.node, 1);
+    tree.Write(*place.node, place.augment, 1);
     out.Key("leaf");
     if (place.leaf != nullptr)
-        WriteLeafJson(&out, *place.leaf);
+        tree.Write(*place.leaf);
     else
         out.Null();
     out.EndObject();
@@ -192,9 +194,10 @@ int FindCommand::Run()
     Instance instance(options_.Request().dirs, options_.Request().verbose);
     LoadRequested(&instance, options_.Request());
     const ModuleFile &file = Loaded(instance, options_.Module());
-    Answer answer = AskFor(instance, PathFinder(instance, file).Require(options_.Path()));
+    Answer answer = AskFor(instance, PathFinder(instance, file).Require(options_.Path(), options_.Request().notes));
+    TreePlaces places(instance, file, options_.Request().dirs);
     if (options_.OutputFormat() == Format::Json)
-        PrintJson(file, answer);
+        PrintJson(file, answer, &places);
     else
         PrintText(file, answer);
     return 0;

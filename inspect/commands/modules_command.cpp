@@ -8,6 +8,7 @@
 #include "line/model_options.h"
 #include "model/instance.h"
 #include "model/load_causes.h"
+#include "model/tree_places.h"
 #include "model/trees.h"
 
 namespace inspect {
@@ -15,11 +16,6 @@ namespace {
 
 constexpr const char *HELP = R"(Example:
   korv-inspect modules example-interfaces example-interface-qos -d examples/yin)";
-
-uint32_t TaskId(const ModuleFile &file)
-{
-    return file.pModuleExtInfo != nullptr ? file.pModuleExtInfo->uiAaaTaskId : 0;
-}
 
 std::string SizeText(const KorvTreeNode *first)
 {
@@ -60,20 +56,17 @@ void WriteSize(JsonOut *out, const char *name, const KorvTreeNode *first)
     out->EndObject();
 }
 
-void PrintJson(const Instance &instance)
+void PrintJson(const Instance &instance, const SearchDirs &dirs)
 {
     JsonOut out;
     out.Array();
     for (const ModuleFile *file : instance.Registered()) {
+        TreePlaces places(instance, *file, dirs);
         out.Object();
         out.Member("name", file->pcModuleName);
         out.Member("revision", instance.Revision(file->pcModuleName));
         out.Member("registered_revision", file->pcRevision);
-        out.Key("task_id");
-        if (TaskId(*file) != 0)
-            out.Value(TaskId(*file));
-        else
-            out.Null();
+        out.NumberOrNull("task_id", TaskId(*file));
         WriteSize(&out, "origin", file->pstOriginTree);
         out.Key("augments");
         out.Array();
@@ -82,9 +75,11 @@ void PrintJson(const Instance &instance)
             out.Member("target", file->astAugment[i].acAugNodeName);
             WriteSize(&out, "self", file->astAugment[i].pstSelfTree);
             WriteSize(&out, "target_tree", file->astAugment[i].pstTargetTree);
+            WritePlace(&out, places.OfAugment(i));
             out.EndObject();
         }
         out.EndArray();
+        WritePlace(&out, places.OfModule());
         out.EndObject();
     }
     out.EndArray();
@@ -117,7 +112,7 @@ int ModulesCommand::Run()
     Instance instance(options_.Request().dirs, options_.Request().verbose);
     LoadRequested(&instance, options_.Request());
     if (options_.OutputFormat() == Format::Json)
-        PrintJson(instance);
+        PrintJson(instance, options_.Request().dirs);
     else
         PrintText(instance);
     return 0;

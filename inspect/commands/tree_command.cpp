@@ -3,13 +3,14 @@
 #include <cstdio>
 
 #include "base/failure.h"
-#include "base/json_out.h"
 #include "commands/commands.h"
 #include "line/model_options.h"
 #include "model/instance.h"
 #include "model/load_causes.h"
 #include "model/path_finder.h"
 #include "model/schema_scan.h"
+#include "tree/own_rows.h"
+#include "tree/tree_json.h"
 #include "tree/tree_view.h"
 
 namespace inspect {
@@ -19,13 +20,14 @@ constexpr const char *HELP = R"(A node's line has its class id, sample id, own k
 a leaf's line has "*" for a key or "-", the name, the field id, the built-in type, and
 then datatype, range, index map and reference key where the model has them. For each
 augment the text shows the way to its target and what the module adds there; --full
-shows the whole tree that a device keeps for it.
+shows the whole tree that a device keeps for it. --own leaves out, in every format, what
+other modules define and the copies of what augments extend: each node comes once.
 
 Examples:
   korv-inspect tree example-interfaces -d examples/yin
   korv-inspect tree example-interfaces -d examples/yin --depth 2
   korv-inspect tree example-interfaces -d examples/yin --path /interfaces/interface/address
-  korv-inspect tree example-interface-qos -d examples/yin --load example-interfaces --format json
+  korv-inspect tree example-interface-qos -d examples/yin --own --format json
   korv-inspect tree example-interfaces -d examples/yin --format dot | dot -Tsvg -o tree.svg)";
 
 /* What of the trees is to be shown. */
@@ -33,6 +35,7 @@ struct Selection {
     std::string path;   /* "": everything */
     uint32_t depth = 0; /* levels of nodes, 0: all */
     bool full = false;
+    bool own = false;
 };
 
 TreeView EmptyView(const Instance &instance, const ModuleFile &file, const Selection &selection)
@@ -40,7 +43,7 @@ TreeView EmptyView(const Instance &instance, const ModuleFile &file, const Selec
     TreeView view = {};
     view.module = file.pcModuleName;
     view.revision = instance.Revision(view.module);
-    view.taskId = file.pModuleExtInfo != nullptr ? file.pModuleExtInfo->uiAaaTaskId : 0;
+    view.taskId = TaskId(file);
     view.depth = selection.depth;
     view.full = selection.full;
     return view;
@@ -57,13 +60,15 @@ TreeView WholeView(const Instance &instance, const ModuleFile &file, const Selec
         view.augments.push_back({i, augment.acAugNodeName, {augment.pstSelfTree, true}, {augment.pstTargetTree, true}});
         ForEachChild(augment.pAugNode, [&view](QY_NODE *added) { view.augments.back().added.insert(NameOf(added)); });
     }
+    if (selection.own)
+        view.own = std::make_shared<OwnRows>(view);
     return view;
 }
 
 /* The node at --path, or the one that holds the leaf there. */
-TreeView PathView(const Instance &instance, const ModuleFile &file, const Selection &selection)
+TreeView PathView(const Instance &instance, const ModuleFile &file, const Selection &selection, const Notes &notes)
 {
-    Place place = PathFinder(instance, file).Require(selection.path);
+    Place place = PathFinder(instance, file).Require(selection.path, notes);
     TreePart part = {place.node, false};
     TreeView view = EmptyView(instance, file, selection);
     if (place.augment)
@@ -74,13 +79,15 @@ TreeView PathView(const Instance &instance, const ModuleFile &file, const Select
 }
 
 /* One module is one object, several are an array of them. */
-void PrintJson(const std::vector<TreeView> &views)
+void PrintJson(const Instance &instance, const ModelRequest &request, const std::vector<TreeView> &views)
 {
     JsonOut out;
     if (views.size() > 1)
         out.Array();
-    for (const TreeView &view : views)
-        WriteTreeJson(&out, view);
+    for (size_t i = 0; i < views.size(); ++i) {
+        TreePlaces places(instance, Loaded(instance, request.modules[i]), request.dirs);
+        TreeJson(&out, &places).Write(views[i]);
+    }
     if (views.size() > 1)
         out.EndArray();
 }
@@ -105,6 +112,7 @@ class TreeCommand final : public Command {
             ->option_text("N")
             ->check(CLI::Range(1U, 1000U));
         app->add_flag("--full", selection_.full, "Show the whole target tree of each augment");
+        app->add_flag("--own", selection_.own, "Show what the module itself defines, each node once");
         options_.AddFormats(app, {"text", "json", "dot"});
     }
 
@@ -113,6 +121,8 @@ class TreeCommand final : public Command {
         options_.Understand();
         if (options_.Request().modules.size() > 1 && options_.OutputFormat() == Format::Dot)
             throw CLI::ValidationError("a graph shows one module: name one only");
+        if (selection_.own && (selection_.full || !selection_.path.empty()))
+            throw CLI::ValidationError("--own shows whole modules without copies: give neither --full nor --path");
     }
 
     int Run() override;
@@ -131,10 +141,10 @@ int TreeCommand::Run()
     for (const ModuleKey &module : request.modules) {
         const ModuleFile &file = Loaded(instance, module);
         views.push_back(selection_.path.empty() ? WholeView(instance, file, selection_)
-                                                : PathView(instance, file, selection_));
+                                                : PathView(instance, file, selection_, request.notes));
     }
     if (options_.OutputFormat() == Format::Json)
-        PrintJson(views);
+        PrintJson(instance, request, views);
     else if (options_.OutputFormat() == Format::Dot)
         WriteTreeDot(views.front());
     else

@@ -9,6 +9,7 @@
 #include "commands/node_command.h"
 #include "model/load_causes.h"
 #include "model/path_finder.h"
+#include "model/tree_places.h"
 #include "tree/tree_rows.h"
 
 namespace inspect {
@@ -72,7 +73,7 @@ void PrintText(const Calls &calls)
     }
 }
 
-void PrintJson(const Calls &calls)
+void PrintJson(const Calls &calls, const std::optional<uint32_t> &augment, TreePlaces *places)
 {
     JsonOut out;
     out.Array();
@@ -84,6 +85,7 @@ void PrintJson(const Calls &calls)
         out.Member("depth", Depth(*call.node));
         out.Member("path", DataPath(*call.node));
         out.Member("class_id", call.node->uiClassId);
+        WritePlace(&out, places->Of({augment, call.node, nullptr}));
         out.EndObject();
     }
     out.EndArray();
@@ -98,13 +100,15 @@ int WalkCommand::Run()
 {
     Instance instance(options_.Request().dirs, options_.Request().verbose);
     LoadRequested(&instance, options_.Request());
-    Place place = PathFinder(instance, Loaded(instance, options_.Module())).Require(options_.Path());
+    const ModuleFile &file = Loaded(instance, options_.Module());
+    Place place = PathFinder(instance, file).Require(options_.Path(), options_.Request().notes);
     Calls calls;
     auto *start = const_cast<KorvTreeNode *>(place.node);
     if (YANGLIB_TravelYangModuleSubTree(instance.Local(), start, &calls, AddAncestor, AddNode) != KORV_OK)
         throw std::bad_alloc();
+    TreePlaces places(instance, file, options_.Request().dirs);
     if (options_.OutputFormat() == Format::Json)
-        PrintJson(calls);
+        PrintJson(calls, place.augment, &places);
     else
         PrintText(calls);
     return 0;

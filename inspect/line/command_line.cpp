@@ -5,8 +5,11 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <map>
+#include <new>
+#include <string_view>
 
 #include "base/failure.h"
+#include "base/notes.h"
 #include "base/text.h"
 
 namespace inspect {
@@ -22,8 +25,9 @@ The examples run where examples/yin is: in the project's directory, or in that o
 installed documents.
 
 'korv-inspect COMMAND --help' says more about a command.
-Exit status: 0 success; 1 a node is not found, check found errors, diff found breaking
-changes, a file cannot be converted; 2 wrong usage; 3 a module cannot be loaded.)";
+Exit status: 0 success; 1 a node is not found, check has findings that count, diff found
+breaking changes, a file cannot be converted, the result cannot be written; 2 wrong usage;
+3 a module cannot be loaded, a file cannot be read.)";
 
 std::string LibraryVersion()
 {
@@ -59,6 +63,36 @@ class HelpFormatter : public CLI::Formatter {
     }
 };
 
+/* Wrong usage that the help of a command, or with "" the program's own, explains. */
+class WrongUsage : public Failure {
+  public:
+    WrongUsage(const std::string &text, const std::string &command)
+        : Failure(text, EXIT_USAGE),
+          hint("'korv-inspect " + (command.empty() ? "" : command + " ") + "--help' says more.")
+    {
+    }
+
+    const std::string hint;
+};
+
+/* True if the line asks for JSON, right or wrong as it may be otherwise. */
+bool AsksForJson(std::span<char *const> words)
+{
+    for (size_t i = 1; i < words.size(); ++i) {
+        std::string_view word = words[i];
+        if (word == "--format=json" || (word == "json" && std::string_view(words[i - 1]) == "--format"))
+            return true;
+    }
+    return false;
+}
+
+/* A result that could not be written is no success. */
+void FlushOutput()
+{
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        throw BrokenRun("cannot write to standard output");
+}
+
 class CommandLine {
   public:
     explicit CommandLine(std::span<const CommandEntry *const> commands)
@@ -73,7 +107,7 @@ class CommandLine {
             Add(*entry);
     }
 
-    /* The command, or null when the run is over: `exitCode` says how. */
+    /* The command, or null when the run is over: `exitCode` says how. Throws a Failure for wrong usage. */
     Command *Parse(int argc, char **argv, int *exitCode)
     try {
         if (argc < 2) {
@@ -109,11 +143,8 @@ class CommandLine {
             return EXIT_OK;
         }
         std::string unknown = UnknownOption();
-        std::fprintf(stderr, "korv-inspect: %s\n", Printable(unknown.empty() ? error.what() : unknown).c_str());
         std::vector<CLI::App *> chosen = app_.get_subcommands();
-        std::fprintf(stderr, "'korv-inspect %s--help' says more.\n",
-                     chosen.empty() ? "" : (chosen.front()->get_name() + " ").c_str());
-        return EXIT_USAGE;
+        throw WrongUsage(unknown.empty() ? error.what() : unknown, chosen.empty() ? "" : chosen.front()->get_name());
     }
 
     /* What is wrong with the first unknown option; "" when all options are known. */
@@ -157,10 +188,27 @@ class CommandLine {
 
 int RunCommandLine(int argc, char **argv, std::span<const CommandEntry *const> commands)
 {
-    CommandLine line(commands);
-    int exitCode = EXIT_OK;
-    Command *command = line.Parse(argc, argv, &exitCode);
-    return command != nullptr ? command->Run() : exitCode;
+    Notes notes(AsksForJson({argv, static_cast<size_t>(argc)}));
+    try {
+        CommandLine line(commands);
+        int exitCode = EXIT_OK;
+        if (Command *command = line.Parse(argc, argv, &exitCode))
+            exitCode = command->Run();
+        FlushOutput();
+        return exitCode;
+    } catch (const WrongUsage &failure) {
+        notes.End(failure);
+        if (!notes.AreJson())
+            std::fprintf(stderr, "%s\n", failure.hint.c_str());
+        return failure.exitCode;
+    } catch (const Failure &failure) {
+        std::fflush(stdout);
+        return notes.End(failure);
+    } catch (const std::bad_alloc &) {
+        return notes.End(BrokenRun("out of memory"));
+    } catch (const std::exception &error) {
+        return notes.End(BrokenRun(error.what()));
+    }
 }
 
 } // namespace inspect

@@ -6,9 +6,7 @@
 #include <fstream>
 #include <utility>
 
-#include "base/cause.h"
 #include "base/failure.h"
-#include "base/text.h"
 #include "model/model_file.h"
 
 namespace inspect {
@@ -76,13 +74,13 @@ GivenFiles::~GivenFiles()
         std::filesystem::remove_all(folder_, ignored);
 }
 
-std::string GivenFiles::Take(const std::string &file, const std::string &name)
+std::string GivenFiles::Take(const std::string &file, const std::string &name, const Notes &notes)
 {
     File given = {name, file, file};
     if (file == STANDARD_INPUT)
         TakeStandardInput(&given);
     else
-        TakeFile(&given);
+        TakeFile(&given, notes);
     for (const File &other : files_) {
         if (other.module == given.module)
             throw Failure("'" + other.shown + "' and '" + given.shown + "' are both of module '" + given.module + "'",
@@ -102,18 +100,15 @@ void GivenFiles::TakeStandardInput(File *given)
     std::string wanted = std::exchange(given->module, module.empty() ? given->module : module);
     if (!wanted.empty() && wanted != given->module)
         throw Failure("standard input holds module '" + module + "', not '" + wanted + "'", EXIT_USAGE);
-    if (!IsNameOfFile(given->module)) {
-        for (const Cause &fault : file.Faults())
-            std::fprintf(stderr, "%s%s\n", PlaceText(fault, "").c_str(), Printable(fault.text).c_str());
-        throw Failure("standard input holds no module", EXIT_NOT_LOADED);
-    }
+    if (!IsNameOfFile(given->module))
+        throw Failure("standard input holds no module", EXIT_NOT_LOADED, file.Faults());
     given->path = Folder() / (given->module + ending);
     if (!(std::ofstream(given->path, std::ios::binary) << text))
         throw Failure("standard input cannot be kept in " + Folder().string(), EXIT_NOT_LOADED);
 }
 
 /* A file in which no module is found counts as that of its own name: the load says what is wrong with it. */
-void GivenFiles::TakeFile(File *given)
+void GivenFiles::TakeFile(File *given, const Notes &notes)
 {
     std::error_code error;
     if (!std::filesystem::is_regular_file(given->path, error))
@@ -123,9 +118,8 @@ void GivenFiles::TakeFile(File *given)
     if (given->module.empty())
         given->module = named;
     else if (given->module != named)
-        std::fprintf(stderr,
-                     "korv-inspect: %s holds module '%s': a load by name finds it only in a file of that name\n",
-                     Printable(given->shown).c_str(), Printable(given->module).c_str());
+        notes.Say(given->shown + " holds module '" + given->module +
+                  "': a load by name finds it only in a file of that name");
 }
 
 void GivenFiles::AddTo(SearchDirs *dirs)

@@ -28,8 +28,8 @@ class GivenFiles {
 
     /* Takes a file, or for "-" what standard input holds, and returns the name of the module in it. `name` is the one that
      * standard input should hold, or "". Throws Failure when the file cannot be read or holds a submodule, when standard
-     * input holds no module, and when two files are of one module. */
-    std::string Take(const std::string &file, const std::string &name);
+     * input holds no module, and when two files are of one module. A note says when a file has another name than its module. */
+    std::string Take(const std::string &file, const std::string &name, const Notes &notes);
 
     /* Puts the files' directories before the others. A file that would not be found there first, by its module's name
      * alone, gets a link in a directory of its own, which is searched before all of them. */
@@ -43,7 +43,7 @@ class GivenFiles {
     };
 
     void TakeStandardInput(File *given);
-    static void TakeFile(File *given);
+    static void TakeFile(File *given, const Notes &notes);
     bool IsInFolder(const File &file) const;
     bool IsFoundFirst(const File &file, const std::string &firstDir) const;
     const std::filesystem::path &Folder();

@@ -45,7 +45,7 @@ _korv_inspect() {
         return
     fi
     case $command in
-    tree) options+=" --dir --as --path --depth --full" formats+=" dot" ;;
+    tree) options+=" --dir --as --path --depth --full --own" formats+=" dot" ;;
     dump) options+=" --dir --as --augment --self --target" formats+=" csv" ;;
     check) options+=" --dir --as --all" ;;
     diff) options+=" --old --new" ;;

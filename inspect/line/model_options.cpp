@@ -81,7 +81,7 @@ ModuleKey ModelOptions::ToModuleKey(const std::string &text)
     if (LooksLikeFile(text)) {
         if (!takesFiles_)
             throw CLI::ValidationError("'" + text + "' looks like a file: give the module's name");
-        return {files_.Take(text, text == "-" ? inputName_ : ""), ""};
+        return {files_.Take(text, text == "-" ? inputName_ : "", request_.notes), ""};
     }
     size_t at = text.find('@');
     ModuleKey key = {text.substr(0, at), at == std::string::npos ? "" : text.substr(at + 1)};
@@ -104,6 +104,7 @@ std::vector<std::string> ModelOptions::Expanded(const std::vector<std::string> &
 
 void ModelOptions::Understand()
 {
+    request_.notes = Notes(OutputFormat() == Format::Json);
     if (takesFiles_ && dirs_.empty())
         dirs_.emplace_back(".");
     request_.dirs.dirs = Expanded(dirs_);

@@ -166,6 +166,11 @@ std::string ShownPath(const SearchDirs &dirs, const std::string &file)
     return file;
 }
 
+uint32_t TaskId(const ModuleFile &file)
+{
+    return file.pModuleExtInfo != nullptr ? file.pModuleExtInfo->uiAaaTaskId : 0;
+}
+
 const ModuleFile &Loaded(const Instance &instance, const ModuleKey &key)
 {
     const ModuleFile *file = instance.Find(key);

@@ -59,6 +59,9 @@ class Instance {
 /* A file's path as the command line has it: the file that it names, or a file in a directory that it names. */
 std::string ShownPath(const SearchDirs &dirs, const std::string &file);
 
+/* The task that a device's module belongs to; 0: none. */
+uint32_t TaskId(const ModuleFile &file);
+
 /* The registry entry of a module that was loaded. */
 const ModuleFile &Loaded(const Instance &instance, const ModuleKey &key);
 

@@ -1,10 +1,8 @@
 #include "model/load_causes.h"
 
-#include <cstdio>
 #include <string_view>
 
 #include "base/failure.h"
-#include "base/text.h"
 #include "model/load_faults.h"
 #include "model/message_text.h"
 #include "model/schema_places.h"
@@ -17,8 +15,8 @@ namespace {
 Cause FromProblem(const SearchDirs &dirs, const LoadProblem &problem, const std::string &text)
 {
     if (problem.file.empty())
-        return {"", 0, 0, text};
-    return {ShownPath(dirs, problem.file), problem.line, problem.column, text};
+        return {"", 0, 0, text, problem.module};
+    return {ShownPath(dirs, problem.file), problem.line, problem.column, text, problem.module};
 }
 
 /* "cannot import 'x': FILE:1:2: reason" without the reason, where that is a problem of its own. */
@@ -98,12 +96,6 @@ std::vector<Cause> FromMessages(const Instance &instance, const SearchDirs &dirs
     return causes.empty() ? std::vector<Cause>{CauseAt(places.Of(module), why.text)} : causes;
 }
 
-void PrintCauses(const std::vector<Cause> &causes, const std::string &module)
-{
-    for (const Cause &cause : causes)
-        std::fprintf(stderr, "%s\n", Printable(PlaceText(cause, module) + cause.text).c_str());
-}
-
 } // namespace
 
 std::vector<Cause> CausesOf(const Instance &instance, const SearchDirs &dirs, const ModuleKey &key,
@@ -120,17 +112,22 @@ std::vector<Cause> CausesOf(const Instance &instance, const SearchDirs &dirs, co
 void LoadOrFail(Instance *instance, const ModelRequest &request, const ModuleKey &key)
 {
     LoadReport report = instance->Load(key);
-    PrintCauses(CausesOf(*instance, request.dirs, key, report), key.name);
-    if (!report.loaded)
-        throw Failure("module '" + key.name + "' cannot be loaded" +
-                          (request.verbose ? "" : " (-v shows all that the library says)"),
-                      EXIT_NOT_LOADED);
+    std::vector<Cause> causes = CausesOf(*instance, request.dirs, key, report);
+    if (!report.loaded) {
+        for (Cause &cause : causes)
+            if (cause.module.empty() || cause.file.empty())
+                cause.module = key.name;
+        bool hint = !request.verbose && !request.notes.AreJson();
+        throw Failure(
+            "module '" + key.name + "' cannot be loaded" + (hint ? " (-v shows all that the library says)" : ""),
+            EXIT_NOT_LOADED, std::move(causes));
+    }
+    for (const Cause &cause : causes)
+        request.notes.Say(cause, key.name);
     if (!report.problems.empty())
-        std::fprintf(stderr, "korv-inspect: the deviations of module '%s' do not apply\n", key.name.c_str());
+        request.notes.Say("the deviations of module '" + key.name + "' do not apply");
     else if (!report.errors.empty() && !request.verbose)
-        std::fprintf(stderr,
-                     "korv-inspect: the library finds fault with module '%s': 'korv-inspect check' says where\n",
-                     key.name.c_str());
+        request.notes.Say("the library finds fault with module '" + key.name + "': 'korv-inspect check' says where");
 }
 
 void LoadRequested(Instance *instance, const ModelRequest &request)

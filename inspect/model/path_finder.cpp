@@ -1,6 +1,5 @@
 #include "model/path_finder.h"
 
-#include <cstdio>
 #include <cstring>
 #include <map>
 
@@ -202,15 +201,14 @@ std::string PathFinder::WhyNot(const std::vector<PathStep> &steps) const
     return "no '" + name + "' below " + StepsText(steps, known) + nearest.Hint();
 }
 
-Place PathFinder::Require(const std::string &path) const
+Place PathFinder::Require(const std::string &path, const Notes &notes) const
 {
     std::vector<PathStep> steps = ParsePath(path);
     std::vector<Place> places = Find(steps);
     if (places.empty())
         throw Failure(WhyNot(steps));
     for (size_t i = 1; i < places.size(); ++i)
-        std::fprintf(stderr, "korv-inspect: '%s' may mean %s as well\n", Printable(path).c_str(),
-                     QualifiedPath(places[i]).c_str());
+        notes.Say("'" + path + "' may mean " + QualifiedPath(places[i]) + " as well");
     return places.front();
 }
 

@@ -43,8 +43,8 @@ class PathFinder {
     std::vector<Place> Find(const std::vector<PathStep> &steps) const;
 
     /* The first of them; a Failure that says how far the path leads when there is none. Others that the path may mean as
-     * well are named on standard error. */
-    Place Require(const std::string &path) const;
+     * well are named in a note. */
+    Place Require(const std::string &path, const Notes &notes) const;
 
   private:
     struct Search;

@@ -28,6 +28,19 @@ QY_MOD *SchemaNodes::ModuleOfTree(const Place &place) const
     return target != nullptr ? QY_NODE_GetModule(TopOf(target)) : nullptr;
 }
 
+/* The schema's node of a top node: of an augment's self tree it stands below the augment's target. */
+QY_NODE *SchemaNodes::TopAt(const Place &place, const KorvTreeNode &top)
+{
+    if (place.augment) {
+        const TELMYANG_AUGMENT_INFO_S &augment = file_.astAugment[*place.augment];
+        for (const KorvTreeNode &own : Chain(augment.pstSelfTree))
+            if (&own == &top)
+                return augment.pAugNode != nullptr ? FindIn(Below(augment.pAugNode), top) : nullptr;
+    }
+    QY_MOD *module = ModuleOfTree(place);
+    return module != nullptr ? FindIn(Tops(module), top) : nullptr;
+}
+
 const SchemaNodes::Named &SchemaNodes::Tops(QY_MOD *module)
 {
     auto [entry, isNew] = tops_.try_emplace(module);
@@ -56,8 +69,8 @@ QY_NODE *SchemaNodes::Of(const Place &place)
         auto [entry, isNew] = known_.try_emplace(node);
         if (isNew && node->pstParent != nullptr)
             entry->second = at != nullptr ? FindIn(Below(at), *node) : nullptr;
-        else if (QY_MOD *module = isNew ? ModuleOfTree(place) : nullptr)
-            entry->second = FindIn(Tops(module), *node);
+        else if (isNew)
+            entry->second = TopAt(place, *node);
         at = entry->second;
     }
     return at;

@@ -20,6 +20,7 @@ class SchemaNodes {
     using Named = std::unordered_map<std::string, QY_NODE *>; /* by "module:name" */
 
     QY_MOD *ModuleOfTree(const Place &place) const;
+    QY_NODE *TopAt(const Place &place, const KorvTreeNode &top);
     const Named &Tops(QY_MOD *module);
     const Named &Below(QY_NODE *node);
 

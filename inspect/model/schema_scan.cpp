@@ -86,23 +86,6 @@ uint32_t OnType(void *, void *, QY_TYPE *type, void *cookie)
     return 0;
 }
 
-/* The last leaf of a chain of leafrefs; null beyond the number of leafrefs that the library follows. */
-QY_NODE *LeafrefEnd(QY_NODE *leaf)
-{
-    for (int hop = 0; hop <= MAX_LEAFREF_HOPS; ++hop) {
-        QY_TYPE *type = OwnType(leaf);
-        if (type == nullptr || QY_TYPE_GetBuiltInBaseType(type) != QY_TYPE_LEAFREF)
-            return leaf;
-        if (hop == MAX_LEAFREF_HOPS)
-            break;
-        QY_NODE *target = QY_NODE_GetLeafrefTargetNode(leaf, 1);
-        if (target == nullptr)
-            return leaf;
-        leaf = target;
-    }
-    return nullptr;
-}
-
 } // namespace
 
 void ForEachTop(QY_MOD *module, const NodeVisitor &visit)
@@ -206,6 +189,22 @@ QY_TYPE *OwnType(QY_NODE *leaf)
 {
     QY_TYPE *type = nullptr;
     return QY_NODE_ScanDerivedType(leaf, OnType, &type) == 0 ? type : nullptr;
+}
+
+QY_NODE *LeafrefEnd(QY_NODE *leaf)
+{
+    for (int hop = 0; hop <= MAX_LEAFREF_HOPS; ++hop) {
+        QY_TYPE *type = OwnType(leaf);
+        if (type == nullptr || QY_TYPE_GetBuiltInBaseType(type) != QY_TYPE_LEAFREF)
+            return leaf;
+        if (hop == MAX_LEAFREF_HOPS)
+            break;
+        QY_NODE *target = QY_NODE_GetLeafrefTargetNode(leaf, 1);
+        if (target == nullptr)
+            return leaf;
+        leaf = target;
+    }
+    return nullptr;
 }
 
 QY_TYPE *FinalType(QY_NODE *leaf)

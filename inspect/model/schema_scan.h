@@ -50,6 +50,10 @@ std::vector<std::string> ExtensionArguments(QY_NODE *node, const std::string &ke
 /* The leaf's type, or null. */
 QY_TYPE *OwnType(QY_NODE *leaf);
 
+/* The last leaf of the leaf's chain of leafrefs, or the leaf itself; null beyond the number of leafrefs that the library
+ * follows. */
+QY_NODE *LeafrefEnd(QY_NODE *leaf);
+
 /* The type that a leaf's values have, with leafrefs followed to their end; null when a target is missing, or when there are
  * more leafrefs than the library follows. */
 QY_TYPE *FinalType(QY_NODE *leaf);

@@ -84,10 +84,10 @@ inline bool Has(const KorvTreeLeaf &leaf, uint32_t maskBit)
     return (leaf.ucMask & maskBit) != 0;
 }
 
-/* Only unsigned types of 16 bits and more report their range. */
+/* The library keeps the range of unsigned types of 16 bits and more only. */
 inline bool HasRange(const KorvTreeLeaf &leaf)
 {
-    return leaf.llRangeMin != 0 || leaf.llRangeMax != 0;
+    return leaf.ucBaseType == QY_TYPE_UINT16 || leaf.ucBaseType == QY_TYPE_UINT32 || leaf.ucBaseType == QY_TYPE_UINT64;
 }
 
 /* A key array without the zeros at its end. */

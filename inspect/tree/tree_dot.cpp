@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "model/trees.h"
+#include "tree/own_rows.h"
 #include "tree/tree_rows.h"
 #include "tree/tree_view.h"
 
@@ -37,23 +38,23 @@ class DotOut {
     {
         TargetWay way = view_.whole && !view_.full ? WayToTarget(augment) : TargetWay();
         if (way.nodes.empty()) {
-            Part(augment.targetTree.first != nullptr ? augment.targetTree : augment.self);
+            Part(augment.targetTree.first != nullptr && view_.own == nullptr ? augment.targetTree : augment.self);
             return;
         }
+        Additions added = AdditionsOf(view_, augment);
         uint32_t above = 0;
         const KorvTreeNode *target = way.missing.empty() ? way.nodes.back() : nullptr;
         for (const KorvTreeNode *step : way.nodes) {
             // A way has no absent steps. NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker)
-            uint32_t number = Box(*step, step == target ? AddedLeaves(augment, *step) : "");
+            uint32_t number = Box(*step, step == target ? LeafLines(added.leaves) : "");
             if (step != way.nodes.front())
                 Edge(above, number);
             above = number;
         }
         if (target == nullptr)
             return;
-        for (const KorvTreeNode &child : Children(*target))
-            if (IsAdded(view_, augment, child.pcName, child.pcModuleName))
-                Edge(above, Tree(child, view_.depth));
+        for (const KorvTreeNode *node : added.nodes)
+            Edge(above, Tree(*node, view_.depth));
     }
 
     /* Draws the node and those below it; the node's number in the graph. */
@@ -61,12 +62,14 @@ class DotOut {
     {
         std::string leaves;
         for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList))
-            leaves += LeafLine(leaf);
+            if (view_.own == nullptr || view_.own->Shows(leaf))
+                leaves += LeafLine(leaf);
         uint32_t number = Box(node, leaves);
         if (depth == 1)
             return number;
         for (const KorvTreeNode &child : Children(node))
-            Edge(number, Tree(child, depth == 0 ? 0 : depth - 1));
+            if (view_.own == nullptr || view_.own->Shows(child))
+                Edge(number, Tree(child, depth == 0 ? 0 : depth - 1));
         return number;
     }
 
@@ -85,12 +88,11 @@ class DotOut {
 
     static void Edge(uint32_t from, uint32_t to) { std::printf("  n%u -> n%u;\n", from, to); }
 
-    std::string AddedLeaves(const AugmentView &augment, const KorvTreeNode &node) const
+    static std::string LeafLines(const std::vector<const KorvTreeLeaf *> &leaves)
     {
         std::string text;
-        for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList))
-            if (IsAdded(view_, augment, leaf.pcName, leaf.pcModuleName))
-                text += LeafLine(leaf);
+        for (const KorvTreeLeaf *leaf : leaves)
+            text += LeafLine(*leaf);
         return text;
     }
 

@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "model/trees.h"
+#include "tree/own_rows.h"
 
 namespace inspect {
 namespace {
@@ -117,18 +118,21 @@ void TreeRows::AddTree(const KorvTreeNode &node, uint32_t indent, uint32_t depth
 {
     AddNode(node, indent);
     for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList)) {
+        if (own_ != nullptr && !own_->Shows(leaf))
+            continue;
         AddLeaf(leaf, indent + 1);
         std::string &rest = rows_.back().rest;
         AddWord(&rest, From(leaf.pcModuleName, node.pcModuleName));
     }
     if (depth == 1) {
-        TreeSize below = SizeOf(Children(node));
-        if (below.nodes != 0)
-            AddText("... " + Count(below.nodes, "node"), indent + 1);
+        uint64_t below = own_ != nullptr ? own_->CountBelow(node) : SizeOf(Children(node)).nodes;
+        if (below != 0)
+            AddText("... " + Count(below, "node"), indent + 1);
         return;
     }
     for (const KorvTreeNode &child : Children(node))
-        AddTree(child, indent + 1, depth == 0 ? 0 : depth - 1);
+        if (own_ == nullptr || own_->Shows(child))
+            AddTree(child, indent + 1, depth == 0 ? 0 : depth - 1);
 }
 
 void TreeRows::Print()

@@ -9,6 +9,8 @@
 
 namespace inspect {
 
+class OwnRows;
+
 /* "class 0x1001  sample 0x52  keys 1 2  ancestor keys 10", what there is of it. */
 std::string NodeSummary(const KorvTreeNode &node);
 
@@ -21,7 +23,7 @@ std::string LeafSummary(const KorvTreeLeaf &leaf);
 class TreeRows {
   public:
     /* Rows of modules other than `module` say whose they are. */
-    explicit TreeRows(std::string module) : module_(std::move(module)) {}
+    explicit TreeRows(std::string module, const OwnRows *own = nullptr) : module_(std::move(module)), own_(own) {}
 
     /* The node with `depth` levels of nodes, itself included; 0 for all. */
     void AddTree(const KorvTreeNode &node, uint32_t indent, uint32_t depth);
@@ -45,6 +47,7 @@ class TreeRows {
     std::string From(const char *module, const char *parentModule) const;
 
     std::string module_;
+    const OwnRows *own_; /* null: everything is shown */
     std::vector<Row> rows_;
 };
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "model/trees.h"
+#include "tree/own_rows.h"
 #include "tree/tree_rows.h"
 #include "tree/tree_view.h"
 
@@ -31,12 +32,11 @@ bool AddAdditions(TreeRows *rows, const TreeView &view, const AugmentView &augme
         rows->AddText("... what it adds is in no tree: none holds '" + way.missing + "'", indent);
         return true;
     }
-    for (const KorvTreeLeaf &leaf : Leaves(way.nodes.back()->pstLeafList))
-        if (IsAdded(view, augment, leaf.pcName, leaf.pcModuleName))
-            rows->AddLeaf(leaf, indent);
-    for (const KorvTreeNode &child : Children(*way.nodes.back()))
-        if (IsAdded(view, augment, child.pcName, child.pcModuleName))
-            rows->AddTree(child, indent, view.depth);
+    Additions added = AdditionsOf(view, augment);
+    for (const KorvTreeLeaf *leaf : added.leaves)
+        rows->AddLeaf(*leaf, indent);
+    for (const KorvTreeNode *node : added.nodes)
+        rows->AddTree(*node, indent, view.depth);
     return true;
 }
 
@@ -50,7 +50,7 @@ void AddAugment(TreeRows *rows, const TreeView &view, const AugmentView &augment
     }
     if (view.whole && !view.full && AddAdditions(rows, view, augment))
         return;
-    if (augment.targetTree.first != nullptr)
+    if (augment.targetTree.first != nullptr && view.own == nullptr)
         AddPart(rows, augment.targetTree, 1, view.depth);
     else
         AddPart(rows, augment.self, 1, view.depth);
@@ -71,7 +71,7 @@ std::string Heading(const TreeView &view)
 void WriteTreeText(const TreeView &view)
 {
     std::fputs(Heading(view).c_str(), stdout);
-    TreeRows rows(view.module);
+    TreeRows rows(view.module, view.own.get());
     if (view.whole || view.origin.first != nullptr)
         rows.AddText("", 0);
     AddPart(&rows, view.origin, 0, view.depth);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -10,7 +11,7 @@
 
 namespace inspect {
 
-class JsonOut;
+class OwnRows;
 
 /* Trees with the nodes below them: a chain, or one node alone. */
 struct TreePart {
@@ -35,6 +36,7 @@ struct TreeView {
     bool whole;     /* of the module: nothing was asked for in particular */
     uint32_t depth; /* levels to show, 0: all */
     bool full;      /* text and dot: target trees with everything that the module does not touch */
+    std::shared_ptr<const OwnRows> own = {}; /* null: everything is shown */
 };
 
 /* The nodes from the top of an augment's target tree down to the augment's target. */
@@ -48,11 +50,6 @@ TargetWay WayToTarget(const AugmentView &augment);
 bool IsAdded(const TreeView &view, const AugmentView &augment, const char *name, const char *module);
 
 void WriteTreeText(const TreeView &view);
-void WriteTreeJson(JsonOut *out, const TreeView &view);
 void WriteTreeDot(const TreeView &view);
-
-/* A node with `depth` levels, itself included; 0 for all. */
-void WriteNodeJson(JsonOut *out, const KorvTreeNode &node, uint32_t depth);
-void WriteLeafJson(JsonOut *out, const KorvTreeLeaf &leaf);
 
 } // namespace inspect

@@ -38,6 +38,7 @@ if [ -e bin/korv-inspect ]; then
         fail "the installed module won over the file beside the model"
     fi
     grep -q 'models/quelvo-mim-extensions.yin:1:' "$work/error" || fail "$(cat "$work/error")"
+    [ -s share/korv-inspect/schemas/tree.schema.json ] || fail "no schemas of the JSON"
     [ -s share/man/man1/korv-inspect.1 ] || fail "no manual page"
     [ -s share/bash-completion/completions/korv-inspect ] || fail "no completion"
 fi

@@ -23,9 +23,11 @@ TEST(InspectDump, RecordsComeLevelByLevelWithTheirPaths)
     EXPECT_EQ(Compact(json[6]),
               R"({"name":"settings","path":"/qos/queues/queue/settings","class_id":8208,"sample_id":0,"self_keys":[1],)"
               R"("ancestor_keys":[],"leaves":[{"name":"name","path":"/qos/queues/queue/settings/name","mask":2,)"
-              R"("field_id":1,"data_type":0,"index_map":0,"range":[0,0]},{"name":"depth",)"
+              R"("field_id":1,"data_type":0,"index_map":0,"range":null,)"
+              R"("place":{"file":"examples/yin/example-qos.yin","line":94,"column":11}},{"name":"depth",)"
               R"("path":"/qos/queues/queue/settings/depth","mask":2,"field_id":2,"data_type":0,"index_map":0,)"
-              R"("range":[4096,4096]}]})");
+              R"("range":[4096,4096],"place":{"file":"examples/yin/example-qos.yin","line":98,"column":11}}],)"
+              R"("place":{"file":"examples/yin/example-qos.yin","line":91,"column":9}})");
 }
 
 TEST(InspectDump, CsvHasARowALeaf)
@@ -82,7 +84,8 @@ example-interface-qos, revision 2026-05-11, registered as @x
 )");
     const rapidjson::Document json = Json(InspectExamples({"modules", "example-interfaces", "--format", "json"}));
     EXPECT_EQ(Compact(json), R"([{"name":"example-interfaces","revision":"2026-09-01","registered_revision":null,)"
-                             R"("task_id":120,"origin":{"nodes":10,"classes":6,"leaves":23},"augments":[]}])");
+                             R"("task_id":120,"origin":{"nodes":10,"classes":6,"leaves":23},"augments":[],)"
+                             R"("place":{"file":"examples/yin/example-interfaces.yin","line":2,"column":1}}])");
 }
 
 } // namespace

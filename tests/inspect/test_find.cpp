@@ -179,16 +179,19 @@ TEST(InspectWalk, ListsTheCallbacksInTheirOrder)
         Json(InspectExamples({"walk", "example-interface-qos", "/interfaces/interface/traffic", "--format", "json"}));
     ASSERT_EQ(json.Size(), 3U);
     EXPECT_EQ(Compact(json[2]), R"({"callback":"node","name":"traffic","kind":"node","depth":2,)"
-                                R"("path":"/interfaces/interface/traffic","class_id":12289})");
+                                R"("path":"/interfaces/interface/traffic","class_id":12289,)"
+                                R"("place":{"file":"examples/yin/example-interface-qos.yin","line":25,"column":5}})");
 }
 
 TEST(InspectEnums, FollowsTypedefsAndLeafrefs)
 {
     EXPECT_EQ(InspectExamples({"enums", "example-interfaces", "/interfaces/interface/status"}).out,
               "down     0\nup       1\ntesting  10\ndormant  11\n");
-    EXPECT_EQ(Compact(Json(
-                  InspectExamples({"enums", "example-interfaces", "interfaces/interface/duplex", "--format", "json"}))),
-              R"([{"name":"half","value":0},{"name":"full","value":1}])");
+    EXPECT_EQ(
+        Compact(
+            Json(InspectExamples({"enums", "example-interfaces", "interfaces/interface/duplex", "--format", "json"}))),
+        R"([{"name":"half","value":0,"place":{"file":"examples/yin/example-interfaces.yin","line":107,"column":15}},)"
+        R"({"name":"full","value":1,"place":{"file":"examples/yin/example-interfaces.yin","line":108,"column":15}}])");
     ModelDir dir;
     dir.Add("ref", Container("top", Leaf("mode",
                                          "<type name=\"enumeration\"><enum name=\"on\"><value value=\"-3\"/>"

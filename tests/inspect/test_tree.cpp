@@ -92,12 +92,16 @@ TEST(InspectTree, JsonHoldsTheWholeModel)
     EXPECT_EQ(json["augments"][1]["target_tree"].Size(), 1U);
     EXPECT_EQ(Compact(json["augments"][0]["self"]),
               R"([{"name":"traffic","module":"example-interface-qos","kind":"node","class_id":12289,"sample_id":0,)"
-              R"("self_keys":[],"ancestor_keys":[10],"leaves":[)"
+              R"("self_keys":[],"ancestor_keys":[10],)"
+              R"("place":{"file":"examples/yin/example-interface-qos.yin","line":25,"column":5},"leaves":[)"
               R"({"name":"policy","module":"example-interface-qos","key":false,"base_type":"string","mask":2,)"
-              R"("class_id":12289,"field_id":1,"data_type":0,"ref_id_key_fid":0,"name2id_key_fid":0,"range":[0,0]},)"
+              R"("class_id":12289,"field_id":1,"data_type":0,"ref_id_key_fid":0,"name2id_key_fid":0,"range":null,)"
+              R"("place":{"file":"examples/yin/example-interface-qos.yin","line":30,"column":7}},)"
               R"({"name":"matched","module":"example-interface-qos","key":false,"base_type":"uint64","mask":2,)"
               R"("class_id":12289,"field_id":2,"data_type":0,"ref_id_key_fid":0,"name2id_key_fid":0,)"
-              R"("range":[0,18446744073709551615]}],"case_leaves":[],"children":[]}])");
+              R"("range":[0,18446744073709551615],)"
+              R"("place":{"file":"examples/yin/example-interface-qos.yin","line":36,"column":7}}],)"
+              R"("case_leaves":[],"children":[]}])");
 }
 
 TEST(InspectTree, JsonTellsChoicesCasesAndTheirLeavesApart)
@@ -189,6 +193,74 @@ TEST(InspectTree, ShowsOfAnAugmentItsOwnAdditionsOnly)
     EXPECT_EQ(augment("more"),
               "augment 0 of /base:top/base:a/base:note\n  top  (base)\n    a\n"
               "      ... what it adds is in no tree: none holds 'note'\n");
+}
+
+/* Names of the nodes and leaves that a value of `tree` in JSON has, leaves of cases as the class has them in parentheses. */
+std::string Names(const rapidjson::Value &value)
+{
+    std::string names;
+    for (const rapidjson::Value &item : value.GetArray()) {
+        names += (names.empty() ? "" : " ") + std::string(item["name"].GetString());
+        if (!item.HasMember("children"))
+            continue;
+        const std::string below[] = {Names(item["leaves"]), Names(item["children"]), Names(item["case_leaves"])};
+        names += "{" + below[0] + ";" + below[1] + (below[2].empty() ? "" : " (" + below[2] + ")") + "}";
+    }
+    return names;
+}
+
+TEST(InspectTree, OwnShowsEachNodeOfTheModuleOnceAndNoneOfOthers)
+{
+    ModelDir dir;
+    std::string many;
+    for (int i = 0; i < 100; ++i)
+        many += Leaf("far" + std::to_string(i), "string");
+    dir.Add("base", Container("top", many + Container("a", "") + "<choice name=\"c\"><case name=\"one\">" +
+                                         Leaf("first", "string") + "</case></choice>") +
+                        "<augment target-node=\"/p:top/p:c\"><case name=\"two\">" + Leaf("second", "string") +
+                        "</case></augment>");
+    dir.Add("more",
+            "<augment target-node=\"/base:top/base:a\">" + Leaf("l", "string") +
+                Container("box", "<choice name=\"k\"><leaf name=\"m\"><type name=\"string\"/></leaf></choice>") +
+                List("row", "id", Leaf("id", "string")) + "</augment><augment target-node=\"/base:top/base:a/p:box\">" +
+                Leaf("late", "string") +
+                "</augment><augment target-node=\"/base:top/base:a/p:box/p:k\"><case name=\"n\">" +
+                Leaf("o", "string") + "</case></augment><augment target-node=\"/base:top/base:c\">" +
+                Leaf("third", "string") + "</augment>",
+            "base");
+    const std::string own = "korv-inspect tree base more -d " + dir.Path() + " --load more --own --format ";
+    const Result run = RunShell(own + "json");
+    const rapidjson::Document json = Json(run);
+    ASSERT_EQ(json.Size(), 2U) << run.err;
+    std::string shown;
+    for (const rapidjson::Value &module : json.GetArray()) {
+        const std::string origin = Names(module["origin"]);
+        shown += origin.substr(origin.find("far99") == std::string::npos ? 0 : origin.find("far99")) + "\n";
+        for (const rapidjson::Value &augment : module["augments"].GetArray()) {
+            EXPECT_EQ(augment["target_tree"].Size(), 0U);
+            shown += Names(augment["leaves"]) + " | " + Names(augment["self"]) + " | " + Names(augment["case_leaves"]) +
+                     "\n";
+        }
+    }
+    EXPECT_EQ(shown,
+              "far99;a{;} c{;one{first;}} (first)}\n"
+              " | two{second;} | second\n"
+              "\n"
+              "l | box{;k{;m{m;}} (m)} row{id;} | \n"
+              "late |  | \n"
+              " | n{o;} | o\n"
+              " | third{third;} | third\n");
+    for (const char *format : {"text", "dot"}) {
+        const std::string text = RunShell("korv-inspect tree more -d " + dir.Path() + " --own --format " + format).out;
+        EXPECT_EQ(text.find("far"), std::string::npos) << text;
+        for (const char *leaf : {"- late", "- m", "- id", "- o", "- third"}) {
+            const size_t at = text.find(leaf);
+            ASSERT_NE(at, std::string::npos) << leaf << text;
+            EXPECT_EQ(text.find(std::string(leaf) + "  ", at + 1), std::string::npos) << leaf << text;
+        }
+    }
+    const Result cut = RunShell("korv-inspect tree base -d " + dir.Path() + " --load more --own --depth 1");
+    EXPECT_NE(LineWith(cut.out, "  ... 3 nodes"), "") << cut.out;
 }
 
 } // namespace
