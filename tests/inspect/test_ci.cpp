@@ -57,4 +57,33 @@ TEST(InspectCi, TheHookRefusesWhatIsStagedWithAFaultAndNothingElse)
     EXPECT_EQ(commit("git rm -q -r models").exitCode, 0) << "no model is left";
 }
 
+TEST(InspectCi, TheJobChecksEveryModelAndComparesWithTheBranchItGoesTo)
+{
+    const Repository repository;
+    const auto classOf = [](const std::string &type, const std::string &id) {
+        return Container("c", Ext("class-id", "1") + Leaf("x", type, Ext("field-id", id)));
+    };
+    const auto job = [&](const std::string &body) {
+        repository.Write("m", body);
+        return repository
+            .Run("git commit -q -a -m change && python3 " KORV_SOURCE_DIR "/tests/inspect/run_job.py " KORV_SOURCE_DIR
+                 "/docs/ci/job.yml BASE=main")
+            .out;
+    };
+    repository.Write("m", classOf("string", "1"));
+    repository.Run("rm .git/hooks/pre-commit; git add . && git commit -q -m models && git checkout -q -b change");
+    const std::string same = job(classOf("string", "1") + "<!-- a comment -->");
+    EXPECT_EQ(same.find("Check the models\n"), 0U) << same;
+    EXPECT_EQ(LineWith(same, "exit status 1"), "") << same;
+    EXPECT_NE(LineWith(same, "no difference"), "") << same;
+
+    const std::string other = job(classOf("string", "2"));
+    EXPECT_NE(LineWith(other, "breaking    /c/x  field id 1 -> 2"), "") << other;
+    EXPECT_TRUE(other.ends_with("exit status 1\n")) << other;
+
+    const std::string wrong = job(classOf("strng", "1"));
+    EXPECT_EQ(LineWith(wrong, "unknown type").find("models/m.yin:6:16: error: "), 0U) << wrong;
+    EXPECT_NE(LineWith(wrong, "exit status 3"), "") << "the comparison cannot load it, either: " << wrong;
+}
+
 } // namespace
