@@ -103,8 +103,14 @@ TEST(InspectJson, EveryCommandWritesWhatItsSchemaSays)
     Validation validation;
     for (const auto &[command, arguments] : runs)
         EXPECT_EQ(validation.Add(command, std::string("korv-inspect ") + command + " " + arguments), 0) << arguments;
+    const std::string fans = "diff example-fans --old tests/inspect/yin/v1 --old examples/yin --new ";
+    for (const std::string &negative : {"check example-faulty example-qos" + faulty, "check --all" + own,
+                                        fans + "tests/inspect/yin/v2 --new examples/yin --format json",
+                                        fans + "tests/inspect/yin/v1 --new examples/yin --format json"})
+        validation.Add(negative.substr(0, negative.find(' ')), "korv-inspect " + negative);
     EXPECT_EQ(validation.Violations(), "");
-    EXPECT_EQ(validation.Seen(), (std::set<std::string>{"tree", "find", "walk", "dump", "enums", "modules"}));
+    EXPECT_EQ(validation.Seen(),
+              (std::set<std::string>{"tree", "find", "walk", "dump", "enums", "modules", "check", "diff"}));
 }
 
 TEST(InspectJson, AnErrorIsOneObjectAndTheExitStatusSaysOfWhichKind)
