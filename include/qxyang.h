@@ -324,6 +324,24 @@ KORV_PLATFORM_API uint32_t QXYANG_ScanNodeStatements(const QY_NODE *pNode, const
  * @return what the callback returned. 1 without a callback: the context keeps no details, or there is no memory. */
 KORV_PLATFORM_API uint32_t QXYANG_ScanNodeTypedefs(const QY_NODE *pNode, QXYANG_ORIGIN_PF pfnCb, void *pvCookie);
 
+/** A leafref whose target a deviation leaves out: the leaf has no target, and a leaf of that type alone no final type. */
+typedef struct QXYANG_LOST_TARGET_S {
+    QY_NODE *pLeaf;            /**< the leaf or leaf-list */
+    const char *pcPath;        /**< path of the leafref, which is the type of the leaf or stands in its union */
+    QY_NODE *pTarget;          /**< what the path leads to */
+    QY_NODE *pRemoved;         /**< what the deviation leaves out: the target or a node above it */
+    QXYANG_ORIGIN_S stDeviate; /**< the deviate statement that does so */
+} QXYANG_LOST_TARGET_S;
+
+/** A lost target; the record is the callback's until it returns. */
+typedef uint32_t (*QXYANG_LOST_TARGET_PF)(const QXYANG_LOST_TARGET_S *pstLost, void *pvCookie);
+
+/** Reports the lost targets of all modules of the context, leafs in the order in which their modules make them. Leafs that a
+ * deviation leaves out are not among them. Of several deviations of a node the first counts.
+ *
+ * @return what the callback returned. 1 without a callback: the context keeps no details, or there is no memory. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanLostTargets(const QY_CTX *pCtx, QXYANG_LOST_TARGET_PF pfnCb, void *pvCookie);
+
 /** Reports the extension instances that QY_NODE_ScanAllExtInsts reports, in its order, each with its statement: also those
  * that a refine or deviate statement added, and those that the node has taken over from another one.
  *

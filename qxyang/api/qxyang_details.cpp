@@ -6,10 +6,12 @@
 #include <memory>
 #include <new>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "base/text.h"
+#include "build/leafref_path.h"
 #include "schema/context.h"
 #include "syntax/statement_file.h"
 
@@ -123,6 +125,24 @@ void Change(Statements &statements, const Found &change, std::string_view keywor
         statements.clear();
     if (deviate != "delete")
         statements.insert(statements.end(), operands.begin(), operands.end());
+}
+
+/* A refine may have that argument as well, since nodes have names of all kinds. */
+bool IsRemoval(const Found &change)
+{
+    return std::strcmp(change.statement->pcKeyword, "deviate") == 0 && OrEmpty(ArgumentOf(change)) == "not-supported";
+}
+
+/* The first deviate statement that leaves the node out. */
+Found RemovalOf(Details &details, const QY_NODE *node)
+{
+    auto known = node->module->details->nodes.find(node);
+    if (known == node->module->details->nodes.end())
+        return {};
+    for (Spot spot : known->second.changes)
+        if (Found change = Find(details, spot); change && IsRemoval(change))
+            return change;
+    return {};
 }
 
 /* Reads what the statements of one node say. */
@@ -352,6 +372,20 @@ uint32_t QXYANG_ScanNodeTypedefs(const QY_NODE *pNode, QXYANG_ORIGIN_PF pfnCb, v
         return NodeReader(details, pNode).ForEachTypedef([=](const Found &definition) {
             QXYANG_ORIGIN_S origin = OriginOf(definition);
             return pfnCb(&origin, pvCookie);
+        });
+    });
+}
+
+uint32_t QXYANG_ScanLostTargets(const QY_CTX *pCtx, QXYANG_LOST_TARGET_PF pfnCb, void *pvCookie)
+{
+    return With(pCtx, [=](Details &details) {
+        std::unordered_map<const QY_NODE *, QXYANG_ORIGIN_S> removals;
+        return VisitLostTargets(*pCtx, [&](const LostTarget &lost) {
+            auto [removal, isNew] = removals.try_emplace(lost.removed);
+            if (isNew)
+                removal->second = OriginOf(RemovalOf(details, lost.removed));
+            QXYANG_LOST_TARGET_S reported{lost.leaf, lost.path->text, lost.target, lost.removed, removal->second};
+            return pfnCb(&reported, pvCookie);
         });
     });
 }

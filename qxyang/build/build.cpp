@@ -134,7 +134,6 @@ void Build::ForgetStatements()
     for (Unit *unit : units) {
         unit->root = nullptr;
         unit->extensionUses = {};
-        unit->bindings.clear();
         unit->prefixes = {};
         unit->statements.Clear();
     }

@@ -4,7 +4,6 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "base/text.h"
@@ -34,13 +33,6 @@ struct PendingLeafref {
     uint32_t offset;
 };
 
-/* A deviation of this load that removes a node. */
-struct Removal {
-    Unit *unit;
-    uint32_t offset;
-    std::string deviation; /* its argument */
-};
-
 /* One load call. */
 struct LoadState {
     explicit LoadState(QY_CTX &owner)
@@ -54,7 +46,6 @@ struct LoadState {
     ChildFinder finder;
     std::vector<PendingLeafref> leafrefs;
     LeafrefMembers leafrefMembers;
-    std::unordered_map<const QY_NODE *, Removal> removals;
     EnumNames enumNames;
     size_t nodes = 0; /* made so far; all these numbers include groupings */
     size_t extensions = 0;

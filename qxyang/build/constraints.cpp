@@ -15,7 +15,7 @@ namespace {
 bool IsInOperation(const QY_NODE *node)
 {
     for (; node != nullptr; node = node->parent)
-        if (node->kind == QY_NODE_TYPE_RPC || node->kind == QY_NODE_TYPE_NOTIFICATION)
+        if (IsOperation(node))
             return true;
     return false;
 }

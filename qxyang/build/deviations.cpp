@@ -151,10 +151,8 @@ class Deviator {
             if ((node->flags & NODE_IS_KEY) != 0) // RFC 7950, 7.8.2: a key names leaves that the list has
                 constraints_.AwaitListOf(deviate, node, *scope_->unit,
                                          Sentence(DescribeNode(node) + " is a key and cannot be left out"));
-            log_.Remove(node, &build_.module);
-            Removal removal{scope_->unit, deviate->offset, deviation_->argument};
-            build_.load.removals.emplace(node, std::move(removal));
-            return;
+            build_.NoteChange(node, *scope_->unit, deviate);
+            return log_.Remove(node, &build_.module);
         }
         if (!CheckOperands(deviate, node))
             return;

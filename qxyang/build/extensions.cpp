@@ -301,6 +301,33 @@ const ExtensionSet *JoinedSets(Arena &arena, const std::vector<const ExtensionSe
     return joined;
 }
 
+const ExtensionSet *RefinedSet(Arena &arena, const std::vector<const ExtensionSet *> &sets)
+{
+    if (sets.front() == nullptr && sets.size() == 2)
+        return sets.back();
+    std::unordered_map<const ExtensionName *, size_t> lastOf; // the last of the refines' sets that has the extension
+    for (size_t i = 1; i < sets.size(); ++i)
+        for (const QY_EXT &instance : *sets[i])
+            lastOf[instance.name] = i;
+    auto forEachLeft = [&](auto &&visit) {
+        for (size_t i = sets.front() != nullptr ? 0 : 1; i < sets.size(); ++i)
+            for (const QY_EXT &instance : *sets[i])
+                if (auto last = lastOf.find(instance.name); last == lastOf.end() || last->second == i)
+                    visit(*sets[i], instance);
+    };
+    size_t count = 0;
+    forEachLeft([&count](const ExtensionSet &, const QY_EXT &) { ++count; });
+    ExtensionSet *refined = NewSet(arena, count, sets.back()->isPlaced != 0);
+    size_t at = 0;
+    forEachLeft([&](const ExtensionSet &set, const QY_EXT &instance) {
+        if (refined->isPlaced != 0)
+            refined->Spots()[at] = set.Spots()[&instance - set.begin()];
+        refined->begin()[at++] = instance;
+        refined->AddToTotal(1 + TotalOf(instance.nested));
+    });
+    return refined;
+}
+
 OwnedSet CopyOfSet(const ExtensionSet *set)
 {
     if (set == nullptr)

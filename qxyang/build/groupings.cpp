@@ -10,6 +10,7 @@
 #include "build/new_nodes.h"
 #include "build/node_conditions.h"
 #include "build/node_kinds.h"
+#include "build/operation_places.h"
 #include "build/schema_path.h"
 #include "syntax/grammar.h"
 
@@ -125,6 +126,8 @@ QY_NODE *Groupings::CopyNode(const QY_NODE *from, const Use &use)
     ShowExtensions(build_, use.statement, use.site, node, from->extensions);
     node->keyCount = from->keyCount;
     node->flags = from->flags;
+    if (IsOperation(from))
+        CheckCopiedOperation(build_, use.statement, node, from, use.site.File());
     if (from->module == node->module)
         node->condition = from->condition;
     else
@@ -165,7 +168,7 @@ OnHeap Groupings::Change(Use use, const QY_NODE *grouping)
         co_await augments_.AddTo(node, child, use.site.Below(levels));
     }
     if (!refined.empty())
-        JoinRefined(refined, use);
+        GiveRefined(refined, use);
     names_.CheckAdditions(additions, NameScope(use.parent));
 }
 
@@ -219,8 +222,7 @@ uint16_t RefinableOn(uint8_t kind)
 
 } // namespace
 
-/* The extension instances that the refine adds to the node, which are joined later with those of other refines; null:
- * none. */
+/* The extension instances in the refine, which the node gets later with those of other refines; null: none. */
 const ExtensionSet *Groupings::Refine(const Statement *refine, QY_NODE *node, Unit &unit)
 {
     uint16_t refinable = RefinableOn(node->kind);
@@ -241,8 +243,9 @@ const ExtensionSet *Groupings::Refine(const Statement *refine, QY_NODE *node, Un
     return set;
 }
 
-/* Each refined node gets all that its refines add at once. */
-void Groupings::JoinRefined(std::vector<Refinement> &refined, const Use &use)
+/* Each refined node gets what all its refines make of its extension instances at once: those of a refine take the place of
+ * all of the same extensions, as those of a deviate 'replace' do. */
+void Groupings::GiveRefined(std::vector<Refinement> &refined, const Use &use)
 {
     std::stable_sort(refined.begin(), refined.end(), [](const Refinement &left, const Refinement &right) {
         return std::less<>()(left.node, right.node);
@@ -251,11 +254,13 @@ void Groupings::JoinRefined(std::vector<Refinement> &refined, const Use &use)
     for (size_t i = 0; i < refined.size();) {
         QY_NODE *node = refined[i].node;
         sets.assign(1, node->extensions);
-        for (; i < refined.size() && refined[i].node == node; ++i)
+        size_t count = node->extensions != nullptr ? node->extensions->count : 0;
+        for (; i < refined.size() && refined[i].node == node; ++i) {
             sets.push_back(refined[i].set);
-        const ExtensionSet *joined = JoinedSets(build_.module.records, sets);
-        build_.CountJoined(use.site.File(), refined[i - 1].refine, joined->count);
-        ShowExtensions(build_, use.statement, use.site, node, joined);
+            count += refined[i].set->count;
+        }
+        build_.CountJoined(use.site.File(), refined[i - 1].refine, count);
+        ShowExtensions(build_, use.statement, use.site, node, RefinedSet(build_.module.records, sets));
     }
 }
 

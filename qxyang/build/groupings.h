@@ -29,7 +29,7 @@ class Groupings {
     OnHeap Expand(const Statement *uses, QY_NODE *parent, Site site);
 
   private:
-    /* Extension instances that a refine adds. */
+    /* Extension instances that a node gets from a refine. */
     struct Refinement {
         QY_NODE *node;
         const ExtensionSet *set;
@@ -50,7 +50,7 @@ class Groupings {
     OnHeap Change(Use use, const QY_NODE *grouping);
     QY_NODE *FindChanged(const Statement *change, const QY_NODE *grouping, const Use &use);
     const ExtensionSet *Refine(const Statement *refine, QY_NODE *node, Unit &unit);
-    void JoinRefined(std::vector<Refinement> &refined, const Use &use);
+    void GiveRefined(std::vector<Refinement> &refined, const Use &use);
 
     Build &build_;
     TypeCompiler &types_;

@@ -43,13 +43,15 @@ class PathWalk {
 
     const std::string &Why() const { return why_; }
 
-    std::string Hint(NameBudget &names)
+    /* The file is the one that a failure names. */
+    std::string Hint(NameBudget &names, const Unit &unit)
     {
         if (missing_ == nullptr)
             return {};
-        for (const QY_MOD *import : leaf_->module->imports)
-            if (missing_->module == nullptr && ChildOf(import, missing_->name) != nullptr)
-                return std::string(HINT) + "the one of module " + Quoted(import->name) + "? Its prefix is missing";
+        for (const PrefixBinding *binding : unit.bindings) // of the file that the path stands in
+            if (missing_->module == nullptr && path_.home == unit.module &&
+                ChildOf(binding->module, missing_->name) != nullptr)
+                return PrefixHint(binding->name, missing_->name);
         NearestName nearest(names, missing_->name);
         if (nearest.IsOpen()) {
             const QY_MOD *module = ModuleOf(*missing_);
@@ -143,70 +145,6 @@ QY_NODE *NearestRemoved(QY_NODE *node)
     return node;
 }
 
-/* Finds leafrefs whose target a deviation removed. The failure names the deviation if it is one of this load, and
- * otherwise the leafref, which is of this load then. */
-class RemovalCheck {
-  public:
-    explicit RemovalCheck(LoadState &load) : load_(load) {}
-
-    /* A leafref of this load. */
-    void Check(const PendingLeafref &pending, QY_NODE *target)
-    {
-        QY_NODE *removed = NearestRemoved(target);
-        if (removed == nullptr || FindRemoval(target) != nullptr || !IsEffective(pending) || IsRemoved(pending.leaf))
-            return;
-        load_.failures.Add(pending.unit->source, pending.offset,
-                           LeafrefTitle(pending.leaf, *pending.type->path) + ": module " +
-                               Quoted(load_.context.deviations.RemoverOf(removed)->name) + " deviates " +
-                               Quoted(removed->name) + " as not supported");
-    }
-
-    /* All leafrefs. */
-    void CheckAll()
-    {
-        if (load_.removals.empty())
-            return;
-        for (const auto &module : load_.context.modules)
-            module->nodes.ForEach([this](QY_NODE *node) {
-                if (IsLeaf(node) && node->type->refers && !IsRemoved(node))
-                    CheckLeaf(node);
-            });
-    }
-
-  private:
-    static bool IsEffective(const PendingLeafref &pending) { return pending.leaf->type == pending.ofLeaf; }
-
-    const Removal *FindRemoval(const QY_NODE *node) const
-    {
-        for (; node != nullptr; node = node->parent) {
-            auto removal = load_.removals.find(node);
-            if (removal != load_.removals.end())
-                return &removal->second;
-        }
-        return nullptr;
-    }
-
-    void CheckLeaf(QY_NODE *leaf)
-    {
-        if (leaf->type->builtin == QY_TYPE_LEAFREF)
-            return CheckTarget(leaf, *leaf->type->path, leaf->target);
-        for (const QY_TYPE *type : load_.leafrefMembers.Of(*leaf->type))
-            if (!type->path->dereferences)
-                CheckTarget(leaf, *type->path, PathWalk(load_.finder, leaf, *type->path).Run());
-    }
-
-    void CheckTarget(const QY_NODE *leaf, const LeafrefPath &path, const QY_NODE *target)
-    {
-        if (const Removal *removal = FindRemoval(target))
-            load_.failures.Add(removal->unit->source, removal->offset,
-                               "deviation " + Quoted(removal->deviation) + ": it leaves out what " +
-                                   LeafrefTitle(leaf, path) + " of module " + Quoted(leaf->module->name) +
-                                   " refers to");
-    }
-
-    LoadState &load_;
-};
-
 /* RFC 7950, 9.9: there are no circular chains of leafrefs. Each leaf is passed once: it is marked when its chain is
  * known to end. The marks go with the check. */
 class CycleCheck {
@@ -248,6 +186,23 @@ class CycleCheck {
     std::vector<QY_NODE *> marked_;
 };
 
+/* Reports what is lost of the leafrefs in the type of one leaf. A union's members have no place for their targets, so that
+ * these are looked for again. */
+uint32_t VisitLostOf(QY_NODE *leaf, LeafrefMembers &members, ChildFinder &finder, const LostTargetVisitor &visit)
+{
+    for (const QY_TYPE *type : members.Of(*leaf->type)) {
+        QY_NODE *target = leaf->target;
+        if (type != leaf->type)
+            target = type->path->dereferences ? nullptr : PathWalk(finder, leaf, *type->path).Run();
+        QY_NODE *removed = NearestRemoved(target);
+        if (removed == nullptr)
+            continue;
+        if (uint32_t result = visit({leaf, type->path, target, removed}); result != 0)
+            return result;
+    }
+    return 0;
+}
+
 void AwaitTarget(Build &build, const PendingLeafref &pending, const Statement *statement)
 {
     LoadState &load = build.load;
@@ -276,7 +231,6 @@ void AwaitTargets(Build &build, QY_NODE *leaf, Unit &unit, const Statement *stat
 void ResolveLeafrefs(LoadState &load)
 {
     Failures::Mark before = load.failures.Now();
-    RemovalCheck removals(load);
     for (const PendingLeafref &pending : load.leafrefs) {
         if (pending.type->path == nullptr || pending.type->path->dereferences)
             continue;
@@ -285,8 +239,7 @@ void ResolveLeafrefs(LoadState &load)
         if (target == nullptr)
             load.failures.Add(pending.unit->source, pending.offset,
                               LeafrefTitle(pending.leaf, *pending.type->path) + ": " + walk.Why(),
-                              [&] { return walk.Hint(load.failures.names); });
-        removals.Check(pending, target);
+                              [&] { return walk.Hint(load.failures.names, *pending.unit); });
         if (pending.leaf->type == pending.type) // it is not a member of a union, and no deviation has replaced it
             pending.leaf->target = target;
         load.context.deviations.SetTarget(pending.leaf, pending.type, target);
@@ -298,7 +251,21 @@ void ResolveLeafrefs(LoadState &load)
         cycles.Check(pending);
     for (const PendingLeafref &pending : load.leafrefs)
         load.CountLeafref(pending);
-    removals.CheckAll();
+}
+
+uint32_t VisitLostTargets(const QY_CTX &context, const LostTargetVisitor &visit)
+{
+    if (!context.deviations.RemovesNodes())
+        return 0;
+    ChildFinder finder;
+    LeafrefMembers members;
+    uint32_t result = 0;
+    for (const auto &module : context.modules)
+        module->nodes.ForEach([&](QY_NODE *node) {
+            if (result == 0 && IsLeaf(node) && node->type->refers && !IsRemoved(node))
+                result = VisitLostOf(node, members, finder, visit);
+        });
+    return result;
 }
 
 } // namespace qxyang

@@ -68,8 +68,9 @@ void SchemaPath::FailStep(Build &build, Unit &unit, const Statement *statement, 
                           const SchemaStep &step) const
 {
     bool isTop = absolute_ && &step == &steps_.front(); // where each module has nodes of its own
-    std::string sentence = PathTitle(statement) + ": " + DescribeNode(at) + " has no node " + Quoted(step.name) +
-                           " of module " + Quoted(step.module->name);
+    std::string sentence = PathTitle(statement) + ": " + DescribeNode(at) + " has no node " + Quoted(step.name);
+    if (at != &step.module->root)
+        sentence += " of module " + Quoted(step.module->name);
     build.load.failures.Add(unit.source, statement->offset, sentence, [&] {
         for (const PrefixBinding *binding : unit.bindings) {
             QY_NODE *above = isTop ? &binding->module->root : at;

@@ -8,6 +8,7 @@
 #include "build/new_nodes.h"
 #include "build/node_conditions.h"
 #include "build/node_kinds.h"
+#include "build/operation_places.h"
 
 namespace qxyang {
 
@@ -50,6 +51,8 @@ QY_NODE *TreeBuilder::AddNode(const Statement *statement, QY_NODE *parent, const
     SetCondition(node, ConditionsOf(build_, site.File(), statement));
     if (IsLeaf(node))
         FillLeaf(statement, node, site);
+    else if (IsOperation(node))
+        CheckOperationPlace(build_, statement, node, site.File());
     return node;
 }
 

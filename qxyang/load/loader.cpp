@@ -313,8 +313,8 @@ bool Loader::BuildModule(Running &running)
 /* RFC 7950, 7.1.4: the prefixes of a file are unique. */
 void Loader::Bind(Unit &unit, const Statement *statement, QY_MOD *module)
 {
-    std::string_view prefix = statement->argument;
-    auto *binding = unit.statements.Make<PrefixBinding>(prefix, module);
+    std::string_view prefix = unit.module->texts.Text(statement->argument);
+    auto *binding = unit.module->records.Make<PrefixBinding>(prefix, module);
     if (const PrefixBinding *known = unit.prefixes.Insert(binding))
         return failures_.Add(
             unit.source, statement->offset,
@@ -345,17 +345,16 @@ void Loader::FailInclude(const OpenFile &file, std::string_view why)
 }
 
 /* Opens the submodule that the innermost file includes, unless it is part of the module already. RFC 7950, 12: both
- * are of one version. RFC 6020, 5.1: there are no circular chains of includes. */
+ * are of one version. */
 void Loader::Include(Running &running)
 {
     const OpenFile &file = running.files.back();
     std::string_view name = file.current->argument;
     if (running.included.contains(name))
         return;
-    auto nameOf = [](const OpenFile &entry) { return std::string_view(entry.unit->Name()); };
     for (const OpenFile &open : running.files)
-        if (nameOf(open) == name)
-            return FailInclude(file, "include cycle: " + ChainText(running.files, name, nameOf));
+        if (open.unit->Name() == name && (!file.unit->isVersion11 || open.unit->root->keyword == Kw::Submodule))
+            return IncludeOpen(running, *open.unit);
     if (running.files.size() >= limits::CHAIN)
         return FailInclude(file,
                            "the chain of includes is longer than " + std::to_string(limits::CHAIN) + " submodules");
@@ -369,6 +368,19 @@ void Loader::Include(Running &running)
         return FailInclude(file, std::string("it is of YANG version ") + VersionOf(*submodule) +
                                      ", what includes it of " + VersionOf(*file.unit));
     running.files.push_back({submodule, submodule->root->first, nullptr, before});
+}
+
+/* A file that is open includes itself again, through others or not. RFC 6020, 5.1, forbids circular chains of includes;
+ * RFC 7950 lets submodules include one another. 7.1.6: they are of one revision. */
+void Loader::IncludeOpen(const Running &running, const Unit &open)
+{
+    const OpenFile &file = running.files.back();
+    auto nameOf = [](const OpenFile &entry) { return std::string_view(entry.unit->Name()); };
+    if (!file.unit->isVersion11)
+        return FailInclude(file, "include cycle: " + ChainText(running.files, open.Name(), nameOf));
+    std::string_view wanted = ArgumentOf(file.current, Kw::RevisionDate);
+    if (!wanted.empty() && wanted != OrEmpty(open.revision))
+        FailInclude(file, WrongRevision(open, wanted));
 }
 
 /* The submodule's file with all its statements. Null: `why` says why there is none. */

@@ -66,6 +66,7 @@ class Loader {
     void Bind(Unit &unit, const Statement *statement, QY_MOD *module);
     void Import(Running &running, const Outcome &outcome);
     void Include(Running &running);
+    void IncludeOpen(const Running &running, const Unit &open);
     void FailInclude(const OpenFile &file, std::string_view why);
     Unit *ReadSubmodule(QY_MOD &module, std::string_view name, std::string_view revision, std::string &why);
     void Prefer(QY_MOD *module);

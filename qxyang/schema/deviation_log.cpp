@@ -45,10 +45,9 @@ uint16_t DeviationLog::Deviated::Properties() const
     return flags;
 }
 
-const QY_MOD *DeviationLog::Deviated::Remover() const
+bool DeviationLog::Deviated::IsRemoved() const
 {
-    auto removal = std::find_if(changes.begin(), changes.end(), [](const Deviation &change) { return change.removes; });
-    return removal != changes.end() ? removal->by : nullptr;
+    return std::any_of(changes.begin(), changes.end(), [](const Deviation &change) { return change.removes; });
 }
 
 bool DeviationLog::HasExtensionsOf(QY_NODE *node) const
@@ -57,10 +56,9 @@ bool DeviationLog::HasExtensionsOf(QY_NODE *node) const
     return entry != nodes_.end() && entry->second.EffectiveExtensions() != entry->second.extensions;
 }
 
-const QY_MOD *DeviationLog::RemoverOf(QY_NODE *node) const
+bool DeviationLog::RemovesNodes() const
 {
-    auto entry = nodes_.find(node);
-    return entry != nodes_.end() ? entry->second.Remover() : nullptr;
+    return std::any_of(nodes_.begin(), nodes_.end(), [](const auto &entry) { return entry.second.IsRemoved(); });
 }
 
 /* Calls change(deviation) with the record of what the module changes on the node, and shows the result on the node. */
@@ -146,7 +144,7 @@ void DeviationLog::Show(QY_NODE *node, const Deviated &deviated)
 {
     OwnExtensions(node) = deviated.EffectiveExtensions();
     node->flags = static_cast<uint16_t>((node->flags & ~(NODE_PROPERTIES | NODE_REMOVED)) | deviated.Properties() |
-                                        (deviated.Remover() != nullptr ? NODE_REMOVED : 0));
+                                        (deviated.IsRemoved() ? NODE_REMOVED : 0));
     if (!IsLeaf(node))
         return;
     const Deviation *change = deviated.TypeChange();

@@ -40,8 +40,8 @@ class DeviationLog {
     /* Notes what a type refers to that the leaf has or had before a deviation. */
     void SetTarget(QY_NODE *leaf, const QY_TYPE *type, QY_NODE *target);
 
-    /* The first of the modules whose deviations removed the node, or null. */
-    const QY_MOD *RemoverOf(QY_NODE *node) const;
+    /* True if a deviation removed some node. */
+    bool RemovesNodes() const;
 
     /* Undo what the dying modules changed: `first` and those that nextDying links to it. PrepareRemoval may run out of
      * memory and then changes nothing; it needs none if no module that stays has deviated after them. Remove cannot
@@ -64,7 +64,7 @@ class DeviationLog {
         const ExtensionSet *EffectiveExtensions() const;
         const Deviation *TypeChange() const;
         uint16_t Properties() const;
-        const QY_MOD *Remover() const;
+        bool IsRemoved() const;
     };
 
     template <class Change>

@@ -289,6 +289,12 @@ inline bool IsChoiceOrCase(const QY_NODE *node)
     return node->kind == QY_NODE_TYPE_CHOICE || node->kind == QY_NODE_TYPE_CASE;
 }
 
+/* RPCs, actions and notifications. */
+inline bool IsOperation(const QY_NODE *node)
+{
+    return node->kind == QY_NODE_TYPE_RPC || node->kind == QY_NODE_TYPE_NOTIFICATION;
+}
+
 /* The node among whose children the names of this node's children have to be unique: RFC 7950, 6.2.1. */
 inline QY_NODE *NameScope(QY_NODE *node)
 {

@@ -116,7 +116,7 @@ class Unit {
     uint32_t keptFile = Spot::NO_FILE;     /* number of the file in a context that keeps it */
     const char *revision = nullptr;        /* latest, or null */
     ExtensionHints *hints = nullptr;       /* while the file is parsed */
-    std::vector<PrefixBinding *> bindings; /* in the order of the imports */
+    std::vector<PrefixBinding *> bindings; /* in the order of the imports; the module's, for failures of its leafrefs */
     NameTable<PrefixBinding> prefixes;     /* the same, by name */
     NameTable<ExtensionUse> extensionUses;
     Arena statements; /* all records of the file; released when the module is complete */

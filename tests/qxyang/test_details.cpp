@@ -260,34 +260,88 @@ TEST(Details, ExtensionInstancesComeWithTheirStatements)
         Kept kept(compact);
         kept.Load("m", EXTENSION + std::string(R"(<m:x v="module"/>
             <grouping name="g"><leaf name="l">)") +
-                           TYPE + R"(<m:x v="1"><m:x v="in"/></m:x></leaf></grouping>
-            <container name="c"><uses name="g"><refine target-node="l"><m:x v="2"/></refine></uses>
+                           TYPE + R"(<m:x v="1"/></leaf></grouping>
+            <container name="c"><uses name="g"><refine target-node="l"><m:x v="2"><m:x v="in"/></m:x>
+              <m:x v="4"/></refine></uses>
               <leaf name="taker">)" +
                            TYPE + R"(<m:x v="own"/></leaf><leaf name="none">)" + TYPE + "</leaf></container>");
         kept.Load("other", std::string("<leaf name=\"o\">") + TYPE + R"(<m:x v="o"/></leaf>)", "m");
         Schema &schema = kept.schema;
         QY_NODE *leaf = schema.Node("m", "c/l");
-        EXPECT_EQ(InstancesOf(schema, leaf), " m:x 1 { m:x in } m:x 2");
+        EXPECT_EQ(InstancesOf(schema, leaf), " m:x 2 { m:x in } m:x 4");
         EXPECT_EQ(InstancesOf(schema, schema.Node("m", "c/none")), "");
         Instances ofModule{schema.Context(), ""};
         EXPECT_EQ(QXYANG_ScanModuleExtInsts(schema.Mod("m"), AddInstance, &ofModule), 0u);
         EXPECT_EQ(ofModule.text, " m:x module");
 
         kept.Load("dev", R"(<deviation target-node="/m:c/m:l"><deviate value="add"><m:x v="3"/></deviate>
-            <deviate value="delete"><m:x v="1"/></deviate></deviation>)",
+            <deviate value="delete"><m:x v="2"/></deviate></deviation>)",
                   "m");
-        EXPECT_EQ(InstancesOf(schema, leaf), " m:x 2 dev:x 3");
+        EXPECT_EQ(InstancesOf(schema, leaf), " m:x 4 dev:x 3");
         QY_NODE *taker = schema.Node("m", "c/taker");
         EXPECT_EQ(QY_NODE_ReplaceDstExtInst(taker, leaf), 0u);
-        EXPECT_EQ(InstancesOf(schema, taker), " m:x 2 dev:x 3");
+        EXPECT_EQ(InstancesOf(schema, taker), " m:x 4 dev:x 3");
         EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "dev"), 0u);
-        EXPECT_EQ(InstancesOf(schema, leaf), " m:x 1 { m:x in } m:x 2");
-        EXPECT_EQ(InstancesOf(schema, taker), " m:x 2 -"); // the file that said 3 is gone
+        EXPECT_EQ(InstancesOf(schema, leaf), " m:x 2 { m:x in } m:x 4");
+        EXPECT_EQ(InstancesOf(schema, taker), " m:x 4 -"); // the file that said 3 is gone
 
         EXPECT_EQ(QY_NODE_ReplaceDstExtInst(taker, schema.Node("other", "o")), 0u);
         EXPECT_EQ(InstancesOf(schema, taker), " other:x o");
         EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "other"), 0u);
         EXPECT_EQ(InstancesOf(schema, taker), " -");
+    }
+}
+
+uint32_t AddLost(const QXYANG_LOST_TARGET_S *lost, void *cookie)
+{
+    *static_cast<std::string *>(cookie) += test::Path(lost->pLeaf) + " " + lost->pcPath + ": " +
+                                           test::Path(lost->pTarget) + " by " + StatementText(lost->stDeviate) +
+                                           " of " + test::Path(lost->pRemoved) + "\n";
+    return 0;
+}
+
+TEST(Details, LostTargetsNameTheDeviation)
+{
+    for (bool compact : {false, true}) {
+        Kept kept(compact);
+        Schema &schema = kept.schema;
+        const auto lost = [&schema] {
+            std::string text;
+            EXPECT_EQ(QXYANG_ScanLostTargets(schema.Context(), AddLost, &text), 0u);
+            return text;
+        };
+        kept.Load("m",
+                  R"(<grouping name="not-supported"><container name="not-supported"><leaf name="l"><type name="string"/>
+            </leaf></container></grouping>
+            <container name="c"><uses name="not-supported"><refine target-node="not-supported"><presence value="p"/></refine>
+            </uses><leaf name="n"><type name="string"/></leaf><leaf name="kept"><type name="leafref"><path value="../n"/></type>
+            </leaf></container>
+            <leaf name="r"><type name="leafref"><path value="/c/not-supported/l"/></type></leaf>
+            <leaf name="left-out"><type name="leafref"><path value="/c/not-supported/l"/></type></leaf>)");
+        EXPECT_EQ(lost(), "");
+        kept.Load("dev", R"(<deviation target-node="/m:left-out"><deviate value="not-supported"/></deviation>
+            <deviation target-node="/m:c/m:not-supported"><deviate value="not-supported"/></deviation>
+            <leaf-list name="u"><type name="union"><type name="leafref"><path value="/m:c/m:n"/></type><type name="union">
+              <type name="leafref"><path value="/m:c/m:not-supported/m:l"/></type><type name="leafref">
+              <path value="deref(../u)/../x"/></type></type></type></leaf-list>)",
+                  "m");
+        const std::string expected =
+            "/r /c/not-supported/l: /c/not-supported/l by dev:deviate not-supported of "
+            "/c/not-supported\n"
+            "/u /m:c/m:not-supported/m:l: /c/not-supported/l by dev:deviate not-supported of "
+            "/c/not-supported\n";
+        EXPECT_EQ(lost(), expected);
+        kept.Load("again",
+                  R"(<deviation target-node="/m:c/m:not-supported/m:l"><deviate value="not-supported"/></deviation>)",
+                  "m");
+        EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "dev"), 0u);
+        EXPECT_EQ(lost(),
+                  "/r /c/not-supported/l: /c/not-supported/l by again:deviate not-supported of "
+                  "/c/not-supported/l\n"
+                  "/left-out /c/not-supported/l: /c/not-supported/l by again:deviate not-supported of "
+                  "/c/not-supported/l\n");
+        EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "again"), 0u);
+        EXPECT_EQ(lost(), "");
     }
 }
 
@@ -305,6 +359,7 @@ TEST(Details, AreOnlyThereWhenAskedForBeforeTheFirstLoad)
     EXPECT_NE(QXYANG_ScanNodeDefaults(leaf, AddText, nullptr), 0u);
     EXPECT_NE(QXYANG_ScanNodeStatements(leaf, "type", AddStatement, nullptr), 0u);
     EXPECT_NE(QXYANG_ScanNodeTypedefs(leaf, AddStatement, nullptr), 0u);
+    EXPECT_NE(QXYANG_ScanLostTargets(schema.Context(), AddLost, nullptr), 0u);
     EXPECT_EQ(QXYANG_GetLoadedFile(schema.Context(), "m"), nullptr);
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "schema.h"
+#include "support/compact_twin.h"
 
 namespace {
 
@@ -155,7 +156,7 @@ TEST(Expansion, UsesIsExpandedInPlaceAndRefined)
     EXPECT_EQ(schema.Tree("m"), R"(container c
   leaf before string
   container o off
-    leaf i uint8 off ext:id(i) ext:id(refined)
+    leaf i uint8 off ext:id(refined)
     choice ch off
       case a off
         leaf a string off
@@ -175,14 +176,103 @@ container again
     EXPECT_EQ(schema.Mod("lib"), nullptr);
 }
 
+/* As deviate 'replace' does: what a refine says of an extension is all that is left of it, at the end. */
+TEST(Expansion, RefinedExtensionStatementsTakeThePlaceOfTheirKind)
+{
+    const std::string grouping =
+        R"(<grouping name="g"><leaf name="l"><type name="string"/><ext:id value="1"/><ext:mark/>
+        <ext:id value="2"/></leaf><leaf name="bare"><type name="string"/></leaf></grouping>)";
+    const auto refine = [](const std::string &extensions, const std::string &leaf = "l") {
+        return "<refine target-node=\"" + leaf + "\">" + extensions + "</refine>";
+    };
+    const struct {
+        std::string uses; /* of g, or of h, which refines what it uses of g */
+        const char *extensions;
+    } cases[] = {
+        {"<uses name=\"g\"/>", "ext:id(1) ext:mark(-) ext:id(2) |"},
+        {"<uses name=\"g\">" + refine(R"(<ext:id value="3"/>)") + "</uses>", "ext:mark(-) ext:id(3) |"},
+        {"<uses name=\"g\">" + refine(R"(<ext:id value="3"/><ext:id value="4"/>)") + refine("<ext:mark/>") + "</uses>",
+         "ext:id(3) ext:id(4) ext:mark(-) |"},
+        {"<uses name=\"g\">" + refine(R"(<ext:id value="3"/>)") + refine(R"(<ext:id value="4"/>)") + "</uses>",
+         "ext:mark(-) ext:id(4) |"},
+        {"<uses name=\"g\">" + refine(R"(<other:id value="3"/>)") + "</uses>",
+         "ext:id(1) ext:mark(-) ext:id(2) other:id(3) |"},
+        {"<uses name=\"g\">" + refine("<ext:mark/>", "bare") + refine(R"(<ext:id value="5"/>)", "bare") + "</uses>",
+         "ext:id(1) ext:mark(-) ext:id(2) | ext:mark(-) ext:id(5)"},
+        {"<uses name=\"h\">" + refine(R"(<ext:id value="7"/>)") + "</uses>", "ext:mark(-) ext:id(7) |"},
+        {"<uses name=\"h\"/>", "ext:mark(-) ext:id(6) |"},
+    };
+    for (const auto &test : cases) {
+        Schema schema;
+        schema.Module("ext", R"(<extension name="id"><argument name="value"/></extension><extension name="mark"/>)");
+        schema.Module("other", R"(<extension name="id"><argument name="value"/></extension>)");
+        schema.LoadText("m",
+                        grouping + "<grouping name=\"h\"><uses name=\"g\">" + refine(R"(<ext:id value="6"/>)") +
+                            "</uses></grouping>" + test.uses,
+                        "ext other");
+        std::string bare = test::Extensions(schema.Node("m", "bare"));
+        EXPECT_EQ(test::Extensions(schema.Node("m", "l")) + " |" + (bare.empty() ? "" : " ") + bare, test.extensions)
+            << test.uses;
+    }
+}
+
+std::string Submodule(const std::string &name, const std::string &body)
+{
+    return "<submodule name=\"" + name +
+           "\" xmlns=\"urn:ietf:params:xml:ns:yang:yin:1\"><yang-version value=\"1.1\"/>"
+           "<belongs-to module=\"m\"><prefix value=\"me\"/></belongs-to>" +
+           body + "</submodule>";
+}
+
+/* RFC 7950, 5.1: each of them uses what the others define. */
+TEST(Expansion, SubmodulesMayIncludeEachOther)
+{
+    const auto body = [](const std::string &includes, const std::string &own, const std::string &used) {
+        std::string text;
+        for (const char &name : includes)
+            text += std::string("<include module=\"") + name + "\"/>";
+        return text + "<typedef name=\"t-" + own + "\"><type name=\"int8\"/></typedef><grouping name=\"g-" + own +
+               "\"><leaf name=\"of-" + own + "\"><type name=\"t-" + used + "\"/></leaf></grouping><container name=\"" +
+               own + "\"><uses name=\"g-" + used + "\"/></container>";
+    };
+    const struct {
+        const char *includes[4]; /* of m, a, b and c */
+        const char *order;
+    } cases[] = {
+        {{"a", "b", "a", ""}, "b a m"},
+        {{"a", "b", "c", "a"}, "c b a m"},
+        {{"b", "a", "c", "a"}, "a c b m"},
+        {{"cba", "abc", "cba", "ab"}, "b a c m"},
+    };
+    for (const char *suffix : {".yin", ".yang"})
+        for (const auto &test : cases) {
+            Schema schema;
+            auto file = [&](const std::string &name, const std::string &text) {
+                schema.File(name + suffix, suffix == std::string(".yin") ? text : test::CompactTwin(text));
+            };
+            const bool two = *test.includes[3] == '\0';
+            file("a", Submodule("a", body(test.includes[1], "a", "b")));
+            file("b", Submodule("b", body(test.includes[2], "b", two ? "a" : "c")));
+            file("c", Submodule("c", body(test.includes[3], "c", "a")));
+            file("m", test::ModuleText("m", body(test.includes[0], "m", "a")));
+            schema.Load("m");
+            std::string expected;
+            for (char name : std::string(test.order))
+                if (name != ' ')
+                    expected += std::string("container ") + name + "\n  leaf of-" +
+                                (name == 'a'           ? "b"
+                                 : name == 'b' && !two ? "c"
+                                                       : "a") +
+                                " int8\n";
+            EXPECT_EQ(schema.Tree("m"), expected) << test.includes[0] << suffix;
+        }
+}
+
 TEST(Expansion, SubmodulesStandWhereInclusionPutsThem)
 {
     Schema schema;
     auto submodule = [&schema](const std::string &name, const std::string &body) {
-        schema.File(name + ".yin", "<submodule name=\"" + name +
-                                       "\" xmlns=\"urn:ietf:params:xml:ns:yang:yin:1\"><yang-version value=\"1.1\"/>"
-                                       "<belongs-to module=\"m\"><prefix value=\"me\"/></belongs-to>" +
-                                       body + "</submodule>");
+        schema.File(name + ".yin", Submodule(name, body));
     };
     submodule("s1", R"(<include module="s2"/><leaf name="one"><type name="me:t2"/></leaf>)");
     submodule("s2", R"(<typedef name="t2"><type name="uint8"/></typedef><leaf name="two"><type name="own"/></leaf>

@@ -281,8 +281,7 @@ TEST(FailureTexts, OfNamesAndTargets)
         {group + "<container name=\"c\"><uses name=\"g\">\n<refine target-node=\"x\"><presence "
                  "value=\"p\"/></refine></uses></container>",
          "m.yin:3:25: refine 'x': leaf 'x' can have no 'presence'\n"},
-        {"<container name=\"c\"/><augment target-node=\"/m:d\"/>",
-         "@22: augment '/m:d': module 'm' has no node 'd' of module 'm'\n"},
+        {"<container name=\"c\"/><augment target-node=\"/m:d\"/>", "@22: augment '/m:d': module 'm' has no node 'd'\n"},
         {"<container name=\"c\"/><augment target-node=\"m:c\"/>", "@22: augment 'm:c': the path must begin with '/'\n"},
         {"<container name=\"c\"/><augment target-node=\"/m:c/\"/>", "@22: augment '/m:c/': '' is no name of a node\n"},
         {"<leaf name=\"l\"><type name=\"string\"/></leaf><augment target-node=\"/l\"/>",
@@ -294,6 +293,52 @@ TEST(FailureTexts, OfNamesAndTargets)
          "<augment target-node=\"/c\"><container name=\"y\"/></augment>",
          "m.yin:3:27: second node 'y' in container 'c'\n"},
     });
+}
+
+/* RFC 7950, 7.15 and 7.16. What a grouping is right or wrong about is told there and not at its uses. */
+TEST(FailureTexts, OfActionsAndNotificationsThatHaveNoPlace)
+{
+    const std::string groups =
+        R"(<grouping name="a"><action name="go"/></grouping><grouping name="n"><notification name="up"/>
+        </grouping><grouping name="deep"><container name="d"><choice name="e"><container name="f"><uses name="a"/></container>
+        </choice></container></grouping>)";
+    const struct {
+        const char *body;
+        const char *failures; /* on line 4 */
+    } cases[] = {
+        {R"(<uses name="a"/>)", "1: uses 'a': action 'go' cannot stand in module 'm'; expected a container or list"},
+        {R"(<uses name="n"/>)", nullptr},
+        {R"(<container name="c"><uses name="a"/><uses name="n"/><uses name="deep"/></container>)", nullptr},
+        {R"(<choice name="c"><case name="k"><uses name="n"/></case></choice>)",
+         "33: uses 'n': notification 'up' cannot stand in case 'k'; expected a container or list"},
+        {R"(<grouping name="g"><choice name="c"><case name="k"><uses name="a"/></case></choice></grouping><uses name="g"/>)",
+         "52: uses 'a': action 'go' cannot stand in case 'k'; expected a container or list"},
+        {R"(<container name="c"><choice name="h"/></container><augment target-node="/c/h"><uses name="a"/></augment>)",
+         "79: uses 'a': action 'go' cannot stand in case 'go'; expected a container or list"},
+        {R"(<container name="c"/><augment target-node="/c"><uses name="a"/></augment>)", nullptr},
+        {R"(<rpc name="r"><input><uses name="a"/></input></rpc>)",
+         "22: uses 'a': action 'go' cannot stand below operation 'r'"},
+        {R"(<rpc name="r"><output><list name="l"><uses name="deep"/></list></output></rpc>)",
+         "38: uses 'deep': action 'go' cannot stand below operation 'r'"},
+        {R"(<notification name="x"><container name="c"><notification name="y"/></container></notification>)",
+         "44: notification 'y' cannot stand below notification 'x'"},
+        {R"(<grouping name="g"><action name="b"><input><uses name="n"/></input></action></grouping><container name="c">
+            <uses name="g"/></container>)",
+         "44: uses 'n': notification 'up' cannot stand below operation 'b'"},
+        {R"(<rpc name="r"/><augment target-node="/r/output"><container name="c"><action name="z"/></container></augment>)",
+         "69: action 'z' cannot stand below operation 'r'"},
+        {R"(<rpc name="r"><input><container name="c"/></input></rpc><augment target-node="/r/input/c"><uses name="n"/>
+            </augment>)",
+         "91: uses 'n': notification 'up' cannot stand below operation 'r'"},
+    };
+    for (const auto &test : cases) {
+        Schema schema;
+        schema.Module("m", groups + "\n" + test.body);
+        if (test.failures == nullptr)
+            schema.Load("m");
+        else
+            EXPECT_EQ(schema.Failures("m"), std::string("m.yin:5:") + test.failures + "\n");
+    }
 }
 
 TEST(Constraints, HoldForWhatTheModuleMakesOfItInTheEnd)
@@ -418,27 +463,44 @@ TEST(FailureTexts, OfImportsAndIncludes)
     EXPECT_EQ(failures("twice"), "twice.yin:2:22: prefix 'twice' stands for module 'twice' already\n");
 
     auto submodule = [&](const std::string &name, const std::string &owner, const std::string &body) {
-        std::string version = name == "s5" ? "" : "<yang-version value=\"1.1\"/>";
+        std::string version = name == "s5" || owner == "old" ? "" : "<yang-version value=\"1.1\"/>";
         schema.File(name + ".yin", "<submodule name=\"" + name + "\" xmlns=\"" + YIN + "\"><belongs-to module=\"" +
                                        owner + "\"><prefix value=\"p\"/></belongs-to>" + version + "\n" + body +
                                        "</submodule>");
     };
-    submodule("s1", "m", "<include module=\"s2\"/>");
-    submodule("s2", "m", "<include module=\"s1\"/>");
+    for (const char *owner : {"m", "old"}) {
+        const std::string prefix = owner == std::string("m") ? "s" : "old";
+        submodule(prefix + "1", owner, "<include module=\"" + prefix + "2\"/>");
+        submodule(prefix + "2", owner, "<include module=\"" + prefix + "1\"/>");
+    }
     submodule("s3", "other", "");
     submodule("s4", "m", "<leaf name=\"l\"><type name=\"none\"/></leaf>");
     submodule("s5", "m", "");
+    submodule("s6", "m", "<include module=\"s7\"/><revision date=\"2020-01-01\"/>");
+    submodule("s7", "m",
+              "<include module=\"s6\"><revision-date date=\"2020-01-01\"/></include>\n"
+              "<include module=\"s6\"><revision-date date=\"2019-01-01\"/></include>");
+    submodule("s8", "m", "<include module=\"m\"/>");
+    submodule("s9", "m", "<augment target-node=\"/p:c/none\"/>");
     const struct {
         const char *name;
         const char *failures;
     } cases[] = {
         {"s5", "m.yin:2:1: cannot include submodule 's5': it is of YANG version 1, what includes it of 1.1\n"},
-        {"s1",
-         "s2.yin:2:1: cannot include submodule 's1': include cycle: s1 -> s2 -> s1\n"
-         "s1.yin:2:1: cannot include submodule 's2': s2.yin:2:1: cannot include submodule 's1': include cycle: s1 -> "
-         "s2 -> s1\n"
-         "m.yin:2:1: cannot include submodule 's1': s2.yin:2:1: cannot include submodule 's1': include cycle: s1 -> s2 "
-         "-> s1\n"},
+        {"s6",
+         "s7.yin:3:1: cannot include submodule 's6': revision '2019-01-01' is wanted; 's6.yin' has revision "
+         "'2020-01-01'\n"
+         "s6.yin:2:1: cannot include submodule 's7': s7.yin:3:1: cannot include submodule 's6': revision '2019-01-01' "
+         "is "
+         "wanted; 's6.yin' has revision '2020-01-01'\n"
+         "m.yin:2:1: cannot include submodule 's6': s7.yin:3:1: cannot include submodule 's6': revision '2019-01-01' "
+         "is "
+         "wanted; 's6.yin' has revision '2020-01-01'\n"},
+        {"s8",
+         "m.yin:1:1: the file holds module 'm', not submodule 'm'\n"
+         "s8.yin:2:1: cannot include submodule 'm': m.yin:1:1: the file holds module 'm', not submodule 'm'\n"
+         "m.yin:2:1: cannot include submodule 's8': m.yin:1:1: the file holds module 'm', not submodule 'm'\n"},
+        {"s9", "s9.yin:2:1: augment '/p:c/none': container 'c' has no node 'none' of module 'm'\n"},
         {"s3",
          "s3.yin:1:64: submodule 's3' belongs to module 'other', not to 'm'\n"
          "m.yin:2:1: cannot include submodule 's3': s3.yin:1:64: submodule 's3' belongs to module 'other', not to "
@@ -449,13 +511,20 @@ TEST(FailureTexts, OfImportsAndIncludes)
          "m.yin:2:1: cannot include submodule 'lib': lib.yin:1:1: the file holds module 'lib', not submodule 'lib'\n"},
     };
     for (const auto &test : cases) {
-        schema.Module("m", std::string("<include module=\"") + test.name + "\"/>");
+        schema.Module("m", std::string("<include module=\"") + test.name + "\"/><container name=\"c\"/>");
         EXPECT_EQ(failures("m"), test.failures);
     }
-    schema.Module("m", "<include module=\"s9\"/>");
+    schema.File("old.yin", ModuleText("old", "<include module=\"old1\"/>", "", "1"));
+    EXPECT_EQ(failures("old"),
+              "old2.yin:2:1: cannot include submodule 'old1': include cycle: old1 -> old2 -> old1\n"
+              "old1.yin:2:1: cannot include submodule 'old2': old2.yin:2:1: cannot include submodule 'old1': include "
+              "cycle: old1 -> old2 -> old1\n"
+              "old.yin:2:1: cannot include submodule 'old1': old2.yin:2:1: cannot include submodule 'old1': include "
+              "cycle: old1 -> old2 -> old1\n");
+    schema.Module("m", "<include module=\"none\"/>");
     EXPECT_EQ(
-        failures("m").find("m.yin:2:1: cannot include submodule 's9': no file 's9.yin' or 's9@REVISION.yin', nor with "
-                           "'.yang' instead, in '"),
+        failures("m").find("m.yin:2:1: cannot include submodule 'none': no file 'none.yin' or 'none@REVISION.yin', nor "
+                           "with '.yang' instead, in '"),
         0u);
 }
 
@@ -479,13 +548,12 @@ TEST(FailureTexts, NameWhatIsMeant)
         {"<leaf name=\"l\"><if-feature name=\"fast\"/><type name=\"string\"/></leaf>",
          "leaf l { if-feature fast; type string; }", "unknown feature 'fast'; did you mean 'other:fast'?"},
         {"<augment target-node=\"/top\"/>", "augment /top;",
-         "augment '/top': module 'm' has no node 'top' of module 'm'; did you mean 'other:top'?"},
+         "augment '/top': module 'm' has no node 'top'; did you mean 'other:top'?"},
         {"<augment target-node=\"/other:top/in\"/>", "augment /other:top/in;",
          "augment '/other:top/in': container 'top' has no node 'in' of module 'm'; did you mean 'other:in'?"},
         {"<leaf name=\"l\"><type name=\"leafref\"><path value=\"/top/in\"/></type></leaf>",
          "leaf l { type leafref { path /top/in; } }",
-         "leafref 'l' with path '/top/in': module 'm' has no 'top'; did you mean the one of module 'other'? Its prefix "
-         "is missing"},
+         "leafref 'l' with path '/top/in': module 'm' has no 'top'; did you mean 'other:top'?"},
         {"<other:ext xmlns:other=\"urn:others\" value=\"1\"/>", nullptr,
          "extension statement 'ext' is of namespace 'urn:others', which no imported module has; prefix 'other' stands "
          "for "

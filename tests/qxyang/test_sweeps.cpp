@@ -76,11 +76,16 @@ void WriteModels(Schema &schema)
     schema.Module("base",
                   R"(<revision date="2020-01-01"/><feature name="f"/><feature name="g"><if-feature name="f"/></feature>
         <identity name="i"/><container name="top"><leaf name="l"><type name="string"/><ext:id value="1"/></leaf>
-        <choice name="ch"/><container name="far"/></container>
-        <grouping name="gr"><leaf name="a"><type name="string"/></leaf><container name="in"/></grouping>)",
+        <choice name="ch"/><container name="far"><leaf name="f"><type name="string"/></leaf></container></container>
+        <grouping name="gr"><leaf name="a"><type name="string"/><ext:id value="0"/></leaf><container name="in"/>
+        </grouping>)",
                   "ext");
-    schema.File("sub.yin", R"(<submodule name="sub" xmlns="urn:ietf:params:xml:ns:yang:yin:1"><belongs-to module="m">
-        <prefix value="m"/></belongs-to><yang-version value="1.1"/><leaf name="s"><type name="string"/></leaf></submodule>)");
+    for (const char *name : {"sub", "other"})
+        schema.File(
+            std::string(name) + ".yin", std::string("<submodule name=\"") + name +
+                                            R"(" xmlns="urn:ietf:params:xml:ns:yang:yin:1"><belongs-to module="m">
+        <prefix value="m"/></belongs-to><yang-version value="1.1"/><include module="sub"/><include module="other"/>
+        <leaf name="in-)" + name + R"("><type name="string"/></leaf></submodule>)");
     schema.Module("m", R"(<include module="sub"/><ext:note><ext:text>words</ext:text></ext:note>
         <typedef name="t"><type name="enumeration"><enum name="x"/><enum name="y"/></type></typedef>
         <typedef name="n"><type name="int32"><range value="1..5|7"/></type></typedef>
@@ -88,6 +93,9 @@ void WriteModels(Schema &schema)
           <ext:id value="2"/></refine><augment target-node="in"><leaf name="k"><type name="t"/></leaf></augment></uses>
           <list name="li"><key value="k"/><leaf name="k"><type name="n"/></leaf></list>
           <leaf name="r"><type name="leafref"><path value="../li/k"/></type></leaf>
+          <leaf name="lost"><type name="leafref"><path value="/base:top/base:far/base:f"/></type></leaf>
+          <leaf name="lost-too"><type name="union"><type name="leafref"><path value="/base:top/base:far/base:f"/></type></type>
+          </leaf>
           <leaf name="u"><type name="union"><type name="t"/><type name="identityref"><base name="base:i"/></type></type>
           </leaf></container>
         <augment target-node="/base:top"><ext:id value="3"/><leaf name="added"><type name="bits"><bit name="b"/></type></leaf>
@@ -151,7 +159,7 @@ TEST(AllocationSweep, LoadsWithNothingToBeginWith)
 void WriteCompactModels(Schema &schema)
 {
     WriteModels(schema);
-    for (const char *name : {"base", "m", "sub"}) {
+    for (const char *name : {"base", "m", "sub", "other"}) {
         std::ifstream file(schema.Dir() + "/" + name + ".yin", std::ios::binary);
         schema.File(std::string(name) + ".yang",
                     test::CompactTwin(std::string(std::istreambuf_iterator<char>(file), {})));
@@ -261,9 +269,12 @@ TEST(AllocationSweep, OtherCalls)
                   if (result == 0)
                       result = QY_CTX_SetSearchDir(context, schema.Dir().c_str());
                   if (result == 0)
-                      result = QY_CTX_LoadModule(context, "base", nullptr);
+                      result = QY_CTX_LoadModule(context, "m", nullptr);
                   if (result == 0)
-                      result = QY_MOD_IterScanTopmostNode(QY_CTX_GetModuleByModName(context, "base"), ask, nullptr);
+                      result = QXYANG_ScanLostTargets(
+                          context, [](const QXYANG_LOST_TARGET_S *, void *) { return 0u; }, nullptr);
+                  if (result == 0)
+                      result = QY_MOD_IterScanTopmostNode(QY_CTX_GetModuleByModName(context, "m"), ask, nullptr);
                   QY_CTX_Delete(context);
                   return result;
               }),
