@@ -367,17 +367,33 @@ const Model MODELS[] = {
   augment /r:config { when ".."; leaf more { type string; } }
 }
 )y"},
+    {"targets", R"y(module targets {
+  yang-version 1.1;
+  namespace urn:targets;
+  prefix t;
+  container gone { leaf a { type string; } }
+  leaf b { type string; }
+  grouping refers { leaf ref { type leafref { path /t:gone/t:a; } } } //: removed-leafref-target
+  container one { uses refers; }
+  container two { uses refers; }
+  leaf either { type union { type string; type leafref { path ../b; } } } //: removed-leafref-target
+  leaf through { type leafref { path ../either; } }
+}
+)y"},
     {"changes", R"y(module changes {
   yang-version 1.1;
   namespace urn:changes;
   prefix c;
   import mandatory { prefix m; }
-  import references { prefix r; }
+  import references { prefix r; } import targets { prefix t; }
   deviation /m:third/m:way/m:short/m:short/m:a { deviate add { mandatory true; } }
   deviation /m:first/m:way { deviate delete { default one; } }
   deviation /m:second/m:way { deviate replace { default two; } }
   deviation /r:first { deviate add { must "../../x"; } }
   deviation /r:state { deviate replace { config true; } }
+  deviation /t:gone { deviate not-supported; } // removed-leafref-target
+  deviation /t:b { deviate not-supported; } // removed-leafref-target
+  leaf own { type leafref { path /t:b; } }
 }
 )y"},
 };
@@ -427,7 +443,7 @@ class InspectCheckNodes : public ::testing::Test {
         for (const rapidjson::Value &finding : json["findings"].GetArray())
             if (finding["line"].IsUint())
                 found[FileOf(finding["file"].GetString())].emplace_back(finding["line"].GetUint(),
-                                                                       finding["name"].GetString());
+                                                                        finding["name"].GetString());
         return found;
     }
 
@@ -436,8 +452,8 @@ class InspectCheckNodes : public ::testing::Test {
 
 TEST_F(InspectCheckNodes, LinesThatBreakARuleAreFoundInBothSyntaxes)
 {
-    const Result converted =
-        RunShell("korv-inspect convert " + dir.Path() + "/yang/*.yang -d " + dir.Path() + "/yang -o " + dir.Path() + "/yin");
+    const Result converted = RunShell("korv-inspect convert " + dir.Path() + "/yang/*.yang -d " + dir.Path() +
+                                      "/yang -o " + dir.Path() + "/yin");
     ASSERT_EQ(converted.exitCode, 0) << converted.err;
     auto compact = Found({"--all"}, dir.Path() + "/yang");
     auto yin = Found({"--all"}, dir.Path() + "/yin");
@@ -454,12 +470,25 @@ TEST_F(InspectCheckNodes, LinesThatBreakARuleAreFoundInBothSyntaxes)
 TEST_F(InspectCheckNodes, DeviationsTakePart)
 {
     const std::string folder = dir.Path() + "/yang";
-    auto found = Found({"mandatory", "references", "--load", "changes"}, folder);
+    auto found = Found({"mandatory", "references", "targets", "--load", "changes"}, folder);
     for (const Model &model : MODELS)
         EXPECT_EQ(found[model.file], Expected(model.text, "//: ")) << model.file;
     const std::string text = Inspect({"check", "mandatory", "--load", "changes", "-d", folder}).out;
     EXPECT_NE(LineWith(text, "(see " + folder + "/changes.yang:7) (RFC 7950, 7.9.3) [mandatory-default-case]"), "")
         << text;
+    const std::string lost = Inspect({"check", "changes", "targets", "--load", "changes", "-d", folder}).out;
+    EXPECT_NE(LineWith(lost,
+                       "changes.yang:12:23: warning: the deviation leaves out '/gone/a', to which leafref '/one/ref' "
+                       "refers (see " +
+                           folder + "/targets.yang:7) (RFC 7950, 7.20.3) [removed-leafref-target]"),
+              "")
+        << lost;
+    EXPECT_NE(LineWith(lost,
+                       "targets.yang:10:3: warning: leafref '/either' refers to '/b', which a deviation leaves out "
+                       "(see " +
+                           folder + "/changes.yang:13) (RFC 7950, 7.20.3) [removed-leafref-target]"),
+              "")
+        << lost;
 }
 
 } // namespace

@@ -46,6 +46,12 @@ bool NodeCheck::IsOwn(const QXYANG_ORIGIN_S &origin) const
     return origin.pcFile != nullptr && ownFiles_.contains(origin.pcFile);
 }
 
+std::string NodeCheck::SeeText(const QXYANG_ORIGIN_S &statement)
+{
+    std::optional<Position> place = places_->Of(statement);
+    return place ? " (see " + place->file + ":" + std::to_string(place->line) + ")" : "";
+}
+
 void NodeCheck::Report(Rule rule, const std::string &text, std::initializer_list<QXYANG_ORIGIN_S> statements)
 {
     const auto *found = std::find_if(statements.begin(), statements.end(),
@@ -54,8 +60,8 @@ void NodeCheck::Report(Rule rule, const std::string &text, std::initializer_list
         return;
     Finding finding = {rule, QY_MOD_GetModuleName(module_), {"", 0, 0, text}};
     PlaceAt(places_->Of(*found), &finding.cause);
-    if (std::optional<Position> first = places_->Of(*statements.begin()); first && found != statements.begin())
-        finding.cause.text += " (see " + first->file + ":" + std::to_string(first->line) + ")";
+    if (found != statements.begin())
+        finding.cause.text += SeeText(*statements.begin());
     findings_.push_back(std::move(finding));
 }
 

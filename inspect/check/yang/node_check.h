@@ -50,6 +50,12 @@ class NodeCheck {
      * makes. */
     void Report(Rule rule, const std::string &text, std::initializer_list<QXYANG_ORIGIN_S> statements);
 
+    /* True if the statement stands in the module's own files. */
+    bool IsOwn(const QXYANG_ORIGIN_S &origin) const;
+
+    /* " (see FILE:12)", or "" when the statement's place is not known. */
+    std::string SeeText(const QXYANG_ORIGIN_S &statement);
+
     QY_MOD *Module() const { return module_; }
     const FileNames &NamesOf(const NodeStatement &statement) { return files_.Of(statement.origin.pstFile); }
     Identities &AllIdentities() { return identities_; }
@@ -79,7 +85,6 @@ class NodeCheck {
     using Named = std::unordered_map<std::string, QY_NODE *>; /* by "module:name" */
     using StatementKey = std::pair<const QXYANG_FILE *, uint32_t>;
 
-    bool IsOwn(const QXYANG_ORIGIN_S &origin) const;
     const DefaultCase &DefaultOf(QY_NODE *choice);
 
     QY_MOD *module_;

@@ -52,6 +52,7 @@ std::vector<Finding> CheckNodes(QY_CTX *schema, QY_MOD *module, Places *places)
             rule(check, augment);
     });
     ForEachOwnNode(module, [&check](QY_NODE *node) { CheckNode(check, node); });
+    CheckRemovedTargets(check, schema);
     return check.TakeFindings();
 }
 

@@ -22,4 +22,7 @@ void CheckMandatoryAugment(NodeCheck &check, QY_NODE *augment);
 
 void CheckAugmentCondition(NodeCheck &check, QY_NODE *augment);
 
+/* Looks at the leafrefs of all modules: it needs no node. */
+void CheckRemovedTargets(NodeCheck &check, const QY_CTX *schema);
+
 } // namespace inspect
