@@ -58,7 +58,7 @@ class Identities {
 
     const QY_CTX *schema_;
     FileNameTable *files_;
-    std::unordered_set<std::string> read_;                     /* modules and submodules */
+    std::unordered_set<std::string> read_;                      /* modules and submodules */
     std::unordered_map<std::string, Identity> identities_ = {}; /* by "module:name" */
 };
 

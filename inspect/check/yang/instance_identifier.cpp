@@ -66,8 +66,8 @@ class Reader {
     {
         size_t length = 0;
         if (!rest_.empty() && IsLetter(rest_.front()))
-            while (length < rest_.size() && (IsLetter(rest_[length]) || IsDigit(rest_[length]) ||
-                                             rest_[length] == '-' || rest_[length] == '.'))
+            while (length < rest_.size() &&
+                   (IsLetter(rest_[length]) || IsDigit(rest_[length]) || rest_[length] == '-' || rest_[length] == '.'))
                 ++length;
         std::string_view word = rest_.substr(0, length);
         rest_.remove_prefix(length);
@@ -100,7 +100,9 @@ class Reader {
             isKey = !StartsWith('.') && !StartsWithDigit();
             if (!isKey && !isFirst)
                 return FailAt("a key");
-            bool taken = isKey ? TakeNode() && TakeValue() : StartsWith('.') ? Take('.') && TakeValue() : TakePosition();
+            bool taken = isKey             ? TakeNode() && TakeValue()
+                         : StartsWith('.') ? Take('.') && TakeValue()
+                                           : TakePosition();
             SkipBlanks();
             if (!taken || !Take(']'))
                 return false;

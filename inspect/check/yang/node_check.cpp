@@ -33,9 +33,7 @@ std::optional<NodeStatement> WhyMandatory(QY_NODE *node)
 }
 
 NodeCheck::NodeCheck(QY_CTX *schema, QY_MOD *module, Places *places)
-    : module_(module),
-      places_(places),
-      identities_(schema, &files_)
+    : module_(module), places_(places), identities_(schema, &files_)
 {
     for (std::string &path : PathsOf(module))
         ownFiles_.insert(std::move(path));
@@ -70,7 +68,8 @@ QY_NODE *NodeCheck::ChildOf(QY_NODE *node, const std::string &module, std::strin
     auto [entry, isNew] = children_.try_emplace(node);
     Named &named = entry->second;
     if (isNew)
-        ForEachChild(node, [&named](QY_NODE *child) { named.emplace(KeyOf(ModuleNameOf(child), NameOf(child)), child); });
+        ForEachChild(node,
+                     [&named](QY_NODE *child) { named.emplace(KeyOf(ModuleNameOf(child), NameOf(child)), child); });
     auto found = named.find(KeyOf(module, name));
     return found != named.end() ? found->second : nullptr;
 }

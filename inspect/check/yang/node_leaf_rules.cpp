@@ -56,10 +56,10 @@ void CheckNames(NodeCheck &check, const Defaults &defaults, const NodeStatement 
         for (const std::string &name :
              isBits ? Words(std::string(value.argument)) : std::vector{std::string(value.argument)})
             if (conditional.contains(name))
-                check.Report("conditional-default",
-                             Which(value, defaults.leaf) + ": " + (isBits ? "bit '" : "enum '") + name +
-                                 "' has an 'if-feature'",
-                             {value.origin, type.origin});
+                check.Report(
+                    "conditional-default",
+                    Which(value, defaults.leaf) + ": " + (isBits ? "bit '" : "enum '") + name + "' has an 'if-feature'",
+                    {value.origin, type.origin});
     }
 }
 
@@ -96,8 +96,7 @@ void CheckInstanceIdentifier(NodeCheck &check, const Defaults &defaults, const N
 {
     std::string why = WhyNoInstanceIdentifier(value.argument, check.NamesOf(value));
     if (!why.empty())
-        check.Report("bad-default", Which(value, defaults.leaf) + " is no instance-identifier: " + why,
-                     {value.origin});
+        check.Report("bad-default", Which(value, defaults.leaf) + " is no instance-identifier: " + why, {value.origin});
 }
 
 /* The number without what does not count; defaults may be hexadecimal or octal (RFC 7950, 9.2.1). */
@@ -201,8 +200,7 @@ void CheckLeafref(NodeCheck &check, QY_NODE *leaf)
         return;
     std::vector<NodeStatement> types = TypesOf(leaf);
     if (!types.empty() && RequiresInstance(types))
-        check.Report("leafref-config",
-                     Described(leaf) + " is configuration and refers to state: " + DataPath(target),
+        check.Report("leafref-config", Described(leaf) + " is configuration and refers to state: " + DataPath(target),
                      {types.front().origin, UsesOf(leaf)});
 }
 

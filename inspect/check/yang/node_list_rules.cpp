@@ -54,8 +54,8 @@ QY_NODE *LeafAt(NodeCheck &check, QY_NODE *list, const NodeStatement &unique, st
         std::string_view step = path.substr(0, path.find('/'));
         path.remove_prefix(std::min(step.size() + 1, path.size()));
         PrefixedName name = SplitName(step);
-        at = check.ChildOf(
-            at, name.prefix.empty() ? ModuleNameOf(list) : check.NamesOf(unique).ModuleOf(name.prefix), name.name);
+        at = check.ChildOf(at, name.prefix.empty() ? ModuleNameOf(list) : check.NamesOf(unique).ModuleOf(name.prefix),
+                           name.name);
     }
     return at;
 }

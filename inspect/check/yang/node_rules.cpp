@@ -23,9 +23,8 @@ struct RuleOfKinds {
 };
 
 constexpr RuleOfKinds NODE_RULES[] = {
-    {LEAVES, CheckDefaults},       {LEAVES, CheckLeafref},  {LISTS, CheckKeys},
-    {LISTS, CheckUnique},          {ALL, CheckDefaultCase}, {OPERATIONS, CheckListsAbove},
-    {ALL, CheckExpressions},
+    {LEAVES, CheckDefaults}, {LEAVES, CheckLeafref},        {LISTS, CheckKeys},      {LISTS, CheckUnique},
+    {ALL, CheckDefaultCase}, {OPERATIONS, CheckListsAbove}, {ALL, CheckExpressions},
 };
 
 constexpr NodeRule AUGMENT_RULES[] = {CheckMandatoryAugment, CheckAugmentCondition};

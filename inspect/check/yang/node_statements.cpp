@@ -41,9 +41,9 @@ std::optional<NodeStatement> LastOf(const Found &found)
 }
 
 /* By QY_NODE_TYPE_ value. */
-constexpr std::array<const char *, 15> KINDS = {"node",    "container", "leaf",   "leaf-list",    "list",
-                                                "choice",  "case",      "anyxml", "anydata",      "node",
-                                                "rpc",     "input",     "output", "notification", "augment"};
+constexpr std::array<const char *, 15> KINDS = {"node",   "container", "leaf",   "leaf-list",    "list",
+                                                "choice", "case",      "anyxml", "anydata",      "node",
+                                                "rpc",    "input",     "output", "notification", "augment"};
 
 } // namespace
 
