@@ -27,26 +27,6 @@ bool IsOneOf(const std::array<std::string_view, N> &keywords, std::string_view k
     return std::find(keywords.begin(), keywords.end(), keyword) != keywords.end();
 }
 
-std::string KindText(QY_NODE *node)
-{
-    switch (QY_NODE_GetNodeType(node)) {
-        case QY_NODE_TYPE_CONTAINER:
-            return "container";
-        case QY_NODE_TYPE_LEAF:
-            return "leaf";
-        case QY_NODE_TYPE_LEAF_LIST:
-            return "leaf-list";
-        case QY_NODE_TYPE_LIST:
-            return "list";
-        case QY_NODE_TYPE_CHOICE:
-            return "choice";
-        case QY_NODE_TYPE_CASE:
-            return "case";
-        default:
-            return "node";
-    }
-}
-
 bool MayBeClass(QY_NODE *node)
 {
     uint32_t type = QY_NODE_GetNodeType(node);
@@ -233,7 +213,9 @@ void StatementRules::CheckEffect(QY_NODE *node, const Extensions &extensions)
                          (IsOneOf(LEAF_STATEMENTS, extension.keyword) && type != QY_NODE_TYPE_LEAF) ||
                          extension.keyword == "aaa-task-id";
         if (misplaced && seen.insert(extension.keyword).second)
-            Report("no-effect", extension.keyword + " has no effect on a " + KindText(node), extension);
+            Report("no-effect",
+                   extension.keyword + " has no effect on " + (*KindOf(node) == 'a' ? "an " : "a ") + KindOf(node),
+                   extension);
     }
     if (MayBeClass(node) && ClassIdOf(node) == 0)
         CheckClassStatements(extensions);
@@ -317,7 +299,7 @@ void StatementRules::CheckNode(QY_NODE *node)
     bool mayBeClass = MayBeClass(node);
     if ((extensions.empty() && !mayBeClass))
         return;
-    subject_ = KindText(node) + " '" + NameOf(node) + "'";
+    subject_ = Described(node);
     origin_ = OriginOf(node);
     std::vector<QXYANG_STATEMENT_S> written = ExtensionsWritten(origin_);
     if (IsLeafrefClass(written)) {

@@ -1,5 +1,6 @@
 #include "model/schema_scan.h"
 
+#include <array>
 #include <cstring>
 #include <new>
 #include <unordered_set>
@@ -86,6 +87,11 @@ uint32_t OnType(void *, void *, QY_TYPE *type, void *cookie)
     return 0;
 }
 
+/* By QY_NODE_TYPE_ value. */
+constexpr std::array<const char *, 15> KINDS = {"node",   "container", "leaf",   "leaf-list",    "list",
+                                                "choice", "case",      "anyxml", "anydata",      "node",
+                                                "rpc",    "input",     "output", "notification", "augment"};
+
 } // namespace
 
 void ForEachTop(QY_MOD *module, const NodeVisitor &visit)
@@ -154,6 +160,19 @@ std::string NameOf(QY_NODE *node)
 const char *ModuleNameOf(QY_NODE *node)
 {
     return QY_MOD_GetModuleName(QY_NODE_GetModule(node));
+}
+
+const char *KindOf(QY_NODE *node)
+{
+    uint32_t type = QY_NODE_GetNodeType(node);
+    if (type == QY_NODE_TYPE_RPC && QY_NODE_GetParentNode(node) != nullptr)
+        return "action";
+    return type < KINDS.size() ? KINDS[type] : KINDS[0];
+}
+
+std::string Described(QY_NODE *node)
+{
+    return std::string(KindOf(node)) + " '" + NameOf(node) + "'";
 }
 
 std::vector<Extension> ExtensionsOf(QY_NODE *node)

@@ -31,6 +31,12 @@ QY_NODE *TopOf(QY_NODE *node);
 std::string NameOf(QY_NODE *node);
 const char *ModuleNameOf(QY_NODE *node);
 
+/* "leaf", "action" */
+const char *KindOf(QY_NODE *node);
+
+/* "leaf 'x'" */
+std::string Described(QY_NODE *node);
+
 /* Statements of the extension module, in their order. */
 struct Extension {
     QY_EXT *instance;

@@ -284,7 +284,7 @@ const Model MODELS[] = {
   leaf-list closed { type strict; } // leafref-config
   leaf state-too { type to-state; config false; }
   container config { leaf target { type string; } uses refers; }
-  container first { leaf target { type string; config false; } uses refers; }
+  container first { leaf target { type string; config false; } uses refers; } //: xpath-root
   container second { leaf target { type string; config false; } uses refers; }
   container state-all { config false; leaf target { type string; } uses refers; }
   rpc ask { input { leaf typed { type to-state; } } }

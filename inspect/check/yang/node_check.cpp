@@ -142,4 +142,30 @@ const Climbs &NodeCheck::ClimbsOf(const NodeStatement &expression)
     return climbs;
 }
 
+const std::vector<NodeStatement> &NodeCheck::ClimbingPathsIn(const NodeStatement &type)
+{
+    auto [entry, isNew] = climbingPaths_.try_emplace({type.origin.pstFile, type.origin.uiStatement});
+    std::vector<NodeStatement> rest;
+    if (isNew)
+        rest.push_back(type);
+    while (!rest.empty()) {
+        NodeStatement at = rest.back();
+        rest.pop_back();
+        std::optional<NodeStatement> path = StatementWithin(at.origin, "path");
+        if (path && ClimbsOf(*path).Any())
+            entry->second.push_back(*path);
+        for (const NodeStatement &member : StatementsWithin(at.origin, "type"))
+            rest.push_back(member);
+    }
+    return entry->second;
+}
+
+const std::optional<NodeStatement> &NodeCheck::WhenIn(const QXYANG_ORIGIN_S &around)
+{
+    auto [entry, isNew] = whens_.try_emplace({around.pstFile, around.uiStatement});
+    if (isNew)
+        entry->second = StatementWithin(around, "when");
+    return entry->second;
+}
+
 } // namespace inspect

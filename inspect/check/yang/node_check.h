@@ -36,6 +36,8 @@ struct Mandatory {
 struct Climbs {
     size_t fromContext = 0; /* steps above the context node */
     bool fromRoot = false;  /* above the root itself */
+
+    bool Any() const { return fromContext != 0 || fromRoot; }
 };
 
 /* The statement that makes the node itself a mandatory one; of containers, none does. */
@@ -79,6 +81,12 @@ class NodeCheck {
 
     const Climbs &ClimbsOf(const NodeStatement &expression);
 
+    /* The paths in a type statement, and in the member types that it writes out, that climb at all. */
+    const std::vector<NodeStatement> &ClimbingPathsIn(const NodeStatement &type);
+
+    /* The `when` that stands in a uses or augment statement. */
+    const std::optional<NodeStatement> &WhenIn(const QXYANG_ORIGIN_S &around);
+
     std::vector<Finding> TakeFindings() { return std::move(findings_); }
 
   private:
@@ -96,7 +104,10 @@ class NodeCheck {
     std::unordered_map<QY_NODE *, Named> children_;
     std::unordered_map<QY_NODE *, DefaultCase> defaults_; /* by choice */
     std::map<StatementKey, std::unordered_set<std::string_view>> conditionalNames_;
+    /* What is asked for each node that a statement makes is read from the statement once. */
     std::map<StatementKey, Climbs> climbs_;
+    std::map<StatementKey, std::vector<NodeStatement>> climbingPaths_;
+    std::map<StatementKey, std::optional<NodeStatement>> whens_;
     std::vector<Finding> findings_;
 };
 

@@ -201,7 +201,7 @@ void CheckLeafref(NodeCheck &check, QY_NODE *leaf)
     std::vector<NodeStatement> types = TypesOf(leaf);
     if (!types.empty() && RequiresInstance(types))
         check.Report("leafref-config", Described(leaf) + " is configuration and refers to state: " + DataPath(target),
-                     {types.front().origin, UsesOf(leaf)});
+                     {types.front().origin, OriginOf(leaf), UsesOf(leaf)});
 }
 
 } // namespace inspect

@@ -19,7 +19,7 @@ void CheckKeyCondition(NodeCheck &check, QY_NODE *list, QY_NODE *key)
 {
     std::optional<NodeStatement> when = StatementOf(key, "when");
     if (QXYANG_ORIGIN_S uses = UsesOf(key); !when && !IsSameStatement(uses, UsesOf(list)))
-        when = StatementWithin(uses, "when");
+        when = check.WhenIn(uses);
     if (when && check.NamesOf(*when).isVersion11)
         check.Report("conditional-key", "key '" + NameOf(key) + "' of " + Described(list) + " has a 'when'",
                      {when->origin});
@@ -89,7 +89,7 @@ void CheckUnique(NodeCheck &check, QY_NODE *list)
                          "unique '" + std::string(unique.argument) + "' of " + Described(list) +
                              " refers to configuration ('" + NameOf(config) + "') and to state ('" + NameOf(state) +
                              "')",
-                         {unique.origin, OriginOf(state)});
+                         {unique.origin, OriginOf(list)});
     }
 }
 

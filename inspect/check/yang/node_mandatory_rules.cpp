@@ -37,7 +37,7 @@ void CheckMandatoryAugment(NodeCheck &check, QY_NODE *augment)
 {
     QY_NODE *target = QY_NODE_GetAugmentTargetNode(augment);
     QXYANG_ORIGIN_S origin = OriginOf(augment);
-    if (target == nullptr || IsOwnNode(check, target) || StatementWithin(origin, "when"))
+    if (target == nullptr || IsOwnNode(check, target) || check.WhenIn(origin))
         return;
     std::optional<Mandatory> found;
     ForEachChild(augment, [&](QY_NODE *node) {

@@ -43,7 +43,7 @@ std::vector<Finding> CheckNodes(QY_CTX *schema, QY_MOD *module, Places *places)
 {
     NodeCheck check(schema, module, places);
     ForEachAugment(module, [&check](QY_NODE *augment) {
-        if (StatementWithin(OriginOf(augment), "when"))
+        if (check.WhenIn(OriginOf(augment)))
             ForEachChild(augment, [&check](QY_NODE *node) { check.conditional.insert(node); });
     });
     ForEachAugment(module, [&check](QY_NODE *augment) {

@@ -1,9 +1,7 @@
 #include "check/yang/node_statements.h"
 
-#include <array>
 #include <new>
 
-#include "model/schema_scan.h"
 #include "model/statements.h"
 
 namespace inspect {
@@ -39,11 +37,6 @@ std::optional<NodeStatement> LastOf(const Found &found)
 {
     return found.empty() ? std::nullopt : std::optional(found.back());
 }
-
-/* By QY_NODE_TYPE_ value. */
-constexpr std::array<const char *, 15> KINDS = {"node",   "container", "leaf",   "leaf-list",    "list",
-                                                "choice", "case",      "anyxml", "anydata",      "node",
-                                                "rpc",    "input",     "output", "notification", "augment"};
 
 } // namespace
 
@@ -99,15 +92,6 @@ std::vector<NodeStatement> TypesOf(const QY_NODE *leaf)
         if (std::optional<NodeStatement> type = StatementWithin(definition.origin, "type"))
             types.push_back(*type);
     return types;
-}
-
-std::string Described(QY_NODE *node)
-{
-    uint32_t type = QY_NODE_GetNodeType(node);
-    const char *kind = type < KINDS.size() ? KINDS[type] : KINDS[0];
-    if (type == QY_NODE_TYPE_RPC && QY_NODE_GetParentNode(node) != nullptr)
-        kind = "action";
-    return std::string(kind) + " '" + NameOf(node) + "'";
 }
 
 bool IsConfig(const QY_NODE *node)

@@ -32,9 +32,6 @@ std::vector<NodeStatement> TypedefsOf(const QY_NODE *leaf);
 /* The type statements of a leaf or leaf-list: its own, then those of its typedefs, down to the built-in type. */
 std::vector<NodeStatement> TypesOf(const QY_NODE *leaf);
 
-/* "leaf 'x'" */
-std::string Described(QY_NODE *node);
-
 bool IsConfig(const QY_NODE *node);
 bool IsSameStatement(const QXYANG_ORIGIN_S &left, const QXYANG_ORIGIN_S &right);
 

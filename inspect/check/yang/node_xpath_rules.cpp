@@ -8,27 +8,38 @@
 namespace inspect {
 namespace {
 
-/* How many steps lead from the node, or the nearest one above it that data have, to the root of the data. An operation and a
- * notification stand there as a node, input and output do not. */
-size_t StepsToRoot(QY_NODE *node)
+/* True if data have such a node. They have one for an operation or notification, and none for its input or output. */
+bool IsInData(QY_NODE *node)
+{
+    uint32_t type = QY_NODE_GetNodeType(node);
+    return type != QY_NODE_TYPE_CHOICE && type != QY_NODE_TYPE_CASE && type != QY_NODE_TYPE_INPUT &&
+           type != QY_NODE_TYPE_OUTPUT;
+}
+
+/* The node, or the nearest one above it that data have; null: the root. */
+QY_NODE *ContextOf(QY_NODE *node)
+{
+    while (node != nullptr && !IsInData(node))
+        node = QY_NODE_GetParentNode(node);
+    return node;
+}
+
+size_t StepsToRoot(QY_NODE *context)
 {
     size_t steps = 0;
-    for (; node != nullptr; node = QY_NODE_GetParentNode(node)) {
-        uint32_t type = QY_NODE_GetNodeType(node);
-        bool isInData = type != QY_NODE_TYPE_CHOICE && type != QY_NODE_TYPE_CASE && type != QY_NODE_TYPE_INPUT &&
-                        type != QY_NODE_TYPE_OUTPUT;
-        steps += isInData ? 1 : 0;
-    }
+    for (QY_NODE *node = context; node != nullptr; node = ContextOf(QY_NODE_GetParentNode(node)))
+        ++steps;
     return steps;
 }
 
-/* Looks at an expression with that context node, which is null for the root. */
-void CheckExpression(NodeCheck &check, const char *keyword, const NodeStatement &expression, QY_NODE *context,
-                     const QXYANG_ORIGIN_S &uses)
+/* Looks at an expression of a node. Its context is the place, or the nearest node above that data have. */
+void CheckExpression(NodeCheck &check, const char *keyword, const NodeStatement &expression, QY_NODE *node,
+                     QY_NODE *place)
 {
     const Climbs &climbs = check.ClimbsOf(expression);
-    if (climbs.fromContext == 0 && !climbs.fromRoot)
+    if (!climbs.Any())
         return;
+    QY_NODE *context = ContextOf(place);
     size_t most = StepsToRoot(context);
     if (!climbs.fromRoot && climbs.fromContext <= most)
         return;
@@ -38,53 +49,40 @@ void CheckExpression(NodeCheck &check, const char *keyword, const NodeStatement 
                      (climbs.fromRoot ? ""
                                       : ": " + Count(climbs.fromContext, "step") + " up from " + from + ", " +
                                             std::to_string(most) + " at most"),
-                 {expression.origin, uses});
+                 {expression.origin, OriginOf(node), UsesOf(node)});
 }
 
 /* The condition of the uses statement that puts the node where it is. */
-void CheckUsesCondition(NodeCheck &check, QY_NODE *node, const QXYANG_ORIGIN_S &uses)
+void CheckUsesCondition(NodeCheck &check, QY_NODE *node)
 {
+    QXYANG_ORIGIN_S uses = UsesOf(node);
     QY_NODE *parent = QY_NODE_GetParentNode(node);
-    if (parent != nullptr && IsSameStatement(UsesOf(parent), uses))
+    if (uses.pstFile == nullptr || (parent != nullptr && IsSameStatement(UsesOf(parent), uses)))
         return;
-    if (std::optional<NodeStatement> when = StatementWithin(uses, "when"))
-        CheckExpression(check, "when", *when, parent, uses);
-}
-
-/* The paths of a type and of the members that its statement names. */
-void CheckPaths(NodeCheck &check, QY_NODE *leaf, const QXYANG_ORIGIN_S &uses)
-{
-    std::vector<NodeStatement> rest = TypesOf(leaf);
-    while (!rest.empty()) {
-        NodeStatement type = rest.back();
-        rest.pop_back();
-        if (std::optional<NodeStatement> path = StatementWithin(type.origin, "path"))
-            CheckExpression(check, "path", *path, leaf, uses);
-        for (const NodeStatement &member : StatementsWithin(type.origin, "type"))
-            rest.push_back(member);
-    }
+    if (const std::optional<NodeStatement> &when = check.WhenIn(uses))
+        CheckExpression(check, "when", *when, node, parent);
 }
 
 } // namespace
 
 void CheckExpressions(NodeCheck &check, QY_NODE *node)
 {
-    QXYANG_ORIGIN_S uses = UsesOf(node);
     for (const char *keyword : {"must", "when"})
         for (const NodeStatement &expression : StatementsOf(node, keyword))
-            CheckExpression(check, keyword, expression, node, uses);
-    if (uses.pstFile != nullptr)
-        CheckUsesCondition(check, node, uses);
+            CheckExpression(check, keyword, expression, node, node);
+    CheckUsesCondition(check, node);
     uint32_t type = QY_NODE_GetNodeType(node);
     if (type == QY_NODE_TYPE_LEAF || type == QY_NODE_TYPE_LEAF_LIST)
-        CheckPaths(check, node, uses);
+        for (const NodeStatement &own : TypesOf(node))
+            for (const NodeStatement &path : check.ClimbingPathsIn(own))
+                CheckExpression(check, "path", path, node, node);
 }
 
 /* RFC 7950, 7.21.5: the context of its condition is the augment's target. */
 void CheckAugmentCondition(NodeCheck &check, QY_NODE *augment)
 {
-    if (std::optional<NodeStatement> when = StatementWithin(OriginOf(augment), "when"))
-        CheckExpression(check, "when", *when, QY_NODE_GetAugmentTargetNode(augment), when->origin);
+    if (const std::optional<NodeStatement> &when = check.WhenIn(OriginOf(augment)))
+        CheckExpression(check, "when", *when, augment, QY_NODE_GetAugmentTargetNode(augment));
 }
 
 } // namespace inspect
