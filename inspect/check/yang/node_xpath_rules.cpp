@@ -43,12 +43,12 @@ void CheckExpression(NodeCheck &check, const char *keyword, const NodeStatement 
     size_t most = StepsToRoot(context);
     if (!climbs.fromRoot && climbs.fromContext <= most)
         return;
-    std::string from = context != nullptr ? Described(context) : "the root";
+    std::string way = ", where it starts";
+    if (!climbs.fromRoot && context != nullptr)
+        way = ": " + Count(climbs.fromContext, "step") + " up from " + Described(context) + ", " +
+              std::to_string(most) + " at most";
     check.Report("xpath-root",
-                 std::string(keyword) + " '" + std::string(expression.argument) + "' climbs above the root" +
-                     (climbs.fromRoot ? ""
-                                      : ": " + Count(climbs.fromContext, "step") + " up from " + from + ", " +
-                                            std::to_string(most) + " at most"),
+                 std::string(keyword) + " '" + std::string(expression.argument) + "' climbs above the root" + way,
                  {expression.origin, OriginOf(node), UsesOf(node)});
 }
 
