@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <tuple>
 
 #include "check/statement_rules.h"
 #include "check/yang/node_rules.h"
@@ -18,12 +17,6 @@ bool Has(const std::vector<Finding> &findings, Rule rule)
 {
     return std::any_of(findings.begin(), findings.end(),
                        [rule](const Finding &finding) { return finding.rule == rule; });
-}
-
-bool StandsBefore(const Finding &left, const Finding &right)
-{
-    return std::tie(left.cause.file, left.cause.line, left.cause.column) <
-           std::tie(right.cause.file, right.cause.line, right.cause.column);
 }
 
 /* The module's top nodes that are no containers but hold or are classes: the library gives them no tree. */
@@ -68,6 +61,7 @@ std::vector<Finding> Checker::Check(const ModuleKey &key)
     std::vector<Finding> rules = RuleChecker(instance, Loaded(instance, key), &places_, &uses_).Check();
     findings.insert(findings.end(), rules.begin(), rules.end());
     if (QY_MOD *schema = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str())) {
+        NoteMarkedFiles(instance.Schema(), schema, request_.dirs, &marked_);
         std::vector<Finding> statements = StatementRules(instance.Schema(), schema, &places_).Check();
         findings.insert(findings.end(), statements.begin(), statements.end());
         std::vector<Finding> yang = CheckYangStatements(instance.Schema(), schema, &places_, &namespaces_);
@@ -78,7 +72,6 @@ std::vector<Finding> Checker::Check(const ModuleKey &key)
     AddClassesWithoutTree(instance, key, &findings);
     if (report.problems.empty())
         AddMessages(key, report, &findings);
-    std::stable_sort(findings.begin(), findings.end(), StandsBefore);
     return findings;
 }
 

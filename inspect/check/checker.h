@@ -8,6 +8,7 @@
 #include "base/model_request.h"
 #include "check/check_rules.h"
 #include "check/findings.h"
+#include "check/report/ignores.h"
 #include "check/yang/statement_check.h"
 #include "model/instance.h"
 #include "model/schema_places.h"
@@ -21,9 +22,12 @@ class Checker {
     /* Those of the request, or every module of the directories. */
     std::vector<ModuleKey> Modules() const;
 
-    /* The findings of one module in the order of their places. Each module gets an instance of its own: it is judged by
+    /* The findings of one module, in no order. Each module gets an instance of its own: it is judged by
      * what it needs, not by what was checked before it. */
     std::vector<Finding> Check(const ModuleKey &key);
+
+    /* Files of the modules that were checked in which comments hide findings. */
+    const MarkedFiles &Marked() const { return marked_; }
 
   private:
     std::vector<Finding> LoadFindings(const Instance &instance, const ModuleKey &key, const LoadReport &report);
@@ -38,6 +42,7 @@ class Checker {
     Places places_;
     ClassUses uses_;
     NamespaceUses namespaces_;
+    MarkedFiles marked_;
     std::set<std::string> reported_; /* causes of failed loads, and directories: what many modules meet is told once */
 };
 

@@ -1,5 +1,7 @@
 #include "check/rules.h"
 
+#include "base/text.h"
+
 namespace inspect {
 namespace {
 
@@ -35,6 +37,20 @@ void AppendWrapped(std::string_view text, std::string *out)
 }
 
 } // namespace
+
+const RuleRow *FindRule(std::string_view name)
+{
+    const RuleRow *found = nullptr;
+    ForEachRule([&](const RuleRow &row) { found = row.name == name ? &row : found; });
+    return found;
+}
+
+std::string NoRuleText(std::string_view name)
+{
+    NearestName nearest(name);
+    ForEachRule([&](const RuleRow &row) { nearest.Offer(row.name); });
+    return "there is no rule '" + std::string(name) + "'" + nearest.Hint();
+}
 
 std::string SectionText(const RuleRow &row)
 {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "check/rows/class_rows.h"
+#include "check/rows/comment_rows.h"
 #include "check/rows/load_rows.h"
 #include "check/rows/node_rows.h"
 #include "check/rows/statement_rows.h"
@@ -17,7 +18,7 @@ namespace inspect {
 
 /* In the order of the help and of the document. */
 inline constexpr std::span<const RuleRow> RULE_TABLES[] = {
-    LOAD_ROWS, CLASS_ROWS, STATEMENT_ROWS, YANG_ROWS, NODE_ROWS,
+    LOAD_ROWS, CLASS_ROWS, STATEMENT_ROWS, COMMENT_ROWS, YANG_ROWS, NODE_ROWS,
 };
 
 /* A rule, by its name: Rule("bad-number"). A name that no row has does not compile. */
@@ -41,6 +42,21 @@ class Rule {
 
     const RuleRow *row_;
 };
+
+/* The rule of that name, or null. */
+const RuleRow *FindRule(std::string_view name);
+
+/* "there is no rule 'x': did you mean 'y'?" */
+std::string NoRuleText(std::string_view name);
+
+/* Calls visit(row) for each rule, in the order of the help. */
+template <class Visit>
+void ForEachRule(Visit visit)
+{
+    for (std::span<const RuleRow> table : RULE_TABLES)
+        for (const RuleRow &row : table)
+            visit(row);
+}
 
 /* "RFC 7950, 7.8.2", or "" for a rule that is the tool's own. */
 std::string SectionText(const RuleRow &row);

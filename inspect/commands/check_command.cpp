@@ -2,10 +2,18 @@
 #include <unistd.h>
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
+#include <map>
+#include <optional>
 
 #include "base/failure.h"
 #include "check/checker.h"
+#include "check/report/baseline.h"
+#include "check/report/ignores.h"
+#include "check/report/policy.h"
+#include "check/report/report_formats.h"
 #include "check/rules.h"
 #include "commands/commands.h"
 #include "line/model_options.h"
@@ -16,14 +24,21 @@ namespace {
 constexpr const char *INTRODUCTION =
     R"(Each module is loaded by itself, after those of --load. Findings name the file and line
 where these can be told, and end in a short name that stays the same from release to
-release. Errors give exit status 1; a warning keeps nothing from being loaded.
+release. Errors give exit status 1, a module that cannot be loaded 3; warnings keep
+nothing from being loaded and count with --strict alone.
+
+The comment '// korv-inspect off RULE: reason' in a model hides findings in the statement
+that follows, or in that of its line.
+
+The names of the long options stand under [check] in a file korv-inspect.toml as well.
 
 )";
 
 constexpr const char *EXAMPLES = R"(
 Examples:
   korv-inspect check example-interfaces -d examples/yin
-  korv-inspect check --all -d examples/yin --format json)";
+  korv-inspect check --all -d examples/yin --strict --off 'missing-field-id:drafts/**'
+  korv-inspect check --all -d examples/yin --format sarif)";
 
 /* A line on standard error that each module overwrites; nothing unless that is a terminal. */
 class Progress {
@@ -46,29 +61,126 @@ class Progress {
     size_t total_;
 };
 
+/* What CLI11 says of a value that names no rule; "" when it does. */
+std::string RuleFault(const std::string &text)
+{
+    return FindRule(text) != nullptr ? "" : NoRuleText(text);
+}
+
+/* The same of "RULE:PATH". */
+std::string RuleInFilesFault(const std::string &text)
+{
+    return RuleFault(text.substr(0, text.find(':')));
+}
+
+std::vector<std::string> FormatNames()
+{
+    std::vector<std::string> names;
+    for (const ReportFormat &format : ReportFormats())
+        names.emplace_back(format.name);
+    return names;
+}
+
 class CheckCommand final : public Command {
   public:
-    void AddTo(CLI::App *app) override
-    {
-        options_.AddCommon(app);
-        options_.AddModules(app, "Modules to check");
-        app->add_flag("--all", all_, "Check every module of the directories");
-        options_.AddFormats(app, {"text", "json"});
-    }
-
-    void Understand() override
-    {
-        options_.Understand();
-        if (all_ != options_.Request().modules.empty())
-            throw CLI::ValidationError("name the modules to check, or give --all");
-    }
-
+    void AddTo(CLI::App *app) override;
+    void Understand() override;
     int Run() override;
 
   private:
+    void AddLevels(CLI::App *app);
+    bool IsOnLine(const CLI::Option *option) const;
+    void ApplyLevel(const CLI::Option *option, size_t index);
+    void ReadLevels();
+    void WriteRules() const;
+    Baseline NewBaseline(const std::vector<Finding> &findings) const;
+    static std::vector<Finding> Find(Checker *checker, std::vector<std::string> *names);
+
     ModelOptions options_;
     bool all_ = false;
+    bool rules_ = false;
+    bool strict_ = false;
+    std::vector<std::string> errors_;
+    std::vector<std::string> warnings_;
+    std::vector<std::string> off_;
+    std::string baseline_;
+    std::string newBaseline_;
+    Policy policy_;
+
+    const CLI::App *app_ = nullptr;
+    const CLI::Option *allOption_ = nullptr;
+    const CLI::Option *errorOption_ = nullptr;
+    const CLI::Option *warnOption_ = nullptr;
+    const CLI::Option *offOption_ = nullptr;
 };
+
+void CheckCommand::AddTo(CLI::App *app)
+{
+    app_ = app;
+    options_.AddCommon(app);
+    options_.AddModules(app, "Modules to check");
+    allOption_ = app->add_flag("--all", all_, "Check every module of the directories");
+    options_.AddFormats(app, FormatNames());
+    AddLevels(app);
+    app->add_option("--baseline", baseline_, "Findings in this file do not count")->option_text("FILE");
+    app->add_option("--write-baseline", newBaseline_, "Make this file of all findings")->option_text("FILE");
+    app->add_flag("--rules", rules_, "List the rules and what they count as");
+}
+
+void CheckCommand::AddLevels(CLI::App *app)
+{
+    auto add = [app](const char *name, std::vector<std::string> *rules, const char *description) {
+        return app->add_option(name, *rules, description)->option_text("RULE")->allow_extra_args(false);
+    };
+    CLI::Validator rule(RuleFault, "");
+    app->add_flag("--strict", strict_, "Warnings give exit status 1 as well");
+    errorOption_ = add("--error", &errors_, "Findings of this rule are errors; may be repeated")->check(rule);
+    warnOption_ = add("--warn", &warnings_, "Findings of this rule are warnings; may be repeated")->check(rule);
+    offOption_ = add("--off", &off_, "No findings of this rule (in these files); may be repeated")
+                     ->option_text("RULE[:PATH]")
+                     ->check(CLI::Validator(RuleInFilesFault, ""));
+}
+
+/* True if the option stands on the line and not in the configuration file alone. */
+bool CheckCommand::IsOnLine(const CLI::Option *option) const
+{
+    const std::vector<CLI::Option *> &order = app_->parse_order();
+    return std::find(order.begin(), order.end(), option) != order.end();
+}
+
+void CheckCommand::ApplyLevel(const CLI::Option *option, size_t index)
+{
+    if (option == errorOption_)
+        policy_.MakeErrors(errors_[index]);
+    else if (option == warnOption_)
+        policy_.MakeWarnings(warnings_[index]);
+    else if (option == offOption_)
+        policy_.SwitchOff(off_[index]);
+}
+
+/* What the configuration file says comes first, so that the line, whose latest word about a rule counts, overrides it. */
+void CheckCommand::ReadLevels()
+{
+    for (const CLI::Option *option : {errorOption_, warnOption_, offOption_})
+        for (size_t i = 0; !IsOnLine(option) && i < option->results().size(); ++i)
+            ApplyLevel(option, i);
+    std::map<const CLI::Option *, size_t> seen;
+    for (const CLI::Option *option : app_->parse_order())
+        ApplyLevel(option, seen[option]++);
+}
+
+void CheckCommand::Understand()
+{
+    options_.Understand();
+    ReadLevels();
+    bool hasModules = !options_.Request().modules.empty();
+    if (hasModules && !IsOnLine(allOption_))
+        all_ = false;
+    if (rules_ && options_.FormatName() != "text" && options_.FormatName() != "json")
+        throw CLI::ValidationError("the rules are listed as text or json");
+    if (!rules_ && all_ == hasModules)
+        throw CLI::ValidationError("name the modules to check, or give --all");
+}
 
 const char *Help()
 {
@@ -76,33 +188,63 @@ const char *Help()
     return text.c_str();
 }
 
-int CheckCommand::Run()
+void CheckCommand::WriteRules() const
 {
-    Checker checker(options_.Request(), all_);
-    std::vector<ModuleKey> modules = checker.Modules();
+    if (options_.OutputFormat() == Format::Json)
+        WriteRulesJson(policy_);
+    else
+        WriteRulesText(policy_);
+}
+
+/* A baseline that is made anew knows all findings, so that the run does not fail for any of them. */
+Baseline CheckCommand::NewBaseline(const std::vector<Finding> &findings) const
+{
+    std::vector<Finding> left;
+    std::copy_if(findings.begin(), findings.end(), std::back_inserter(left),
+                 [this](const Finding &finding) { return policy_.LevelOf(finding).has_value(); });
+    return Baseline::Write(newBaseline_, left);
+}
+
+std::vector<Finding> CheckCommand::Find(Checker *checker, std::vector<std::string> *names)
+{
+    std::vector<ModuleKey> modules = checker->Modules();
     if (modules.empty())
         throw Failure("no module in the directories");
     std::vector<Finding> all;
-    std::vector<std::string> names;
     Progress progress(modules.size());
     for (const ModuleKey &module : modules) {
-        progress.Show(names.size() + 1, module.name);
-        std::vector<Finding> findings = checker.Check(module);
-        names.push_back(module.name);
+        progress.Show(names->size() + 1, module.name);
+        std::vector<Finding> findings = checker->Check(module);
+        names->push_back(module.name);
         all.insert(all.end(), findings.begin(), findings.end());
-        if (options_.OutputFormat() == Format::Json || findings.empty())
-            continue;
-        progress.Clear();
-        for (const Finding &finding : findings)
-            std::printf("%s\n", FindingText(finding).c_str());
-        std::fflush(stdout);
     }
     progress.Clear();
-    if (options_.OutputFormat() == Format::Json)
-        WriteFindingsJson(names, all);
-    else
-        std::printf("%s\n", SummaryText(names.size(), all).c_str());
-    return HasErrors(all) ? EXIT_NEGATIVE : EXIT_OK;
+    return all;
+}
+
+int CheckCommand::Run()
+{
+    if (rules_) {
+        WriteRules();
+        return EXIT_OK;
+    }
+    std::optional<Baseline> baseline;
+    if (!baseline_.empty() && newBaseline_.empty())
+        baseline = Baseline::Read(baseline_);
+    Checker checker(options_.Request(), all_);
+    std::vector<std::string> names;
+    std::vector<Finding> findings = Find(&checker, &names);
+    size_t hidden = Ignores(options_.Request().dirs, checker.Marked(), all_).Apply(&findings);
+    if (!newBaseline_.empty())
+        baseline = NewBaseline(findings);
+
+    Report report = MakeReport(std::move(findings), std::move(names), policy_, baseline ? &*baseline : nullptr);
+    report.hidden = hidden;
+    report.strict = strict_;
+    for (const ReportFormat &format : ReportFormats())
+        if (format.name == options_.FormatName())
+            format.write(report);
+    return ExitCodeOf(report);
 }
 
 } // namespace

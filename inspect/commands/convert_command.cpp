@@ -6,10 +6,10 @@
 
 #include "base/cause.h"
 #include "base/failure.h"
+#include "base/output_file.h"
 #include "base/text.h"
 #include "commands/commands.h"
 #include "convert/conversion.h"
-#include "convert/output_file.h"
 #include "line/given_files.h"
 #include "line/search_dirs.h"
 

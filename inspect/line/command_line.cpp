@@ -11,6 +11,7 @@
 #include "base/failure.h"
 #include "base/notes.h"
 #include "base/text.h"
+#include "line/config_file.h"
 
 namespace inspect {
 namespace {
@@ -103,6 +104,10 @@ class CommandLine {
         app_.formatter(std::make_shared<HelpFormatter>());
         app_.set_version_flag("--version", VersionText());
         app_.require_subcommand(1);
+        app_.set_config("--config", FindConfigFile(), "Options of the commands (korv-inspect.toml, here or above)")
+            ->option_text("FILE");
+        app_.add_flag("--no-config", noConfig_, "Look for no such file");
+        app_.config_formatter(config_);
         for (const CommandEntry *entry : commands)
             Add(*entry);
     }
@@ -130,7 +135,7 @@ class CommandLine {
     void Add(const CommandEntry &entry)
     {
         CLI::App *app = app_.add_subcommand(entry.name, entry.summary);
-        app->group("Commands")->footer(entry.help);
+        app->group("Commands")->footer(entry.help)->fallthrough();
         std::unique_ptr<Command> command = entry.make();
         command->AddTo(app);
         commands_.emplace(app, std::move(command));
@@ -142,9 +147,11 @@ class CommandLine {
             app_.exit(error);
             return EXIT_OK;
         }
-        std::string unknown = UnknownOption();
+        std::string text = UnknownOption();
+        if (text.empty())
+            text = config_->PlaceOf(error.what()) + error.what();
         std::vector<CLI::App *> chosen = app_.get_subcommands();
-        throw WrongUsage(unknown.empty() ? error.what() : unknown, chosen.empty() ? "" : chosen.front()->get_name());
+        throw WrongUsage(text, chosen.empty() ? "" : chosen.front()->get_name());
     }
 
     /* What is wrong with the first unknown option; "" when all options are known. */
@@ -155,6 +162,7 @@ class CommandLine {
                 continue;
             std::string name = text.substr(0, text.find('='));
             NearestName nearest(name);
+            OfferOptions(app_, &nearest);
             for (const CLI::App *command : app_.get_subcommands())
                 OfferOptions(*command, &nearest);
             return "there is no option '" + name + "'" + nearest.Hint();
@@ -182,6 +190,8 @@ class CommandLine {
 
     std::map<const CLI::App *, std::unique_ptr<Command>> commands_; /* outlive the options that refer to them */
     CLI::App app_;
+    bool noConfig_ = false;
+    std::shared_ptr<ConfigFile> config_ = std::make_shared<ConfigFile>(&app_);
 };
 
 } // namespace

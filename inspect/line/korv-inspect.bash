@@ -33,7 +33,7 @@ _korv_inspect_modules() {
 _korv_inspect() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
     local commands="tree find walk dump enums modules check diff convert"
-    local options="--verbose --load --install-path --recursive --format --help" formats="text json"
+    local options="--verbose --load --install-path --recursive --format --config --no-config --help" formats="text json"
     COMPREPLY=()
     if [[ $cur == = ]]; then
         cur=""
@@ -47,9 +47,12 @@ _korv_inspect() {
     case $command in
     tree) options+=" --dir --as --path --depth --full --own" formats+=" dot" ;;
     dump) options+=" --dir --as --augment --self --target" formats+=" csv" ;;
-    check) options+=" --dir --as --all" ;;
+    check)
+        options+=" --dir --as --all --strict --error --warn --off --baseline --write-baseline --rules"
+        formats+=" github sarif junit gitlab"
+        ;;
     diff) options+=" --old --new" ;;
-    convert) options="--output --to --dir --recursive --help" ;;
+    convert) options="--config --no-config --output --to --dir --recursive --help" ;;
     find | walk | enums | modules) options+=" --dir --as" ;;
     *) return ;;
     esac
@@ -58,7 +61,11 @@ _korv_inspect() {
         mapfile -t COMPREPLY < <(compgen -W "yin yang" -- "$cur")
         return
         ;;
-    -o | --output)
+    --error | --warn | --off)
+        mapfile -t COMPREPLY < <(compgen -W "$(korv-inspect check --rules --no-config 2>/dev/null | cut -d' ' -f1)" -- "$cur")
+        return
+        ;;
+    -o | --output | --config | --baseline | --write-baseline)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -- "$cur")
         return

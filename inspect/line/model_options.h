@@ -45,6 +45,7 @@ class ModelOptions {
     const ModuleKey &Module() const { return request_.modules.front(); }
     const std::string &Path() const { return path_; }
     Format OutputFormat() const;
+    const std::string &FormatName() const { return format_; }
 
     /* The request with these directories in front of those of --install-path and the environment. */
     ModelRequest RequestWith(const std::vector<std::string> &dirs) const;

@@ -365,7 +365,7 @@ TEST_F(InspectCheck, LoadFailuresAreErrorsWithTheirPlace)
     dir.Add("b", Container("c", ""), "types");
     dir.AddFile("broken.yin", "<module name=\"broken\">\n<leaf");
     const Result result = Run({"--all"});
-    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.exitCode, 3);
     EXPECT_EQ(result.err, "");
     const std::string types = dir.Path() + "/types.yin:4:";
     EXPECT_EQ(LineWith(result.out, "strng").find(types), 0U) << result.out;
@@ -380,7 +380,7 @@ TEST_F(InspectCheck, ReadsNothingThatIsNoFileOfReasonableSize)
     dir.Add("m", Container("c", ""));
     RunShell("cd " + dir.Path() + " && mkfifo pipe.yin && mkdir folder.yin && truncate -s 1G large.yin");
     const Result result = Run({"--all"});
-    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.exitCode, 3);
     EXPECT_NE(LineWith(result.out, "/pipe.yin' is not a regular file"), "") << result.out;
     EXPECT_NE(LineWith(result.out, "/large.yin' is larger than 256 MiB"), "") << result.out;
     EXPECT_TRUE(result.out.ends_with("5 modules checked: 3 errors, no warnings\n")) << result.out;
@@ -427,7 +427,7 @@ TEST_F(InspectCheck, ExplainsWhatTheLibraryRefuses)
         EXPECT_EQ(Findings({module}), (Texts{std::string("load-failed at ") + statement})) << module;
         const Result result = Run({module});
         EXPECT_NE(LineWith(result.out, std::string(": error: ") + text + " [load-failed]"), "") << result.out;
-        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.exitCode, 3);
     }
 }
 
@@ -494,10 +494,12 @@ TEST_F(InspectCheck, DirectoriesThatHideDeviations)
     std::filesystem::permissions(dir.Path(), std::filesystem::perms(0755));
     if (!canRun)
         GTEST_SKIP() << "nobody but root can run the program here";
-    EXPECT_EQ(result.out,
-              "quelvo-bras-user-manage: warning: directory '" + dir.Path() +
-                  "' cannot be listed (Permission denied): deviation files and files of other revisions in it "
-                  "are not seen [unlisted-directory]\n1 module checked: no errors, 1 warning\n");
+    EXPECT_EQ(
+        result.out,
+        "quelvo-bras-user-manage: warning: directory '" + dir.Path() +
+            "' cannot be listed (Permission denied): deviation files and files of other revisions in it "
+            "are not seen [unlisted-directory]\n\n      1 warning  unlisted-directory\n1 module checked: no errors, 1 "
+            "warning\n");
 }
 
 TEST_F(InspectCheck, DeviationsThatDoNotApplyAreAnErrorThoughTheModuleIsLoaded)

@@ -37,6 +37,9 @@ TEST(InspectUsage, WrongUsageIsSaidOnStandardErrorAndGivesTwo)
         {{"tree", "example-qos", "-d", "examples/yin", "--format", "csv"}, "csv not in {text,json,dot}"},
         {{"check", "-d", "examples/yin"}, "name the modules to check, or give --all"},
         {{"check", "--all", "example-qos", "-d", "examples/yin"}, "name the modules to check, or give --all"},
+        {{"check", "--rules", "--format", "sarif"}, "the rules are listed as text or json"},
+        {{"check", "--all", "--warn", "bad-numbr"}, "--warn: there is no rule 'bad-numbr': did you mean 'bad-number'?"},
+        {{"check", "--all", "--off", "long-nam:x"}, "--off: there is no rule 'long-nam': did you mean 'long-name'?"},
         {{"modules", "-d", "examples/yin"}, "name a module to load"},
         {{"diff", "m", "--old", "examples/yin"}, "--new is required"},
         {{"tree", "m", "--dri", "x"}, "there is no option '--dri': did you mean '--dir'?"},
@@ -273,6 +276,7 @@ TEST(InspectUsage, CompletesCommandsOptionsFormatsAndModules)
     EXPECT_EQ(Completed("korv-inspect d"), "dump diff\n");
     EXPECT_EQ(Completed("korv-inspect dump x --format \"\""), "text json csv\n");
     EXPECT_EQ(Completed("korv-inspect diff m --o"), "--old\n");
+    EXPECT_EQ(Completed("korv-inspect check --off bad-n"), "bad-number\n");
     EXPECT_EQ(Completed("korv-inspect tree -d examples/yin example-interface-"),
               "example-interface-qos example-interface-shaping\n");
     EXPECT_EQ(Completed("korv-inspect tree m -d examples/y"), "examples/yin\n");
@@ -283,7 +287,7 @@ TEST(InspectUsage, CompletesCommandsOptionsFormatsAndModules)
     EXPECT_EQ(Completed("korv-inspect tree -d \"" + dir.Path() + "/a\\ b\" s"), "some\n");
     /* Every option that completion offers is one, and every command is offered. */
     for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "convert"}) {
-        const std::string help = Inspect({command, "--help"}).out;
+        const std::string help = Inspect({command, "--help"}).out + Inspect({"--help"}).out;
         std::istringstream offered(Completed(std::string("korv-inspect ") + command + " --"));
         for (std::string option; offered >> option;)
             EXPECT_NE(help.find(option), std::string::npos) << command << " " << option;

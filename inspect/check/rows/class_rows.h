@@ -9,7 +9,7 @@ inline constexpr RuleRow CLASS_ROWS[] = {
     {"missing-field-id", Severity::Warning, nullptr, "a leaf of a class has no attribute id"},
     {"duplicate-field-id", Severity::Warning, nullptr, "two leaves of a class have the same attribute id"},
     {"key-without-field-id", Severity::Warning, nullptr, "a key leaf has no attribute id"},
-    {"duplicate-class-id", Severity::Warning, nullptr, "two unrelated classes have the same class id"},
+    {"duplicate-class-id", Severity::Warning, nullptr, "two unrelated classes have the same class id", 7950U, true},
     {"many-keys", Severity::Warning, nullptr, "more than 8 own or ancestor keys; more than 16 cannot be loaded"},
     {"unmapped-ancestor-key", Severity::Warning, nullptr,
      "a key of the classes above has no attribute id in this class"},

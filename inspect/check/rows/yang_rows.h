@@ -14,7 +14,7 @@ inline constexpr RuleRow YANG_ROWS[] = {
     {"xml-name", Severity::Warning, "12", "a name that begins with 'xml', in YANG version 1", 6020U},
     {"version-1-type", Severity::Warning, "1.1", "a type says what types may say since YANG version 1.1 alone"},
     {"relative-namespace", Severity::Warning, "7.1.3", "a namespace that is no absolute URI"},
-    {"duplicate-namespace", Severity::Warning, "5.3", "two modules with one namespace"},
+    {"duplicate-namespace", Severity::Warning, "5.3", "two modules with one namespace", 7950U, true},
     {"submodule-not-included", Severity::Warning, "5.1", "a submodule includes one that the module does not include"},
     {"obsolete-reference", Severity::Warning, "7.21.2",
      "a definition refers to a deprecated or obsolete one of its module"},

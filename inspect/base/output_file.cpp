@@ -1,4 +1,4 @@
-#include "convert/output_file.h"
+#include "base/output_file.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
