@@ -20,7 +20,7 @@ struct ModuleKey {
 struct SearchDirs {
     std::string first; /* "", or one that is searched before all others, for module files alone, and never shown */
     std::vector<std::string> dirs;            /* in the order searched */
-    std::map<std::string, std::string> shown; /* files that stand elsewhere than a person named them: their names */
+    std::map<std::string, std::string> shown; /* names of files and directories that a person names in another way */
 };
 
 struct ModelRequest {

@@ -44,11 +44,11 @@ try {
     return 1;
 }
 
-void Erase(std::string *text, const std::string &part)
+void Replace(std::string *text, const std::string &part, const std::string &other)
 {
     size_t at = part.empty() ? std::string::npos : text->find(part);
     if (at != std::string::npos)
-        text->erase(at, part.size());
+        text->replace(at, part.size(), other);
 }
 
 void CheckDirs(const SearchDirs &dirs)
@@ -77,6 +77,9 @@ Instance::Instance(const SearchDirs &dirs, bool verbose) : verbose_(verbose)
         YANGLIB_Uninitial(local_);
         throw std::bad_alloc();
     }
+    for (const std::string &dir : dirs.dirs)
+        if (auto shown = dirs.shown.find(dir); shown != dirs.shown.end())
+            renamed_.emplace_back("'" + dir + "'", "'" + shown->second + "'");
     SearchFirst(dirs);
     for (size_t i = BASE_DIRS; i < dirs.dirs.size(); ++i)
         (void)YANGLIB_PkgAddInstallPath(local_, dirs.dirs[i].c_str());
@@ -126,8 +129,11 @@ LoadReport Instance::Load(const ModuleKey &key)
     report.errors.swap(errors_);
     if (std::any_of(report.errors.begin(), report.errors.end(), IsSchemaFailure))
         (void)QY_CTX_ScanAllSchemaLoadFail(Schema(), AddProblem, &report.problems);
-    for (LoadProblem &problem : report.problems)
-        Erase(&problem.text, firstListed_);
+    for (LoadProblem &problem : report.problems) {
+        Replace(&problem.text, firstListed_, "");
+        for (const auto &[dir, shown] : renamed_)
+            Replace(&problem.text, dir, shown);
+    }
     if (report.loaded)
         DropPrintingErrors(&report.errors);
     return report;

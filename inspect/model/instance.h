@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <korv_lib_yang.h>
@@ -53,6 +54,7 @@ class Instance {
     TELMYANG_LOCAL_DATA_S *local_ = nullptr;
     bool verbose_;
     std::string firstListed_; /* as a list of searched directories has the first one, which nobody is to see; or "" */
+    std::vector<std::pair<std::string, std::string>> renamed_; /* directories that stand for others, in quotes */
     std::vector<std::string> errors_;
 };
 
