@@ -1,149 +1,225 @@
-/* diff: two versions of a module. */
+/* diff: two versions of a module, or of all modules. */
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include "base/failure.h"
-#include "base/json_out.h"
-#include "base/text.h"
 #include "commands/commands.h"
-#include "diff/diff_compare.h"
+#include "diff/changes.h"
+#include "diff/git_folders.h"
+#include "diff/versions.h"
+#include "diff/write.h"
 #include "line/model_options.h"
-#include "model/load_causes.h"
+#include "model/module_search.h"
 
 namespace inspect {
 namespace {
 
-constexpr const char *HELP = R"(Compares what a device makes of the two versions, deviations and augments applied. A
-change is breaking when a host that addresses data by ids has to follow it:
+constexpr const char *HELP =
+    R"(Compares what a device makes of the two versions, deviations and augments applied, and what
+else their statements say. A change is breaking when a host that looks data up, or whoever
+reads or writes it, has to follow: RFC 7950, 11 is the guide. Hosts look up by path, so that
+a new name or place is breaking; with '--by id' it is not, nor is anything without ids.
+'korv-inspect diff --rules' lists what is compared.
 
-  breaking    class or leaf with an id removed; class id, sample id, field id, type,
-              datatype, index map or reference key changed; own or ancestor keys or their
-              order changed; range narrowed or moved; enumeration value removed or changed
-  compatible  added; moved or renamed under the same ids; an id where there was none;
-              range widened; enumeration value added; task id changed
+Either version may have several directories: one for what has changed, say, and the common
+one. With --against, the old version is that of the same directories in a revision of their
+git repository.
 
-Either version may have several directories: one for what has changed, say, and the common one.
+Examples:
+  korv-inspect diff example-interfaces --old examples/yin --new examples/yin
+  korv-inspect diff --all examples/yin examples/yin
+  korv-inspect diff --rules)";
 
-Example:
-  korv-inspect diff example-interfaces --old examples/yin --new examples/yin)";
-
-constexpr size_t MARK_WIDTH = 12; /* "compatible" and a gap */
-constexpr size_t MAX_PATH_WIDTH = 60;
-
-/* One version, loaded from its directories. The instance is gone when the model is made. */
-DiffModel LoadVersion(const ModelRequest &version)
-{
-    Instance instance(version.dirs, version.verbose);
-    LoadRequested(&instance, version);
-    return MakeDiffModel(instance, Loaded(instance, version.modules.front()));
-}
-
-size_t CountBreaking(const std::vector<Change> &changes)
-{
-    return static_cast<size_t>(
-        std::count_if(changes.begin(), changes.end(), [](const Change &change) { return change.breaking; }));
-}
-
-std::string OrNone(const std::string &text)
-{
-    return text.empty() ? "none" : text;
-}
-
-/* "class-removed" as words, with what it was or is. */
-std::string ChangeText(const Change &change)
-{
-    std::string text = change.what;
-    std::replace(text.begin(), text.end(), '-', ' ');
-    if (change.what.ends_with("-moved"))
-        return text + " to " + change.after;
-    if (change.what.ends_with("-removed") || change.what.ends_with("-added")) {
-        const std::string &id = change.before.empty() ? change.after : change.before;
-        return text + (id.empty() ? "" : change.what.starts_with("leaf") ? " (field id " + id + ")" : " (" + id + ")");
-    }
-    return text + " " + OrNone(change.before) + " -> " + OrNone(change.after);
-}
-
-void PrintText(const std::string &module, const DiffModel &oldModel, const DiffModel &newModel,
-               const std::vector<Change> &changes)
-{
-    std::printf("%s, revision %s -> %s\n", module.c_str(), OrNone(oldModel.revision).c_str(),
-                OrNone(newModel.revision).c_str());
-    size_t width = 0;
-    for (const Change &change : changes)
-        width = std::max(width, std::min(change.path.size(), MAX_PATH_WIDTH));
-    for (const Change &change : changes) {
-        std::string line = change.breaking ? "breaking" : "compatible";
-        PadTo(&line, MARK_WIDTH);
-        std::string path = change.path.empty() ? module : change.path;
-        PadTo(&path, width);
-        std::printf("%s%s  %s\n", line.c_str(), path.c_str(), Printable(ChangeText(change)).c_str());
-    }
-    if (changes.empty()) {
-        std::printf("no difference\n");
-        return;
-    }
-    size_t breaking = CountBreaking(changes);
-    std::printf("%s, %zu compatible\n", Count(breaking, "breaking change").c_str(), changes.size() - breaking);
-}
-
-void PrintJson(const std::string &module, const DiffModel &oldModel, const DiffModel &newModel,
-               const std::vector<Change> &changes)
-{
-    auto orNull = [](const std::string &text) { return text.empty() ? nullptr : text.c_str(); };
-    JsonOut out;
-    out.Object();
-    out.Member("module", module);
-    out.Member("old_revision", orNull(oldModel.revision));
-    out.Member("new_revision", orNull(newModel.revision));
-    out.Member("breaking", CountBreaking(changes));
-    out.Member("compatible", changes.size() - CountBreaking(changes));
-    out.Key("changes");
-    out.Array();
-    for (const Change &change : changes) {
-        out.Object();
-        out.Member("change", change.what);
-        out.Member("breaking", change.breaking);
-        out.Member("path", orNull(change.path));
-        out.Member("old", orNull(change.before));
-        out.Member("new", orNull(change.after));
-        out.EndObject();
-    }
-    out.EndArray();
-    out.EndObject();
-}
+using diff::By;
+using diff::ModuleChanges;
+using diff::Version;
 
 class DiffCommand final : public Command {
   public:
     void AddTo(CLI::App *app) override
     {
         options_.AddCommon(app);
-        options_.AddModuleName(app);
+        app->add_option("MODULE", arguments_, "The module; with --all, the directories of both versions")
+            ->option_text("[@REVISION] | OLD NEW");
+        app->add_flag("--all", all_, "Compare every module of the directories");
         ModelOptions::AddDirOption(app, "--old", &oldDirs_, "Directory of the old version; may be repeated");
-        ModelOptions::AddDirOption(app, "--new", &newDirs_, "Directory of the new version; may be repeated");
+        ModelOptions::AddDirOption(app, "-d,--dir,--new", &newDirs_, "Directory of the new version; may be repeated");
+        app->add_option("--against", against_, "Old version: this revision of the new version's directories in git")
+            ->option_text("REF[:FOLDER]");
+        app->add_option("--by", by_, "How hosts find data (path)")
+            ->option_text("path|id")
+            ->check(CLI::IsMember({"path", "id"}));
+        app->add_flag("--rules", rules_, "List what is compared, and when a change is breaking");
         options_.AddFormats(app, {"text", "json"});
     }
 
-    void Understand() override { options_.Understand(); }
+    void Understand() override;
 
     int Run() override;
 
   private:
+    void UnderstandDirs();
+    ModelRequest RequestOf(const std::vector<std::string> &dirs) const;
+    std::set<std::string> NamesIn(const ModelRequest &request) const;
+    ModelRequest OldRequest(diff::GitFolders *git) const;
+    int CompareOne(const ModelRequest &oldSide, const ModelRequest &newSide) const;
+    int CompareAll(const ModelRequest &oldSide, const ModelRequest &newSide) const;
+    By HostsGo() const { return by_ == "id" ? By::Id : By::Path; }
+
     ModelOptions options_;
+    ModuleKey module_;
+    std::vector<std::string> arguments_;
     std::vector<std::string> oldDirs_;
     std::vector<std::string> newDirs_;
+    std::string against_;
+    std::string by_ = "path";
+    bool all_ = false;
+    bool rules_ = false;
 };
+
+/* With --all the arguments are directories. */
+void DiffCommand::UnderstandDirs()
+{
+    if (arguments_.size() > 2)
+        throw CLI::ValidationError("--all compares two directories");
+    for (const std::string &dir : arguments_)
+        if (std::string wrong = CLI::ExistingDirectory(dir); !wrong.empty())
+            throw CLI::ValidationError(wrong);
+    if (!arguments_.empty())
+        newDirs_.insert(newDirs_.begin(), arguments_.back());
+    if (arguments_.size() == 2)
+        oldDirs_.insert(oldDirs_.begin(), arguments_.front());
+}
+
+void DiffCommand::Understand()
+{
+    options_.Understand();
+    if (rules_)
+        return;
+    if (all_)
+        UnderstandDirs();
+    else if (arguments_.size() != 1)
+        throw CLI::ValidationError("MODULE is required: name one module, or give --all");
+    else
+        module_ = options_.ToModuleKey(arguments_.front());
+    if (newDirs_.empty() && !against_.empty())
+        newDirs_.emplace_back(".");
+    if (newDirs_.empty())
+        throw CLI::ValidationError("--new is required");
+    if (oldDirs_.empty() && against_.empty())
+        throw CLI::ValidationError("--old or --against is required");
+}
+
+ModelRequest DiffCommand::RequestOf(const std::vector<std::string> &dirs) const
+{
+    ModelRequest request = options_.RequestWith(dirs);
+    if (!all_)
+        request.modules = {module_};
+    return request;
+}
+
+/* The new version's directories as git has them, then those of --old. */
+ModelRequest DiffCommand::OldRequest(diff::GitFolders *git) const
+{
+    if (git == nullptr)
+        return RequestOf(oldDirs_);
+    std::vector<std::string> dirs;
+    for (const std::string &dir : newDirs_) {
+        dirs.push_back(git->Take(dir, options_.IsRecursive()));
+        if (git->HasOneFolder())
+            break;
+    }
+    dirs.insert(dirs.end(), oldDirs_.begin(), oldDirs_.end());
+    ModelRequest request = RequestOf(dirs);
+    git->ShowIn(&request.dirs);
+    return request;
+}
+
+/* The modules of a version's own directories: those of the environment and of --install-path come behind them. */
+std::set<std::string> DiffCommand::NamesIn(const ModelRequest &request) const
+{
+    SearchDirs own = request.dirs;
+    own.dirs.resize(own.dirs.size() - options_.Request().dirs.dirs.size());
+    std::vector<std::string> names = ModuleNames(own);
+    return {names.begin(), names.end()};
+}
+
+int DiffCommand::CompareOne(const ModelRequest &oldSide, const ModelRequest &newSide) const
+{
+    Version before = diff::LoadModule(oldSide);
+    Version after = diff::LoadModule(newSide);
+    const diff::ModuleModel &oldModel = *before.modules.begin()->second;
+    const diff::ModuleModel &newModel = *after.modules.begin()->second;
+    ModuleChanges changes = {module_.name, oldModel.revision, newModel.revision,
+                             diff::Compare(oldModel, newModel, HostsGo())};
+    if (options_.OutputFormat() == Format::Json)
+        diff::WriteJson(changes);
+    else
+        diff::WriteText(changes);
+    return diff::CountBreaking(changes.changes) != 0 ? EXIT_NEGATIVE : EXIT_OK;
+}
+
+/* All modules of either version. Those that one version cannot load are left out. */
+std::vector<ModuleChanges> ChangesOf(const Version &before, const Version &after, By by)
+{
+    std::set<std::string> names;
+    for (const auto *modules : {&before.modules, &after.modules})
+        for (const auto &[name, model] : *modules)
+            if (!before.failed.contains(name) && !after.failed.contains(name))
+                names.insert(name);
+    std::vector<ModuleChanges> all;
+    for (const std::string &name : names) {
+        auto oldModel = before.modules.find(name);
+        auto newModel = after.modules.find(name);
+        if (newModel == after.modules.end())
+            all.push_back({name, oldModel->second->revision, "", {diff::ModuleRemoved(*oldModel->second)}});
+        else if (oldModel == before.modules.end())
+            all.push_back({name, "", newModel->second->revision, {diff::ModuleAdded(*newModel->second)}});
+        else
+            all.push_back({name, oldModel->second->revision, newModel->second->revision,
+                           diff::Compare(*oldModel->second, *newModel->second, by)});
+    }
+    return all;
+}
+
+int DiffCommand::CompareAll(const ModelRequest &oldSide, const ModelRequest &newSide) const
+{
+    std::set<std::string> names = NamesIn(oldSide);
+    names.merge(NamesIn(newSide));
+    if (names.empty())
+        throw Failure("no module in the directories");
+    Version before = diff::LoadModules(oldSide, names);
+    Version after = diff::LoadModules(newSide, names);
+    std::vector<ModuleChanges> all = ChangesOf(before, after, HostsGo());
+    std::vector<std::string> failed;
+    std::set_union(before.failed.begin(), before.failed.end(), after.failed.begin(), after.failed.end(),
+                   std::back_inserter(failed));
+    if (options_.OutputFormat() == Format::Json)
+        diff::WriteAllJson(all, failed);
+    else
+        diff::WriteAllText(all);
+    if (!failed.empty())
+        return EXIT_NOT_LOADED;
+    bool isBreaking = std::any_of(all.begin(), all.end(),
+                                  [](const ModuleChanges &module) { return diff::CountBreaking(module.changes) != 0; });
+    return isBreaking ? EXIT_NEGATIVE : EXIT_OK;
+}
 
 int DiffCommand::Run()
 {
-    DiffModel oldModel = LoadVersion(options_.RequestWith(oldDirs_));
-    DiffModel newModel = LoadVersion(options_.RequestWith(newDirs_));
-    std::vector<Change> changes = Compare(oldModel, newModel);
-    const std::string &module = options_.Module().name;
-    if (options_.OutputFormat() == Format::Json)
-        PrintJson(module, oldModel, newModel, changes);
-    else
-        PrintText(module, oldModel, newModel, changes);
-    return CountBreaking(changes) != 0 ? EXIT_NEGATIVE : EXIT_OK;
+    if (rules_) {
+        std::fputs(diff::RulesText().c_str(), stdout);
+        return EXIT_OK;
+    }
+    std::optional<diff::GitFolders> git;
+    if (!against_.empty())
+        git.emplace(diff::GitRevision::Parse(against_));
+    ModelRequest newSide = RequestOf(newDirs_);
+    ModelRequest oldSide = OldRequest(git ? &*git : nullptr);
+    return all_ ? CompareAll(oldSide, newSide) : CompareOne(oldSide, newSide);
 }
 
 } // namespace

@@ -51,7 +51,7 @@ _korv_inspect() {
         options+=" --dir --as --all --strict --error --warn --off --baseline --write-baseline --rules"
         formats+=" github sarif junit gitlab"
         ;;
-    diff) options+=" --old --new" ;;
+    diff) options+=" --old --new --dir --against --all --by --rules" ;;
     convert) options="--config --no-config --output --to --dir --recursive --help" ;;
     find | walk | enums | modules) options+=" --dir --as" ;;
     *) return ;;
@@ -79,7 +79,11 @@ _korv_inspect() {
         mapfile -t COMPREPLY < <(compgen -W "$formats" -- "$cur")
         return
         ;;
-    --path | --depth | --augment) return ;;
+    --by)
+        mapfile -t COMPREPLY < <(compgen -W "path id" -- "$cur")
+        return
+        ;;
+    --path | --depth | --augment | --against) return ;;
     esac
     if [[ $cur == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")

@@ -49,16 +49,10 @@ void ModelOptions::AddModules(CLI::App *app, const char *description, bool requi
     AddDirs(app);
 }
 
-void ModelOptions::AddModuleName(CLI::App *app)
-{
-    takesOne_ = true;
-    app->add_option("MODULE", module_, "The module")->option_text("[@REVISION]")->required();
-}
-
 void ModelOptions::AddDirOption(CLI::App *app, const char *names, std::vector<std::string> *dirs,
                                 const char *description)
 {
-    AddDirList(app, names, dirs, description)->required();
+    AddDirList(app, names, dirs, description);
 }
 
 void ModelOptions::AddPath(CLI::App *app)

@@ -30,18 +30,19 @@ class ModelOptions {
     void AddModule(CLI::App *app);
     void AddModules(CLI::App *app, const char *description, bool required = false);
 
-    /* A module by its name alone, for a command that has directories of its own. */
-    void AddModuleName(CLI::App *app);
-
     void AddPath(CLI::App *app);
     void AddFormats(CLI::App *app, const std::vector<std::string> &formats);
 
-    /* A required option of a command's own that names directories. */
+    /* An option of a command's own that names directories. */
     static void AddDirOption(CLI::App *app, const char *names, std::vector<std::string> *dirs, const char *description);
 
     void Understand();
 
+    /* What "MODULE[@REVISION]|FILE" means; a file only for a command that takes files. */
+    ModuleKey ToModuleKey(const std::string &text);
+
     const ModelRequest &Request() const { return request_; }
+    bool IsRecursive() const { return recursive_; }
     const ModuleKey &Module() const { return request_.modules.front(); }
     const std::string &Path() const { return path_; }
     Format OutputFormat() const;
@@ -52,7 +53,6 @@ class ModelOptions {
 
   private:
     void AddDirs(CLI::App *app);
-    ModuleKey ToModuleKey(const std::string &text);
     std::vector<std::string> Expanded(const std::vector<std::string> &dirs) const;
 
     ModelRequest request_;

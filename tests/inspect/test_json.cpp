@@ -106,7 +106,8 @@ TEST(InspectJson, EveryCommandWritesWhatItsSchemaSays)
     const std::string fans = "diff example-fans --old tests/inspect/yin/v1 --old examples/yin --new ";
     for (const std::string &negative : {"check example-faulty example-qos" + faulty, "check --all" + own,
                                         fans + "tests/inspect/yin/v2 --new examples/yin --format json",
-                                        fans + "tests/inspect/yin/v1 --new examples/yin --format json"})
+                                        fans + "tests/inspect/yin/v1 --new examples/yin --format json",
+                                        "diff --all examples/yin " + odd.Path() + " --format json"})
         validation.Add(negative.substr(0, negative.find(' ')), "korv-inspect " + negative);
     EXPECT_EQ(validation.Violations(), "");
     EXPECT_EQ(validation.Seen(),

@@ -42,6 +42,9 @@ TEST(InspectUsage, WrongUsageIsSaidOnStandardErrorAndGivesTwo)
         {{"check", "--all", "--off", "long-nam:x"}, "--off: there is no rule 'long-nam': did you mean 'long-name'?"},
         {{"modules", "-d", "examples/yin"}, "name a module to load"},
         {{"diff", "m", "--old", "examples/yin"}, "--new is required"},
+        {{"diff", "m", "--new", "examples/yin"}, "--old or --against is required"},
+        {{"diff", "m", "n", "--old", "examples/yin", "--new", "examples/yin"}, "name one module, or give --all"},
+        {{"diff", "--all", "examples/yin", "no/such/dir"}, "Directory does not exist: no/such/dir"},
         {{"tree", "m", "--dri", "x"}, "there is no option '--dri': did you mean '--dir'?"},
         {{"tree", "m", "-d", "examples/yin", "--formt=json"}, "there is no option '--formt': did you mean '--format'?"},
         {{"dump", "m", "-d", "examples/yin", "n"}, "The following argument was not expected: n"},
@@ -214,7 +217,7 @@ TEST(InspectUsage, HelpHasExamplesThatWork)
     for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "convert"}) {
         const Result help = Inspect({command, "--help"});
         EXPECT_EQ(help.exitCode, 0);
-        EXPECT_NE(LineWith(help.out, command == std::string("diff") ? " --old DIR --new DIR [OPT" : " [OPTIONS]"), "");
+        EXPECT_NE(LineWith(help.out, " [OPTIONS]"), "");
         const size_t examples = help.out.find("Example");
         ASSERT_NE(examples, std::string::npos) << command;
         std::istringstream lines(help.out.substr(examples));

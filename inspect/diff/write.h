@@ -1,0 +1,27 @@
+/* Changes for people and for scripts, on standard output. */
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "diff/changes.h"
+
+namespace inspect::diff {
+
+/* What has changed in one module. */
+struct ModuleChanges {
+    std::string module;
+    std::string oldRevision; /* "" for none */
+    std::string newRevision;
+    std::vector<Change> changes;
+};
+
+/* One module's changes. */
+void WriteText(const ModuleChanges &module);
+void WriteJson(const ModuleChanges &module);
+
+/* Those of many modules, with a summary. `failed` are the modules that are not compared. */
+void WriteAllText(const std::vector<ModuleChanges> &modules);
+void WriteAllJson(const std::vector<ModuleChanges> &modules, const std::vector<std::string> &failed);
+
+} // namespace inspect::diff
