@@ -77,6 +77,28 @@ TEST_F(Deviations, ReplaceAddAndDeleteShowInTheTree)
     EXPECT_EQ(LeafOf(users, "b")->ucMask, 0);
 }
 
+TEST_F(Deviations, MayTakeAwayWhatALeafrefRefersTo)
+{
+    const std::string reference = "<leaf name=\"r\"><type name=\"leafref\"><path value=\"../a\"/></type>";
+    auto write = [&](const std::string &statements) {
+        dir.Add(BASE, Container("users", Ext("class-id", "1") + Leaf("a", "uint16") + reference + Ext("field-id", "3") +
+                                             statements + "</leaf>"));
+    };
+    AddDeviation(dir, FileName("-edge"), "a");
+    write(Ext("datatype-id", "9"));
+    ASSERT_EQ(Load(BASE), 0u);
+    EXPECT_TRUE(log.Has("load deviation mod " + FileName("-edge") + ", ret is 0"));
+    EXPECT_FALSE(HasLeaf("a"));
+    ASSERT_TRUE(HasLeaf("r"));
+    EXPECT_EQ(LeafOf(Node(BASE, "users"), "r")->ucBaseType, 0u);
+    EXPECT_EQ(LeafOf(Node(BASE, "users"), "r")->uiDataType, 9u);
+    write("");
+    TELMYANG_LOCAL_DATA_S *other = YANGLIB_Initial(1, 0, nullptr, dir.Path().c_str(), nullptr);
+    EXPECT_NE(YANGLIB_LoadYangModule(other, BASE.c_str(), nullptr), 0u)
+        << "an attribute without final type needs a datatype-id";
+    YANGLIB_Uninitial(other);
+}
+
 TEST_F(Deviations, FileChoice)
 {
     const struct {
