@@ -1,6 +1,6 @@
 #include "build/constraints.h"
 
-#include <charconv>
+#include <algorithm>
 #include <span>
 #include <utility>
 
@@ -32,12 +32,12 @@ const QY_NODE *StateAbove(const QY_NODE *node)
     return above != nullptr && (above->flags & NODE_IS_STATE) != 0 ? above : nullptr;
 }
 
-uint32_t NumberOf(const Statement *statement)
+/* The digits of a number of any size, without zeros in front of it. */
+std::string_view DigitsOf(const Statement *statement)
 {
     std::string_view text = statement->argument;
-    uint32_t number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    text.remove_prefix(std::min(text.find_first_not_of('0'), text.size()));
+    return text;
 }
 
 int64_t CharacterCount(std::string_view text)
@@ -186,7 +186,9 @@ void ConstraintChecker::CheckCounts(const Statement *statement, Unit &unit)
     const Statement *most = FindChild(statement, Kw::MaxElements);
     if (least == nullptr || most == nullptr || std::string_view(most->argument) == "unbounded")
         return;
-    if (NumberOf(least) > NumberOf(most))
+    std::string_view atLeast = DigitsOf(least);
+    std::string_view atMost = DigitsOf(most);
+    if (std::pair(atLeast.size(), atLeast) > std::pair(atMost.size(), atMost))
         build_.Fail(unit, most,
                     std::string("max-elements ") + most->argument + " is less than min-elements " + least->argument);
 }

@@ -2,6 +2,7 @@
 
 #include <korv_platform.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <initializer_list>
@@ -27,16 +28,21 @@ bool IsInteger(std::string_view text)
     return IsNumber(text, value);
 }
 
-bool IsCount(std::string_view text)
+bool IsPosition(std::string_view text)
 {
     uint32_t value;
     return IsNumber(text, value);
 }
 
+/* Of any size. */
+bool IsCount(std::string_view text)
+{
+    return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
+}
+
 bool IsMaximum(std::string_view text)
 {
-    uint32_t value;
-    return text == "unbounded" || (IsNumber(text, value) && value > 0);
+    return text == "unbounded" || (IsCount(text) && text.find_first_not_of('0') != std::string_view::npos);
 }
 
 bool IsFractionDigits(std::string_view text)
@@ -89,6 +95,8 @@ bool HasForm(ArgumentForm form, std::string_view argument)
             return argument == "invert-match";
         case ArgumentForm::Integer:
             return IsInteger(argument);
+        case ArgumentForm::Position:
+            return IsPosition(argument);
         case ArgumentForm::Count:
             return IsCount(argument);
         case ArgumentForm::Maximum:
@@ -131,10 +139,12 @@ const char *ExpectedOf(ArgumentForm form)
             return "'invert-match'";
         case ArgumentForm::Integer:
             return "a number from -2147483648 to 2147483647";
-        case ArgumentForm::Count:
+        case ArgumentForm::Position:
             return "a number from 0 to 4294967295";
+        case ArgumentForm::Count:
+            return "a number";
         case ArgumentForm::Maximum:
-            return "a number from 1 to 4294967295, or 'unbounded'";
+            return "a number above 0, or 'unbounded'";
         case ArgumentForm::FractionDigits:
             return "a number from 1 to 18";
         case ArgumentForm::EnumName:

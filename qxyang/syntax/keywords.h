@@ -101,7 +101,8 @@ enum class ArgumentForm : uint8_t {
     DeviateKind,    /* 7.20.3.2 */
     Modifier,       /* 9.4.6 */
     Integer,        /* 9.6.4.2 */
-    Count,          /* 7.7.5, 9.7.4.2 */
+    Position,       /* 9.7.4.2 */
+    Count,          /* 7.7.5 */
     Maximum,        /* 7.7.6 */
     FractionDigits, /* 9.3.4 */
     EnumName,       /* 9.6.4 */
@@ -179,7 +180,7 @@ inline constexpr Keyword KEYWORDS[KEYWORD_COUNT] = {
     {"output", nullptr, ArgumentForm::None, RECORDED | KEPT},
     {"path", "value", ArgumentForm::NonEmpty, RECORDED},
     {"pattern", "value", ArgumentForm::Text, RECORDED},
-    {"position", "value", ArgumentForm::Count, RECORDED},
+    {"position", "value", ArgumentForm::Position, RECORDED},
     {"prefix", "value", ArgumentForm::Identifier, RECORDED},
     {"presence", "value", ArgumentForm::Text},
     {"range", "value", ArgumentForm::NonEmpty, RECORDED},
