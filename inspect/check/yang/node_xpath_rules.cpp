@@ -32,8 +32,14 @@ size_t StepsToRoot(QY_NODE *context)
     return steps;
 }
 
+/* The statements behind a node, read once for all its expressions. */
+struct Maker {
+    QXYANG_ORIGIN_S statement;
+    QXYANG_ORIGIN_S uses;
+};
+
 /* Looks at an expression of a node. Its context is the place, or the nearest node above that data have. */
-void CheckExpression(NodeCheck &check, const char *keyword, const NodeStatement &expression, QY_NODE *node,
+void CheckExpression(NodeCheck &check, const char *keyword, const NodeStatement &expression, const Maker &maker,
                      QY_NODE *place)
 {
     const Climbs &climbs = check.ClimbsOf(expression);
@@ -49,40 +55,42 @@ void CheckExpression(NodeCheck &check, const char *keyword, const NodeStatement 
               std::to_string(most) + " at most";
     check.Report("xpath-root",
                  std::string(keyword) + " '" + std::string(expression.argument) + "' climbs above the root" + way,
-                 {expression.origin, OriginOf(node), UsesOf(node)});
+                 {expression.origin, maker.statement, maker.uses});
 }
 
 /* The condition of the uses statement that puts the node where it is. */
-void CheckUsesCondition(NodeCheck &check, QY_NODE *node)
+void CheckUsesCondition(NodeCheck &check, QY_NODE *node, const Maker &maker)
 {
-    QXYANG_ORIGIN_S uses = UsesOf(node);
+    const QXYANG_ORIGIN_S &uses = maker.uses;
     QY_NODE *parent = QY_NODE_GetParentNode(node);
     if (uses.pstFile == nullptr || (parent != nullptr && IsSameStatement(UsesOf(parent), uses)))
         return;
     if (const std::optional<NodeStatement> &when = check.WhenIn(uses))
-        CheckExpression(check, "when", *when, node, parent);
+        CheckExpression(check, "when", *when, maker, parent);
 }
 
 } // namespace
 
 void CheckExpressions(NodeCheck &check, QY_NODE *node)
 {
+    Maker maker = {OriginOf(node), UsesOf(node)};
     for (const char *keyword : {"must", "when"})
         for (const NodeStatement &expression : StatementsOf(node, keyword))
-            CheckExpression(check, keyword, expression, node, node);
-    CheckUsesCondition(check, node);
+            CheckExpression(check, keyword, expression, maker, node);
+    CheckUsesCondition(check, node, maker);
     uint32_t type = QY_NODE_GetNodeType(node);
     if (type == QY_NODE_TYPE_LEAF || type == QY_NODE_TYPE_LEAF_LIST)
         for (const NodeStatement &own : TypesOf(node))
             for (const NodeStatement &path : check.ClimbingPathsIn(own))
-                CheckExpression(check, "path", path, node, node);
+                CheckExpression(check, "path", path, maker, node);
 }
 
 /* RFC 7950, 7.21.5: the context of its condition is the augment's target. */
 void CheckAugmentCondition(NodeCheck &check, QY_NODE *augment)
 {
-    if (const std::optional<NodeStatement> &when = check.WhenIn(OriginOf(augment)))
-        CheckExpression(check, "when", *when, augment, QY_NODE_GetAugmentTargetNode(augment));
+    Maker maker = {OriginOf(augment), UsesOf(augment)};
+    if (const std::optional<NodeStatement> &when = check.WhenIn(maker.statement))
+        CheckExpression(check, "when", *when, maker, QY_NODE_GetAugmentTargetNode(augment));
 }
 
 } // namespace inspect
