@@ -52,15 +52,22 @@ std::string NodeCheck::SeeText(const QXYANG_ORIGIN_S &statement)
 
 void NodeCheck::Report(Rule rule, const std::string &text, std::initializer_list<QXYANG_ORIGIN_S> statements)
 {
-    const auto *found = std::find_if(statements.begin(), statements.end(),
-                                     [this](const QXYANG_ORIGIN_S &origin) { return IsOwn(origin); });
-    if (found == statements.end() || !reported_.insert({&*rule, {found->pstFile, found->uiStatement}}).second)
+    const auto *own = std::find_if(statements.begin(), statements.end(),
+                                   [this](const QXYANG_ORIGIN_S &origin) { return IsOwn(origin); });
+    bool isOwn = own != statements.end();
+    QXYANG_ORIGIN_S place = isOwn ? *own : UsesOfNode();
+    if (!IsOwn(place) || !reported_.insert({&*rule, {place.pstFile, place.uiStatement}}).second)
         return;
     Finding finding = {rule, QY_MOD_GetModuleName(module_), {"", 0, 0, text}};
-    PlaceAt(places_->Of(*found), &finding.cause);
-    if (found != statements.begin())
+    PlaceAt(places_->Of(place), &finding.cause);
+    if (!isOwn || own != statements.begin())
         finding.cause.text += SeeText(*statements.begin());
     findings_.push_back(std::move(finding));
+}
+
+QXYANG_ORIGIN_S NodeCheck::UsesOfNode() const
+{
+    return node_ != nullptr ? UsesOf(node_) : QXYANG_ORIGIN_S{};
 }
 
 QY_NODE *NodeCheck::ChildOf(QY_NODE *node, const std::string &module, std::string_view name)

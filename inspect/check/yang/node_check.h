@@ -47,9 +47,12 @@ class NodeCheck {
   public:
     NodeCheck(QY_CTX *schema, QY_MOD *module, Places *places);
 
-    /* Reports what these statements do together, at the first of them that stands in the module's own files. If none does, the
-     * fault is another module's, and nothing is said. A statement gets one finding of a rule, however many nodes it
-     * makes. */
+    /* The node that the rules look at, or null. */
+    void Look(const QY_NODE *node) { node_ = node; }
+
+    /* Reports what these statements do together, at the first of them that stands in the module's own files; if none does, at
+     * the module's `uses` that brings the node. Without one the fault is another module's, and nothing is said. A statement
+     * gets one finding of a rule, however many nodes it makes. */
     void Report(Rule rule, const std::string &text, std::initializer_list<QXYANG_ORIGIN_S> statements);
 
     /* True if the statement stands in the module's own files. */
@@ -94,8 +97,10 @@ class NodeCheck {
     using StatementKey = std::pair<const QXYANG_FILE *, uint32_t>;
 
     const DefaultCase &DefaultOf(QY_NODE *choice);
+    QXYANG_ORIGIN_S UsesOfNode() const;
 
     QY_MOD *module_;
+    const QY_NODE *node_ = nullptr;
     Places *places_;
     FileNameTable files_;
     Identities identities_;

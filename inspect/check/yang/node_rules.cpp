@@ -32,6 +32,7 @@ constexpr NodeRule AUGMENT_RULES[] = {CheckMandatoryAugment, CheckAugmentConditi
 void CheckNode(NodeCheck &check, QY_NODE *node)
 {
     uint32_t kind = Kind(QY_NODE_GetNodeType(node));
+    check.Look(node);
     for (const RuleOfKinds &rule : NODE_RULES)
         if ((rule.kinds & kind) != 0)
             rule.check(check, node);
@@ -51,6 +52,7 @@ std::vector<Finding> CheckNodes(QY_CTX *schema, QY_MOD *module, Places *places)
             rule(check, augment);
     });
     ForEachOwnNode(module, [&check](QY_NODE *node) { CheckNode(check, node); });
+    check.Look(nullptr);
     CheckRemovedTargets(check, schema);
     return check.TakeFindings();
 }
