@@ -199,6 +199,42 @@ typedef uint32_t (*QXYANG_NAME_PF)(const char *pcName, void *pvCookie);
 KORV_PLATFORM_API uint32_t QXYANG_ScanModuleNames(const char *const *ppcDirs, uint32_t uiDirCount, QXYANG_NAME_PF pfnCb,
                                                   void *pvCookie);
 
+/** Search directories and what they hold. Each directory is read when it is first needed, and once at most: a tool uses a
+ * handle for as long as it takes the files to be what they were. */
+typedef struct QXYANG_LISTINGS QXYANG_LISTINGS;
+
+/** A module file of a directory: uiDir is the directory's number, pcFile the name of a file that ends in ".yin" or ".yang",
+ * or null: the directory cannot be listed, and iError is the errno value that says why. The text is the callback's until it
+ * returns. */
+typedef uint32_t (*QXYANG_LISTED_FILE_PF)(uint32_t uiDir, const char *pcFile, int32_t iError, void *pvCookie);
+/** A file of a module: pcName is the module's name or a submodule's, uiSyntax a QXYANG_SYNTAX_ value. */
+typedef uint32_t (*QXYANG_MODULE_FILE_PF)(const char *pcName, const char *pcPath, uint32_t uiSyntax, void *pvCookie);
+
+/** Notes the directories; nothing is read yet.
+ *
+ * @param ppcDirs    directories in the order in which they are searched; may be null when uiDirCount is 0
+ * @param uiDirCount their number
+ * @return a handle; release it with QXYANG_CloseListings. Null: no memory. */
+KORV_PLATFORM_API QXYANG_LISTINGS *QXYANG_OpenListings(const char *const *ppcDirs, uint32_t uiDirCount);
+
+/** Releases the handle. Contexts that use it go on with what it has read. Null does nothing. */
+KORV_PLATFORM_API void QXYANG_CloseListings(QXYANG_LISTINGS *pstListings);
+
+/** Reports all module files of the directories, also those that no load finds: directory by directory in the order of the
+ * alphabet. Subfolders and other files whose names end like that are reported, too. */
+KORV_PLATFORM_API uint32_t QXYANG_ScanListedFiles(QXYANG_LISTINGS *pstListings, QXYANG_LISTED_FILE_PF pfnCb,
+                                                  void *pvCookie);
+
+/** Reports what QXYANG_ScanModuleNames reports, each name with the file that a load by that name takes.
+ *
+ * @return what the callback returned; 1 without a callback when there is no memory */
+KORV_PLATFORM_API uint32_t QXYANG_ScanListedModules(QXYANG_LISTINGS *pstListings, QXYANG_MODULE_FILE_PF pfnCb,
+                                                    void *pvCookie);
+
+/** Makes the context look for files in these listings from now on, wherever it needs the listing of one of its search
+ * directories. It does not see files that come later. */
+KORV_PLATFORM_API void QXYANG_UseListings(QY_CTX *pCtx, QXYANG_LISTINGS *pstListings);
+
 /** @} */
 
 /* ------------------------------------------------------------------------------------------------------------------ */
@@ -206,9 +242,6 @@ KORV_PLATFORM_API uint32_t QXYANG_ScanModuleNames(const char *const *ppcDirs, ui
  * @defgroup qxyang_load Loads
  * @{
  */
-
-/** A file of a module: pcName is the module's name or a submodule's, uiSyntax a QXYANG_SYNTAX_ value. */
-typedef uint32_t (*QXYANG_MODULE_FILE_PF)(const char *pcName, const char *pcPath, uint32_t uiSyntax, void *pvCookie);
 
 /** Reports the files that the module was loaded from: its submodules' in the order of inclusion, its own last. The texts
  * live as long as the module. */

@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "base/text.h"
 #include "files/search_path.h"
@@ -40,7 +41,27 @@ SearchPath PathOf(const char *const *dirs, uint32_t count)
     return path;
 }
 
+/* Calls visit(name, path) for each name that a load finds a file for, in the order of the alphabet. */
+template <class Visit>
+uint32_t ScanModules(FileFinder &finder, Visit &&visit)
+{
+    std::set<std::string> names;
+    finder.ForEachName([&names](std::string_view name) { names.emplace(name); });
+    for (const std::string &name : names) {
+        std::vector<std::string> files = IsIdentifier(name) ? finder.Candidates(name, {}) : std::vector<std::string>();
+        if (uint32_t result = files.empty() ? 0 : visit(name, files.front()); result != 0)
+            return result;
+    }
+    return 0;
+}
+
 } // namespace
+
+struct QXYANG_LISTINGS {
+    SearchPath path;
+    std::vector<std::string> dirs; /* absolute, as many as were given; "" for an empty name */
+    std::shared_ptr<Listings> listings;
+};
 
 QXYANG_FILE *QXYANG_ReadFile(const char *pcPath, uint32_t uiOptions)
 {
@@ -149,20 +170,70 @@ uint32_t QXYANG_ScanModuleNames(const char *const *ppcDirs, uint32_t uiDirCount,
 {
     try {
         SearchPath path = PathOf(ppcDirs, uiDirCount);
-        NameBudget nameBudget;
-        FileFinder finder(path, nameBudget);
-        std::set<std::string> names;
-        finder.ForEachName([&names](std::string_view name) { names.emplace(name); });
-        for (const std::string &name : names) {
-            if (!IsIdentifier(name) || finder.Candidates(name, {}).empty())
+        NameBudget budget;
+        FileFinder finder(path, budget);
+        return ScanModules(finder,
+                           [=](const std::string &name, const std::string &) { return pfnCb(name.c_str(), pvCookie); });
+    } catch (...) {
+        return 1;
+    }
+}
+
+QXYANG_LISTINGS *QXYANG_OpenListings(const char *const *ppcDirs, uint32_t uiDirCount)
+{
+    try {
+        auto listings = std::make_unique<QXYANG_LISTINGS>();
+        listings->path = PathOf(ppcDirs, uiDirCount);
+        for (uint32_t i = 0; i < uiDirCount; ++i)
+            listings->dirs.push_back(*ppcDirs[i] != '\0' ? listings->path.PlaceOf(ppcDirs[i]) : std::string());
+        listings->listings = std::make_shared<Listings>();
+        return listings.release();
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+void QXYANG_CloseListings(QXYANG_LISTINGS *pstListings)
+{
+    delete pstListings;
+}
+
+uint32_t QXYANG_ScanListedFiles(QXYANG_LISTINGS *pstListings, QXYANG_LISTED_FILE_PF pfnCb, void *pvCookie)
+{
+    try {
+        for (uint32_t i = 0; i < pstListings->dirs.size(); ++i) {
+            if (pstListings->dirs[i].empty())
                 continue;
-            if (uint32_t result = pfnCb(name.c_str(), pvCookie); result != 0)
+            const Listings::Directory &directory = pstListings->listings->Of(pstListings->dirs[i]);
+            uint32_t result = directory.error != 0 ? pfnCb(i, nullptr, directory.error, pvCookie) : 0;
+            for (auto file = directory.files.begin(); result == 0 && file != directory.files.end(); ++file)
+                result = pfnCb(i, file->c_str(), 0, pvCookie);
+            if (result != 0)
                 return result;
         }
         return 0;
     } catch (...) {
         return 1;
     }
+}
+
+uint32_t QXYANG_ScanListedModules(QXYANG_LISTINGS *pstListings, QXYANG_MODULE_FILE_PF pfnCb, void *pvCookie)
+{
+    try {
+        NameBudget budget;
+        FileFinder finder(pstListings->path, budget, pstListings->listings.get());
+        return ScanModules(finder, [=](const std::string &name, const std::string &path) {
+            uint32_t syntax = path.ends_with(COMPACT_SUFFIX) ? QXYANG_SYNTAX_COMPACT : QXYANG_SYNTAX_YIN;
+            return pfnCb(name.c_str(), path.c_str(), syntax, pvCookie);
+        });
+    } catch (...) {
+        return 1;
+    }
+}
+
+void QXYANG_UseListings(QY_CTX *pCtx, QXYANG_LISTINGS *pstListings)
+{
+    pCtx->listings = pstListings->listings;
 }
 
 uint32_t QXYANG_ScanModuleFiles(const QY_MOD *pMod, QXYANG_MODULE_FILE_PF pfnCb, void *pvCookie)

@@ -36,7 +36,7 @@ struct PendingLeafref {
 /* One load call. */
 struct LoadState {
     explicit LoadState(QY_CTX &owner)
-        : context(owner), failures(owner.failures), files(owner.path, owner.failures.names)
+        : context(owner), failures(owner.failures), files(owner.path, owner.failures.names, owner.listings.get())
     {
     }
 

@@ -119,9 +119,9 @@ std::string SearchPath::PlaceOf(std::string_view directory) const
     return place != places_.end() ? place->second : AbsolutePath(directory);
 }
 
-const FileFinder::Directory &FileFinder::Read(const std::string &directory)
+const Listings::Directory &Listings::Of(const std::string &directory)
 {
-    auto [entry, isNew] = listings_.try_emplace(directory);
+    auto [entry, isNew] = directories_.try_emplace(directory);
     if (!isNew)
         return entry->second;
     std::unique_ptr<DIR, DirectoryClose> open(::opendir(directory.c_str()));

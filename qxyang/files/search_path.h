@@ -20,18 +20,37 @@ class SearchPath {
 
     const std::vector<std::string> &Directories() const { return directories_; }
 
-  private:
+    /* The absolute path that the directory stands for. */
     std::string PlaceOf(std::string_view directory) const;
 
+  private:
     std::vector<std::string> directories_;
     std::unordered_map<std::string, std::string> places_; /* of relative directories */
 };
 
-/* Finds files during one load call. Reads the listing of a directory once at most. */
+/* What directories held when they were read: each is read once at most. */
+class Listings {
+  public:
+    struct Directory {
+        std::vector<std::string> files; /* names of module files in the order of the alphabet */
+        int error = 0;                  /* why the directory cannot be listed, or 0 */
+    };
+
+    const Directory &Of(const std::string &directory);
+
+  private:
+    std::unordered_map<std::string, Directory> directories_;
+};
+
+/* Finds files. */
 class FileFinder {
   public:
-    /* The budget pays for the names that are compared with the name of a missing file. */
-    FileFinder(const SearchPath &path, NameBudget &names) : path_(path), names_(names) {}
+    /* The budget pays for the names that are compared with the name of a missing file. Without listings to share with
+     * others, the finder reads its own. */
+    FileFinder(const SearchPath &path, NameBudget &names, Listings *shared = nullptr)
+        : path_(path), names_(names), shared_(shared)
+    {
+    }
 
     /* Files to try, the best first: RFC 7950, 5.2. Without a revision: NAME.yin of the first directory that has it,
      * else the newest NAME@REVISION.yin of all directories. With one: NAME@REVISION.yin, then every NAME.yin, which
@@ -57,12 +76,10 @@ class FileFinder {
     std::string OtherRevisions(std::string_view name, std::string_view wanted);
 
   private:
-    struct Directory {
-        std::vector<std::string> files; /* names of module files in the order of the alphabet */
-        int error = 0;                  /* why the directory cannot be listed, or 0 */
-    };
-
-    const Directory &Read(const std::string &directory);
+    const Listings::Directory &Read(const std::string &directory)
+    {
+        return (shared_ != nullptr ? *shared_ : ownListings_).Of(directory);
+    }
     const std::vector<std::string> &Listing(const std::string &directory) { return Read(directory).files; }
 
     /* " (cannot be listed: Permission denied)" and the like; empty when the directory can be listed and entered. */
@@ -77,7 +94,8 @@ class FileFinder {
 
     const SearchPath &path_;
     NameBudget &names_;
-    std::unordered_map<std::string, Directory> listings_;
+    Listings *shared_;
+    Listings ownListings_;
     std::string own_; /* directory of this layer's own models, if isOwnKnown_ */
     bool isOwnKnown_ = false;
 };

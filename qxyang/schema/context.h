@@ -61,6 +61,7 @@ struct QY_CTX {
 
     std::list<std::unique_ptr<QY_MOD>> modules; /* in the order in which their loads began */
     qxyang::SearchPath path;
+    std::shared_ptr<qxyang::Listings> listings; /* null unless a tool shares some: each load reads its own */
     qxyang::Failures failures;
     qxyang::DeviationLog deviations;
     std::unique_ptr<qxyang::Details> details; /* null unless a tool asked for them */

@@ -7,24 +7,28 @@ namespace qxyang {
 uint32_t Details::AddFile(const QY_MOD &module, std::string_view name, std::string_view path, std::string_view text)
 {
     files_.emplace(nextFile_, KeptFile{&module, std::string(name), std::string(path), std::string(text), nullptr});
+    byName_[std::string(name)].push_back(nextFile_);
     return nextFile_++;
 }
 
 KeptFile *Details::FileNamed(std::string_view name)
 {
     KeptFile *found = nullptr;
-    for (auto &[number, file] : files_)
-        if (file.name == name && (found == nullptr || !found->module->byName))
+    ForEachNamed(name, [&found](KeptFile &file) {
+        if (found == nullptr || !found->module->byName)
             found = &file;
+    });
     return found;
 }
 
 KeptFile *Details::FileOf(const QY_MOD &module)
 {
-    for (auto &[number, file] : files_)
-        if (file.module == &module && file.name == module.name)
-            return &file;
-    return nullptr;
+    KeptFile *found = nullptr;
+    ForEachNamed(module.name, [&](KeptFile &file) {
+        if (file.module == &module)
+            found = &file;
+    });
+    return found;
 }
 
 bool Details::IsOfDying(Spot spot) const
@@ -45,7 +49,12 @@ void Details::ForgetDying(const QY_MOD *first) noexcept
                 std::erase_if(node->module->details->nodes.find(node)->second.changes,
                               [this](Spot change) { return IsOfDying(change); });
     }
-    std::erase_if(files_, [](const auto &file) { return file.second.module->dying; });
+    std::erase_if(files_, [this](const auto &file) {
+        bool isDying = file.second.module->dying;
+        if (auto named = byName_.find(file.second.name); isDying && named != byName_.end())
+            std::erase(named->second, file.first);
+        return isDying;
+    });
 }
 
 } // namespace qxyang

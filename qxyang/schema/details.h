@@ -76,7 +76,20 @@ class Details {
   private:
     bool IsOfDying(Spot spot) const;
 
+    /* Calls visit(file) for the files of that name, in the order in which they came. */
+    template <class Visit>
+    void ForEachNamed(std::string_view name, Visit visit)
+    {
+        auto numbers = byName_.find(name);
+        if (numbers == byName_.end())
+            return;
+        for (uint32_t number : numbers->second)
+            if (KeptFile *file = File(number))
+                visit(*file);
+    }
+
     std::map<uint32_t, KeptFile> files_; /* by number */
+    std::map<std::string, std::vector<uint32_t>, std::less<>> byName_;
     uint32_t nextFile_ = 0;
 };
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <qxyang.h>
 
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -288,6 +289,31 @@ TEST(StatementFiles, PathsOfAModuleAreThoseThatALoadTries)
     };
     EXPECT_EQ(QXYANG_ScanModuleNames(dirs, 3, addName, &names), 0u);
     EXPECT_EQ(names, " dated m");
+
+    /* Listings stay what they were, for the contexts that use them, too. */
+    std::string listed;
+    auto addFile = [](uint32_t dir, const char *file, int32_t error, void *cookie) {
+        *static_cast<std::string *>(cookie) +=
+            " " + std::to_string(dir) + ":" + (file != nullptr ? file : std::strerror(error));
+        return 0u;
+    };
+    auto addModule = [](const char *name, const char *path, uint32_t syntax, void *cookie) {
+        *static_cast<std::string *>(cookie) += std::string(" ") + name + "=" + path + ":" + std::to_string(syntax);
+        return 0u;
+    };
+    const std::string none = below + "/none";
+    const char *const some[] = {"", below.c_str(), none.c_str()};
+    QXYANG_LISTINGS *listings = QXYANG_OpenListings(some, 3);
+    EXPECT_EQ(QXYANG_ScanListedFiles(listings, addFile, &listed), 0u);
+    EXPECT_EQ(listed, " 1:m.yang 1:m@2020-01-01.yin 2:No such file or directory");
+    schema.File("sub/late@2020-01-01.yin", "");
+    listed.clear();
+    EXPECT_EQ(QXYANG_ScanListedModules(listings, addModule, &listed), 0u);
+    EXPECT_EQ(listed, " m=" + below + "/m.yang:2");
+    QY_CTX_SetSearchDir(schema.Context(), below.c_str());
+    QXYANG_UseListings(schema.Context(), listings);
+    QXYANG_CloseListings(listings);
+    EXPECT_NE(schema.Failures("late").find("no file 'late.yin'"), std::string::npos);
 }
 
 TEST(Loads, TellTheirFilesAndFailures)
