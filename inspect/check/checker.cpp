@@ -1,11 +1,17 @@
 #include "check/checker.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <iterator>
+#include <string_view>
+#include <tuple>
+#include <utility>
 
+#include "base/failure.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "check/statement_rules.h"
 #include "check/yang/node_rules.h"
-#include "model/load_causes.h"
+#include "model/load_faults.h"
 #include "model/message_text.h"
 #include "model/module_search.h"
 #include "model/schema_scan.h"
@@ -13,153 +19,317 @@
 namespace inspect {
 namespace {
 
-bool Has(const std::vector<Finding> &findings, Rule rule)
+constexpr size_t SHOWN_CHANGER_NUM = 3;
+
+/* ", when module 'm' is loaded before 'a', 'b'" */
+std::string OrderText(const std::string &module, const char *where, const std::set<std::string> &changers)
 {
-    return std::any_of(findings.begin(), findings.end(),
-                       [rule](const Finding &finding) { return finding.rule == rule; });
+    std::vector<std::string> names;
+    for (const std::string &changer : changers)
+        if (names.size() < SHOWN_CHANGER_NUM)
+            names.push_back("'" + changer + "'");
+    return ", when module '" + module + "' is loaded " + where + " " + Join(names, ", ") +
+           (changers.size() > names.size() ? " and others" : "");
 }
 
-/* The module's top nodes that are no containers but hold or are classes: the library gives them no tree. */
-std::vector<QY_NODE *> ClassesWithoutTree(QY_MOD *module)
+/* " (line 3)" or " (FILE:3)" */
+std::string SeeText(const Position &place, const std::optional<Position> &from)
 {
-    std::vector<QY_NODE *> found;
-    ForEachTop(module, [&](QY_NODE *top) {
-        if (QY_NODE_GetNodeType(top) == QY_NODE_TYPE_CONTAINER)
-            return;
-        bool holdsClass = false;
-        ForEachBelow(top, [&](QY_NODE *below) { holdsClass |= !ExtensionArguments(below, "class-id").empty(); });
-        if (holdsClass)
-            found.push_back(top);
-    });
-    return found;
+    std::string line = std::to_string(place.line);
+    return from && from->file == place.file ? " (line " + line + ")" : " (" + place.file + ":" + line + ")";
+}
+
+/* The statement that gives the module its task id. */
+std::optional<Extension> TaskIdOf(QY_MOD *module)
+{
+    for (const Extension &extension : ExtensionsOf(module))
+        if (extension.keyword == "aaa-task-id" && ReadNumber(extension.argument).value != 0)
+            return extension;
+    return std::nullopt;
+}
+
+/* "2020-01-01" of "models/m@2020-01-01.yin", or "" */
+std::string RevisionInName(const std::string &file)
+{
+    size_t begin = file.rfind('@');
+    size_t end = file.rfind('.');
+    return begin == std::string::npos || begin > end || file.find('/', begin) != std::string::npos
+               ? ""
+               : file.substr(begin + 1, end - begin - 1);
 }
 
 } // namespace
 
-std::vector<ModuleKey> Checker::Modules() const
+std::vector<ModuleKey> Checker::Keys() const
 {
     if (!all_)
         return request_.modules;
-    std::vector<ModuleKey> modules;
-    for (const std::string &name : ModuleNames(request_.dirs))
-        if (!HoldsSubmodule(ModulePath(request_.dirs, name)))
-            modules.push_back({name, ""});
-    return modules;
+    std::vector<ModuleKey> keys;
+    for (const auto &[name, path] : listing_.Modules())
+        keys.push_back({name, ""});
+    return keys;
 }
 
-std::vector<Finding> Checker::Check(const ModuleKey &key)
+/* Submodules, which --all names as well, are checked with their modules. */
+void Checker::Load(Device *device, const std::vector<ModuleKey> &keys, const Progress &progress)
 {
-    Instance instance(request_.dirs, request_.verbose);
+    for (size_t i = 0; i < keys.size(); ++i) {
+        progress(i + 1, keys.size(), keys[i].name);
+        bool isUnread = all_ && files_.UnreadDeviations().contains(keys[i].name);
+        if (isUnread) {
+            modules_.push_back({keys[i], {true, {}, {}}, {}});
+            CheckAlone(keys[i]);
+            continue;
+        }
+        DeviceModule module = device->Load(keys[i]);
+        if (all_ && !module.report.loaded && HoldsSubmodule(listing_.Modules().at(keys[i].name)))
+            continue;
+        judged_.insert(keys[i].name);
+        modules_.push_back(std::move(module));
+    }
     for (const ModuleKey &load : request_.loads)
-        LoadOrFail(&instance, request_, load);
-    LoadReport report = instance.Load(key);
-    std::vector<Finding> findings = LoadFindings(instance, key, report);
-    AddUnlistedDirs(key, &findings);
-    AddTwins(instance, key, &findings);
-    if (!report.loaded)
-        return findings;
-    std::vector<Finding> rules = RuleChecker(instance, Loaded(instance, key), &places_, &uses_).Check();
-    findings.insert(findings.end(), rules.begin(), rules.end());
-    if (QY_MOD *schema = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str())) {
-        NoteMarkedFiles(instance.Schema(), schema, request_.dirs, &marked_);
-        std::vector<Finding> statements = StatementRules(instance.Schema(), schema, &places_).Check();
-        findings.insert(findings.end(), statements.begin(), statements.end());
-        std::vector<Finding> yang = CheckYangStatements(instance.Schema(), schema, &places_, &namespaces_);
-        findings.insert(findings.end(), yang.begin(), yang.end());
-        std::vector<Finding> nodes = CheckNodes(instance.Schema(), schema, &places_);
-        findings.insert(findings.end(), nodes.begin(), nodes.end());
-    }
-    AddClassesWithoutTree(instance, key, &findings);
-    if (report.problems.empty())
-        AddMessages(key, report, &findings);
-    return findings;
+        judged_.insert(load.name);
 }
 
-std::vector<Finding> Checker::LoadFindings(const Instance &instance, const ModuleKey &key, const LoadReport &report)
+/* Deviations that no device loads would change the others: they get a device of their own. */
+void Checker::CheckAlone(const ModuleKey &key)
 {
-    std::vector<Finding> findings;
-    const Cause *seen = nullptr;
-    std::vector<Cause> causes = CausesOf(instance, request_.dirs, key, report);
-    for (const Cause &cause : causes)
-        if (!cause.file.empty() && !reported_.insert(PlaceText(cause, key.name) + cause.text).second)
-            seen = &cause;
-        else
-            findings.push_back({report.loaded ? Rule("deviation-failed") : Rule("load-failed"), key.name, cause});
-    if (!report.loaded && findings.empty() && seen != nullptr) {
-        findings.push_back({"load-failed", key.name, *seen});
-        findings.back().cause.text = "module '" + key.name + "' is not loaded for the same reason";
-    }
-    if (report.loaded && !causes.empty())
-        findings.push_back({"deviation-failed",
-                            key.name,
-                            {"", 0, 0, "the module is loaded without its deviations: it is not what was meant"}});
-    return findings;
+    Device device(request_, listing_);
+    DeviceModule module = device.Load(key);
+    AddCauses(module, "");
+    if (module.schema != nullptr)
+        CheckSchema(device, module.schema);
 }
 
-/* Each directory once. */
-void Checker::AddUnlistedDirs(const ModuleKey &key, std::vector<Finding> *findings)
+void Checker::CheckSchema(const Device &device, QY_MOD *module)
 {
-    for (const std::string &dir : request_.dirs.dirs) {
-        std::error_code error;
-        std::filesystem::directory_iterator listing(dir, error);
-        if (error && reported_.insert(dir).second)
-            findings->push_back({"unlisted-directory",
-                                 key.name,
-                                 {"", 0, 0,
-                                  "directory '" + dir + "' cannot be listed (" + error.message() +
-                                      "): deviation files and files of other revisions in it are not seen"}});
-    }
+    QY_CTX *schema = device.Library().Schema();
+    NoteMarkedFiles(schema, module, request_.dirs, &marked_);
+    findings_.Add(StatementRules(schema, module, &places_).Check());
+    findings_.Add(CheckYangStatements(schema, module, &places_, &namespaces_));
+    findings_.Add(CheckNodes(schema, module, &places_));
 }
 
-/* Files of one name in both syntaxes, each pair once. */
-void Checker::AddTwin(const std::string &module, const std::string &path, std::vector<Finding> *findings)
+/* `order`, unless it is "", says in which order of loads they show. */
+void Checker::AddCauses(const DeviceModule &module, const std::string &order)
 {
-    std::string yin = ShownPath(request_.dirs, path);
-    std::string compact = TwinOf(yin);
-    if (compact.ends_with(".yin"))
-        yin.swap(compact);
-    if (compact.empty() || !reported_.insert(compact).second)
+    bool isLoaded = module.report.loaded;
+    Rule rule = isLoaded ? Rule("deviation-failed") : Rule("load-failed");
+    const Cause *known = nullptr;
+    bool isNew = false;
+    for (const Cause &cause : module.causes) {
+        auto [reason, isFirst] = reasons_.try_emplace(PlaceText(cause, module.key.name) + cause.text, rule);
+        if (!cause.file.empty() && !isFirst) {
+            known = reason->second == rule ? &cause : known;
+            isNew = isNew || known == nullptr; // a deviation module: the module that it deviates has told it
+            continue;
+        }
+        Finding finding = {rule, module.key.name, cause};
+        finding.cause.text += order;
+        findings_.Add(std::move(finding));
+        isNew = true;
+    }
+    if (!order.empty())
         return;
-    Finding finding = {"two-syntaxes", module, {yin, 0, 0, ""}};
-    finding.cause.text = "'" + compact + "' stands beside it: of the two, a load by name reads the .yin file alone";
-    findings->push_back(finding);
+    if (!isLoaded && !isNew && known != nullptr) {
+        Finding finding = {"load-failed", module.key.name, *known};
+        finding.cause.text = "module '" + module.key.name + "' is not loaded for the same reason";
+        findings_.Add(std::move(finding));
+    }
+    if (isLoaded && !module.causes.empty())
+        findings_.Add({"deviation-failed",
+                       module.key.name,
+                       {"", 0, 0, "the module is loaded without its deviations: it is not what was meant"}});
 }
 
-/* Of the module's own file, loaded or not, and of its submodules'. */
-void Checker::AddTwins(const Instance &instance, const ModuleKey &key, std::vector<Finding> *findings)
+void Checker::AddFacts(const Device &device)
 {
-    AddTwin(key.name, ModulePath(request_.dirs, key.name), findings);
-    if (QY_MOD *module = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str()))
-        for (const std::string &path : PathsOf(module))
-            AddTwin(key.name, path, findings);
+    QY_CTX *schema = device.Library().Schema();
+    for (const std::string &name : judged_)
+        if (QY_MOD *module = QY_CTX_GetModuleByModName(schema, name.c_str()))
+            facts_.emplace(name, FactsOf(device.Library(), module));
+    for (const auto &[name, facts] : facts_)
+        order_.Add(name, facts);
+    order_.Close();
 }
 
-void Checker::AddClassesWithoutTree(const Instance &instance, const ModuleKey &key, std::vector<Finding> *findings)
+void Checker::CheckFiles()
 {
-    QY_MOD *module = QY_CTX_GetModuleByModName(instance.Schema(), key.name.c_str());
-    if (module == nullptr)
+    std::set<std::string> names;
+    std::set<std::string> dated;
+    if (all_)
+        std::transform(listing_.Modules().begin(), listing_.Modules().end(), std::inserter(names, names.end()),
+                       [](const auto &entry) { return entry.first; });
+    for (const DeviceModule &module : modules_)
+        names.insert(module.key.name);
+    for (const auto &[name, facts] : facts_) {
+        dated.insert(facts.dated.begin(), facts.dated.end());
+        if (names.contains(name))
+            names.insert(facts.submodules.begin(), facts.submodules.end());
+    }
+    findings_.Add(files_.Check(names, dated, all_));
+}
+
+void Checker::CheckTaskId(const DeviceModule &module)
+{
+    std::optional<Extension> taskId = TaskIdOf(module.schema);
+    std::optional<Position> place = taskId ? places_.Of(taskId->origin) : std::nullopt;
+    if (!place)
         return;
-    for (QY_NODE *top : ClassesWithoutTree(module)) {
-        Finding finding = {"class-without-tree", key.name, {}};
-        finding.cause.text = "'" + NameOf(top) + "' is no container at the module's top: its classes are in no tree";
-        PlaceAt(places_.Of(top), &finding.cause);
-        findings->push_back(finding);
+    auto [first, isNew] = taskIds_.try_emplace(ReadNumber(taskId->argument).value, std::pair(module.key.name, *place));
+    if (isNew)
+        return;
+    Finding finding = {"duplicate-task-id", module.key.name, {}};
+    finding.cause.text = "aaa-task-id " + taskId->argument + " is that of module '" + first->second.first +
+                         "' as well" + SeeText(first->second.second, place);
+    PlaceAt(place, &finding.cause);
+    findings_.Add(std::move(finding));
+}
+
+/* The file of the module, and the revisions in it. */
+void Checker::CheckRevision(const DeviceModule &module, const ModuleFacts &facts)
+{
+    std::optional<Position> place = places_.Of(facts.module);
+    if (!place)
+        return;
+    std::string named = RevisionInName(place->file);
+    if (named.empty() || named == facts.revision)
+        return;
+    Finding finding = {"file-revision", module.key.name, {}};
+    finding.cause.text =
+        "the file's name says revision " + named +
+        (facts.revision.empty() ? ", and the module has none" : ", and the newest revision in it is " + facts.revision);
+    PlaceAt(places_.Of(facts.revision.empty() ? facts.module : facts.revisionStatement), &finding.cause);
+    findings_.Add(std::move(finding));
+}
+
+void Checker::CheckSchemas(const Device &device)
+{
+    for (const DeviceModule &module : modules_) {
+        if (module.schema == nullptr)
+            continue;
+        CheckRevision(module, facts_.at(module.key.name));
+        CheckTaskId(module);
+        CheckAugmentNum(*module.at, places_.Of(module.schema),
+                        [this](Finding finding) { findings_.Add(std::move(finding)); });
+        CheckSchema(device, module.schema);
     }
 }
 
-/* What the library has said beyond what the rules find by themselves, each once. */
-void Checker::AddMessages(const ModuleKey &key, const LoadReport &report, std::vector<Finding> *findings)
+void Checker::CheckTrees(const Device &device, const std::vector<const ModuleFile *> &files,
+                         const ClassRules::Report &report)
 {
-    bool keysExplained = Has(*findings, "unmapped-ancestor-key");
-    bool idsExplained = Has(*findings, "missing-field-id") || Has(*findings, "key-without-field-id");
-    std::set<std::string> said;
-    for (const std::string &error : report.errors) {
-        Remark remark = RemarkOf(error);
-        bool explained =
-            (remark == Remark::AncestorKey && keysExplained) || (remark == Remark::FieldId && idsExplained);
-        if (!explained && said.insert(error).second)
-            findings->push_back({"library-message", key.name, {"", 0, 0, error}});
+    ClassRules(device.Library(), judged_, &places_, report).Check(TreesOf(files));
+}
+
+/* With all modules before it, each one has all that others add to its classes. */
+void Checker::CheckLast(Device *device)
+{
+    std::vector<const ModuleFile *> files;
+    for (const DeviceModule &module : modules_) {
+        if (module.schema == nullptr)
+            continue;
+        files.push_back(module.at);
+        std::set<std::string> changers = order_.ChangersOf(module.key.name);
+        if (changers.empty())
+            continue;
+        DeviceModule last = device->LoadLast(module);
+        AddCauses(last, OrderText(module.key.name, "after", changers));
+        if (last.at != nullptr)
+            files.back() = last.at;
     }
+    CheckTrees(*device, files, [this](Finding finding) { findings_.Add(std::move(finding)); });
+}
+
+/* Modules as they were when their turn came, where modules that change them were still to come. */
+void Checker::CheckTurns(const Device &device, const Modules &modules)
+{
+    std::map<std::string, size_t> turns;
+    for (size_t i = 0; i < modules.size(); ++i)
+        turns.emplace(modules[i].key.name, i + 1);
+    for (const DeviceModule &module : modules) {
+        std::set<std::string> changers = order_.ChangersOf(module.key.name);
+        std::erase_if(changers, [&](const std::string &name) {
+            auto turn = turns.find(name);
+            return turn == turns.end() || turn->second < turns.at(module.key.name);
+        });
+        if (module.at == nullptr || changers.empty())
+            continue;
+        std::string order = OrderText(module.key.name, "before", changers);
+        CheckTrees(device, {module.at}, [&](Finding finding) { findings_.AddOfOrder(std::move(finding), order); });
+    }
+}
+
+void Checker::CheckReverse()
+{
+    std::vector<ModuleKey> keys;
+    for (const DeviceModule &module : modules_)
+        if (order_.Matters(module.key.name))
+            keys.push_back(module.key);
+    if (keys.size() < 2)
+        return;
+    Device device(request_, listing_);
+    Modules modules;
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
+        modules.push_back(device.Load(*key));
+        AddCauses(modules.back(), ", when the modules are loaded in reverse order");
+    }
+    CheckTurns(device, modules);
+}
+
+/* What the library says beyond what the rules find by themselves. */
+void Checker::AddMessages(const DeviceModule &module)
+{
+    if (!module.report.loaded || !module.report.problems.empty())
+        return;
+    for (const std::string &error : module.report.errors)
+        if (std::optional<Explanation> why = RemarkOf(error)) {
+            Finding finding = {"library-message", module.key.name, {"", 0, 0, why->text}};
+            for (QY_NODE *node : NodesMeant(module.schema, *why))
+                PlaceAt(places_.Of(node), &finding.cause);
+            findings_.Add(std::move(finding));
+        }
+}
+
+CheckResult Checker::Result()
+{
+    CheckResult result = {{}, findings_.Take()};
+    std::map<std::string, size_t> turns;
+    for (const DeviceModule &module : modules_) {
+        turns.emplace(module.key.name, result.modules.size());
+        result.modules.push_back(module.key.name);
+    }
+    for (Finding &finding : result.findings)
+        if (finding.module.empty())
+            finding.module = result.modules.front();
+    auto rank = [&turns](const Finding &finding) {
+        auto turn = turns.find(finding.module);
+        return std::tuple(turn != turns.end() ? turn->second : turns.size(), std::string_view(finding.cause.file),
+                          finding.cause.line, finding.cause.column);
+    };
+    std::stable_sort(result.findings.begin(), result.findings.end(),
+                     [&rank](const Finding &left, const Finding &right) { return rank(left) < rank(right); });
+    return result;
+}
+
+CheckResult Checker::Check(const Progress &progress)
+{
+    std::vector<ModuleKey> keys = Keys();
+    if (keys.empty())
+        throw Failure("no module in the directories");
+    Device device(request_, listing_);
+    Load(&device, keys, progress);
+    for (const DeviceModule &module : modules_)
+        AddCauses(module, "");
+    AddFacts(device);
+    CheckFiles();
+    CheckSchemas(device);
+    CheckLast(&device);
+    for (const DeviceModule &module : modules_)
+        AddMessages(module);
+    CheckTurns(device, modules_);
+    CheckReverse();
+    return Result();
 }
 
 } // namespace inspect

@@ -12,6 +12,7 @@ struct Finding {
     Rule rule;
     std::string module;
     Cause cause;
+    std::string path = {}; /* of the node that it is about; "" for anything else, and where the path adds nothing */
 };
 
 } // namespace inspect

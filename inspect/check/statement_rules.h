@@ -29,11 +29,19 @@ class StatementRules {
     void CheckAncestorKeyNumbers(const Extension &extension);
     void CheckRange(const std::string &keyword, const std::string &word, const Extension &extension);
     void CheckRepeated(const Extensions &extensions);
+
+    /* Statements that nothing reads: statement_effect.cpp. */
     void CheckEffect(QY_NODE *node, const Extensions &extensions);
+    void CheckTree(QY_NODE *node, QY_NODE *out, const Extensions &extensions);
     void CheckLeafrefClass(QY_NODE *node);
-    void CheckAncestorKeys(QY_NODE *node, const Extensions &extensions);
-    void CheckKeys(QY_NODE *node);
     void CheckClassStatements(const Extensions &extensions);
+
+    /* Keys: key_statements.cpp. */
+    void CheckAncestorKeys(QY_NODE *node, const Extensions &extensions);
+    void CheckAncestorKeyForms(const Extensions &keys, bool nested);
+    void CheckKeys(QY_NODE *node);
+    void CheckIndexMaps(QY_NODE *list);
+    bool HasMappingBelow(QY_NODE *list);
 
     /* Reports something about what is being checked, or about one of its statements. */
     void Report(Rule rule, const std::string &text);
@@ -43,8 +51,11 @@ class StatementRules {
     QY_CTX *schema_;
     QY_MOD *module_;
     Places *places_;
-    std::string subject_;         /* what is being checked: "leaf 'x'" */
-    QXYANG_ORIGIN_S origin_ = {}; /* and its statement */
+    QY_NODE *node_ = nullptr;     /* what is being checked; null: the module */
+    std::string subject_;         /* "leaf 'x'" */
+    QXYANG_ORIGIN_S origin_ = {}; /* its statement */
+    size_t nodes_ = 0;            /* that the module defines */
+    size_t classes_ = 0;          /* of them, and attributes that it gives to others */
     std::vector<Finding> findings_;
 };
 

@@ -22,9 +22,9 @@ namespace inspect {
 namespace {
 
 constexpr const char *INTRODUCTION =
-    R"(Each module is loaded by itself, after those of --load. Findings name the file and line
-where these can be told, and end in a short name that stays the same from release to
-release. Errors give exit status 1, a module that cannot be loaded 3; warnings keep
+    R"(The modules are loaded into one device, after those of --load, in both orders. Findings
+name the file and line where these can be told, and end in a short name that stays the
+same from release to release. Errors give exit status 1, a module that cannot be loaded 3; warnings keep
 nothing from being loaded and count with --strict alone.
 
 The comment '// korv-inspect off RULE: reason' in a model hides findings in the statement
@@ -43,22 +43,23 @@ Examples:
 /* A line on standard error that each module overwrites; nothing unless that is a terminal. */
 class Progress {
   public:
-    explicit Progress(size_t total) : total_(isatty(STDERR_FILENO) == 1 ? total : 0) {}
-
-    void Show(size_t number, const std::string &module) const
+    void Show(size_t number, size_t total, const std::string &module)
     {
-        if (total_ > 1)
-            std::fprintf(stderr, "\r\033[K[%zu/%zu] %s", number, total_, module.c_str());
+        if (total < 2 || !isTerminal_)
+            return;
+        std::fprintf(stderr, "\r\033[K[%zu/%zu] %s", number, total, module.c_str());
+        isShown_ = true;
     }
 
     void Clear() const
     {
-        if (total_ > 1)
+        if (isShown_)
             std::fputs("\r\033[K", stderr);
     }
 
   private:
-    size_t total_;
+    bool isTerminal_ = isatty(STDERR_FILENO) == 1;
+    bool isShown_ = false;
 };
 
 /* What CLI11 says of a value that names no rule; "" when it does. */
@@ -94,7 +95,6 @@ class CheckCommand final : public Command {
     void ReadLevels();
     void WriteRules() const;
     Baseline NewBaseline(const std::vector<Finding> &findings) const;
-    static std::vector<Finding> Find(Checker *checker, std::vector<std::string> *names);
 
     ModelOptions options_;
     bool all_ = false;
@@ -205,23 +205,6 @@ Baseline CheckCommand::NewBaseline(const std::vector<Finding> &findings) const
     return Baseline::Write(newBaseline_, left);
 }
 
-std::vector<Finding> CheckCommand::Find(Checker *checker, std::vector<std::string> *names)
-{
-    std::vector<ModuleKey> modules = checker->Modules();
-    if (modules.empty())
-        throw Failure("no module in the directories");
-    std::vector<Finding> all;
-    Progress progress(modules.size());
-    for (const ModuleKey &module : modules) {
-        progress.Show(names->size() + 1, module.name);
-        std::vector<Finding> findings = checker->Check(module);
-        names->push_back(module.name);
-        all.insert(all.end(), findings.begin(), findings.end());
-    }
-    progress.Clear();
-    return all;
-}
-
 int CheckCommand::Run()
 {
     if (rules_) {
@@ -232,13 +215,16 @@ int CheckCommand::Run()
     if (!baseline_.empty() && newBaseline_.empty())
         baseline = Baseline::Read(baseline_);
     Checker checker(options_.Request(), all_);
-    std::vector<std::string> names;
-    std::vector<Finding> findings = Find(&checker, &names);
-    size_t hidden = Ignores(options_.Request().dirs, checker.Marked(), all_).Apply(&findings);
+    Progress progress;
+    CheckResult result = checker.Check(
+        [&progress](size_t number, size_t total, const std::string &module) { progress.Show(number, total, module); });
+    progress.Clear();
+    size_t hidden = Ignores(options_.Request().dirs, checker.Marked(), all_).Apply(&result.findings);
     if (!newBaseline_.empty())
-        baseline = NewBaseline(findings);
+        baseline = NewBaseline(result.findings);
 
-    Report report = MakeReport(std::move(findings), std::move(names), policy_, baseline ? &*baseline : nullptr);
+    Report report =
+        MakeReport(std::move(result.findings), std::move(result.modules), policy_, baseline ? &*baseline : nullptr);
     report.hidden = hidden;
     report.strict = strict_;
     for (const ReportFormat &format : ReportFormats())

@@ -1,7 +1,5 @@
 #include "model/instance.h"
 
-#include <qxyang.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -62,7 +60,7 @@ void CheckDirs(const SearchDirs &dirs)
 
 } // namespace
 
-Instance::Instance(const SearchDirs &dirs, bool verbose) : verbose_(verbose)
+Instance::Instance(const SearchDirs &dirs, bool verbose, QXYANG_LISTINGS *listings) : verbose_(verbose)
 {
     CheckDirs(dirs);
     TELMYANG_DEBUG_HOOK_S hooks[KORV_LOG_LEVEL_NUM];
@@ -80,6 +78,8 @@ Instance::Instance(const SearchDirs &dirs, bool verbose) : verbose_(verbose)
     for (const std::string &dir : dirs.dirs)
         if (auto shown = dirs.shown.find(dir); shown != dirs.shown.end())
             renamed_.emplace_back("'" + dir + "'", "'" + shown->second + "'");
+    if (listings != nullptr)
+        QXYANG_UseListings(Schema(), listings);
     SearchFirst(dirs);
     for (size_t i = BASE_DIRS; i < dirs.dirs.size(); ++i)
         (void)YANGLIB_PkgAddInstallPath(local_, dirs.dirs[i].c_str());

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <korv_lib_yang.h>
+#include <qxyang.h>
 #include "base/model_request.h"
 
 namespace inspect {
@@ -29,7 +30,8 @@ using ModuleFile = TELMYANG_YANG_FILE_INFO_S;
 
 class Instance {
   public:
-    Instance(const SearchDirs &dirs, bool verbose);
+    /* With listings, which the run has read, the directories are not read again. */
+    Instance(const SearchDirs &dirs, bool verbose, QXYANG_LISTINGS *listings = nullptr);
     ~Instance();
     Instance(const Instance &) = delete;
     Instance &operator=(const Instance &) = delete;

@@ -1,8 +1,10 @@
 #include "model/load_causes.h"
 
+#include <span>
 #include <string_view>
 
 #include "base/failure.h"
+#include "base/numbers.h"
 #include "model/load_faults.h"
 #include "model/message_text.h"
 #include "model/schema_places.h"
@@ -59,28 +61,63 @@ std::string WithClassAbove(std::string text, QY_NODE *node)
     return node != nullptr ? text.replace(at, UNNAMED.size(), "class '" + NameOf(node) + "' above it") : text;
 }
 
+/* Where the statement stands that is wrong with the node; else the node. */
+std::optional<Position> PlaceOfFault(QY_NODE *node, const Explanation &why, Places *places)
+{
+    if (!why.argument.empty())
+        return places->OfExtension(node, why.keyword, why.argument);
+    if (why.keyword == "key")
+        return places->OfStatement(node, "key");
+    const char *keyword = why.keyword.c_str();
+    return places->OfExtension(node, std::span(&keyword, 1));
+}
+
+std::vector<Cause> TooManyKeys(QY_MOD *module, Places *places)
+{
+    std::string most = std::to_string(NODE_KEY_LIST_NUM);
+    std::vector<Cause> causes;
+    for (QY_NODE *list : ListsWithTooManyKeys(module))
+        causes.push_back(CauseAt(places->OfStatement(list, "key"),
+                                 "class '" + NameOf(list) + "' has more than " + most + " keys: join or drop some"));
+    const char *const keyword = "ancestor-key-fid";
+    for (QY_NODE *node : ClassesWithTooManyAncestorKeys(module))
+        causes.push_back(
+            CauseAt(places->OfExtension(node, std::span(&keyword, 1)),
+                    "class '" + NameOf(node) + "' has more than " + most + " ancestor keys: name at most so many"));
+    return causes;
+}
+
+/* Where the statement stands that is wrong with the module as a whole; else the module. */
+std::optional<Position> PlaceInModule(QY_MOD *module, const Explanation &why, Places *places)
+{
+    if (why.keyword == "augment") {
+        QY_NODE *surplus = SurplusAugment(module);
+        return surplus != nullptr ? places->Of(surplus) : places->Of(module);
+    }
+    if (!why.keyword.empty())
+        for (const Extension &extension : ExtensionsOf(module))
+            if (extension.keyword == why.keyword && ReadNumber(extension.argument).refused)
+                return places->Of(extension.origin);
+    return places->Of(module);
+}
+
 /* What the schema can tell beyond the messages: the very leaves or lists. */
 std::vector<Cause> SchemaCauses(QY_MOD *module, const std::vector<std::string> &errors, const Explanation &why,
                                 Places *places)
 {
     std::vector<Cause> causes;
-    if (const std::optional<uint32_t> type = TypeWithoutDefault(errors)) {
+    if (const std::optional<uint32_t> type = TypeWithoutDefault(errors))
         for (QY_NODE *leaf : LeavesWithoutDatatype(module, why.within, *type))
             causes.push_back(CauseAt(places->Of(leaf), DatatypeText(leaf, why.within, *type)));
-    } else if (why.node.empty()) {
-        for (QY_NODE *list : ListsWithTooManyKeys(module))
-            causes.push_back(CauseAt(places->Of(list), "class '" + NameOf(list) + "' has more than " +
-                                                           std::to_string(NODE_KEY_LIST_NUM) + " keys"));
-    }
+    else if (why.node.empty() && why.keyword.empty())
+        causes = TooManyKeys(module, places);
     if (!causes.empty())
         return causes;
-    for (QY_NODE *node : NodesMeant(module, why)) {
+    for (QY_NODE *node : NodesMeant(module, why))
         if (BrokenLeafref(node) != nullptr)
             causes.push_back(CauseAt(places->Of(node), "leaf '" + why.node + "' " + BrokenLeafrefText(node)));
         else
-            causes.push_back(
-                CauseAt(places->OfExtension(node, why.keyword, why.argument), WithClassAbove(why.text, node)));
-    }
+            causes.push_back(CauseAt(PlaceOfFault(node, why, places), WithClassAbove(why.text, node)));
     return causes;
 }
 
@@ -93,7 +130,7 @@ std::vector<Cause> FromMessages(const Instance &instance, const SearchDirs &dirs
         return {{"", 0, 0, why.text}};
     Places places(dirs);
     std::vector<Cause> causes = SchemaCauses(module, report.errors, why, &places);
-    return causes.empty() ? std::vector<Cause>{CauseAt(places.Of(module), why.text)} : causes;
+    return causes.empty() ? std::vector<Cause>{CauseAt(PlaceInModule(module, why, &places), why.text)} : causes;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <korv_lib_yang.h>
+#include "base/numbers.h"
 #include "model/schema_scan.h"
 
 namespace inspect {
@@ -81,6 +82,30 @@ std::vector<QY_NODE *> ListsWithTooManyKeys(QY_MOD *module)
     return lists;
 }
 
+std::vector<QY_NODE *> ClassesWithTooManyAncestorKeys(QY_MOD *module)
+{
+    Nodes nodes;
+    ForEachNode(module, [&](QY_NODE *node) {
+        std::vector<std::string> keys = ExtensionArguments(node, "ancestor-key-fid");
+        if (Has(node, "class-id") && !keys.empty() &&
+            (keys.size() > NODE_KEY_LIST_NUM || Words(keys.front()).size() > NODE_KEY_LIST_NUM))
+            nodes.push_back(node);
+    });
+    PreferOwn(&nodes, module);
+    return nodes;
+}
+
+QY_NODE *SurplusAugment(QY_MOD *module)
+{
+    QY_NODE *surplus = nullptr;
+    uint32_t num = 0;
+    ForEachAugment(module, [&](QY_NODE *augment) {
+        if (num++ == KORV_AUGMENT_NUM)
+            surplus = augment;
+    });
+    return surplus;
+}
+
 std::vector<QY_NODE *> NodesMeant(QY_MOD *module, const Explanation &why)
 {
     Nodes nodes;
@@ -95,7 +120,10 @@ std::vector<QY_NODE *> NodesMeant(QY_MOD *module, const Explanation &why)
         return !ExtensionsOf(node).empty() || (above != nullptr && !ExtensionsOf(above).empty());
     });
     if (!why.keyword.empty())
-        Prefer(&nodes, [&why](QY_NODE *node) { return HasStatement(node, why.keyword, why.argument); });
+        Prefer(&nodes, [&why](QY_NODE *node) {
+            return why.argument.empty() ? Has(node, why.keyword.c_str())
+                                        : HasStatement(node, why.keyword, why.argument);
+        });
     PreferOwn(&nodes, module);
     return nodes;
 }

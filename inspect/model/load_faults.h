@@ -17,6 +17,12 @@ std::vector<QY_NODE *> LeavesWithoutDatatype(QY_MOD *module, const std::string &
 /* Lists with more keys than the library takes. */
 std::vector<QY_NODE *> ListsWithTooManyKeys(QY_MOD *module);
 
+/* Classes that name more ancestor keys than the library takes. */
+std::vector<QY_NODE *> ClassesWithTooManyAncestorKeys(QY_MOD *module);
+
+/* The first augment of the module that is one too many, or null. */
+QY_NODE *SurplusAugment(QY_MOD *module);
+
 /* The nodes that the explanation may mean, the likeliest only: the module's own rather than others, and those that have
  * the statement that it quotes. */
 std::vector<QY_NODE *> NodesMeant(QY_MOD *module, const Explanation &why);

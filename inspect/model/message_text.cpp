@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "model/outer_messages.h"
 #include "model/trees.h"
 
 namespace inspect {
@@ -40,39 +41,49 @@ struct Meaning {
     std::string_view message;
     std::string_view text;
     int node;                      /* which "*" is the node's name, 0: an outer message says it */
-    const char *keyword = nullptr; /* the last "*" is its argument; "": the "*" before that is the keyword */
+    const char *keyword = nullptr; /* of the statement that is wrong; "": the "*" before the last one is the keyword */
+    bool isQuoted = false;         /* the last "*" is the statement's argument */
 };
 
-constexpr std::array<Meaning, 20> MEANINGS = {{
+constexpr std::array<Meaning, 21> MEANINGS = {{
     {"malloc fail!", "there is not enough memory", 0},
     {"Fill Leaf Info By ExtType error, leaf name(*) ext(*) value(*)!",
-     "leaf '$1' of class '$N': '$3' is no number that $2 can have", 1, ""},
+     "leaf '$1' of class '$N': '$3' is no number that $2 can have", 1, "", true},
     {"class-type do not support *", "class '$N': class-type '$1' is neither 'leafref' nor 'leafref-target'", 0,
-     "class-type"},
+     "class-type", true},
     {"The leafref source class * can only have mimext:class-type, need remove other mimext",
-     "class '$1' of class-type 'leafref' must not have other extension statements", 1},
-    {"Leafref source class * must have a child class", "class '$1' of class-type 'leafref' must have a child class", 1},
+     "class '$1' of class-type 'leafref' must not have other extension statements", 1, "class-type"},
+    {"Leafref source class * must have a child class", "class '$1' of class-type 'leafref' must have a child class", 1,
+     "class-type"},
     {"Attr * under * is not with type leafref", "leaf '$1' of '$2', a class of class-type 'leafref', is no leafref", 1},
     {"Attr * under * with type leafref, should have no mimext",
      "leaf '$1' of '$2', a class of class-type 'leafref', must not have extension statements", 1},
     {"error,not find key field ID!nodename(*)node key size(*)",
-     "class '$1': a key is no leaf of the list itself, or its name has more than 64 characters", 1},
+     "class '$1': a key is no leaf of the list itself, or its name has more than 64 characters", 1, "key"},
     {"Parse Node (*) Auto-Key return *",
-     "class '$1' has several leaves and a name2id-key-fid of its own: that belongs on a leaf", 1},
-    {"no word error in node(*)!", "class '$1': ancestor-key-fid is empty", 1},
-    {"pstYinInst->pstKeyRefArray XUR_Malloc error!", "class '$N': ancestor-key-fid is empty", 0},
+     "class '$1' has several leaves and a name2id-key-fid of its own: that belongs on a leaf", 1, "name2id-key-fid"},
+    {"no word error in node(*)!", "class '$1': ancestor-key-fid is empty: name the attribute ids, or leave it out", 1,
+     "ancestor-key-fid"},
+    {"pstYinInst->pstKeyRefArray XUR_Malloc error!",
+     "class '$N': ancestor-key-fid is empty: name the attribute ids, or leave it out", 0, "ancestor-key-fid"},
     {"Parse MimExt Into Array return 0x*, uiTmpNum(*) name(*)!", "class '$3': ancestor-key-fid is no list of numbers",
-     3},
+     3, "ancestor-key-fid"},
     {"Iterate key-ref, Append one ancestor for * failed, pos is *, except *.",
-     "class '$1' has $3 ancestor-key-fid, fewer than the class above it has ancestor keys: one of the two is wrong", 1},
+     "class '$1' has $3 ancestor-key-fid, fewer than the class above it has ancestor keys: one of the two is wrong", 1,
+     "ancestor-key-fid"},
     {"Iter key, Append one ancestor for * failed, pos is *, except *.",
-     "class '$1' has $3 ancestor-key-fid, too few for the keys of the class above it", 1},
-    {"class node(*) has * attribute leaves, more than *!", "class '$1' has $2 leaves, more than $3", 1},
-    {"class node(*) has * ancestor keys, more than *!", "class '$1' has $2 ancestor keys, more than $3", 1},
-    {"class node(*) has * keys, more than *!", "class '$1' has $2 keys, more than $3", 1},
+     "class '$1' has $3 ancestor-key-fid, too few for the keys of the class above it", 1, "ancestor-key-fid"},
+    {"class node(*) has * attribute leaves, more than *!", "class '$1' has $2 leaves, more than $3: split it", 1,
+     "class-id"},
+    {"class node(*) has * ancestor keys, more than *!", "class '$1' has $2 ancestor keys, more than $3", 1,
+     "ancestor-key-fid"},
+    {"class node(*) has * keys, more than *!", "class '$1' has $2 keys, more than $3", 1, "key"},
     {"NODE_KEY_LIST_NUM error!", "a class has more than 16 keys or more than 16 ancestor keys", 0},
-    {"augment cnt over max, ModName(*)", "the module has more than 20 augments", 0},
-    {"Parse module yin extension return value(0x*)", "aaa-task-id is no number", 0},
+    {"augment cnt over max, ModName(*)", "the module has more than 20 augments: put some into another module", 0,
+     "augment"},
+    {"Parse module yin extension return value(0x*)", "aaa-task-id is no number", 0, "aaa-task-id"},
+    {"the trees of one load have more than * nodes, leaf lists and leaves, node(*)!",
+     "the module's trees, with all that its augments extend, have more than $1 nodes and leaves", 2},
 }};
 
 /* Outer messages that name the node. */
@@ -105,6 +116,13 @@ template <size_t N>
 bool MatchesAny(const std::array<std::string_view, N> &messages, const std::string &error)
 {
     return std::any_of(messages.begin(), messages.end(),
+                       [&error](std::string_view message) { return Match(message, error).has_value(); });
+}
+
+bool IsKnown(const std::string &error)
+{
+    const std::vector<std::string_view> &known = KnownMessages();
+    return std::any_of(known.begin(), known.end(),
                        [&error](std::string_view message) { return Match(message, error).has_value(); });
 }
 
@@ -163,21 +181,29 @@ Explanation Explain(const std::vector<std::string> &errors)
                 continue;
             Explanation why = {Filled(meaning.text, *parts, node),
                                meaning.node == 0 ? node : (*parts)[static_cast<size_t>(meaning.node) - 1], node};
-            if (meaning.keyword != nullptr) {
+            if (meaning.keyword != nullptr)
                 why.keyword = *meaning.keyword != '\0' ? meaning.keyword : (*parts)[parts->size() - 2];
+            if (meaning.isQuoted)
                 why.argument = parts->back();
-            }
             return why;
         }
     }
-    return {errors.empty() ? "the library does not say why" : errors.front(), node, node};
+    for (const std::string &error : errors) {
+        if (MatchesAny(MEMORY_MESSAGES, error))
+            return {"there is not enough memory", node, node};
+        if (!IsKnown(error))
+            return {"the library says: " + error, node, node};
+    }
+    return {"the library refuses the module and does not say why", node, node};
 }
 
-Remark RemarkOf(const std::string &error)
+std::optional<Explanation> RemarkOf(const std::string &error)
 {
-    if (MatchesAny(ANCESTOR_KEY_MESSAGES, error))
-        return Remark::AncestorKey;
-    return Match(NO_FIELD_ID, error) ? Remark::FieldId : Remark::Other;
+    if (MatchesAny(MEMORY_MESSAGES, error))
+        return Explanation{"there is not enough memory", "", ""};
+    if (IsKnown(error))
+        return std::nullopt;
+    return Explanation{"the library says: " + error, "", ""};
 }
 
 bool IsAboutPrinting(const std::string &error)
@@ -190,14 +216,19 @@ bool IsSchemaFailure(const std::string &error)
     return Match(SCHEMA_FAILURE, error).has_value();
 }
 
-std::vector<std::string_view> KnownMessages()
+const std::vector<std::string_view> &KnownMessages()
 {
-    std::vector<std::string_view> known = {NO_DEFAULT_TYPE, NO_FIELD_ID, SCHEMA_FAILURE};
-    for (const Meaning &meaning : MEANINGS)
-        known.push_back(meaning.message);
-    known.insert(known.end(), NODE_MESSAGES.begin(), NODE_MESSAGES.end());
-    known.insert(known.end(), ANCESTOR_KEY_MESSAGES.begin(), ANCESTOR_KEY_MESSAGES.end());
-    known.insert(known.end(), PRINTING_MESSAGES.begin(), PRINTING_MESSAGES.end());
+    static const std::vector<std::string_view> known = [] {
+        std::vector<std::string_view> all = {NO_DEFAULT_TYPE, NO_FIELD_ID, SCHEMA_FAILURE};
+        for (const Meaning &meaning : MEANINGS)
+            all.push_back(meaning.message);
+        all.insert(all.end(), NODE_MESSAGES.begin(), NODE_MESSAGES.end());
+        all.insert(all.end(), ANCESTOR_KEY_MESSAGES.begin(), ANCESTOR_KEY_MESSAGES.end());
+        all.insert(all.end(), PRINTING_MESSAGES.begin(), PRINTING_MESSAGES.end());
+        all.insert(all.end(), MEMORY_MESSAGES.begin(), MEMORY_MESSAGES.end());
+        all.insert(all.end(), OUTER_MESSAGES.begin(), OUTER_MESSAGES.end());
+        return all;
+    }();
     return known;
 }
 

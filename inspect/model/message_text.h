@@ -12,12 +12,12 @@ struct Explanation {
     std::string text;
     std::string node;         /* name of the node or leaf whose statement is at fault; "" when the messages name none */
     std::string within;       /* name of the node with which the library was busy, or "" */
-    std::string keyword = {}; /* of the extension statement that the messages quote, or "" */
-    std::string argument = {};
+    std::string keyword = {}; /* of the statement that is wrong, or "" */
+    std::string argument = {}; /* its argument, if the messages quote it, or "" */
 };
 
-/* The explanation of a chain of messages, innermost first. A chain that is not known explains itself: its first message
- * is the text. */
+/* The explanation of a chain of messages, innermost first. Of a chain that is not known, the first message that is not known
+ * is quoted. */
 Explanation Explain(const std::vector<std::string> &errors);
 
 /* True if the number of a built-in type stands for a leafref that leads nowhere. */
@@ -26,13 +26,9 @@ bool TypeIsMissing(uint32_t type);
 /* Built-in type number of "Get Default Type By YangType", when that is what the chain begins with. */
 std::optional<uint32_t> TypeWithoutDefault(const std::vector<std::string> &errors);
 
-/* What the library says while a load goes on, and why. */
-enum class Remark {
-    Other,
-    AncestorKey, /* it cannot map an ancestor key */
-    FieldId,     /* it finds a leaf without attribute id on its way */
-};
-Remark RemarkOf(const std::string &error);
+/* What a message means that the library says while a load goes on. Nothing for those whose reasons the rules of `check`
+ * find by themselves, and for those without one. */
+std::optional<Explanation> RemarkOf(const std::string &error);
 
 /* True of the messages that end every load though nothing is wrong: the library tries to print trees that are not there. */
 bool IsAboutPrinting(const std::string &error);
@@ -41,6 +37,6 @@ bool IsAboutPrinting(const std::string &error);
 bool IsSchemaFailure(const std::string &error);
 
 /* All messages that the functions above know, with "*" for each value in them. A test compares them with the library's. */
-std::vector<std::string_view> KnownMessages();
+const std::vector<std::string_view> &KnownMessages();
 
 } // namespace inspect

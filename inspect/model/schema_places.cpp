@@ -95,6 +95,18 @@ std::optional<Position> Places::OfExtension(QY_NODE *node, const std::string &ke
     return Of(own);
 }
 
+std::optional<Position> Places::OfStatement(QY_NODE *node, const char *keyword)
+{
+    QXYANG_ORIGIN_S last = {};
+    auto keep = [](const QXYANG_ORIGIN_S *origin, void *cookie) -> uint32_t {
+        *static_cast<QXYANG_ORIGIN_S *>(cookie) = *origin;
+        return 0;
+    };
+    if (QXYANG_ScanNodeStatements(node, keyword, keep, &last) != 0)
+        throw std::bad_alloc();
+    return last.pcFile != nullptr ? Of(last) : Of(node);
+}
+
 QXYANG_ORIGIN_S OriginOf(QY_NODE *node)
 {
     QXYANG_NODE_DETAILS_S details = {};

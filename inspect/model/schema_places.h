@@ -38,6 +38,9 @@ class Places {
     /* The same for the statement with that argument. */
     std::optional<Position> OfExtension(QY_NODE *node, const std::string &keyword, const std::string &argument);
 
+    /* Where the node's statement of YANG with that keyword stands, the last one that holds for it; else the node. */
+    std::optional<Position> OfStatement(QY_NODE *node, const char *keyword);
+
   private:
     const std::string &Shown(const std::string &file);
 

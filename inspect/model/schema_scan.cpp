@@ -92,6 +92,14 @@ constexpr std::array<const char *, 15> KINDS = {"node",   "container", "leaf",  
                                                 "choice", "case",      "anyxml", "anydata",      "node",
                                                 "rpc",    "input",     "output", "notification", "augment"};
 
+/* True if a node of the module stands above, so that the walk from there comes by. */
+bool IsBelowOwn(QY_NODE *node, const QY_MOD *module)
+{
+    while (node != nullptr && QY_NODE_GetModule(node) != module)
+        node = QY_NODE_GetParentNode(node);
+    return node != nullptr;
+}
+
 } // namespace
 
 void ForEachTop(QY_MOD *module, const NodeVisitor &visit)
@@ -136,12 +144,21 @@ void ForEachNode(QY_MOD *module, const NodeVisitor &visit)
             ForEachBelow(top, visit);
 }
 
+/* What the module adds to others is reached through its augments: nothing else of theirs is looked at. */
 void ForEachOwnNode(QY_MOD *module, const NodeVisitor &visit)
 {
-    ForEachNode(module, [&](QY_NODE *node) {
+    NodeVisitor visitOwn = [&](QY_NODE *node) {
         if (QY_NODE_GetModule(node) == module)
             visit(node);
+    };
+    std::vector<QY_NODE *> tops;
+    ForEachTop(module, [&tops](QY_NODE *top) { tops.push_back(top); });
+    ForEachAugment(module, [&](QY_NODE *augment) {
+        if (!IsBelowOwn(QY_NODE_GetAugmentTargetNode(augment), module))
+            ForEachChild(augment, [&tops](QY_NODE *child) { tops.push_back(child); });
     });
+    for (QY_NODE *top : tops)
+        ForEachBelow(top, visitOwn);
 }
 
 QY_NODE *TopOf(QY_NODE *node)

@@ -195,11 +195,11 @@ TEST_F(InspectCheck, StatementsThatDoNotSayWhatTheySeemToSay)
                                  Container("s", ClassId("8") + Leaf("k", "string", Id("1"))))));
     std::vector<std::string> findings = Findings({"quelvo-bras-user-manage"});
     std::erase_if(findings, [](const std::string &text) { return text.starts_with("duplicate-"); });
-    EXPECT_EQ(findings, (Texts{"library-message", "bad-number at aaa-task-id zz", "bad-number at class-id zz",
-                               "no-effect at field-id 3", "bad-number at class-id 0x1FFFFFFFF",
-                               "repeated-statement at class-id 4", "repeated-statement at field-id 2",
-                               "bad-number at word", "bad-number at none", "field-id-range at name2id-key-fid 300",
-                               "bad-number at tlmt-sample-id -1", "bad-number at class-id -2", "no-effect at tags",
+    EXPECT_EQ(findings, (Texts{"bad-number at aaa-task-id zz", "bad-number at class-id zz", "no-effect at field-id 3",
+                               "bad-number at class-id 0x1FFFFFFFF", "repeated-statement at class-id 4",
+                               "repeated-statement at field-id 2", "bad-number at word", "bad-number at none",
+                               "field-id-range at name2id-key-fid 300", "bad-number at tlmt-sample-id -1",
+                               "bad-number at class-id -2", "no-effect at tags",
                                "extra-ancestor-key at ancestor-key-fid 10", "dropped-key at inner",
                                "extra-ancestor-key at ancestor-key-fid 10 11", "no-effect at shapeless"}));
     const std::string text = Run({"quelvo-bras-user-manage"}).out;
@@ -218,7 +218,8 @@ TEST_F(InspectCheck, LengthsThatDumpsAndLookupsCut)
         deep = "\n" + Container(std::string(60, 'd') + std::to_string(i), deep);
     dir.Add("m", Container("c", Container(name, Leaf(name, "string")) + deep));
     const std::string lastDeep = std::string(60, 'd') + "4";
-    EXPECT_EQ(Findings({"m"}), (Texts{"long-name at " + name, "long-name at " + name, "long-path at " + lastDeep}));
+    EXPECT_EQ(Findings({"m"}),
+              (Texts{"no-class at m", "long-name at " + name, "long-name at " + name, "long-path at " + lastDeep}));
 }
 
 TEST_F(InspectCheck, ClassesOutsideTreesAndManyAugments)
@@ -228,7 +229,7 @@ TEST_F(InspectCheck, ClassesOutsideTreesAndManyAugments)
         augments += "<augment target-node=\"/p:c\">" + Container("a" + std::to_string(i), "") + "</augment>\n";
     dir.Add("m", List("top", "k", ClassId("1") + Leaf("k", "string", Id("1"))) +
                      List("free", "k", Leaf("k", "string")) + Container("c", "") + augments);
-    EXPECT_EQ(Findings({"m"}), (Texts{"many-augments at m", "class-without-tree at top"}));
+    EXPECT_EQ(Findings({"m"}), (Texts{"many-augments at m", "class-without-tree at class-id 1"}));
 }
 
 /* Seconds of the processor that a run takes. */
@@ -280,7 +281,7 @@ TEST_F(InspectCheck, PointsIntoTheFileOfTheNewestRevision)
     dir.AddFile("m@2026-01-01.yin", Module("m", "<revision date=\"2026-01-01\"/>\n" + body));
     dir.AddFile("m@2025-01-01.yin", Module("m", "<revision date=\"2025-01-01\"/>\n" + body));
     EXPECT_NE(LineWith(Run({"m"}).out, dir.Path() + "/m@2026-01-01.yin:"), "");
-    EXPECT_EQ(Findings({"--all"}), (Texts{"missing-field-id at x"})) << "one module in two files";
+    EXPECT_EQ(Findings({"--all"}), (Texts{"unread-file", "missing-field-id at x"})) << "one module in two files";
 }
 
 TEST_F(InspectCheck, PointsAtTheStatementsThatItIsAboutInBothSyntaxes)
@@ -343,10 +344,20 @@ TEST_F(InspectCheck, FilesThatStandBesideOneAnother)
     dir.Add("m", Container("c", ClassId("1") + Leaf("x", "string")));
     dir.AddFile("m@backup.yin", "not YIN");
     dir.AddFile("m@2020-01-01.yin", "nor this");
-    EXPECT_EQ(Findings({"m"}), (Texts{"missing-field-id at x"}));
-    EXPECT_EQ(Findings({"--all"}), (Texts{"missing-field-id at x"}));
+    const Texts unread = {"missing-field-id at x", "unread-file", "unread-file"};
+    EXPECT_EQ(Findings({"m"}), unread);
+    EXPECT_EQ(Findings({"--all"}), unread);
+    EXPECT_NE(LineWith(Run({"m"}).out, "/m@backup.yin: warning: nothing reads the file: 'backup' is no revision"), "");
+    EXPECT_NE(LineWith(Run({"m"}).out, "/m@2020-01-01.yin: warning: nothing reads the file: a load by name takes '"),
+              "");
+    dir.AddFile("m@2020-01-01.yin", Module("m", "<revision date=\"2020-01-01\"/>"));
+    dir.Add("n", "<import module=\"m\"><prefix value=\"m\"/><revision-date date=\"2020-01-01\"/></import>");
+    EXPECT_EQ(LineWith(Run({"--all"}).out, "/m@2020-01-01.yin: warning: nothing"), "") << "an import asks for it";
+    std::filesystem::remove(dir.Path() + "/n.yin");
+    std::filesystem::remove(dir.Path() + "/m@backup.yin");
     std::filesystem::remove(dir.Path() + "/m.yin");
-    dir.AddFile("m@2020-01-01.yin", Module("m", Container("c", ClassId("1") + Leaf("old", "string"))));
+    dir.AddFile("m@2020-01-01.yin",
+                Module("m", "<revision date=\"2020-01-01\"/>" + Container("c", ClassId("1") + Leaf("old", "string"))));
     EXPECT_EQ(Findings({"m"}), (Texts{"missing-field-id at old"}));
 
     dir.AddFile("m@2020-01-01.yang", "module m { }");
@@ -377,7 +388,7 @@ TEST_F(InspectCheck, LoadFailuresAreErrorsWithTheirPlace)
 
 TEST_F(InspectCheck, ReadsNothingThatIsNoFileOfReasonableSize)
 {
-    dir.Add("m", Container("c", ""));
+    dir.Add("m", Container("c", ClassId("1")));
     RunShell("cd " + dir.Path() + " && mkfifo pipe.yin && mkdir folder.yin && truncate -s 1G large.yin");
     const Result result = Run({"--all"});
     EXPECT_EQ(result.exitCode, 3);
@@ -398,6 +409,10 @@ TEST_F(InspectCheck, ExplainsWhatTheLibraryRefuses)
     std::string augments;
     for (int i = 0; i < 21; ++i)
         augments += "<augment target-node=\"/p:c\">" + Container("a" + std::to_string(i), "") + "</augment>";
+    std::string numbers = "1 2 3";
+    for (int i = 4; i <= 17; ++i)
+        numbers += " " + std::to_string(i);
+    const std::string statement = "ancestor-key-fid " + numbers;
     const std::string few =
         List("inner", "n", ClassId("2") + Ext("ancestor-key-fid", "1", Id("9")) + Leaf("n", "string", Id("1")));
     const std::tuple<const char *, std::string, const char *, const char *> cases[] = {
@@ -406,25 +421,31 @@ TEST_F(InspectCheck, ExplainsWhatTheLibraryRefuses)
         {"number", Container("c", ClassId("1") + Leaf("minus", "string", Id("-1"))), "minus",
          "leaf 'minus' of class 'c': '-1' is no number that field-id can have"},
         {"keys", Container("c", List("many", keys, ClassId("1") + keyLeaves)), "many",
-         "class 'many' has more than 16 keys"},
+         "class 'many' has more than 16 keys: join or drop some"},
+        {"ancestors",
+         Container("c", List("l", "k",
+                             ClassId("1") + Leaf("k", "string", Id("1")) +
+                                 Container("d", "\n" + ClassId("2") + Ext("ancestor-key-fid", numbers)))),
+         statement.c_str(), "class 'd' has more than 16 ancestor keys: name at most so many"},
         {"type", Container("c", Container("odd", Ext("class-type", "Leafref"))), "class-type Leafref",
          "class 'odd': class-type 'Leafref' is neither 'leafref' nor 'leafref-target'"},
         {"few",
          Container("c", List("outer", "a b",
                              ClassId("1") + Leaf("a", "string", Id("1")) + Leaf("b", "string", Id("2")) + few)),
-         "inner", "class 'inner' has 1 ancestor-key-fid, too few for the keys of class 'outer' above it"},
-        {"empty", Container("c", Container("bare", ClassId("1") + Ext("ancestor-key-fid", ""))), "bare",
-         "class 'bare': ancestor-key-fid is empty"},
+         "ancestor-key-fid 1", "class 'inner' has 1 ancestor-key-fid, too few for the keys of class 'outer' above it"},
+        {"empty", Container("c", Container("bare", ClassId("1") + Ext("ancestor-key-fid", ""))), "ancestor-key-fid ",
+         "class 'bare': ancestor-key-fid is empty: name the attribute ids, or leave it out"},
         {"auto",
          Container(
              "c", ClassId("1") + Ext("name2id-key-fid", "2") + Leaf("x", "int8", Id("1")) + Leaf("y", "int8", Id("2"))),
-         "c", "class 'c' has several leaves and a name2id-key-fid of its own: that belongs on a leaf"},
-        {"augmented", Container("c", "") + augments, "augmented", "the module has more than 20 augments"},
-        {"task", Ext("aaa-task-id", "-1"), "task", "aaa-task-id is no number"},
+         "name2id-key-fid 2", "class 'c' has several leaves and a name2id-key-fid of its own: that belongs on a leaf"},
+        {"augmented", Container("c", "") + augments, "a20",
+         "the module has more than 20 augments: put some into another module"},
+        {"task", Ext("aaa-task-id", "-1"), "aaa-task-id -1", "aaa-task-id is no number"},
     };
-    for (const auto &[module, body, statement, text] : cases) {
+    for (const auto &[module, body, place, text] : cases) {
         dir.Add(module, body);
-        EXPECT_EQ(Findings({module}), (Texts{std::string("load-failed at ") + statement})) << module;
+        EXPECT_EQ(Findings({module}), (Texts{std::string("load-failed at ") + place})) << module;
         const Result result = Run({module});
         EXPECT_NE(LineWith(result.out, std::string(": error: ") + text + " [load-failed]"), "") << result.out;
         EXPECT_EQ(result.exitCode, 3);
@@ -478,7 +499,7 @@ TEST_F(InspectCheck, LeafrefsThatLeadNowhere)
 
 TEST_F(InspectCheck, DirectoriesThatHideDeviations)
 {
-    dir.Add("quelvo-bras-user-manage", Container("users", ""));
+    dir.Add("quelvo-bras-user-manage", Container("users", ClassId("1")));
     dir.AddFile("quelvo-bras-user-manage-deviations-edge.yin", "");
     std::filesystem::permissions(dir.Path(), std::filesystem::perms(EnterOnly()));
     Result result;

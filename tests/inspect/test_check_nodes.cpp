@@ -454,8 +454,12 @@ TEST_F(InspectCheckNodes, LinesThatBreakARuleAreFoundInBothSyntaxes)
     const Result converted = RunShell("korv-inspect convert " + dir.Path() + "/yang/*.yang -d " + dir.Path() +
                                       "/yang -o " + dir.Path() + "/yin");
     ASSERT_EQ(converted.exitCode, 0) << converted.err;
-    auto compact = Found({"--all"}, dir.Path() + "/yang");
-    auto yin = Found({"--all"}, dir.Path() + "/yin");
+    /* The deviations are checked apart: on one device, they would change what the others are. */
+    auto compact = Found({"changes"}, dir.Path() + "/yang");
+    auto yin = Found({"changes"}, dir.Path() + "/yin");
+    RunShell("rm " + dir.Path() + "/*/changes.*");
+    compact.merge(Found({"--all"}, dir.Path() + "/yang"));
+    yin.merge(Found({"--all"}, dir.Path() + "/yin"));
     for (const Model &model : MODELS) {
         const Findings expected = Expected(model.text, "// ");
         EXPECT_EQ(compact[model.file], expected) << model.file;

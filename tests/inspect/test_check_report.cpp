@@ -216,7 +216,7 @@ TEST_F(InspectCheckReport, CommentsInAModelHideFindings)
     mimext:class-id 1;
     // korv-inspect off missing-field-id: never sent
     leaf hidden { type string; }
-    leaf shown { type string; } /* korv-inspect off duplicate-field-id: of another rule */
+    leaf shown { type string; } /* korv-inspect off key-without-field-id: of another rule */
     leaf end {
       type string;
     } // korv-inspect off missing-field-id: the one that ends here
@@ -250,17 +250,17 @@ TEST_F(InspectCheckReport, CommentsInAModelHideFindings)
         for (std::string line; std::getline(lines, line) && !line.empty();)
             texts += line.substr(line.find("warning: ") + 9) + "\n";
         const std::string of = "' of class /c (0x1) has no attribute id [missing-field-id]\n";
-        EXPECT_EQ(texts,
-                  "leaf 'shown" + of +
-                      "the comment hides nothing: its statement has no finding of duplicate-field-id [unused-ignore]\n"
-                      "the comment hides nothing: it stands at no statement [unused-ignore]\n"
-                      "leaf 'after" +
-                      of +
-                      "the comment gives no reason to hide findings of missing-field-id: 'korv-inspect off "
-                      "missing-field-id: reason' [bad-ignore]\nleaf 'one" +
-                      of +
-                      "there is no rule 'missing-field': did you mean 'missing-field-id'? [bad-ignore]\nleaf 'two" +
-                      of + "findings of load-failed cannot be hidden by a comment [bad-ignore]\nleaf 'three" + of)
+        EXPECT_EQ(
+            texts,
+            "leaf 'shown" + of +
+                "the comment hides nothing: its statement has no finding of key-without-field-id [unused-ignore]\n"
+                "the comment hides nothing: it stands at no statement [unused-ignore]\n"
+                "leaf 'after" +
+                of +
+                "the comment gives no reason to hide findings of missing-field-id: 'korv-inspect off "
+                "missing-field-id: reason' [bad-ignore]\nleaf 'one" +
+                of + "there is no rule 'missing-field': did you mean 'missing-field-id'? [bad-ignore]\nleaf 'two" + of +
+                "findings of load-failed cannot be hidden by a comment [bad-ignore]\nleaf 'three" + of)
             << file;
         EXPECT_NE(LineWith(result.out, "4 findings hidden by comments in the models"), "") << result.out;
     }

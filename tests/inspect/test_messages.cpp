@@ -11,10 +11,10 @@
 
 namespace {
 
-/* Every text that the library logs, with "*" for each value in it. */
-std::set<std::string> LoggedMessages()
+/* Every text that the library logs at one of these levels, with "*" for each value in it. */
+std::set<std::string> LoggedMessages(const std::string &levels)
 {
-    const std::regex logged(R"re(KORV_LOG_(?:ERROR|INFO)\(\s*[^,"]+,\s*"((?:[^"\\]|\\.)*)")re");
+    const std::regex logged("KORV_LOG_(?:" + levels + R"re()\(\s*[^,"]+,\s*"((?:[^"\\]|\\.)*?)(?:\\n)?")re");
     const std::regex value("%[-+ #0]*[0-9]*[hljzt]*[a-zA-Z]");
     std::set<std::string> messages;
     for (const auto &entry : std::filesystem::recursive_directory_iterator(KORV_SOURCE_DIR "/korv_lib_yang")) {
@@ -30,7 +30,7 @@ std::set<std::string> LoggedMessages()
 
 TEST(InspectMessages, AreThoseOfTheLibrary)
 {
-    const std::set<std::string> logged = LoggedMessages();
+    const std::set<std::string> logged = LoggedMessages("ERROR|INFO");
     const std::vector<std::string_view> known = inspect::KnownMessages();
     EXPECT_GT(known.size(), 30U);
     for (std::string_view message : known) {
@@ -41,6 +41,19 @@ TEST(InspectMessages, AreThoseOfTheLibrary)
                                                     : logged.count(std::string(message)) == 1;
         EXPECT_TRUE(isThere) << message;
     }
+}
+
+/* A load that fails is explained, and a load that goes on gets the findings of rules: neither quotes the library. */
+TEST(InspectMessages, OfTheLibraryReachNobody)
+{
+    for (std::string message : LoggedMessages("ERROR")) {
+        for (size_t star = message.find('*'); star != std::string::npos; star = message.find('*'))
+            message.replace(star, 1, "7");
+        const std::optional<inspect::Explanation> remark = inspect::RemarkOf(message);
+        EXPECT_TRUE(!remark || remark->text == "there is not enough memory") << message;
+        EXPECT_EQ(inspect::Explain({message}).text.find(message), std::string::npos) << message;
+    }
+    EXPECT_EQ(inspect::Explain({"Load Module (m) fail!", "odd"}).text, "the library says: odd");
 }
 
 } // namespace

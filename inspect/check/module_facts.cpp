@@ -1,0 +1,95 @@
+#include "check/module_facts.h"
+
+#include <map>
+#include <new>
+#include <string_view>
+
+#include "model/statements.h"
+
+namespace inspect {
+namespace {
+
+QXYANG_ORIGIN_S OriginAt(const QXYANG_ORIGIN_S &module, const QXYANG_STATEMENT_S &statement)
+{
+    QXYANG_ORIGIN_S origin = module;
+    origin.uiStatement = statement.uiIndex;
+    origin.stPlace = statement.stPlace;
+    return origin;
+}
+
+/* Calls visit(prefix) for each prefix of a path's steps. */
+template <class Visit>
+void ForEachPrefix(std::string_view path, Visit visit)
+{
+    for (size_t begin = path.find('/'); begin != std::string_view::npos; begin = path.find('/', begin + 1)) {
+        std::string_view step = path.substr(begin + 1, path.find('/', begin + 1) - begin - 1);
+        size_t colon = step.find(':');
+        if (colon != std::string_view::npos)
+            visit(std::string(step.substr(0, colon)));
+    }
+}
+
+/* Adds what the module's own file or one of a submodule says. */
+void AddFile(const QXYANG_FILE *file, ModuleFacts *facts)
+{
+    std::map<std::string, std::string> modules; /* by prefix */
+    QXYANG_STATEMENT_S root = StatementAt(file, 0);
+    ForEachIn(file, root, [&](const QXYANG_STATEMENT_S &statement) {
+        if (statement.pcArgument == nullptr)
+            return;
+        if (IsYang(statement, "import") || IsYang(statement, "include"))
+            if (std::string revision = ArgumentIn(file, statement, "revision-date"); !revision.empty())
+                facts->dated.insert(std::string(statement.pcArgument) + "@" + revision);
+        if (IsYang(statement, "import")) {
+            facts->imports.insert(statement.pcArgument);
+            modules.emplace(ArgumentIn(file, statement, "prefix"), statement.pcArgument);
+        } else if (IsYang(statement, "augment") || IsYang(statement, "deviation")) {
+            ForEachPrefix(statement.pcArgument, [&](const std::string &prefix) {
+                auto found = modules.find(prefix);
+                if (found != modules.end())
+                    facts->changes.insert(found->second);
+            });
+        }
+    });
+}
+
+void AddHeader(const QXYANG_FILE *file, ModuleFacts *facts)
+{
+    ForEachIn(file, StatementAt(file, facts->module.uiStatement), [&](const QXYANG_STATEMENT_S &statement) {
+        if (statement.pcArgument == nullptr)
+            return;
+        if (IsYang(statement, "revision") && statement.pcArgument > facts->revision) {
+            facts->revision = statement.pcArgument;
+            facts->revisionStatement = OriginAt(facts->module, statement);
+        }
+    });
+}
+
+uint32_t AddName(const char *name, const char *, uint32_t, void *names)
+try {
+    static_cast<std::vector<std::string> *>(names)->emplace_back(name);
+    return 0;
+} catch (const std::bad_alloc &) {
+    return 1;
+}
+
+} // namespace
+
+ModuleFacts FactsOf(const Instance &instance, QY_MOD *module)
+{
+    ModuleFacts facts;
+    if (QXYANG_GetModuleOrigin(module, &facts.module) != 0 ||
+        QXYANG_ScanModuleFiles(module, AddName, &facts.submodules) != 0)
+        throw std::bad_alloc();
+    if (facts.module.pstFile == nullptr)
+        return facts;
+    facts.submodules.pop_back(); // the module's own file, which is the last
+    for (const std::string &name : facts.submodules)
+        if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(instance.Schema(), name.c_str()))
+            AddFile(file, &facts);
+    AddFile(facts.module.pstFile, &facts);
+    AddHeader(facts.module.pstFile, &facts);
+    return facts;
+}
+
+} // namespace inspect
