@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "base/excerpt.h"
 #include "base/xml_library.h"
 
 namespace inspect {
@@ -41,19 +42,15 @@ bool IsOneOf(const std::array<std::string_view, N> &words, std::string_view word
 constexpr std::array<std::string_view, 4> NODE_TYPES = {"comment", "node", "processing-instruction", "text"};
 constexpr std::array<std::string_view, 3> AXES_BESIDE = {"self", "following-sibling", "preceding-sibling"};
 
-/* The text's beginning, of whole characters. */
-std::string Shortened(const std::string &text)
+constexpr std::array<std::string_view, 4> NAMED_OPERATORS = {"and", "div", "mod", "or"};
+
+XPathFacts::Fault Unreadable(std::string_view text, size_t offset)
 {
-    constexpr size_t MAX = 32;
-    if (text.size() <= MAX)
-        return text;
-    size_t end = MAX;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
-        --end;
-    return text.substr(0, end) + "...";
+    std::string rest = Shortened(text.substr(offset), 32);
+    return {rest.empty() ? "ends too early" : "cannot be read from '" + rest + "' on", offset};
 }
 
-/* Reads an expression that is known to be right, token by token. */
+/* Reads an expression that libxml2 takes, token by token. */
 class Reader {
   public:
     Reader(std::string_view text, XPathFacts *facts) : text_(text), facts_(facts)
@@ -95,6 +92,7 @@ class Reader {
     void Token();
     void Slash();
     void Dot();
+    void Number();
     void Name();
     void Call(const std::string &name, size_t offset);
     void Open(const std::optional<Place> &context, size_t function);
@@ -188,15 +186,23 @@ void Reader::Slash()
 void Reader::Dot()
 {
     size_t offset = at_;
-    if (IsDigit(Here(1))) {
-        while (IsDigit(Here()) || Here() == '.')
-            ++at_;
-        Operand(std::nullopt);
-        return;
-    }
+    if (IsDigit(Here(1)))
+        return Number();
     bool isUp = Here(1) == '.';
     at_ += isUp ? 2 : 1;
     Step(isUp ? Move::Up : Move::Beside, offset);
+}
+
+/* libxml2 takes "1e5", and XPath 1.0 has no such numbers. */
+void Reader::Number()
+{
+    while (IsDigit(Here()) || Here() == '.')
+        ++at_;
+    if (Here() == 'e' || Here() == 'E') {
+        facts_->faults.push_back(Unreadable(text_, at_));
+        NcName();
+    }
+    Operand(std::nullopt);
 }
 
 void Reader::Quoted()
@@ -259,8 +265,11 @@ void Reader::Name()
 {
     size_t offset = at_;
     std::string name(NcName());
-    if (afterOperand_)
+    if (afterOperand_) {
+        if (!IsOneOf(NAMED_OPERATORS, name)) /* libxml2 takes "a orb" */
+            facts_->faults.push_back(Unreadable(text_, offset));
         return Operator(0);
+    }
     bool isPrefix = Here() == ':' && (StartsName(Here(1)) || Here(1) == '*');
     if (isPrefix) {
         ++at_;
@@ -289,7 +298,7 @@ void Reader::Token()
     if (StartsName(c))
         return Name();
     if (IsDigit(c) || c == '.')
-        return IsDigit(c) ? (Operand(std::nullopt), static_cast<void>(NcName())) : Dot();
+        return IsDigit(c) ? Number() : Dot();
     switch (c) {
         case '/':
             return Slash();
@@ -339,11 +348,8 @@ XPathFacts ReadXPath(const std::string &text)
     XPathFacts facts;
     XmlVerdict verdict = XPathVerdict(text);
     facts.tooLarge = verdict.kind == XmlVerdict::TooLarge;
-    if (verdict.kind == XmlVerdict::Wrong) {
-        std::string rest = Shortened(text.substr(verdict.offset));
-        facts.faults.push_back(
-            {rest.empty() ? "ends too early" : "cannot be read from '" + rest + "' on", verdict.offset});
-    }
+    if (verdict.kind == XmlVerdict::Wrong)
+        facts.faults.push_back(Unreadable(text, verdict.offset));
     if (verdict.kind == XmlVerdict::Right)
         Reader(text, &facts).Read();
     return facts;

@@ -65,6 +65,12 @@ TEST(XPath, FunctionsPrefixesAndClimbs)
         {"a +", "ends too early@3 "},
         {"a//", "ends too early@3 "},
         {"count(a,)", "cannot be read from ')' on@8 "},
+        {"a | b |", "ends too early@7 "},
+        {"a[b |]", "cannot be read from ']' on@5 "},
+        {"1.5e5 = 2", "cannot be read from 'e5 = 2' on@3 "},
+        {"a orb", "cannot be read from 'orb' on@2 "},
+        {"1-count(a,b)", "count/2@2 "},
+        {"1-p:foo - 3-../..", "p:@2 context^2@12 "},
     };
     for (const auto &[text, facts] : cases)
         EXPECT_EQ(Read(text), facts) << text;
@@ -97,13 +103,19 @@ TEST(XPath, WhatIsTooLargeIsNotRead)
         {Repeated("[(]", 100) + Repeated("\\(", 100), XmlVerdict::Right},
         {"a{1,100000}", XmlVerdict::Right},
         {"((a{1,100000}){1,100000})*", XmlVerdict::Right},
-        {Repeated("a?", 126), XmlVerdict::Right},
-        {Repeated("a?", 200), XmlVerdict::TooLarge},
-        {Repeated("(|a)", 200), XmlVerdict::TooLarge},
-        {Repeated("(a|b|c|d|e|f|g|h|i)?", 100), XmlVerdict::TooLarge},
-        {Repeated("a|", 4000) + "a", XmlVerdict::Right},
-        {Repeated("a|", 5000) + "a", XmlVerdict::TooLarge},
-        {Repeated("a", 70000), XmlVerdict::TooLarge},
+        {"a{2147483647}|a{0,0000000000002147483647}", XmlVerdict::Right},
+        {"a{2147483648}", XmlVerdict::TooLarge},
+        {"a{0,4294967295}", XmlVerdict::TooLarge},
+        {"a{1,99999999999999999999999999}", XmlVerdict::TooLarge},
+        {Repeated("a?", 62) + Repeated("(a|b{3})", 10), XmlVerdict::Right},
+        {Repeated("a?", 90), XmlVerdict::TooLarge},
+        {Repeated("(|a)", 70), XmlVerdict::TooLarge},
+        {"(" + Repeated("a+|", 64) + "a)+", XmlVerdict::TooLarge},
+        {"(" + Repeated("(a|b)+|", 40) + "a)+", XmlVerdict::TooLarge},
+        {Repeated("(", 30) + "a" + Repeated("a{0,3}){0,4}", 30), XmlVerdict::TooLarge},
+        {Repeated("a|", 511) + "a", XmlVerdict::Right},
+        {Repeated("a|", 512) + "a", XmlVerdict::TooLarge},
+        {Repeated("a", 16385), XmlVerdict::TooLarge},
     };
     for (const auto &[text, verdict] : patterns)
         EXPECT_EQ(PatternVerdict(text).kind, verdict) << text.substr(0, 20);
