@@ -156,7 +156,7 @@ XmlVerdict XPathVerdict(const std::string &text)
         return {XmlVerdict::TooLarge};
     /* libxml2 reads an expression without these by its reader of patterns, which takes "a |". */
     bool isSimple = text.find_first_of("[]()@") == std::string::npos;
-    const std::string expression = isSimple ? "(" + text + ")" : text;
+    std::string expression = isSimple ? "(" + text + ")" : text;
     Errors errors;
     std::unique_ptr<xmlXPathContext, void (*)(xmlXPathContext *)> context(xmlXPathNewContext(nullptr),
                                                                           xmlXPathFreeContext);

@@ -130,6 +130,10 @@ TEST_F(InspectCheckYang, PointsIntoExpressions)
          {"xpath-function 2:36", "xpath-syntax 2:51", "xpath-function 2:72"}},
         {"leaf x { type string; must \"substring(., 1, 2, 3) or concat(.) or true(.) or number()\"; }",
          {"xpath-function 2:29", "xpath-function 2:54", "xpath-function 2:67"}},
+        {"leaf x { type string; must \"\\\"x\\\" = foo() and foo(1) and zz:a = zz:b and $v = $v and id() = id(1, 2)\"; "
+         "}",
+         {"xpath-syntax 2:29", "xpath-prefix 2:29", "xpath-function 2:29", "xpath-function 2:29",
+          "xpath-function 2:29"}},
         {"leaf x { type string; must \"derived-from(., 'p:i') and re-match(., '[') and current() = deref(.)/../x\"; }",
          {}},
         {"list l { key 'a b'; leaf a { type string; } leaf b { type string; } leaf c { type string; } }\n"
@@ -140,7 +144,7 @@ TEST_F(InspectCheckYang, PointsIntoExpressions)
          "leaf u { type leafref { path '../ l/c'; } } leaf t { type leafref { path 'current()/../x'; } }\n"
          "leaf s { type leafref { path '../l[q:a = current()/../x]/c'; } } leaf r { type leafref { path '../l[a=]/c'; "
          "} }",
-         {"xpath-syntax 5:50", "xpath-syntax 6:36", "xpath-syntax 6:84", "xpath-syntax 7:34", "xpath-syntax 7:75",
+         {"leafref-path 5:50", "leafref-path 6:36", "leafref-path 6:84", "leafref-path 7:34", "leafref-path 7:75",
           "xpath-prefix 8:36", "xpath-syntax 8:103"}},
         {"import marks { prefix mark; }\nmark:it { container c { leaf x { type string; must 'a b'; } list l; } }\n"
          "leaf y { type string { pattern '('; } mark:it; }",
@@ -155,6 +159,11 @@ TEST_F(InspectCheckYang, PointsIntoExpressions)
     Add("m", "leaf x { type string; must \"derived-from(., 'p:i') or current() = enum-value(.)\"; }", "1");
     EXPECT_EQ(Places({"m"}), (Texts{"xpath-function 2:29", "xpath-function 2:67"}));
     EXPECT_EQ(Said("m", dir.Path()).front(), "xpath-function: must: function 'derived-from' takes yang-version 1.1");
+    Add("m", "leaf x { type string { pattern '(" + std::string(200, 'a') + "'; } must 'string(., 1)'; }");
+    EXPECT_EQ(Said("m", dir.Path()),
+              (Texts{"bad-pattern: pattern '(" + std::string(119, 'a') +
+                         "...' is no regular expression of XML Schema: expecting ')'",
+                     "xpath-function: must: function 'string' takes 0 or 1 arguments, and has 2"}));
 }
 
 TEST_F(InspectCheckYang, ReferencesToDeprecatedAndObsoleteDefinitions)

@@ -18,9 +18,10 @@ inline constexpr RuleRow YANG_ROWS[] = {
     {"submodule-not-included", Severity::Warning, "5.1", "a submodule includes one that the module does not include"},
     {"obsolete-reference", Severity::Warning, "7.21.2",
      "a definition refers to a deprecated or obsolete one of its module"},
-    {"xpath-syntax", Severity::Warning, "6.4", "an expression that is no XPath 1.0, or a path that is no leafref's"},
+    {"xpath-syntax", Severity::Warning, "6.4", "an expression that is no XPath 1.0"},
     {"xpath-function", Severity::Warning, "6.4.1", "a function that is unknown, or has another number of arguments"},
     {"xpath-prefix", Severity::Warning, "6.4.1", "a prefix that stands for no module in the file"},
+    {"leafref-path", Severity::Warning, "9.9.2", "a path that is not of the form that leafrefs have"},
     {"bad-pattern", Severity::Warning, "9.4.5", "a pattern that is no regular expression of XML Schema"},
 };
 

@@ -1,6 +1,8 @@
 /* XPath expressions of must and when, and paths of leafrefs. */
 #include <algorithm>
+#include <set>
 
+#include "base/excerpt.h"
 #include "base/text.h"
 #include "base/xpath.h"
 #include "check/yang/path_form.h"
@@ -61,41 +63,57 @@ std::string NumberText(const FunctionRow &row)
     if (row.most == ANY)
         return Count(row.least, "argument") + " or more";
     if (row.least != row.most)
-        return std::to_string(row.least) + " to " + Count(row.most, "argument");
+        return std::to_string(row.least) + " or " + Count(row.most, "argument") + (row.most == 1 ? "s" : "");
     return row.most == 0 ? "no argument" : Count(row.most, "argument");
 }
 
-void CheckFunction(StatementCheck &check, const XPathFacts::Function &function, const QXYANG_STATEMENT_S &statement)
+/* What is wrong with a call, or nothing. */
+std::string FaultOf(StatementCheck &check, const XPathFacts::Function &function)
 {
     const auto *row = std::find_if(std::begin(FUNCTIONS), std::end(FUNCTIONS),
                                    [&](const FunctionRow &entry) { return entry.name == function.name; });
-    std::string text;
     if (row == std::end(FUNCTIONS))
-        text = "there is no function '" + function.name + "'";
-    else if (row->isVersion11 && !check.File().names.isVersion11)
-        text = "function '" + function.name + "' takes yang-version 1.1";
-    else if (function.arguments < row->least || function.arguments > row->most)
-        text = "function '" + function.name + "' takes " + NumberText(*row) + ", and has " +
-               (function.arguments == 0 ? "none" : std::to_string(function.arguments));
-    if (!text.empty())
-        check.ReportIn("xpath-function", std::string(statement.pcKeyword) + ": " + text, statement, function.offset);
+        return "there is no function '" + Shortened(function.name, MAX_SHOWN) + "'";
+    if (row->isVersion11 && !check.File().names.isVersion11)
+        return "function '" + function.name + "' takes yang-version 1.1";
+    if (function.arguments >= row->least && function.arguments <= row->most)
+        return "";
+    return "function '" + function.name + "' takes " + NumberText(*row) + ", and has " +
+           (function.arguments == 0 ? "none" : std::to_string(function.arguments));
+}
+
+/* What one expression has been reported for: it is told once, where it stands first. */
+using Told = std::set<std::string>;
+
+void CheckFunctions(StatementCheck &check, const XPathFacts &facts, const QXYANG_STATEMENT_S &statement)
+{
+    Told told;
+    for (const XPathFacts::Function &function : facts.functions) {
+        std::string text = FaultOf(check, function);
+        if (!text.empty() && told.insert(text).second)
+            check.ReportIn("xpath-function", std::string(statement.pcKeyword) + ": " + text, statement,
+                           function.offset);
+    }
 }
 
 void CheckPrefixes(StatementCheck &check, const XPathFacts &facts, const QXYANG_STATEMENT_S &statement)
 {
+    Told told;
     for (const XPathFacts::Prefix &prefix : facts.prefixes)
-        if (check.File().names.ModuleOf(prefix.name).empty())
-            check.ReportIn(
-                "xpath-prefix",
-                std::string(statement.pcKeyword) + ": prefix '" + prefix.name + "' stands for no module in this file",
-                statement, prefix.offset);
+        if (check.File().names.ModuleOf(prefix.name).empty() && told.insert(prefix.name).second)
+            check.ReportIn("xpath-prefix",
+                           std::string(statement.pcKeyword) + ": prefix '" + Shortened(prefix.name, MAX_SHOWN) +
+                               "' stands for no module in this file",
+                           statement, prefix.offset);
 }
 
 void CheckFaults(StatementCheck &check, const XPathFacts &facts, const QXYANG_STATEMENT_S &statement)
 {
+    Told told;
     for (const XPathFacts::Fault &fault : facts.faults)
-        check.ReportIn("xpath-syntax", std::string("the expression of ") + statement.pcKeyword + " " + fault.text,
-                       statement, fault.offset);
+        if (told.insert(fault.text).second)
+            check.ReportIn("xpath-syntax", std::string("the expression of ") + statement.pcKeyword + " " + fault.text,
+                           statement, fault.offset);
 }
 
 void CheckExpression(StatementCheck &check, const QXYANG_STATEMENT_S &statement)
@@ -103,8 +121,7 @@ void CheckExpression(StatementCheck &check, const QXYANG_STATEMENT_S &statement)
     XPathFacts facts = ReadXPath(std::string(ArgumentOf(statement)));
     CheckFaults(check, facts, statement);
     CheckPrefixes(check, facts, statement);
-    for (const XPathFacts::Function &function : facts.functions)
-        CheckFunction(check, function, statement);
+    CheckFunctions(check, facts, statement);
 }
 
 void CheckPath(StatementCheck &check, const QXYANG_STATEMENT_S &statement)
@@ -115,7 +132,7 @@ void CheckPath(StatementCheck &check, const QXYANG_STATEMENT_S &statement)
     if (!facts.faults.empty() || facts.tooLarge)
         return;
     if (std::optional<PathFault> fault = FaultOfPath(ArgumentOf(statement)))
-        check.ReportIn("xpath-syntax", "the path of a leafref " + fault->text, statement, fault->offset);
+        check.ReportIn("leafref-path", "the path of a leafref " + fault->text, statement, fault->offset);
 }
 
 constexpr KeywordRule RULES[] = {

@@ -1,6 +1,7 @@
 /* Expressions that climb above the root: RFC 7950, 6.4.1. */
 #include <algorithm>
 
+#include "base/excerpt.h"
 #include "base/text.h"
 #include "check/yang/node_rules.h"
 #include "model/schema_scan.h"
@@ -53,9 +54,10 @@ void CheckExpression(NodeCheck &check, const char *keyword, const NodeStatement 
     if (!climbs.fromRoot && context != nullptr)
         way = ": " + Count(climbs.fromContext, "step") + " up from " + Described(context) + ", " +
               std::to_string(most) + " at most";
-    check.Report("xpath-root",
-                 std::string(keyword) + " '" + std::string(expression.argument) + "' climbs above the root" + way,
-                 {expression.origin, maker.statement, maker.uses});
+    check.Report(
+        "xpath-root",
+        std::string(keyword) + " '" + Shortened(expression.argument, MAX_SHOWN) + "' climbs above the root" + way,
+        {expression.origin, maker.statement, maker.uses});
 }
 
 /* The condition of the uses statement that puts the node where it is. */

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "base/excerpt.h"
+
 namespace inspect {
 namespace {
 
@@ -48,7 +50,7 @@ const RuleTable &AllKeywordRules()
 std::string HeadText(const QXYANG_STATEMENT_S &statement)
 {
     std::string text = statement.pcKeyword;
-    return statement.pcArgument != nullptr ? text + " '" + statement.pcArgument + "'" : text;
+    return statement.pcArgument != nullptr ? text + " '" + Shortened(statement.pcArgument, MAX_SHOWN) + "'" : text;
 }
 
 void StatementCheck::Report(Rule rule, const std::string &text, const QXYANG_STATEMENT_S &statement)

@@ -73,7 +73,7 @@ extern const std::span<const KeywordRule> TYPE_RULES;
 extern const std::span<const KeywordRule> REFERENCE_RULES;
 extern const std::span<const KeywordRule> EXPRESSION_RULES;
 
-/* "leaf 'x'" of a statement, or its keyword alone. */
+/* "leaf 'x'" of a statement, or its keyword alone. A long argument is cut. */
 std::string HeadText(const QXYANG_STATEMENT_S &statement);
 
 /* Which module has a namespace, over all modules that are checked. */

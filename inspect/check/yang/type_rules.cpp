@@ -44,7 +44,8 @@ void CheckPattern(StatementCheck &check, const QXYANG_STATEMENT_S &pattern)
 {
     XmlVerdict verdict = PatternVerdict(std::string(ArgumentOf(pattern)));
     if (verdict.kind == XmlVerdict::Wrong)
-        check.Report("bad-pattern", HeadText(pattern) + " is no regular expression: " + Reason(verdict.text), pattern);
+        check.Report("bad-pattern",
+                     HeadText(pattern) + " is no regular expression of XML Schema: " + Reason(verdict.text), pattern);
 }
 
 constexpr KeywordRule RULES[] = {
