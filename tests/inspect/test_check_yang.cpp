@@ -34,7 +34,8 @@ class InspectCheckYang : public ::testing::Test {
     Texts Places(const std::vector<std::string> &modules)
     {
         Texts places;
-        for (const rapidjson::Value &finding : Run(modules, dir.Path())["findings"].GetArray()) {
+        const rapidjson::Document report = Run(modules, dir.Path());
+        for (const rapidjson::Value &finding : report["findings"].GetArray()) {
             const std::filesystem::path file = finding["file"].GetString();
             const bool isOwn = file.stem() == modules.back();
             places.push_back(finding["name"].GetString() + std::string(" ") +
@@ -48,7 +49,8 @@ class InspectCheckYang : public ::testing::Test {
     Texts Said(const std::string &module, const std::string &in)
     {
         Texts said;
-        for (const rapidjson::Value &finding : Run({module}, in)["findings"].GetArray())
+        const rapidjson::Document report = Run({module}, in);
+        for (const rapidjson::Value &finding : report["findings"].GetArray())
             said.push_back(finding["name"].GetString() + std::string(": ") +
                            std::regex_replace(finding["text"].GetString(), std::regex(" \\([^()]*[0-9]+\\)"), ""));
         std::sort(said.begin(), said.end());
