@@ -92,16 +92,9 @@ void StatementRules::CheckAncestorKeys(QY_NODE *node, const Extensions &extensio
 void StatementRules::CheckKeys(QY_NODE *node)
 {
     uint32_t num = KeyNum(node);
-    std::string written = origin_.pstFile != nullptr
-                              ? ArgumentIn(origin_.pstFile, StatementAt(origin_.pstFile, origin_.uiStatement), "key")
-                              : "";
-    size_t wanted = Words(written).size();
-    if (wanted > num)
-        Report("missing-key", Count(wanted - num, "key") + " of it " + (wanted - num == 1 ? "is" : "are") +
-                                  " gone: a deviation has taken the leaf away");
     QY_NODE *above = KeyedListAbove(node);
     if (num == 0) {
-        if (wanted == 0 && above == nullptr)
+        if (above == nullptr)
             Report("keyless-class", "it is a class without key: nothing tells its objects apart");
         return;
     }

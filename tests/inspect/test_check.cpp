@@ -15,16 +15,6 @@ using namespace test;
 
 namespace {
 
-std::string Id(const std::string &number)
-{
-    return Ext("field-id", number);
-}
-
-std::string ClassId(const std::string &number)
-{
-    return Ext("class-id", number);
-}
-
 std::string LineAt(const std::string &file, uint32_t line)
 {
     std::ifstream stream(file);
@@ -220,6 +210,18 @@ TEST_F(InspectCheck, LengthsThatDumpsAndLookupsCut)
     const std::string lastDeep = std::string(60, 'd') + "4";
     EXPECT_EQ(Findings({"m"}),
               (Texts{"no-class at m", "long-name at " + name, "long-name at " + name, "long-path at " + lastDeep}));
+}
+
+TEST_F(InspectCheck, LeavesOfChoicesBeyondThoseThatAreListed)
+{
+    for (int num : {255, 256}) {
+        std::string leaves;
+        for (int i = 0; i < num; ++i)
+            leaves += Leaf("l" + std::to_string(i), "string");
+        dir.Add("m", Container("c", "<choice name=\"ch\">" + leaves + "</choice>"));
+        EXPECT_EQ(Findings({"m"}),
+                  num > 255 ? (Texts{"no-class at m", "many-case-leaves at c"}) : Texts{"no-class at m"});
+    }
 }
 
 TEST_F(InspectCheck, ClassesOutsideTreesAndManyAugments)

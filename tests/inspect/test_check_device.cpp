@@ -13,16 +13,6 @@ using namespace test;
 
 namespace {
 
-std::string Id(const std::string &number)
-{
-    return Ext("field-id", number);
-}
-
-std::string ClassId(const std::string &number)
-{
-    return Ext("class-id", number);
-}
-
 std::string Augment(const std::string &target, const std::string &body)
 {
     return "<augment target-node=\"" + target + "\">\n" + body + "</augment>\n";

@@ -12,11 +12,6 @@ using namespace test;
 
 namespace {
 
-std::string Id(const std::string &number)
-{
-    return Ext("field-id", number);
-}
-
 /* A class with one key; what is under test comes below it. */
 std::string Base(const std::string &body)
 {

@@ -13,6 +13,16 @@ std::string Ext(const std::string &keyword, const std::string &value, const std:
     return "<mimext:" + keyword + " value=\"" + value + "\">" + nested + "</mimext:" + keyword + ">\n";
 }
 
+std::string Id(const std::string &number)
+{
+    return Ext("field-id", number);
+}
+
+std::string ClassId(const std::string &number)
+{
+    return Ext("class-id", number);
+}
+
 std::string Leaf(const std::string &name, const std::string &type, const std::string &statements)
 {
     const std::string typeText = type.front() == '<' ? type : "<type name=\"" + type + "\"/>";

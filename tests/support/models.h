@@ -12,6 +12,8 @@ std::string Module(const std::string &name, const std::string &body, const std::
 
 /* Short forms of statements. */
 std::string Ext(const std::string &keyword, const std::string &value, const std::string &nested = "");
+std::string Id(const std::string &number);      /* field-id */
+std::string ClassId(const std::string &number); /* class-id */
 std::string Leaf(const std::string &name, const std::string &type, const std::string &statements = "");
 std::string Container(const std::string &name, const std::string &body);
 std::string List(const std::string &name, const std::string &key, const std::string &body);

@@ -22,7 +22,6 @@ inline constexpr RuleRow STATEMENT_ROWS[] = {
     {"extra-ancestor-key", Severity::Warning, nullptr, "more ancestor keys than the lists above have keys"},
     {"dropped-key", Severity::Warning, nullptr,
      "the list's keys are ignored, since a list above has the same class id"},
-    {"missing-key", Severity::Warning, nullptr, "a deviation removed a leaf that is a key of this class"},
 };
 
 } // namespace inspect
