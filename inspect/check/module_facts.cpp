@@ -4,6 +4,7 @@
 #include <new>
 #include <string_view>
 
+#include "model/module_search.h"
 #include "model/statements.h"
 
 namespace inspect {
@@ -65,29 +66,21 @@ void AddHeader(const QXYANG_FILE *file, ModuleFacts *facts)
     });
 }
 
-uint32_t AddName(const char *name, const char *, uint32_t, void *names)
-try {
-    static_cast<std::vector<std::string> *>(names)->emplace_back(name);
-    return 0;
-} catch (const std::bad_alloc &) {
-    return 1;
-}
-
 } // namespace
 
 ModuleFacts FactsOf(const Instance &instance, QY_MOD *module)
 {
     ModuleFacts facts;
-    if (QXYANG_GetModuleOrigin(module, &facts.module) != 0 ||
-        QXYANG_ScanModuleFiles(module, AddName, &facts.submodules) != 0)
+    if (QXYANG_GetModuleOrigin(module, &facts.module) != 0)
         throw std::bad_alloc();
     if (facts.module.pstFile == nullptr)
         return facts;
-    facts.submodules.pop_back(); // the module's own file, which is the last
-    for (const std::string &name : facts.submodules)
-        if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(instance.Schema(), name.c_str()))
+    for (const LoadedFile &loaded : FilesOf(module)) {
+        facts.submodules.emplace_back(loaded.name);
+        if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(instance.Schema(), loaded.name))
             AddFile(file, &facts);
-    AddFile(facts.module.pstFile, &facts);
+    }
+    facts.submodules.pop_back(); // the module's own file, which is the last
     AddHeader(facts.module.pstFile, &facts);
     return facts;
 }

@@ -7,24 +7,12 @@
 
 #include "base/numbers.h"
 #include "diff/item_reader.h"
+#include "model/module_search.h"
 #include "model/schema_scan.h"
 #include "model/statements.h"
 
 namespace inspect::diff {
 namespace {
-
-struct LoadedFile {
-    std::string name; /* of the module or submodule */
-    const char *path;
-};
-
-uint32_t AddFile(const char *name, const char *path, uint32_t, void *cookie)
-try {
-    static_cast<std::vector<LoadedFile> *>(cookie)->push_back({name, path});
-    return 0;
-} catch (const std::bad_alloc &) {
-    return 1;
-}
 
 uint64_t Mixed(uint64_t hash, std::string_view text)
 {
@@ -111,12 +99,9 @@ void ModuleReader::ReadFile(const QXYANG_FILE *file, const char *path, ModuleMod
 
 void ModuleReader::ReadFiles(QY_MOD *module, ModuleModel *model)
 {
-    std::vector<LoadedFile> files;
-    if (QXYANG_ScanModuleFiles(module, AddFile, &files) != 0)
-        throw std::bad_alloc();
-    for (const LoadedFile &loaded : files)
-        if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(instance_.Schema(), loaded.name.c_str()))
-            ReadFile(file, loaded.path, model);
+    for (const auto &[name, path] : FilesOf(module))
+        if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(instance_.Schema(), name))
+            ReadFile(file, path, model);
 }
 
 std::unique_ptr<ModuleModel> ModuleReader::Read(const ModuleKey &key, Scope scope)

@@ -20,6 +20,14 @@ try {
     return 1;
 }
 
+uint32_t AddFile(const char *name, const char *path, uint32_t, void *files)
+try {
+    static_cast<std::vector<LoadedFile> *>(files)->push_back({name, path});
+    return 0;
+} catch (const std::bad_alloc &) {
+    return 1;
+}
+
 std::vector<const char *> Pointers(const SearchDirs &dirs)
 {
     std::vector<const char *> pointers;
@@ -51,13 +59,12 @@ std::string ModulePath(const SearchDirs &dirs, const std::string &name)
     return paths.empty() ? "" : paths.front();
 }
 
-std::vector<std::string> PathsOf(const QY_MOD *module)
+std::vector<LoadedFile> FilesOf(const QY_MOD *module)
 {
-    Texts paths;
-    auto add = [](const char *, const char *path, uint32_t, void *cookie) { return AddText(path, cookie); };
-    if (QXYANG_ScanModuleFiles(module, add, &paths) != 0)
+    std::vector<LoadedFile> files;
+    if (QXYANG_ScanModuleFiles(module, AddFile, &files) != 0)
         throw std::bad_alloc();
-    return paths;
+    return files;
 }
 
 bool HoldsSubmodule(const std::string &path)

@@ -22,7 +22,13 @@ bool HoldsSubmodule(const std::string &path);
 /* The file in the other syntax that stands beside this one under the same name; "" when there is none. */
 std::string TwinOf(const std::string &path);
 
-/* The files that a loaded module came from, its submodules' first. */
-std::vector<std::string> PathsOf(const QY_MOD *module);
+/* A file that a loaded module came from. The texts live as long as the module. */
+struct LoadedFile {
+    const char *name; /* of the module or submodule */
+    const char *path;
+};
+
+/* The submodules' files in the order of inclusion, the module's own last. */
+std::vector<LoadedFile> FilesOf(const QY_MOD *module);
 
 } // namespace inspect

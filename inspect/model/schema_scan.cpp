@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstring>
+#include <exception>
 #include <new>
 #include <unordered_set>
 
@@ -14,20 +15,20 @@ constexpr const char *EXTENSION_MODULE = "quelvo-mim-extensions";
 template <class Visitor>
 struct Scan {
     Visitor visit;
-    bool outOfMemory = false;
+    std::exception_ptr thrown = nullptr;
 
     template <class... Args>
     void Visit(Args... args)
     try {
         visit(args...);
-    } catch (const std::bad_alloc &) {
-        outOfMemory = true;
+    } catch (...) {
+        thrown = std::current_exception();
     }
 
     void End() const
     {
-        if (outOfMemory)
-            throw std::bad_alloc();
+        if (thrown != nullptr)
+            std::rethrow_exception(thrown);
     }
 };
 

@@ -7,13 +7,13 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <new>
 #include <optional>
 #include <string_view>
 
 #include "check/report/marked_statements.h"
 #include "model/instance.h"
 #include "model/model_file.h"
+#include "model/module_search.h"
 
 namespace inspect {
 namespace {
@@ -120,26 +120,13 @@ class FileIgnores {
 
 void NoteMarkedFiles(const QY_CTX *schema, const QY_MOD *module, const SearchDirs &dirs, MarkedFiles *marked)
 {
-    struct Search {
-        const QY_CTX *schema;
-        const SearchDirs &dirs;
-        MarkedFiles *marked;
-    } search = {schema, dirs, marked};
-    auto look = [](const char *name, const char *path, uint32_t, void *cookie) -> uint32_t {
-        try {
-            auto &found = *static_cast<Search *>(cookie);
-            const QXYANG_FILE *file = QXYANG_GetLoadedFile(found.schema, name);
-            uint64_t size = 0;
-            const char *text = file != nullptr ? QXYANG_GetFileText(file, &size) : nullptr;
-            if (text != nullptr && HasMark({text, size}))
-                found.marked->insert(ShownPath(found.dirs, path));
-            return 0;
-        } catch (const std::bad_alloc &) {
-            return 1;
-        }
-    };
-    if (QXYANG_ScanModuleFiles(module, look, &search) != 0)
-        throw std::bad_alloc();
+    for (const auto &[name, path] : FilesOf(module)) {
+        const QXYANG_FILE *file = QXYANG_GetLoadedFile(schema, name);
+        uint64_t size = 0;
+        const char *text = file != nullptr ? QXYANG_GetFileText(file, &size) : nullptr;
+        if (text != nullptr && HasMark({text, size}))
+            marked->insert(ShownPath(dirs, path));
+    }
 }
 
 size_t Ignores::Apply(std::vector<Finding> *findings) const

@@ -35,8 +35,8 @@ std::optional<NodeStatement> WhyMandatory(QY_NODE *node)
 NodeCheck::NodeCheck(QY_CTX *schema, QY_MOD *module, Places *places)
     : module_(module), places_(places), identities_(schema, &files_)
 {
-    for (std::string &path : PathsOf(module))
-        ownFiles_.insert(std::move(path));
+    for (const LoadedFile &file : FilesOf(module))
+        ownFiles_.insert(file.path);
 }
 
 bool NodeCheck::IsOwn(const QXYANG_ORIGIN_S &origin) const

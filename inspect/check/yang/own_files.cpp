@@ -1,5 +1,7 @@
 #include "check/yang/own_files.h"
 
+#include "model/module_search.h"
+
 namespace inspect {
 
 std::string_view ArgumentOf(const QXYANG_STATEMENT_S &statement)
@@ -9,22 +11,13 @@ std::string_view ArgumentOf(const QXYANG_STATEMENT_S &statement)
 
 std::vector<OwnFile> OwnFilesOf(const QY_CTX *schema, const QY_MOD *module)
 {
-    struct Cookie {
-        const QY_CTX *schema;
-        FileNameTable names;
-        std::vector<OwnFile> files;
-    } cookie = {schema, {}, {}};
-    QXYANG_ScanModuleFiles(
-        module,
-        [](const char *name, const char *path, uint32_t, void *pvCookie) -> uint32_t {
-            auto &own = *static_cast<Cookie *>(pvCookie);
-            if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(own.schema, name))
-                own.files.push_back({file, path, name, own.files.size(), IsYang(StatementAt(file, 0), "submodule"),
-                                     own.names.Of(file)});
-            return 0;
-        },
-        &cookie);
-    return std::move(cookie.files);
+    FileNameTable names;
+    std::vector<OwnFile> files;
+    for (const auto &[name, path] : FilesOf(module))
+        if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(schema, name))
+            files.push_back(
+                {file, path, name, files.size(), IsYang(StatementAt(file, 0), "submodule"), names.Of(file)});
+    return files;
 }
 
 } // namespace inspect
