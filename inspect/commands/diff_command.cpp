@@ -216,7 +216,7 @@ int DiffCommand::Run()
     }
     std::optional<diff::GitFolders> git;
     if (!against_.empty())
-        git.emplace(diff::GitRevision::Parse(against_));
+        git.emplace(diff::GitRevision::Parse(against_), all_ ? diff::Missing::IsEmpty : diff::Missing::Fails);
     ModelRequest newSide = RequestOf(newDirs_);
     ModelRequest oldSide = OldRequest(git ? &*git : nullptr);
     return all_ ? CompareAll(oldSide, newSide) : CompareOne(oldSide, newSide);

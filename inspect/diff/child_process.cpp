@@ -6,8 +6,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <fstream>
 #include <iterator>
+#include <new>
 #include <string_view>
 
 #include "base/failure.h"
@@ -15,8 +17,9 @@
 namespace inspect::diff {
 namespace {
 
-/* A hook of git's runs with variables that say which repository git works on. Here the directory says so. */
-constexpr std::string_view DROPPED[] = {"GIT_DIR=", "GIT_WORK_TREE=", "GIT_PREFIX="};
+/* A hook of git's runs with variables that say which repository git works on. Here the directory says so. LC_ALL is set
+ * anew. */
+constexpr std::string_view DROPPED[] = {"GIT_DIR=", "GIT_WORK_TREE=", "GIT_PREFIX=", "LC_ALL="};
 
 std::vector<char *> Environment()
 {
@@ -28,6 +31,7 @@ std::vector<char *> Environment()
         if (!isDropped)
             kept.push_back(*variable);
     }
+    kept.push_back(const_cast<char *>("LC_ALL=C"));
     kept.push_back(nullptr);
     return kept;
 }
@@ -35,7 +39,11 @@ std::vector<char *> Environment()
 /* Where a program's standard streams lead. */
 class Streams {
   public:
-    Streams() { posix_spawn_file_actions_init(&actions_); }
+    Streams()
+    {
+        if (posix_spawn_file_actions_init(&actions_) != 0)
+            throw std::bad_alloc();
+    }
     ~Streams() { posix_spawn_file_actions_destroy(&actions_); }
     Streams(const Streams &) = delete;
     Streams &operator=(const Streams &) = delete;
@@ -43,7 +51,8 @@ class Streams {
     void Lead(int stream, const std::string &path, int flags)
     {
         constexpr mode_t OWN = 0600;
-        posix_spawn_file_actions_addopen(&actions_, stream, path.c_str(), flags, OWN);
+        if (posix_spawn_file_actions_addopen(&actions_, stream, path.c_str(), flags, OWN) != 0)
+            throw std::bad_alloc();
     }
 
     const posix_spawn_file_actions_t *Get() const { return &actions_; }
@@ -52,31 +61,51 @@ class Streams {
     posix_spawn_file_actions_t actions_;
 };
 
+/* Whoever ignores the ends of children, as the starter of this program may, cannot wait for them. */
+class NoticedChildren {
+  public:
+    NoticedChildren()
+    {
+        struct sigaction noticed = {};
+        noticed.sa_handler = SIG_DFL;
+        sigaction(SIGCHLD, &noticed, &before_);
+    }
+    ~NoticedChildren() { sigaction(SIGCHLD, &before_, nullptr); }
+    NoticedChildren(const NoticedChildren &) = delete;
+    NoticedChildren &operator=(const NoticedChildren &) = delete;
+
+  private:
+    struct sigaction before_ = {};
+};
+
 std::string Content(const std::string &path)
 {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-int ExitCodeOf(pid_t child)
+void Wait(pid_t child, Finished *finished)
 {
     int status = 0;
     while (waitpid(child, &status, 0) < 0)
-        if (errno != EINTR)
-            return -1;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        if (errno != EINTR) {
+            finished->startError = errno;
+            return;
+        }
+    finished->signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+    finished->exitCode = WEXITSTATUS(status);
 }
 
 } // namespace
 
-std::optional<Finished> RunProgram(const std::vector<std::string> &words, const std::string &input,
-                                   const std::string &folder)
+Finished RunProgram(const std::vector<std::string> &words, const std::string &input,
+                    const std::filesystem::path &folder)
 {
-    std::string in = folder + "/.in";
-    std::string out = folder + "/.out";
-    std::string err = folder + "/.err";
+    std::string in = folder / ".in";
+    std::string out = folder / ".out";
+    std::string err = folder / ".err";
     if (!(std::ofstream(in, std::ios::binary) << input).flush())
-        throw Failure("cannot write to " + folder, EXIT_NOT_LOADED);
+        throw Failure("cannot write to " + folder.string(), EXIT_NOT_LOADED);
     Streams streams;
     streams.Lead(STDIN_FILENO, in, O_RDONLY);
     streams.Lead(STDOUT_FILENO, out, O_WRONLY | O_CREAT | O_TRUNC);
@@ -86,12 +115,16 @@ std::optional<Finished> RunProgram(const std::vector<std::string> &words, const 
         arguments.push_back(const_cast<char *>(word.c_str()));
     arguments.push_back(nullptr);
     std::vector<char *> environment = Environment();
+    NoticedChildren noticed;
+    Finished finished = {};
     pid_t child = 0;
-    if (posix_spawnp(&child, arguments[0], streams.Get(), nullptr, arguments.data(), environment.data()) != 0)
-        return std::nullopt;
-    int exitCode = ExitCodeOf(child);
-    std::string said = Content(err);
-    return Finished{exitCode, Content(out), said.substr(0, said.find('\n'))};
+    finished.startError =
+        posix_spawnp(&child, arguments[0], streams.Get(), nullptr, arguments.data(), environment.data());
+    if (finished.startError == 0)
+        Wait(child, &finished);
+    finished.out = Content(out);
+    finished.err = Content(err);
+    return finished;
 }
 
 } // namespace inspect::diff

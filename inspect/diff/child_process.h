@@ -1,21 +1,24 @@
 /* Running another program without a shell. */
 #pragma once
 
-#include <optional>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace inspect::diff {
 
+/* How a run went. */
 struct Finished {
-    int exitCode; /* -1: a signal ended it */
+    int startError; /* errno of a program that cannot be started, or 0; ENOENT: there is none of that name */
+    int signal;     /* that has ended it, or 0 */
+    int exitCode;
     std::string out;
-    std::string err; /* the first line */
+    std::string err;
 };
 
-/* Runs a program, which is looked for in PATH, with these arguments: none of them goes through a shell. `folder` takes the
- * files that keep what goes in and out. Nothing: there is no such program, or it cannot be started. */
-std::optional<Finished> RunProgram(const std::vector<std::string> &words, const std::string &input,
-                                   const std::string &folder);
+/* Runs a program, which is looked for in PATH, with these arguments: none of them goes through a shell. Its messages are in
+ * English. `folder` takes the files that keep what goes in and out. Throws Failure when it cannot. */
+Finished RunProgram(const std::vector<std::string> &words, const std::string &input,
+                    const std::filesystem::path &folder);
 
 } // namespace inspect::diff

@@ -1,15 +1,21 @@
 #include "diff/git_folders.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
 
 #include "base/failure.h"
-#include "diff/child_process.h"
 
 namespace inspect::diff {
 namespace {
+
+/* As git writes them. */
+constexpr std::string_view FOLDER_MODE = "040000";
+constexpr std::string_view FILE_MODES = "100"; /* their first digits */
 
 bool IsModuleFile(std::string_view path)
 {
@@ -41,77 +47,122 @@ std::string Plain(const std::string &folder)
     return plain == "." ? "" : plain;
 }
 
+/* Why git has failed, without its warnings and hints. */
+std::string ReasonOf(const Finished &git)
+{
+    size_t fatal = git.err.find("fatal: ");
+    std::string_view reason = std::string_view(git.err).substr(fatal != std::string::npos ? fatal : 0);
+    return std::string(reason.substr(0, reason.find('\n')));
+}
+
+Failure Unreadable(const std::string &dir, const Finished &git)
+{
+    return Failure("git cannot read the repository of '" + dir + "': git: " + ReasonOf(git), EXIT_NOT_LOADED);
+}
+
+void MakeFolder(const std::filesystem::path &path)
+{
+    std::error_code error;
+    std::filesystem::create_directories(path, error);
+    if (error)
+        throw Failure("cannot write to " + path.string() + ": " + error.message(), EXIT_NOT_LOADED);
+}
+
 } // namespace
 
 GitRevision GitRevision::Parse(const std::string &text)
 {
     size_t colon = text.find(':');
     GitRevision revision = {text.substr(0, colon), colon != std::string::npos ? Plain(text.substr(colon + 1)) : ""};
-    if (revision.ref.empty() || revision.ref.starts_with('-'))
+    if (revision.ref.empty() || revision.ref.starts_with('-') || revision.ref.starts_with('^'))
         throw Failure("'" + text + "' is no revision of git's: REF or REF:FOLDER is needed", EXIT_USAGE);
     return revision;
 }
 
-GitFolders::~GitFolders()
+Finished GitFolders::Run(const std::string &dir, std::vector<std::string> words, const std::string &input)
 {
-    std::error_code ignored;
-    if (!temporary_.empty())
-        std::filesystem::remove_all(temporary_, ignored);
-}
-
-const std::string &GitFolders::Temporary()
-{
-    if (!temporary_.empty())
-        return temporary_;
-    std::string name = (std::filesystem::temp_directory_path() / "korv-inspect-XXXXXX").string();
-    if (::mkdtemp(name.data()) == nullptr)
-        throw Failure("no directory can be made in " + std::filesystem::temp_directory_path().string(),
-                      EXIT_NOT_LOADED);
-    return temporary_ = name;
-}
-
-/* What git prints when it works in that directory; `otherwise` says what is wrong when it fails. */
-std::string GitFolders::Git(const std::string &dir, std::vector<std::string> words, const std::string &input,
-                            const std::string &otherwise)
-{
-    words.insert(words.begin(), {"git", "-C", dir});
-    std::optional<Finished> finished = RunProgram(words, input, Temporary());
-    if (!finished)
+    words.insert(words.begin(), {"git", "-C", dir, "--literal-pathspecs"});
+    Finished finished = RunProgram(words, input, temporary_.Make());
+    if (finished.startError == ENOENT)
         throw Failure("--against needs git, which is not found", EXIT_NOT_LOADED);
-    if (finished->exitCode != 0)
-        throw Failure(otherwise + (finished->err.empty() ? "" : " (git: " + finished->err + ")"), EXIT_USAGE);
-    return finished->out;
+    if (finished.startError != 0)
+        throw Failure(std::string("git cannot be run: ") + std::strerror(finished.startError), EXIT_NOT_LOADED);
+    if (finished.signal != 0)
+        throw Failure("git has been ended by signal " + std::to_string(finished.signal) + " (" +
+                          ::strsignal(finished.signal) + ")",
+                      EXIT_NOT_LOADED);
+    return finished;
+}
+
+/* What git prints when it works in that directory. */
+std::string GitFolders::Git(const std::string &dir, std::vector<std::string> words, const std::string &input)
+{
+    Finished finished = Run(dir, std::move(words), input);
+    if (finished.exitCode != 0)
+        throw Unreadable(dir, finished);
+    return finished.out;
 }
 
 /* The directory's path from the top of its repository. */
 std::string GitFolders::FolderOf(const std::string &dir)
 {
-    return Plain(WithoutLineEnd(Git(dir, {"rev-parse", "--show-prefix"}, "", "'" + dir + "' is in no git repository")));
+    Finished finished = Run(dir, {"rev-parse", "--show-prefix"});
+    if (finished.exitCode == 0)
+        return Plain(WithoutLineEnd(finished.out));
+    if (ReasonOf(finished).starts_with("fatal: not a git repository ("))
+        throw Failure("'" + dir + "' is in no git repository", EXIT_USAGE);
+    throw Unreadable(dir, finished);
 }
 
-/* The module files of a tree. Links and modules of git's are passed over. */
-std::vector<GitFolders::Entry> GitFolders::List(const std::string &dir, const std::string &tree,
-                                                const std::string &folder, bool below)
+std::string GitFolders::CommitIn(const std::string &dir)
 {
-    std::vector<std::string> words = {"ls-tree", "-z", "--full-tree"};
-    if (below)
-        words.emplace_back("-r");
-    words.push_back(tree + ":" + folder);
-    std::string listed =
-        Git(dir, words, "", "revision '" + revision_.ref + "' of the repository has no folder '" + folder + "'");
+    Finished finished = Run(dir, {"rev-parse", "--verify", "--quiet", revision_.ref + "^{commit}"});
+    if (finished.exitCode != 0)
+        throw Failure("the repository of '" + dir + "' has no revision '" + revision_.ref + "'" +
+                          (finished.err.empty() ? "" : " (git: " + ReasonOf(finished) + ")"),
+                      EXIT_USAGE);
+    return WithoutLineEnd(finished.out);
+}
+
+std::vector<GitFolders::Entry> GitFolders::List(const std::string &dir, std::vector<std::string> words)
+{
+    words.insert(words.begin(), {"ls-tree", "-z", "--full-tree"});
+    std::string listed = Git(dir, std::move(words));
     std::vector<Entry> entries;
     for (size_t at = 0; at < listed.size();) {
         size_t end = std::min(listed.find('\0', at), listed.size());
         std::string line = listed.substr(at, end - at); /* MODE TYPE OBJECT<tab>PATH */
         at = end + 1;
         size_t tab = line.find('\t');
-        if (!line.starts_with("100") || tab == std::string::npos)
+        if (tab == std::string::npos)
             continue;
         size_t object = line.rfind(' ', tab) + 1;
-        Entry entry = {line.substr(object, tab - object), line.substr(tab + 1)};
-        if (IsModuleFile(entry.path) && StaysWithin(entry.path))
-            entries.push_back(std::move(entry));
+        entries.push_back({line.substr(0, line.find(' ')), line.substr(object, tab - object), line.substr(tab + 1)});
     }
+    return entries;
+}
+
+/* The module files in a folder of the revision. Links and modules of git's are passed over. */
+std::vector<GitFolders::Entry> GitFolders::ModuleFiles(const std::string &dir, const std::string &folder, bool below)
+{
+    std::string tree = CommitIn(dir);
+    if (!folder.empty()) {
+        std::vector<Entry> found = List(dir, {tree, "--", folder});
+        bool isThere = !found.empty() && found.front().mode == FOLDER_MODE;
+        if (!isThere && missing_ == Missing::IsEmpty && revision_.folder.empty())
+            return {};
+        if (!isThere)
+            throw Failure("revision '" + revision_.ref + "' of the repository has no folder '" + folder + "'",
+                          EXIT_USAGE);
+        tree = found.front().object;
+    }
+    std::vector<std::string> words = {tree};
+    if (below)
+        words.insert(words.begin(), "-r");
+    std::vector<Entry> entries = List(dir, words);
+    std::erase_if(entries, [](const Entry &entry) {
+        return !entry.mode.starts_with(FILE_MODES) || !IsModuleFile(entry.path) || !StaysWithin(entry.path);
+    });
     return entries;
 }
 
@@ -127,7 +178,7 @@ void GitFolders::Write(const std::string &blobs, const std::vector<Entry> &entri
         std::filesystem::path file = std::filesystem::path(target) / entry.path;
         if (!line.starts_with(entry.object + " blob ") || lineEnd + 1 + size > blobs.size())
             throw Failure("git does not tell what is in " + shown + entry.path, EXIT_NOT_LOADED);
-        std::filesystem::create_directories(file.parent_path());
+        MakeFolder(file.parent_path());
         std::ofstream out(file, std::ios::binary);
         if (!out.write(blobs.data() + lineEnd + 1, static_cast<std::streamsize>(size)).flush())
             throw Failure("cannot write to " + target, EXIT_NOT_LOADED);
@@ -143,15 +194,13 @@ std::string GitFolders::Take(const std::string &dir, bool below)
     std::string folder = FolderOf(dir);
     if (!revision_.folder.empty())
         folder = revision_.folder;
-    std::string tree = WithoutLineEnd(Git(dir, {"rev-parse", "--verify", "--quiet", revision_.ref + "^{commit}"}, "",
-                                          "the repository of '" + dir + "' has no revision '" + revision_.ref + "'"));
-    std::vector<Entry> entries = List(dir, tree, folder, below);
+    std::vector<Entry> entries = ModuleFiles(dir, folder, below);
     std::string objects;
     for (const Entry &entry : entries)
         objects += entry.object + "\n";
-    std::string blobs = Git(dir, {"cat-file", "--batch"}, objects, "git cannot read revision '" + revision_.ref + "'");
-    std::string target = Temporary() + "/" + std::to_string(taken_++);
-    std::filesystem::create_directories(target);
+    std::string blobs = entries.empty() ? "" : Git(dir, {"cat-file", "--batch"}, objects);
+    std::string target = temporary_.Make() / std::to_string(taken_++);
+    MakeFolder(target);
     shown_[target] = revision_.ref + ":" + folder;
     Write(blobs, entries, target, revision_.ref + ":" + (folder.empty() ? "" : folder + "/"));
     return target;

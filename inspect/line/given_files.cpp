@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <utility>
 
@@ -67,13 +66,6 @@ bool LooksLikeFile(const std::string &text)
            text.ends_with(".yang");
 }
 
-GivenFiles::~GivenFiles()
-{
-    std::error_code ignored;
-    if (!folder_.empty())
-        std::filesystem::remove_all(folder_, ignored);
-}
-
 std::string GivenFiles::Take(const std::string &file, const std::string &name, const Notes &notes)
 {
     File given = {name, file, file};
@@ -102,9 +94,9 @@ void GivenFiles::TakeStandardInput(File *given)
         throw Failure("standard input holds module '" + module + "', not '" + wanted + "'", EXIT_USAGE);
     if (!IsNameOfFile(given->module))
         throw Failure("standard input holds no module", EXIT_NOT_LOADED, file.Faults());
-    given->path = Folder() / (given->module + ending);
-    if (!(std::ofstream(given->path, std::ios::binary) << text))
-        throw Failure("standard input cannot be kept in " + Folder().string(), EXIT_NOT_LOADED);
+    given->path = folder_.Make() / (given->module + ending);
+    if (!(std::ofstream(given->path, std::ios::binary) << text).flush())
+        throw Failure("standard input cannot be kept in " + folder_.Path().string(), EXIT_NOT_LOADED);
 }
 
 /* A file in which no module is found counts as that of its own name: the load says what is wrong with it. */
@@ -133,14 +125,14 @@ void GivenFiles::AddTo(SearchDirs *dirs)
     for (const File &file : files_)
         if (!IsFoundFirst(file, own.empty() ? "" : own.front()))
             Link(file, dirs);
-    dirs->first = folder_.string();
+    dirs->first = folder_.Path().string();
     own.insert(own.end(), dirs->dirs.begin(), dirs->dirs.end());
     dirs->dirs = own;
 }
 
 bool GivenFiles::IsInFolder(const File &file) const
 {
-    return !folder_.empty() && file.path.parent_path() == folder_;
+    return !folder_.Path().empty() && file.path.parent_path() == folder_.Path();
 }
 
 bool GivenFiles::IsFoundFirst(const File &file, const std::string &firstDir) const
@@ -152,23 +144,18 @@ bool GivenFiles::IsFoundFirst(const File &file, const std::string &firstDir) con
     return file.path.extension() == ".yin" || !std::filesystem::exists(dir / (file.module + ".yin"), ignored);
 }
 
-const std::filesystem::path &GivenFiles::Folder()
-{
-    if (!folder_.empty())
-        return folder_;
-    std::string name = (std::filesystem::temp_directory_path() / "korv-inspect-XXXXXX").string();
-    if (::mkdtemp(name.data()) == nullptr)
-        throw Failure("no directory can be made in " + std::filesystem::temp_directory_path().string(),
-                      EXIT_NOT_LOADED);
-    return folder_ = name;
-}
-
 void GivenFiles::Link(const File &file, SearchDirs *dirs)
 {
     std::filesystem::path link = file.path;
     if (!IsInFolder(file)) {
-        link = Folder() / (file.module + file.path.extension().string());
-        std::filesystem::create_symlink(std::filesystem::absolute(file.path), link);
+        link = folder_.Make() / (file.module + file.path.extension().string());
+        std::error_code error;
+        std::filesystem::path target = std::filesystem::absolute(file.path, error);
+        if (!error)
+            std::filesystem::create_symlink(target, link, error);
+        if (error)
+            throw Failure(file.shown + " cannot be linked to from " + folder_.Path().string() + ": " + error.message(),
+                          EXIT_NOT_LOADED);
     }
     dirs->shown.emplace(link.string(), file.shown);
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/model_request.h"
+#include "base/temporary_folder.h"
 
 namespace inspect {
 
@@ -21,11 +22,6 @@ const char *EndingFor(const std::string &text);
 
 class GivenFiles {
   public:
-    GivenFiles() = default;
-    GivenFiles(const GivenFiles &) = delete;
-    GivenFiles &operator=(const GivenFiles &) = delete;
-    ~GivenFiles(); /* removes what it has put into the file system */
-
     /* Takes a file, or for "-" what standard input holds, and returns the name of the module in it. `name` is the one that
      * standard input should hold, or "". Throws Failure when the file cannot be read or holds a submodule, when standard
      * input holds no module, and when two files are of one module. A note says when a file has another name than its module. */
@@ -46,11 +42,10 @@ class GivenFiles {
     static void TakeFile(File *given, const Notes &notes);
     bool IsInFolder(const File &file) const;
     bool IsFoundFirst(const File &file, const std::string &firstDir) const;
-    const std::filesystem::path &Folder();
     void Link(const File &file, SearchDirs *dirs);
 
     std::vector<File> files_;
-    std::filesystem::path folder_; /* "" as long as none is needed */
+    TemporaryFolder folder_;
 };
 
 } // namespace inspect

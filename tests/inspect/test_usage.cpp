@@ -168,6 +168,7 @@ TEST(InspectUsage, AFileIsTakenAsItStandsAndItsDirectoryIsSearchedFirst)
         {"printf 'module m {' | korv-inspect tree -", 3,
          "standard input:1:11: found the end of the file in 'module m' of line 1; expected '}'\n"},
         {"printf 'module ../m;' | korv-inspect tree -", 3, "korv-inspect: standard input holds no module\n"},
+        {"TMPDIR=/no/where; korv-inspect tree - < m.yin", 3, "korv-inspect: no directory can be made in /no/where: "},
         {"printf 'submodule s { belongs-to m { prefix m; } }' | korv-inspect tree -", 3,
          "korv-inspect: standard input holds submodule 's' of module 'm': name the module or its file\n"},
     };
