@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/named_row.h"
 #include "check/rows/class_rows.h"
 #include "check/rows/comment_rows.h"
 #include "check/rows/load_rows.h"
@@ -21,27 +22,8 @@ inline constexpr std::span<const RuleRow> RULE_TABLES[] = {
     LOAD_ROWS, CLASS_ROWS, STATEMENT_ROWS, COMMENT_ROWS, YANG_ROWS, NODE_ROWS,
 };
 
-/* A rule, by its name: Rule("bad-number"). A name that no row has does not compile. */
-class Rule {
-  public:
-    consteval Rule(const char *name) : row_(Find(name)) {}
-
-    const RuleRow *operator->() const { return row_; }
-    const RuleRow &operator*() const { return *row_; }
-    bool operator==(const Rule &other) const = default;
-
-  private:
-    static consteval const RuleRow *Find(std::string_view name)
-    {
-        for (std::span<const RuleRow> table : RULE_TABLES)
-            for (const RuleRow &row : table)
-                if (row.name == name)
-                    return &row;
-        throw "no rule has this name";
-    }
-
-    const RuleRow *row_;
-};
+/* Rule("bad-number") */
+using Rule = NamedRow<RULE_TABLES>;
 
 /* The rule of that name, or null. */
 const RuleRow *FindRule(std::string_view name);

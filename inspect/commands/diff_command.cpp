@@ -2,13 +2,13 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cstdio>
 #include <iterator>
 
 #include "base/failure.h"
 #include "commands/commands.h"
 #include "diff/changes.h"
 #include "diff/git_folders.h"
+#include "diff/rules.h"
 #include "diff/versions.h"
 #include "diff/write.h"
 #include "line/model_options.h"
@@ -211,7 +211,10 @@ int DiffCommand::CompareAll(const ModelRequest &oldSide, const ModelRequest &new
 int DiffCommand::Run()
 {
     if (rules_) {
-        std::fputs(diff::RulesText().c_str(), stdout);
+        if (options_.OutputFormat() == Format::Json)
+            diff::WriteRulesJson();
+        else
+            diff::WriteRulesText();
         return EXIT_OK;
     }
     std::optional<diff::GitFolders> git;

@@ -119,7 +119,7 @@ class Comparison {
 
     void CompareRevision()
     {
-        if (before_.revision.empty() || after_.revision > before_.revision)
+        if (after_.revision > before_.revision)
             return;
         auto [oldMark, newMark] =
             std::mismatch(before_.marks.begin(), before_.marks.end(), after_.marks.begin(), after_.marks.end());

@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
+#include <set>
+#include <sstream>
 
+#include "base/text.h"
 #include "model/schema_scan.h"
 #include "model/statements.h"
 
@@ -53,6 +57,14 @@ class Reasons {
   private:
     std::vector<Extension> extensions_;
 };
+
+/* The words of a text whose order means nothing. */
+std::string SortedWords(const std::string &text)
+{
+    std::istringstream stream(text);
+    std::set<std::string> words(std::istream_iterator<std::string>(stream), {});
+    return Join({words.begin(), words.end()}, " ");
+}
 
 Where PlaceOf(const QXYANG_ORIGIN_S *origin, FileNames *files, const Item &item)
 {
@@ -204,7 +216,8 @@ void NodeFacts::AddList(QY_NODE *node, Item *item)
     AddNumber(node, "max-elements", item);
     AddStatements(node, "ordered-by", item);
     AddStatements(node, "key", item);
-    AddStatements(node, "unique", item);
+    for (const QXYANG_ORIGIN_S &statement : StatementsOf(node, "unique"))
+        item->facts.push_back({"unique", SortedWords(ArgumentOf(statement)), files_->Of(statement)});
 }
 
 void NodeFacts::AddState(QY_NODE *node, const QXYANG_NODE_DETAILS_S &details, Item *item)

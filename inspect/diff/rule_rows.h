@@ -41,7 +41,8 @@ inline constexpr RuleRow RULE_ROWS[] = {
     /* The module as a whole. */
     {"module-removed", Always, Feels::All, nullptr, "the module is gone"},
     {"module-added", Never, Feels::All, nullptr, "the module is new"},
-    {"no-new-revision", Never, Feels::All, nullptr, "statements have changed, and the revision has not"},
+    {"no-new-revision", Never, Feels::All, nullptr,
+     "statements have changed, and the revision has not, or there is none"},
     {"namespace", Always, Feels::Path, nullptr, "the module's namespace"},
     {"prefix", Never, Feels::Path, nullptr, "the prefix that the module gives itself"},
     {"yang-version", Never, Feels::Path, "1", "the version of YANG"},
@@ -105,7 +106,7 @@ inline constexpr RuleRow RULE_ROWS[] = {
     {"min-elements", WhenLarger, Feels::Data, "0", "the least number of entries"},
     {"max-elements", WhenSmaller, Feels::Data, "unbounded", "the greatest number of entries"},
     {"ordered-by", Always, Feels::Data, "system", "who orders the entries"},
-    {"unique", WhenNew, Feels::Data, nullptr, "leaves that differ in each entry"},
+    {"unique", WhenNew, Feels::Data, nullptr, "names of leaves that differ in each entry, in any order"},
     {"must", WhenNew, Feels::Data, nullptr, "a condition, as a text"},
     {"when", WhenNew, Feels::Data, nullptr, "a condition, as a text; that of an augment or uses included"},
     {"if-feature", WhenNew, Feels::Data, nullptr,

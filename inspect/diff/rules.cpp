@@ -1,5 +1,8 @@
 #include "diff/rules.h"
 
+#include <cstdio>
+
+#include "base/json_out.h"
 #include "base/text.h"
 
 namespace inspect::diff {
@@ -34,24 +37,41 @@ const char *WhenText(Breaks breaks)
     return "";
 }
 
+bool IsNeverById(const RuleRow &row)
+{
+    return row.breaks != Never && row.feels == Feels::Path;
+}
+
 } // namespace
 
-std::string RulesText()
+void WriteRulesText()
 {
-    std::string text;
-    auto add = [&text](std::string line, const char *when, const char *byId, const char *purpose) {
+    auto write = [](std::string line, const char *when, const char *byId, const char *purpose) {
         PadTo(&line, NAME_WIDTH, 1);
         line += when;
         PadTo(&line, NAME_WIDTH + WHEN_WIDTH, 1);
         line += byId;
         PadTo(&line, NAME_WIDTH + WHEN_WIDTH + BY_ID_WIDTH, 1);
-        text += line + purpose + "\n";
+        std::printf("%s%s\n", line.c_str(), purpose);
     };
-    add("RULE", "BREAKING WHEN", "BY ID", "WHAT");
+    write("RULE", "BREAKING WHEN", "BY ID", "WHAT");
     for (const RuleRow &row : RULE_ROWS)
-        add(row.name, WhenText(row.breaks), row.breaks != Never && row.feels == Feels::Path ? "never" : "",
-            row.purpose);
-    return text;
+        write(row.name, WhenText(row.breaks), IsNeverById(row) ? "never" : "", row.purpose);
+}
+
+void WriteRulesJson()
+{
+    JsonOut out;
+    out.Array();
+    for (const RuleRow &row : RULE_ROWS) {
+        out.Object();
+        out.Member("name", row.name);
+        out.Member("breaking_when", WhenText(row.breaks));
+        out.Member("breaking_when_by_id", WhenText(IsNeverById(row) ? Never : row.breaks));
+        out.Member("purpose", row.purpose);
+        out.EndObject();
+    }
+    out.EndArray();
 }
 
 } // namespace inspect::diff

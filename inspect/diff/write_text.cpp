@@ -33,6 +33,8 @@ std::string ChangeText(const Change &change)
     std::string name = change.rule->name;
     std::string text = name;
     std::replace(text.begin(), text.end(), '-', ' ');
+    if (change.rule == Rule("no-new-revision") && IsNone(change.after))
+        return "changed, and there is no revision: add one";
     if (change.rule == Rule("no-new-revision"))
         return "changed, and the revision is " + Shown(change.after);
     if (name.ends_with("-moved"))

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <sstream>
-#include <tuple>
 
 #include "inspect/run_inspect.h"
 #include "support/models.h"
@@ -11,22 +10,6 @@
 using namespace test;
 
 namespace {
-
-/* A class with one key; what is under test comes below it. */
-std::string Base(const std::string &body)
-{
-    return Container("c", List("l", "k", Ext("class-id", "0x10") + Leaf("k", "string", Id("1")) + body));
-}
-
-std::string Ranged(const std::string &type, const std::string &range)
-{
-    return "<type name=\"" + type + "\"><range value=\"" + range + "\"/></type>";
-}
-
-std::string Enum(const std::string &enums)
-{
-    return "<type name=\"enumeration\">" + enums + "</type>";
-}
 
 using Changes = std::vector<std::string>;
 
@@ -47,347 +30,245 @@ Changes ChangesIn(const rapidjson::Value &module)
     return changes;
 }
 
-Result RunDiff(const ModelDir &before, const ModelDir &after, const std::vector<std::string> &options = {})
-{
-    std::vector<std::string> args = {"diff", "m", "--old", before.Path(), "--new", after.Path(), "--format", "json"};
-    args.insert(args.end(), options.begin(), options.end());
-    return Inspect(args);
-}
-
-Changes Diff(const std::string &before, const std::string &after, const std::vector<std::string> &options = {})
-{
-    ModelDir oldDir;
-    ModelDir newDir;
-    oldDir.Add("m", before);
-    newDir.Add("m", after);
-    const Result result = RunDiff(oldDir, newDir, options);
-    Changes changes = ChangesIn(Json(result));
-    const bool breaking =
-        std::any_of(changes.begin(), changes.end(), [](const std::string &change) { return change[0] == '+'; });
-    EXPECT_EQ(result.exitCode, breaking ? 1 : 0) << result.err;
-    return changes;
-}
-
-TEST(InspectDiff, NothingWhereOnlyWhatNoHostSeesHasChanged)
-{
-    const std::string before = Base(Leaf("x", "string", Id("2")) + Leaf("y", "uint16", Id("3")));
-    EXPECT_EQ(Diff(before, before), Changes{});
-    EXPECT_EQ(Diff(before, Base(Leaf("y", "uint16", Id("3")) + Leaf("x", "string", Id("2")))), Changes{});
-}
-
-TEST(InspectDiff, LeavesComeGoAndChange)
-{
-    const std::tuple<std::string, std::string, Changes> cases[] = {
-        {"", Leaf("x", "string", Id("2")), {"-leaf-added /c/l/x >2"}},
-        {Leaf("x", "string", Id("2")), "", {"+leaf-removed /c/l/x 2>"}},
-        {Leaf("x", "string"), "", {"+leaf-removed /c/l/x >"}},
-        {Leaf("x", "string", Id("2")), Leaf("x", "string", Id("3")), {"+field-id /c/l/x 2>3"}},
-        {Leaf("x", "string"), Leaf("x", "string", Id("3")), {"-field-id /c/l/x >3"}},
-        {Leaf("x", "string", Id("2")), Leaf("y", "string", Id("2")), {"+leaf-moved /c/l/x /c/l/x>/c/l/y"}},
-        {Leaf("x", "uint16", Id("2")), Leaf("x", "uint32", Id("2")), {"+type /c/l/x uint16>uint32"}},
-        {Leaf("x", "string", Id("2")), Leaf("x", "string", Id("2") + Ext("datatype-id", "9")), {"+datatype /c/l/x >9"}},
-        {Leaf("x", "string", Id("2") + Ext("name2id-key-fid", "7")),
-         Leaf("x", "string", Id("2")),
-         {"+index-map /c/l/x 7>"}},
-        {Leaf("x", "string", Id("2") + Ext("ref-id-key-fid", "2")),
-         Leaf("x", "string", Id("3") + Ext("ref-id-key-fid", "3")),
-         {"+field-id /c/l/x 2>3", "+reference-key /c/l/x 2>3"}},
-        {Leaf("x", Ranged("uint16", "1..9"), Id("2")),
-         Leaf("x", Ranged("uint16", "1..8"), Id("2")),
-         {"+range /c/l/x 1..9>1..8"}},
-        {Leaf("x", Ranged("uint16", "1..9"), Id("2")),
-         Leaf("x", Ranged("uint16", "2..10"), Id("2")),
-         {"+range /c/l/x 1..9>2..10"}},
-        {Leaf("x", Ranged("uint64", "1..9"), Id("2")),
-         Leaf("x", "uint64", Id("2")),
-         {"-range /c/l/x 1..9>0..18446744073709551615"}},
-        {Leaf("x", Ranged("int32", "-100..100"), Id("2")),
-         Leaf("x", Ranged("int32", "0..10"), Id("2")),
-         {"+range /c/l/x -100..100>0..10"}},
-        {Leaf("x", Ranged("uint8", "0..10"), Id("2")), Leaf("x", "uint8", Id("2")), {"-range /c/l/x 0..10>0..255"}},
-        /* Every part counts, and adjacent ones are one. */
-        {Leaf("x", Ranged("uint32", "1..1024 | 4096"), Id("2")),
-         Leaf("x", Ranged("uint32", "1..512 | 4096"), Id("2")),
-         {"+range /c/l/x 1..1024 | 4096>1..512 | 4096"}},
-        {Leaf("x", Ranged("uint32", "1..1024"), Id("2")),
-         Leaf("x", Ranged("uint32", "1..1024 | 4096"), Id("2")),
-         {"-range /c/l/x 1..1024>1..1024 | 4096"}},
-        {Leaf("x", Ranged("int8", "-5..-1 | 0..5"), Id("2")), Leaf("x", Ranged("int8", "-5..5"), Id("2")), {}},
-        /* Through a leafref. */
-        {Leaf("y", Ranged("int16", "1..9")) +
-             Leaf("x", "<type name=\"leafref\"><path value=\"../y\"/></type>", Id("2")),
-         Leaf("y", Ranged("int16", "1..8")) +
-             Leaf("x", "<type name=\"leafref\"><path value=\"../y\"/></type>", Id("2")),
-         {"+range /c/l/y 1..9>1..8", "+range /c/l/x 1..9>1..8"}},
-        {Leaf("x", Enum("<enum name=\"a\"/><enum name=\"b\"/>"), Id("2")),
-         Leaf("x", Enum("<enum name=\"b\"/><enum name=\"z\"/>"), Id("2")),
-         {"+enum /c/l/x a 0>", "+enum /c/l/x b 1>b 0", "-enum /c/l/x >z 1"}},
-        {"<leaf-list name=\"x\"><type name=\"string\"/></leaf-list>",
-         Leaf("x", "string"),
-         {"+kind /c/l/x leaf-list>leaf"}},
-    };
-    for (const auto &[before, after, changes] : cases)
-        EXPECT_EQ(Diff(Base(before), Base(after)), changes) << before << after;
-}
-
-TEST(InspectDiff, ClassesComeGoMoveAndChange)
-{
-    const auto list = [](const std::string &name, const std::string &key, const std::string &statements) {
-        return List(name, key, statements + Leaf("a", "string", Id("1")) + Leaf("b", "string", Id("2")));
-    };
-    const std::string id = Ext("class-id", "0x20");
-    const std::tuple<std::string, std::string, Changes> cases[] = {
-        {"", Container("x", id), {"-class-added /c/l/x >32"}},
-        {Container("x", id), "", {"+class-removed /c/l/x 32>"}},
-        {Container("x", ""), "", {"+node-removed /c/l/x >"}},
-        {Container("x", ""), Container("x", id), {"-class-id /c/l/x >32"}},
-        {Container("x", id), Container("x", Ext("class-id", "0x21")), {"+class-id /c/l/x 32>33"}},
-        {Container("x", id), Container("x", ""), {"+class-id /c/l/x 32>"}},
-        {Container("x", id), Container("x", id + Ext("tlmt-sample-id", "3")), {"-sample-id /c/l/x >3"}},
-        {Container("x", id + Ext("tlmt-sample-id", "3")), Container("x", id), {"+sample-id /c/l/x 3>"}},
-        {list("x", "a", id), list("x", "a b", id), {"+keys /c/l/x [1]>[1,2]"}},
-        {Container("x", id + Ext("ancestor-key-fid", "8 9")),
-         Container("x", id + Ext("ancestor-key-fid", "9 8")),
-         {"+ancestor-keys /c/l/x [8,9]>[9,8]"}},
-        /* What stands below moves with it, and what goes with it goes, too. */
-        {list("x", "a", id), list("y", "a", id), {"+class-moved /c/l/x /c/l/x>/c/l/y"}},
-        {Container("x", Container("in", id)),
-         Container("y", Container("in", id)),
-         {"+node-removed /c/l/x >", "+class-moved /c/l/x/in /c/l/x/in>/c/l/y/in", "-node-added /c/l/y >"}},
-        {Container("x", id + Leaf("a", "string", Id("1"))),
-         "",
-         {"+class-removed /c/l/x 32>", "+leaf-removed /c/l/x/a 1>"}},
-    };
-    for (const auto &[before, after, changes] : cases)
-        EXPECT_EQ(Diff(Base(before), Base(after)), changes) << before << after;
-    EXPECT_EQ(Diff(Ext("aaa-task-id", "5"), Ext("aaa-task-id", "6")), (Changes{"-task-id  5>6"}));
-}
-
-/* Two bodies of a container in compact syntax. "@" stands in front of the statement that the first change is about. */
-struct Pair {
-    std::string before;
-    std::string after;
-    Changes changes;
-};
-
-/* Takes the "@" out of the text; its place as JSON has it, "null" without one. */
-std::string TakePlace(std::string *text, const std::string &file)
-{
-    const size_t at = text->find('@');
-    if (at == std::string::npos)
-        return "null";
-    text->erase(at, 1);
-    const auto line = std::count(text->begin(), text->begin() + static_cast<std::ptrdiff_t>(at), '\n') + 1;
-    const size_t column = at - (text->rfind('\n', at) + 1) + 1;
-    return R"({"file":")" + file + R"(","line":)" + std::to_string(line) + R"(,"column":)" + std::to_string(column) +
-           "}";
-}
-
-std::string InModule(const std::string &body)
+std::string InModule(const std::string &body, const std::string &revision = "2026-01-01")
 {
     return "module m {\n  yang-version 1.1;\n  namespace urn:m;\n  prefix p;\n"
-           "  import quelvo-mim-extensions { prefix mimext; }\n  " +
-           body + "\n}\n";
+           "  import quelvo-mim-extensions { prefix e; }\n  revision " +
+           revision + ";\n  " + body + "\n}\n";
 }
 
-/* Compares two files of module m as given, and the places of the first change. */
-void ExpectChanges(std::string before, std::string after, const Changes &changes,
-                   const std::vector<std::string> &options = {})
+/* The pattern with the text in it, as the body of a module unless it is a module itself. */
+std::string Filled(std::string pattern, const std::string &text, const std::string &revision)
+{
+    pattern.replace(pattern.find('%'), 1, text);
+    return pattern.starts_with("module") ? pattern : InModule(pattern, revision);
+}
+
+/* Writes the text without its "@"; the place of the last one as JSON has it, "null" for none. */
+std::string AddFile(ModelDir *dir, std::string text)
+{
+    std::string ahead = text.substr(0, text.rfind('@') + 1);
+    std::erase(text, '@');
+    dir->AddFile("m.yang", text);
+    if (std::erase(ahead, '@') == 0)
+        return "null";
+    return R"({"file":")" + dir->Path() + R"(/m.yang","line":)" +
+           std::to_string(std::count(ahead.begin(), ahead.end(), '\n') + 1) + R"(,"column":)" +
+           std::to_string(ahead.size() - ahead.rfind('\n')) + "}";
+}
+
+/* Compares two modules, of which the second one has a newer revision. */
+void ExpectPair(const std::string &before, const std::string &after, const std::string &changes,
+                const std::string &options)
 {
     ModelDir oldDir;
     ModelDir newDir;
-    const std::string oldPlace = TakePlace(&before, oldDir.Path() + "/m.yang");
-    const std::string newPlace = TakePlace(&after, newDir.Path() + "/m.yang");
-    oldDir.AddFile("m.yang", before);
-    newDir.AddFile("m.yang", after);
-    const Result result = RunDiff(oldDir, newDir, options);
+    const std::string oldPlace = AddFile(&oldDir, before);
+    const std::string newPlace = AddFile(&newDir, after);
+    const Result result = RunShell("korv-inspect diff m --format json --old " + oldDir.Path() + " --new " +
+                                   newDir.Path() + " " + options);
     const rapidjson::Document json = Json(result);
-    ASSERT_TRUE(json.IsObject()) << result.err;
-    EXPECT_EQ(ChangesIn(json), changes) << before << after;
+    ASSERT_TRUE(json.IsObject()) << before << after << result.err;
+    std::string found;
+    for (const std::string &change : ChangesIn(json))
+        found += (found.empty() ? "" : "; ") + change;
+    EXPECT_EQ(found, changes) << before << after;
+    EXPECT_EQ(result.exitCode, ("; " + changes).find("; +") != std::string::npos ? 1 : 0) << before << after;
     if (json["changes"].Empty())
         return;
     EXPECT_EQ(Compact(json["changes"][0]["old_place"]), oldPlace) << before;
     EXPECT_EQ(Compact(json["changes"][0]["new_place"]), newPlace) << after;
 }
 
-TEST(InspectDiff, SeesWhatReadersOfDataFeelWithBothPlaces)
+/* Each line of the table is a pattern in compact syntax or, below it, "BEFORE -> AFTER = CHANGES": two texts that take the
+ * place of its "%", and what has changed. The last "@" stands in front of the statement that the first change is about. */
+void ExpectChanges(const std::string &table, const std::string &options = "")
 {
-    const Pair pairs[] = {
-        {"leaf x { type string; @units s; }", "leaf x { type string; @units ms; }", {"+units /c/x s>ms"}},
-        {"@leaf x { type string; }", "leaf x { type string; @units ms; }", {"-units /c/x >ms"}},
-        {"typedef t { type int8; @units s; } leaf x { type t; }",
-         "typedef t { type int8; @units ms; } leaf x { type t; }",
-         {"+units /c/x s>ms"}},
-        {"leaf x { type int8; @default 1; }", "@leaf x { type int8; }", {"+default /c/x 1>"}},
-        {"@leaf x { type int8; }", "leaf x { type int8; @default 1; }", {"-default /c/x >1"}},
-        {"leaf-list x { type int8; default 1; @default 2; }",
-         "leaf-list x { type int8; default 1; @default 3; }",
-         {"+default /c/x 2>3"}},
-        {"@container d { leaf x { type int8; } }",
-         "container d { @config false; leaf x { type int8; } }",
-         {"+config /c/d true>false"}},
-        {"leaf x { type int8; @config false; }", "@leaf x { type int8; }", {"-config /c/x false>true"}},
-        {"leaf x { type int8; @config false; mandatory true; }",
-         "@leaf x { type int8; mandatory true; }",
-         {"+config /c/x false>true"}},
-        {"@leaf x { type int8; }", "leaf x { type int8; @mandatory true; }", {"+mandatory /c/x false>true"}},
-        {"@container d;", "container d { @presence yes; }", {"+presence /c/d >yes"}},
-        {"container d { @presence yes; }", "container d { @presence no; }", {"-presence /c/d yes>no"}},
-        {"leaf-list x { type int8; @min-elements 1; }",
-         "leaf-list x { type int8; @min-elements 2; }",
-         {"+min-elements /c/x 1>2"}},
-        {"leaf-list x { type int8; @min-elements 1; }", "@leaf-list x { type int8; }", {"-min-elements /c/x 1>0"}},
-        {"@leaf-list x { type int8; }",
-         "leaf-list x { type int8; @max-elements 9; }",
-         {"+max-elements /c/x unbounded>9"}},
-        {"leaf-list x { type int8; @max-elements 9; }",
-         "leaf-list x { type int8; @max-elements 10; }",
-         {"-max-elements /c/x 9>10"}},
-        {"@leaf-list x { type int8; }",
-         "leaf-list x { type int8; @ordered-by user; }",
-         {"+ordered-by /c/x system>user"}},
-        {"list x { @key 'a b'; leaf a { type int8; } leaf b { type int8; } }",
-         "list x { @key 'b a'; leaf a { type int8; } leaf b { type int8; } }",
-         {"+key /c/x a b>b a"}},
-        {"leaf x { type int8; @must '. > 1'; }", "@leaf x { type int8; }", {"-must /c/x . > 1>"}},
-        {"leaf x { type int8; must 'a'; @must '. > 1'; }",
-         "leaf x { type int8; @must '. > 2'; must 'a'; }",
-         {"+must /c/x . > 1>. > 2"}},
-        {"leaf x { type int8; must '.  >\n 1'; }", "leaf x { type int8; must '. > 1'; }", {}},
-        {"@leaf x { type int8; }", "leaf x { type int8; @when '../y'; }", {"+when /c/x >../y"}},
-        {"grouping g { @leaf x { type int8; } } uses g;",
-         "grouping g { leaf x { type int8; } } uses g { @when 'y'; }",
-         {"+when /c/x >y"}},
-        {"leaf x { type int8; @status obsolete; }", "@leaf x { type int8; }", {"-status /c/x obsolete>current"}},
-        {"leaf x { type int8; @description a; }", "leaf x { type int8; @description b; }", {"-description /c/x a>b"}},
-        {"@leaf x { type int8; }",
-         "choice h { @leaf x { type int8; } leaf y { type int8; } }",
-         {"+case /c/x >h/x", "-choice-added /c/h >", "-leaf-added /c/y >"}},
-        {"@leaf x { type int8; }", "@container x;", {"+kind /c/x leaf>container"}},
-    };
-    for (const Pair &pair : pairs)
-        ExpectChanges(InModule("container c { " + pair.before + " }"), InModule("container c { " + pair.after + " }"),
-                      pair.changes);
+    std::istringstream lines(table);
+    std::string pattern;
+    for (std::string line; std::getline(lines, line);) {
+        const size_t arrow = line.find("->");
+        const size_t equals = line.find(" =", arrow + 2);
+        if (!line.starts_with("  ")) {
+            pattern = line;
+            continue;
+        }
+        ASSERT_NE(equals, std::string::npos) << line;
+        ExpectPair(Filled(pattern, line.substr(0, arrow), "2026-01-01"),
+                   Filled(pattern, line.substr(arrow + 2, equals - arrow - 2), "2026-01-02"),
+                   equals + 3 < line.size() ? line.substr(equals + 3) : "", options);
+    }
+}
+
+TEST(InspectDiff, LeavesAndClassesComeGoMoveAndChangeTheirIds)
+{
+    ExpectChanges(R"(
+container c { list l { e:class-id 16; key k; leaf k { type string; e:field-id 1; } % } }
+  leaf x { type int8; } leaf y { type string; } -> leaf y { type string; } leaf x { type int8; } =
+  -> @leaf x { type string; e:field-id 2; } = -leaf-added /c/l/x >2
+  @leaf x { type string; e:field-id 2; } -> = +leaf-removed /c/l/x 2>
+  @leaf x { type string; } -> = +leaf-removed /c/l/x >
+  @leaf x { type int8; e:field-id 2; } -> @leaf y { type int8; e:field-id 2; } = +leaf-moved /c/l/x /c/l/x>/c/l/y
+  -> @container x { e:class-id 32; } = -class-added /c/l/x >32
+  @container x { e:class-id 32; } -> = +class-removed /c/l/x 32>
+  @container x; -> = +node-removed /c/l/x >
+  @container x { e:class-id 32; leaf a { type int8; } } -> = +class-removed /c/l/x 32>; +leaf-removed /c/l/x/a >
+container c { list l { e:class-id 16; key k; leaf k { type string; e:field-id 1; } @leaf x { type string; % } } }
+  @e:field-id 2; -> @e:field-id 3; = +field-id /c/l/x 2>3
+  -> @e:field-id 3; = -field-id /c/l/x >3
+  e:field-id 2; -> e:field-id 2; @e:datatype-id 9; = +datatype /c/l/x >9
+  e:field-id 2; @e:name2id-key-fid 7; -> e:field-id 2; = +index-map /c/l/x 7>
+  @e:field-id 2; e:ref-id-key-fid 2; -> @e:field-id 3; e:ref-id-key-fid 3; = +field-id /c/l/x 2>3; +reference-key /c/l/x 2>3
+container c { list l { e:class-id 16; key k; leaf k { type string; e:field-id 1; } @container x { % } } }
+  -> @e:class-id 32; = -class-id /c/l/x >32
+  @e:class-id 32; -> @e:class-id 33; = +class-id /c/l/x 32>33
+  @e:class-id 32; -> = +class-id /c/l/x 32>
+  e:class-id 32; -> e:class-id 32; @e:tlmt-sample-id 3; = -sample-id /c/l/x >3
+  e:class-id 32; @e:tlmt-sample-id 3; -> e:class-id 32; = +sample-id /c/l/x 3>
+  e:class-id 32; @e:ancestor-key-fid '8 9'; -> e:class-id 32; @e:ancestor-key-fid '9 8'; = +ancestor-keys /c/l/x [8,9]>[9,8]
+container c { list % leaf a { type string; e:field-id 1; } leaf b { type string; e:field-id 2; } } }
+  x { e:class-id 32; @key a; -> x { e:class-id 32; @key 'a b'; = +keys /c/x [1]>[1,2]
+container c { % { list l { e:class-id 32; key a; leaf a { type string; e:field-id 1; } } } }
+  @container x -> container y = +node-removed /c/x >; +class-moved /c/x/l /c/x/l>/c/y/l; -node-added /c/y >
+)");
+}
+
+TEST(InspectDiff, SeesWhatReadersOfDataFeel)
+{
+    ExpectChanges(R"(
+container c { @leaf x { type int8; % } }
+  @units s; -> @units ms; = +units /c/x s>ms
+  -> @units ms; = -units /c/x >ms
+  @default 1; -> = +default /c/x 1>
+  -> @default 1; = -default /c/x >1
+  @config false; -> = -config /c/x false>true
+  @config false; mandatory true; -> mandatory true; = +config /c/x false>true
+  -> @mandatory true; = +mandatory /c/x false>true
+  @must '. > 1'; -> = -must /c/x . > 1>
+  must 'a'; @must '. > 1'; -> @must '. > 2'; must 'a'; = +must /c/x . > 1>. > 2
+  must '.  >   1'; -> must '. > 1'; =
+  -> @when '../y'; = +when /c/x >../y
+  @status obsolete; -> = -status /c/x obsolete>current
+  @description a; -> @description b; = -description /c/x a>b
+container c { @leaf-list x { type int8; % } }
+  default 1; @default 2; -> default 1; @default 3; = +default /c/x 2>3
+  @min-elements 1; -> @min-elements 2; = +min-elements /c/x 1>2
+  @min-elements 1; -> = -min-elements /c/x 1>0
+  -> @max-elements 9; = +max-elements /c/x unbounded>9
+  @max-elements 9; -> @max-elements 10; = -max-elements /c/x 9>10
+  -> @ordered-by user; = +ordered-by /c/x system>user
+container c { list x { % leaf a { type int8; } leaf b { type int8; } leaf c { type int8; } } }
+  @key 'a b'; -> @key 'b a'; = +key /c/x a b>b a
+  key a; unique 'b c'; -> key a; unique 'c  b'; =
+  key a; @unique 'b a'; -> key a; @unique 'c b'; = +unique /c/x a b>b c
+container c { @container d { % } }
+  leaf x { type int8; } -> @config false; leaf x { type int8; } = +config /c/d true>false
+  -> @presence yes; = +presence /c/d >yes
+  @presence yes; -> @presence no; = -presence /c/d yes>no
+container c { % }
+  @leaf x { type int8; } -> @container x; = +kind /c/x leaf>container
+  @leaf-list x { type int8; } -> @leaf x { type int8; } = +kind /c/x leaf-list>leaf
+  @leaf x { type int8; } -> choice h { @leaf x { type int8; } } = +case /c/x >h/x; -choice-added /c/h >
+typedef t { type int8; % } container c { leaf x { type t; } }
+  @units s; -> @units ms; = +units /c/x s>ms
+grouping g { @leaf x { type int8; } } uses g { % }
+  -> @when 'y'; = +when /x >y
+)");
 }
 
 TEST(InspectDiff, ComparesWhatTypesAllow)
 {
-    const Pair pairs[] = {
-        {"uint8 { @range 1..9; }", "uint8 { @range 1..8; }", {"+range /c/x 1..9>1..8"}},
-        {"@uint8", "@int8 { range min..max; }", {"+type /c/x uint8>int8"}},
-        {"decimal64 { fraction-digits 2; @range '0.5..max'; }",
-         "decimal64 { fraction-digits 2; @range '0.50..9.99'; }",
-         {"+range /c/x 0.5..92233720368547758.07>0.5..9.99"}},
-        {"decimal64 { @fraction-digits 2; range 1..2; }",
-         "decimal64 { @fraction-digits 3; range 1..2; }",
-         {"+fraction-digits /c/x 2>3"}},
-        {"string { @length 1..9; }", "@string", {"-length /c/x 1..9>"}},
-        {"small", "string { @length 1..8; }", {}},
-        {"@small", "string { length 1..8; @pattern 'a*'; }", {"+pattern /c/x >a*"}},
-        {"string { @pattern 'a*'; }",
-         "string { @pattern 'a*' { modifier invert-match; } }",
-         {"+pattern /c/x a*>not a*"}},
-        {"bits { @bit a; bit b; }",
-         "@bits { bit b; bit d; }",
-         {"+bit /c/x a 0>", "+bit /c/x b 1>b 0", "-bit /c/x >d 1"}},
-        {"colour { @enum red; enum blue; }", "@colour { enum blue; }", {"+enum /c/x red 4>"}},
-        {"identityref { @base i; }", "identityref { @base j; }", {"+base /c/x m:i>m:j"}},
-        {"identityref { base i; @base j; }", "@identityref { base i; }", {"-base /c/x m:j>"}},
-        {"leafref { @path '../y'; }", "leafref { @path '../z'; }", {"+leafref /c/x /m:c/m:y>/m:c/m:z"}},
-        {"leafref { @path '../y'; }", "leafref { @path '/p:c/p:y'; }", {"-leafref-path /c/x ../y>/p:c/p:y"}},
-        {"leafref { path '../y'; @require-instance false; }",
-         "@@leafref { path '../y'; }",
-         {"+require-instance /c/x false>true"}},
-        {"union { @type int8; type string; }", "@union { type string; }", {"+member /c/x int8>"}},
-        {"union { type int8; type uint8 { @range 1..9; } }",
-         "union { type int8; type uint8 { @range 1..8; } }",
-         {"+range /c/x 1..9>1..8"}},
-        {"@union { type int8; type string; }",
-         "@union { type string; type int8; }",
-         {"+member-order /c/x int8 string>string int8"}},
-        {"union { type small; }", "union { type string { length 1..8; } }", {}},
-    };
-    const auto module = [](const std::string &type) {
-        const size_t marks = type.find_first_not_of('@'); /* one: the place is the type, two: the leaf */
-        const std::string leaf = std::string(marks == 2 ? "@" : "") + "leaf x { " + (marks == 1 ? "@" : "") + "type " +
-                                 type.substr(marks) + (type.ends_with('}') ? " }" : "; }");
-        return InModule(
-            "typedef small { type string { length 1..8; } } typedef colour { type enumeration { enum red { "
-            "value 4; } enum blue; } } identity i; identity j; container c { leaf y { type int8; } leaf z { "
-            "type int8; } " +
-            leaf + " }");
-    };
-    for (const Pair &pair : pairs)
-        ExpectChanges(module(pair.before), module(pair.after), pair.changes);
+    ExpectChanges(R"(
+typedef small { type string { length 1..8; } } container c { @leaf x { % } }
+  type uint8 { @range 1..9; } -> type uint8 { @range 1..8; } = +range /c/x 1..9>1..8
+  type uint16 { @range 1..9; } -> type uint16 { @range 2..10; } = +range /c/x 1..9>2..10
+  type uint64 { @range 1..9; } -> @type uint64; = -range /c/x 1..9>0..18446744073709551615
+  type int32 { @range -9..9; } -> type int32 { @range 0..10; } = +range /c/x -9..9>0..10
+  type int32 { @range '1..9 | 11'; } -> type int32 { @range '1..8 | 11'; } = +range /c/x 1..9 | 11>1..8 | 11
+  type int32 { @range 1..9; } -> type int32 { @range '1..9 | 11'; } = -range /c/x 1..9>1..9 | 11
+  type int8 { range '-5..-1 | 0..5'; } -> type int8 { range -5..5; } =
+  @type uint8; -> @type int8 { range min..max; } = +type /c/x uint8>int8
+  type string { @length 1..9; } -> @type string; = -length /c/x 1..9>
+  type small; -> type string { length 1..8; } =
+  @type small; -> type string { length 1..8; @pattern 'a*'; } = +pattern /c/x >a*
+  type string { @pattern 'a*'; } -> type string { @pattern 'a*' { modifier invert-match; } } = +pattern /c/x a*>not a*
+  type bits { @bit a; bit b; } -> @type bits { bit b; bit d; } = +bit /c/x a 0>; +bit /c/x b 1>b 0; -bit /c/x >d 1
+  type union { @type int8; type string; } -> @type union { type string; } = +member /c/x int8>
+  type union { type small; } -> type union { type string { length 1..8; } } =
+container c { leaf x { type decimal64 { % } } }
+  fraction-digits 2; @range '0.5..max'; -> fraction-digits 2; @range 0.50..9; = +range /c/x 0.5..92233720368547758.07>0.5..9.0
+  @fraction-digits 2; range 1..2; -> @fraction-digits 3; range 1..2; = +fraction-digits /c/x 2>3
+container c { leaf x { @type union { % } } }
+  type int8; type uint8 { @range 1..9; } -> type int8; type uint8 { @range 1..8; } = +range /c/x 1..9>1..8
+  type int8; type string; -> type string; type int8; = +member-order /c/x int8 string>string int8
+typedef t { type enumeration { enum red { value 4; } enum blue; } } container c { leaf x { @type t { % } } }
+  @enum red; enum blue; -> enum blue; = +enum /c/x red 4>
+identity i; identity j; container c { leaf x { @type identityref { % } } }
+  @base i; -> @base j; = +base /c/x m:i>m:j
+  base i; @base j; -> base i; = -base /c/x m:j>
+container c { leaf y { type int8; } leaf z { type int8; } @leaf x { type leafref { % } } }
+  @path '../y'; -> @path '../z'; = +leafref /c/x /m:c/m:y>/m:c/m:z
+  @path '../y'; -> @path '/p:c/p:y'; = -leafref-path /c/x ../y>/p:c/p:y
+  path '../y'; @require-instance false; -> path '../y'; = +require-instance /c/x false>true
+leaf y { type int8 { % } } leaf x { type leafref { path '../y'; } }
+  @range 1..9; -> @range 1..8; = +range /y 1..9>1..8; +range /x 1..9>1..8
+)");
 }
 
 TEST(InspectDiff, ComparesTheModuleAsAWhole)
 {
-    const std::string module = InModule("");
-    const auto with = [&module](const std::string &part, const std::string &other) {
-        std::string text = module;
-        return text.replace(text.find(part), part.size(), other);
-    };
-    const Pair pairs[] = {
-        {with("namespace", "@namespace"), with("namespace urn:m", "@namespace urn:n"), {"+namespace  urn:m>urn:n"}},
-        {with("prefix p", "@prefix p"), with("prefix p", "@prefix q"), {"-prefix  p>q"}},
-        {InModule("@feature f;"), module, {"+feature-removed  f>"}},
-        {module, InModule("@identity i;"), {"-identity-added  >i"}},
-        {InModule("identity i; identity j { @base i; }"),
-         InModule("identity i; @identity j;"),
-         {"+identity-base  j m:i>"}},
-        {InModule("@grouping g { leaf x { type int8; } }"), module, {"+definition-removed  grouping g>"}},
-        {InModule("revision 2026-01-01; @contact a;"),
-         InModule("revision 2026-01-01; @contact b;"),
-         {"-no-new-revision  2026-01-01>2026-01-01"}},
-        {InModule("revision 2026-01-01; contact a;"), InModule("revision 2026-01-02; contact b;"), {}},
-        {InModule("revision 2026-01-01; contact 'a b';"),
-         InModule("// c\n  revision 2026-01-01; contact 'a\n  b';"),
-         {}},
-        {InModule("@rpc r { input { leaf x { type int8; } } }"),
-         module,
-         {"+node-removed /r >", "+leaf-removed /r/input/x >"}},
-        {InModule("feature f; @leaf x { type int8; }"),
-         InModule("feature f; leaf x { @if-feature f; type int8; }"),
-         {"+if-feature /x >f"}},
-    };
-    for (const Pair &pair : pairs)
-        ExpectChanges(pair.before, pair.after, pair.changes);
+    ExpectChanges(R"(
+%
+  @feature f; -> = +feature-removed  f>
+  -> @identity i; = -identity-added  >i
+  identity i; identity j { @base i; } -> identity i; @identity j; = +identity-base  j m:i>
+  @grouping g { leaf x { type int8; } } -> = +definition-removed  grouping g>
+  @e:aaa-task-id 5; -> @e:aaa-task-id 6; = -task-id  5>6
+  @rpc r { input { leaf x { type int8; } } } -> = +node-removed /r >; +leaf-removed /r/input/x >
+feature f; @leaf x { type int8; % }
+  -> @if-feature f; = +if-feature /x >f
+module m { %; }
+  @namespace urn:m; prefix p -> @namespace urn:n; prefix p; revision 2026-01-02 = +namespace  urn:m>urn:n
+  namespace urn:m; @prefix p -> namespace urn:m; @prefix q; revision 2026-01-02 = -prefix  p>q
+module m { namespace urn:m; prefix p; % }
+  revision 2026-01-01; @contact a; -> revision 2026-01-01; @contact b; = -no-new-revision  2026-01-01>2026-01-01
+  revision 2026-01-01; contact a; -> revision 2026-01-02; contact b; =
+  revision 2026-01-01; contact 'a b'; -> /* c */ revision 2026-01-01; contact 'a   b'; =
+  @revision 2026-01-01; contact a; -> @contact a; = -no-new-revision  2026-01-01>
+  @contact a; -> @contact b; = -no-new-revision  >
+  contact a; -> revision 2026-01-01; contact b; =
+  contact a; -> contact a; /* c */ =
+)");
 }
 
 TEST(InspectDiff, ANewNodeBreaksWhereItHasToBeGiven)
 {
-    const std::pair<const char *, Changes> cases[] = {
-        {"@leaf x { type int8; mandatory true; }", {"+leaf-added /c/x >"}},
-        {"@leaf x { type int8; mandatory true; config false; }", {"-leaf-added /c/x >"}},
-        {"@container d { leaf x { type int8; mandatory true; } }", {"-node-added /c/d >", "+leaf-added /c/d/x >"}},
-        {"@container d { presence yes; leaf x { type int8; mandatory true; } }",
-         {"-node-added /c/d >", "-leaf-added /c/d/x >"}},
-        {"@leaf-list x { type int8; min-elements 1; }", {"+leaf-added /c/x >"}},
-        {"@choice h { mandatory true; leaf x { type int8; mandatory true; } }",
-         {"+choice-added /c/h >", "-leaf-added /c/x >"}},
-    };
-    for (const auto &[added, changes] : cases)
-        ExpectChanges(InModule("container c;"), InModule("container c { " + std::string(added) + " }"), changes);
-    ExpectChanges(InModule("rpc r;"), InModule("rpc r { input { @leaf x { type int8; mandatory true; } } }"),
-                  {"+leaf-added /r/input/x >"});
-    ExpectChanges(InModule("container c;"),
-                  InModule("@feature f; container c { leaf x { if-feature f; type int8; mandatory true; } }"),
-                  {"-feature-added  >f", "-leaf-added /c/x >"});
+    ExpectChanges(R"(
+container c { % }
+  -> @leaf x { type int8; mandatory true; } = +leaf-added /c/x >
+  -> @leaf x { type int8; mandatory true; config false; } = -leaf-added /c/x >
+  -> @container d { leaf x { type int8; mandatory true; } } = -node-added /c/d >; +leaf-added /c/d/x >
+  -> @container d { presence y; leaf x { type int8; mandatory true; } } = -node-added /c/d >; -leaf-added /c/d/x >
+  -> @leaf-list x { type int8; min-elements 1; } = +leaf-added /c/x >
+  -> @choice h { mandatory true; leaf x { type int8; mandatory true; } } = +choice-added /c/h >; -leaf-added /c/x >
+rpc r { % }
+  -> input { @leaf x { type int8; mandatory true; } } = +leaf-added /r/input/x >
+%
+  -> @feature f; leaf x { if-feature f; type int8; mandatory true; } = -feature-added  >f; -leaf-added /x >
+)");
 }
 
 TEST(InspectDiff, ByIdNamesDoNotMatterNorWhatHasNoIds)
 {
-    const std::string x = Leaf("x", "string", Id("2"));
-    const std::tuple<std::string, std::string, Changes> cases[] = {
-        {x, Leaf("y", "string", Id("2")), {"-leaf-moved /c/l/x /c/l/x>/c/l/y"}},
-        {Leaf("x", "string"), "", {"-leaf-removed /c/l/x >"}},
-        {Leaf("x", "string"), Leaf("x", "uint16"), {"-type /c/l/x string>uint16"}},
-        {x, Leaf("x", "uint16", Id("2")), {"+type /c/l/x string>uint16"}},
-        {x, "", {"+leaf-removed /c/l/x 2>"}},
-    };
-    for (const auto &[before, after, changes] : cases)
-        EXPECT_EQ(Diff(Base(before), Base(after), {"--by", "id"}), changes) << before << after;
+    ExpectChanges(R"(
+container c { e:class-id 16; % }
+  @leaf x { type int8; e:field-id 2; } -> @leaf y { type int8; e:field-id 2; } = -leaf-moved /c/x /c/x>/c/y
+  @leaf x { type string; } -> = -leaf-removed /c/x >
+  @leaf x { type string; e:field-id 2; } -> = +leaf-removed /c/x 2>
+  leaf x { @type string; } -> leaf x { @type int8; } = -type /c/x string>int8
+  leaf x { @type string; e:field-id 2; } -> leaf x { @type int8; e:field-id 2; } = +type /c/x string>int8
+)",
+                  "--by id");
 }
 
 /* A model says the same in either syntax. */
@@ -443,12 +324,12 @@ TEST(InspectDiff, AVersionThatCannotBeLoadedEndsTheRun)
 {
     ModelDir good;
     ModelDir bad;
-    good.Add("m", Base(""));
-    bad.Add("m", Base(Leaf("x", "strng")));
+    good.AddFile("m.yang", InModule(""));
+    bad.AddFile("m.yang", InModule("leaf x { type strng; }"));
     const Result result = Inspect({"diff", "m", "--old", good.Path(), "--new", bad.Path()});
     EXPECT_EQ(result.exitCode, 3);
     EXPECT_EQ(result.out, "");
-    EXPECT_NE(LineWith(result.err, bad.Path() + "/m.yin:"), "");
+    EXPECT_NE(LineWith(result.err, bad.Path() + "/m.yang:"), "");
 }
 
 TEST(InspectDiff, AllComparesTheModulesOfBothDirectories)
@@ -456,11 +337,11 @@ TEST(InspectDiff, AllComparesTheModulesOfBothDirectories)
     ModelDir before;
     ModelDir after;
     const std::string leaf = "container c { leaf x { type int8; } }";
-    before.AddFile("m.yang", InModule("include a-part; revision 2026-01-01;"));
+    before.AddFile("m.yang", InModule("include a-part;"));
     before.AddFile("a-part.yang", "submodule a-part { yang-version 1.1; belongs-to m { prefix p; } " + leaf + " }");
     before.Add("old", "");
     before.Add("n", "<augment target-node=\"/m:c\">" + Leaf("y", "string") + "</augment>", "m");
-    after.AddFile("m.yang", InModule("revision 2026-01-02; " + leaf));
+    after.AddFile("m.yang", InModule(leaf, "2026-01-02"));
     after.Add("new", "");
     after.Add("n", "<augment target-node=\"/m:c\">" + Leaf("y", "int8") + "</augment>", "m");
     const auto diff = [&](const std::string &format) {
@@ -475,7 +356,7 @@ TEST(InspectDiff, AllComparesTheModulesOfBothDirectories)
         found.emplace_back(module["module"].GetString(), ChangesIn(module));
     const std::vector<std::pair<std::string, Changes>> expected = {
         {"m", {}},
-        {"n", {"+type /c/y string>int8"}},
+        {"n", {"-no-new-revision  >", "+type /c/y string>int8"}},
         {"new", {"-module-added  >"}},
         {"old", {"+module-removed  >"}},
         {"quelvo-mim-extensions", {}},
@@ -485,30 +366,31 @@ TEST(InspectDiff, AllComparesTheModulesOfBothDirectories)
     const Result failed = diff("text");
     EXPECT_EQ(failed.exitCode, 3);
     EXPECT_NE(LineWith(failed.err, after.Path() + "/old.yang:1:"), "");
+    EXPECT_EQ(LineWith(failed.out, "compatible  n "), "compatible  n     changed, and there is no revision: add one");
     EXPECT_EQ(LineWith(failed.out, "compared"),
-              "4 modules compared: 1 new, 0 gone, 1 changed; 1 breaking change, 1 compatible");
+              "4 modules compared: 1 new, 0 gone, 1 changed; 1 breaking change, 2 compatible");
 }
 
-/* A repository with two revisions of models/m.yin in it; in the working directory, m has changed once more. */
+/* A repository with two revisions of models/m.yang in it; in the working directory, m has changed once more. */
 class Repository {
   public:
     Repository()
     {
-        RunShell("mkdir " + dir_.Path() + "/models && mv " + dir_.Path() + "/*.yin " + Models());
-        Git("init -q");
+        RunShell("mkdir " + Models() + " " + dir_.Path() + "/new && git -C " + dir_.Path() + " init -q");
+        RunShell("cp " + dir_.Path() + "/*.yin " + dir_.Path() + "/new && mv " + dir_.Path() + "/*.yin " + Models());
         for (const char *type : {"string", "int8"}) {
-            dir_.AddFile("models/m.yin", Module("m", Base(Leaf("x", type, Id("2")))));
-            Git("add . && git -C " + dir_.Path() +
-                " -c user.name=n -c user.email=e -c commit.gpgsign=false commit -q -m x");
+            Write(type);
+            RunShell("cd " + dir_.Path() +
+                     " && git add models && git -c user.name=n -c user.email=e -c commit.gpgsign=false commit -q -m x");
         }
-        dir_.AddFile("models/m.yin", Module("m", Base(Leaf("x", "int16", Id("2")))));
+        Write("int16");
     }
 
     const std::string &Path() const { return dir_.Path(); }
     std::string Models() const { return dir_.Path() + "/models"; }
 
   private:
-    void Git(const std::string &words) const { RunShell("git -C " + dir_.Path() + " " + words); }
+    void Write(const std::string &type) { dir_.AddFile("models/m.yang", InModule("leaf x { type " + type + "; }")); }
 
     ModelDir dir_;
 };
@@ -518,39 +400,65 @@ TEST(InspectDiff, AgainstComparesWithARevisionOfGit)
     if (RunShell("command -v git").exitCode != 0)
         GTEST_SKIP() << "no git";
     const Repository repository;
-    ModelDir outside;
-    const auto types = [](const std::string &args) {
-        const rapidjson::Document json = Json(RunShell("korv-inspect diff " + args + " --format json"));
-        const rapidjson::Value &change = (json.HasMember("modules") ? json["modules"][0] : json)["changes"][0];
+    const std::string models = repository.Models();
+    const auto types = [](const std::string &args, const std::string &start = "") {
+        const rapidjson::Document json = Json(RunShell(start + " korv-inspect diff " + args + " --format json"));
+        const rapidjson::Value &change = (json.HasMember("modules") ? json["modules"][0] : json)["changes"][1];
         return TextOf(change["old"]) + ">" + TextOf(change["new"]) + " " + change["old_place"]["file"].GetString();
     };
-    EXPECT_EQ(types("m --against HEAD -d " + repository.Models()), "int8>int16 HEAD:models/m.yin");
-    EXPECT_EQ(types("--all --against HEAD~1 " + repository.Models()), "string>int16 HEAD~1:models/m.yin");
-    EXPECT_EQ(types("m --against HEAD -r --new " + repository.Path()), "int8>int16 HEAD:models/m.yin");
+    EXPECT_EQ(types("m --against HEAD -d " + models), "int8>int16 HEAD:models/m.yang");
+    EXPECT_EQ(types("--all --against HEAD~1 " + models), "string>int16 HEAD~1:models/m.yang");
+    EXPECT_EQ(types("m --against HEAD -r --new " + repository.Path()), "int8>int16 HEAD:models/m.yang");
+    EXPECT_EQ(types("m --against HEAD -d " + models, "env --ignore-signal=CHLD"), "int8>int16 HEAD:models/m.yang");
     /* As in a hook of git's, where variables name another repository than the directory does. */
+    EXPECT_EQ(types("m --against HEAD:models -d " + models, "GIT_DIR=.git"), "int8>int16 HEAD:models/m.yang");
     EXPECT_EQ(
-        RunShell("cd " + repository.Models() + " && GIT_DIR=.git korv-inspect diff m --against HEAD:models").exitCode,
-        1);
+        LineWith(RunShell("korv-inspect diff --all --against HEAD " + repository.Path() + "/new").out, "compared"),
+        "1 module compared: 1 new, 0 gone, 0 changed; 0 breaking changes, 1 compatible");
+}
 
-    const std::tuple<std::string, int, std::string> failures[] = {
-        {"-x --new " + repository.Models(), 2, "'-x' is no revision of git's"},
-        {":models --new " + repository.Models(), 2, "':models' is no revision of git's"},
-        {"nowhere --new " + repository.Models(), 2, "has no revision 'nowhere'"},
-        {"HEAD:nowhere --new " + repository.Models(), 2, "revision 'HEAD' of the repository has no folder 'nowhere'"},
-        {"HEAD --new " + outside.Path(), 2, "'" + outside.Path() + "' is in no git repository"},
-        {"HEAD: --new " + repository.Path(), 3, "'HEAD:'"},
+TEST(InspectDiff, AgainstSaysWhatKeepsGitFromReading)
+{
+    if (RunShell("command -v git").exitCode != 0)
+        GTEST_SKIP() << "no git";
+    const Repository repository;
+    const std::string models = repository.Models();
+    const std::string damaged = repository.Path() + "/damaged";
+    ModelDir outside;
+    RunShell("cd " + repository.Path() +
+             " && mkdir damaged locked killed && echo >damaged/.git && echo >locked/git && " +
+             "printf '#!/bin/sh\nkill -9 $$' >killed/git && chmod +x killed/git");
+    const struct {
+        std::string start;
+        std::string args;
+        int exitCode;
+        std::string text;
+    } failures[] = {
+        {"", "m --against=-x --new " + models, 2, "'-x' is no revision of git's"},
+        {"", "m --against=:models --new " + models, 2, "':models' is no revision of git's"},
+        {"", "m --against=nowhere --new " + models, 2, "has no revision 'nowhere'"},
+        {"", "m --against=HEAD:nowhere --new " + models, 2,
+         "revision 'HEAD' of the repository has no folder 'nowhere'"},
+        {"", "--all --against=HEAD:new --new " + models, 2, "revision 'HEAD' of the repository has no folder 'new'"},
+        {"", "m --against=HEAD --new " + repository.Path() + "/new", 2, "of the repository has no folder 'new'"},
+        {"", "m --against=HEAD --new " + outside.Path(), 2, "'" + outside.Path() + "' is in no git repository"},
+        {"", "m --against=HEAD: --new " + repository.Path(), 3, "'HEAD:'"},
+        {"", "m --against=HEAD --new " + damaged, 3,
+         "git cannot read the repository of '" + damaged + "': git: fatal: "},
+        {"PATH=" + outside.Path(), "m --against=HEAD --new " + models, 3, "--against needs git, which is not found"},
+        {"PATH=" + repository.Path() + "/locked", "m --against=HEAD --new " + models, 3,
+         "git cannot be run: Permission denied"},
+        {"PATH=" + repository.Path() + "/killed", "m --against=HEAD --new " + models, 3,
+         "git has been ended by signal 9"},
+        {"TMPDIR=/no/where", "m --against=HEAD --new " + models, 3, "no directory can be made in /no/where: "},
     };
-    for (const auto &[args, code, text] : failures) {
-        const Result result = RunShell("korv-inspect diff m --against=" + args);
-        EXPECT_EQ(result.exitCode, code) << args;
+    for (const auto &[start, args, exitCode, text] : failures) {
+        const Result result = RunShell("program=$(command -v korv-inspect); " + start + " $program diff " + args);
+        EXPECT_EQ(result.exitCode, exitCode) << start << args;
         EXPECT_NE(LineWith(result.err, text), "") << result.err;
     }
-    const Result missing = RunShell("program=$(command -v korv-inspect); PATH=" + outside.Path() +
-                                    " $program diff m --against HEAD --new " + repository.Models());
-    EXPECT_EQ(missing.exitCode, 3);
-    EXPECT_EQ(missing.err, "korv-inspect: --against needs git, which is not found\n");
-    const Result left = RunShell("TMPDIR=" + outside.Path() + " korv-inspect diff m --against HEAD --new " +
-                                 repository.Models() + " >/dev/null; ls -A " + outside.Path());
+    const Result left = RunShell("TMPDIR=" + outside.Path() + " korv-inspect diff m --against HEAD --new " + models +
+                                 " >/dev/null; ls -A " + outside.Path());
     EXPECT_EQ(left.out, "quelvo-mim-extensions.yin\n");
 }
 

@@ -99,6 +99,8 @@ TEST(InspectJson, EveryCommandWritesWhatItsSchemaSays)
         {"enums", "odd /top/color" + own},
         {"modules", "example-interfaces example-interface-qos" + examples},
         {"modules", "odd@2020-01-01 more" + own},
+        {"check", "--rules --format json"},
+        {"diff", "--rules --format json"},
     };
     Validation validation;
     for (const auto &[command, arguments] : runs)
