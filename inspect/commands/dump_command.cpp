@@ -118,7 +118,7 @@ int DumpCommand::Run()
     TreePlaces places(instance, file, options_.Request().dirs);
     const KorvTreeNode *first = selection_.augment ? request.pstAugmentTree : file.pstOriginTree;
     if (options_.OutputFormat() == Format::Json)
-        WriteDumpJson(dump.Records(), {NodesInDumpOrder(first), selection_.augment, &places});
+        WriteDumpJson(dump.Records(), {TaskId(file), NodesInDumpOrder(first), selection_.augment, &places});
     else if (options_.OutputFormat() == Format::Csv)
         WriteDumpCsv(dump.Records());
     else

@@ -34,7 +34,7 @@ void PrintText(const std::vector<EnumValue> &values)
     }
 }
 
-void PrintJson(const std::vector<EnumValue> &values, const std::map<std::string, Position> &places)
+void PrintJson(const std::vector<EnumValue> &values, uint32_t taskId, const std::map<std::string, Position> &places)
 {
     JsonOut out;
     out.Array();
@@ -42,6 +42,7 @@ void PrintJson(const std::vector<EnumValue> &values, const std::map<std::string,
         out.Object();
         out.Member("name", value.name);
         out.Member("value", value.value);
+        out.NumberOrNull("task_id", taskId);
         auto place = places.find(value.name);
         WritePlace(&out, place != places.end() ? std::optional(place->second) : std::nullopt);
         out.EndObject();
@@ -58,8 +59,8 @@ int EnumsCommand::Run()
 {
     Instance instance(options_.Request().dirs, options_.Request().verbose);
     LoadRequested(&instance, options_.Request());
-    Place place =
-        PathFinder(instance, Loaded(instance, options_.Module())).Require(options_.Path(), options_.Request().notes);
+    const ModuleFile &file = Loaded(instance, options_.Module());
+    Place place = PathFinder(instance, file).Require(options_.Path(), options_.Request().notes);
     if (place.leaf == nullptr)
         throw Failure(PlainPath(place) + " is no leaf");
     std::string broken = BrokenLeafrefText(place.leaf->pYinNode);
@@ -70,7 +71,7 @@ int EnumsCommand::Run()
     std::vector<EnumValue> values = EnumValues(*place.leaf);
     Places places(options_.Request().dirs);
     if (options_.OutputFormat() == Format::Json)
-        PrintJson(values, EnumPlaces(place.leaf->pYinNode, &places));
+        PrintJson(values, TaskId(file), EnumPlaces(place.leaf->pYinNode, &places));
     else
         PrintText(values);
     return 0;

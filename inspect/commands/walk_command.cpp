@@ -73,7 +73,7 @@ void PrintText(const Calls &calls)
     }
 }
 
-void PrintJson(const Calls &calls, const std::optional<uint32_t> &augment, TreePlaces *places)
+void PrintJson(const Calls &calls, const Place &place, uint32_t taskId, TreePlaces *places)
 {
     JsonOut out;
     out.Array();
@@ -85,7 +85,8 @@ void PrintJson(const Calls &calls, const std::optional<uint32_t> &augment, TreeP
         out.Member("depth", Depth(*call.node));
         out.Member("path", DataPath(*call.node));
         out.Member("class_id", call.node->uiClassId);
-        WritePlace(&out, places->Of({augment, call.node, nullptr}));
+        out.NumberOrNull("task_id", taskId);
+        WritePlace(&out, places->Of({place.augment, call.node, nullptr}));
         out.EndObject();
     }
     out.EndArray();
@@ -108,7 +109,7 @@ int WalkCommand::Run()
         throw std::bad_alloc();
     TreePlaces places(instance, file, options_.Request().dirs);
     if (options_.OutputFormat() == Format::Json)
-        PrintJson(calls, place.augment, &places);
+        PrintJson(calls, place, TaskId(file), &places);
     else
         PrintText(calls);
     return 0;

@@ -68,6 +68,7 @@ void WriteDumpJson(DumpRecords records, const DumpSource &source)
         out.Key("ancestor_keys");
         out.Numbers(KeyIds(record.aucAncestorKey));
         WriteLeaves(&out, record, node, source);
+        out.NumberOrNull("task_id", source.taskId);
         WritePlace(&out, source.places->Of({source.augment, &node, nullptr}));
         out.EndObject();
     }

@@ -17,8 +17,9 @@ using DumpLeaves = Items<YangDumpLeafData>;
 /* The nodes that a dump of these trees has records of, in its order. */
 std::vector<const KorvTreeNode *> NodesInDumpOrder(const KorvTreeNode *first);
 
-/* What the records do not tell: the nodes of which they are, each with its place. */
+/* What the records do not tell: the nodes of which they are, each with its place, and their module's task id. */
 struct DumpSource {
+    uint32_t taskId; /* 0: none */
     std::vector<const KorvTreeNode *> nodes;
     std::optional<uint32_t> augment; /* whose tree it is; none: the module's own */
     TreePlaces *places;

@@ -27,7 +27,7 @@ TEST(InspectDump, RecordsComeLevelByLevelWithTheirPaths)
               R"("place":{"file":"examples/yin/example-qos.yin","line":94,"column":11}},{"name":"depth",)"
               R"("path":"/qos/queues/queue/settings/depth","mask":2,"field_id":2,"data_type":0,"index_map":0,)"
               R"("range":[4096,4096],"place":{"file":"examples/yin/example-qos.yin","line":98,"column":11}}],)"
-              R"("place":{"file":"examples/yin/example-qos.yin","line":91,"column":9}})");
+              R"("task_id":121,"place":{"file":"examples/yin/example-qos.yin","line":91,"column":9}})");
 }
 
 TEST(InspectDump, CsvHasARowALeaf)

@@ -179,7 +179,7 @@ TEST(InspectWalk, ListsTheCallbacksInTheirOrder)
         Json(InspectExamples({"walk", "example-interface-qos", "/interfaces/interface/traffic", "--format", "json"}));
     ASSERT_EQ(json.Size(), 3U);
     EXPECT_EQ(Compact(json[2]), R"({"callback":"node","name":"traffic","kind":"node","depth":2,)"
-                                R"("path":"/interfaces/interface/traffic","class_id":12289,)"
+                                R"("path":"/interfaces/interface/traffic","class_id":12289,"task_id":null,)"
                                 R"("place":{"file":"examples/yin/example-interface-qos.yin","line":25,"column":5}})");
 }
 
@@ -190,8 +190,8 @@ TEST(InspectEnums, FollowsTypedefsAndLeafrefs)
     EXPECT_EQ(
         Compact(
             Json(InspectExamples({"enums", "example-interfaces", "interfaces/interface/duplex", "--format", "json"}))),
-        R"([{"name":"half","value":0,"place":{"file":"examples/yin/example-interfaces.yin","line":107,"column":15}},)"
-        R"({"name":"full","value":1,"place":{"file":"examples/yin/example-interfaces.yin","line":108,"column":15}}])");
+        R"([{"name":"half","value":0,"task_id":120,"place":{"file":"examples/yin/example-interfaces.yin","line":107,"column":15}},)"
+        R"({"name":"full","value":1,"task_id":120,"place":{"file":"examples/yin/example-interfaces.yin","line":108,"column":15}}])");
     ModelDir dir;
     dir.Add("ref", Container("top", Leaf("mode",
                                          "<type name=\"enumeration\"><enum name=\"on\"><value value=\"-3\"/>"
