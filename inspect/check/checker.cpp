@@ -32,13 +32,6 @@ std::string OrderText(const std::string &module, const char *where, const std::s
            (changers.size() > names.size() ? " and others" : "");
 }
 
-/* " (line 3)" or " (FILE:3)" */
-std::string SeeText(const Position &place, const std::optional<Position> &from)
-{
-    std::string line = std::to_string(place.line);
-    return from && from->file == place.file ? " (line " + line + ")" : " (" + place.file + ":" + line + ")";
-}
-
 /* The statement that gives the module its task id. */
 std::optional<Extension> TaskIdOf(QY_MOD *module)
 {
@@ -182,7 +175,7 @@ void Checker::CheckTaskId(const DeviceModule &module)
     Finding finding = {"duplicate-task-id", module.key.name, {}};
     finding.cause.text = "aaa-task-id " + taskId->argument + " is that of module '" + first->second.first +
                          "' as well" + SeeText(first->second.second, place);
-    PlaceAt(place, &finding.cause);
+    PlaceAt(place, &finding);
     findings_.Add(std::move(finding));
 }
 
@@ -199,7 +192,7 @@ void Checker::CheckRevision(const DeviceModule &module, const ModuleFacts &facts
     finding.cause.text =
         "the file's name says revision " + named +
         (facts.revision.empty() ? ", and the module has none" : ", and the newest revision in it is " + facts.revision);
-    PlaceAt(places_.Of(facts.revision.empty() ? facts.module : facts.revisionStatement), &finding.cause);
+    PlaceAt(places_.Of(facts.revision.empty() ? facts.module : facts.revisionStatement), &finding);
     findings_.Add(std::move(finding));
 }
 
@@ -286,7 +279,7 @@ void Checker::AddMessages(const DeviceModule &module)
         if (std::optional<Explanation> why = RemarkOf(error)) {
             Finding finding = {"library-message", module.key.name, {"", 0, 0, why->text}};
             for (QY_NODE *node : NodesMeant(module.schema, *why))
-                PlaceAt(places_.Of(node), &finding.cause);
+                PlaceAt(places_.Of(node), &finding);
             findings_.Add(std::move(finding));
         }
 }

@@ -90,20 +90,12 @@ std::optional<Position> ClassRules::Find(const ClassNode &node, const KorvTreeLe
     return schemaNode != nullptr ? places_->OfExtension(schemaNode, keywords) : std::nullopt;
 }
 
-std::string ClassRules::SeeText(const std::optional<Position> &place, const std::optional<Position> &from)
-{
-    if (!place)
-        return "";
-    std::string line = std::to_string(place->line);
-    return from && from->file == place->file ? " (line " + line + ")" : " (" + place->file + ":" + line + ")";
-}
-
 void ClassRules::Tell(Rule rule, const std::string &text, const ClassNode &node, const KorvTreeLeaf *leaf,
                       Keywords keywords)
 {
     const char *module = leaf != nullptr ? leaf->pcModuleName : node.node->pcModuleName;
     Finding finding = {rule, module, {"", 0, 0, text}, PathOf(node, leaf)};
-    PlaceAt(Find(node, leaf, keywords), &finding.cause);
+    PlaceAt(Find(node, leaf, keywords), &finding);
     report_(std::move(finding));
 }
 
@@ -373,7 +365,7 @@ void CheckAugmentNum(const ModuleFile &file, const std::optional<Position> &plac
     Finding finding = {"many-augments", file.pcModuleName, {}};
     finding.cause.text = "the module has " + std::to_string(file.ucAugmentNum) + " augments, at most " +
                          std::to_string(KORV_AUGMENT_NUM) + " can be loaded";
-    PlaceAt(place, &finding.cause);
+    PlaceAt(place, &finding);
     report(std::move(finding));
 }
 

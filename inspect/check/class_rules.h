@@ -65,8 +65,6 @@ class ClassRules {
     void CheckId(Rule rule, uint32_t id, const ClassNode &node, std::map<uint32_t, ClassNode> *uses);
 
     bool IsJudged(const char *module);
-    /* " (line 12)" or " (FILE:12)", seen from a finding at `from`; "" when the place is not known. */
-    static std::string SeeText(const std::optional<Position> &place, const std::optional<Position> &from);
     /* Where the node's or leaf's statement with one of these keywords stands; without one, the node or leaf itself. */
     std::optional<Position> Find(const ClassNode &node, const KorvTreeLeaf *leaf, Keywords keywords);
     void Tell(Rule rule, const std::string &text, const ClassNode &node, const KorvTreeLeaf *leaf = nullptr,

@@ -1,6 +1,5 @@
 #include "check/finding_list.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace inspect {
@@ -14,21 +13,19 @@ FindingList::Place FindingList::PlaceOf(const Finding &finding)
 
 void FindingList::Add(Finding finding)
 {
-    std::vector<size_t> &known = byPlace_[PlaceOf(finding)];
-    for (size_t index : known) {
-        Entry &entry = entries_[index];
-        auto use = entry.uses.find(finding.path);
-        if (use != entry.uses.end() && use->second == finding.cause.text)
-            return;
-        if (use == entry.uses.end() && finding.cause.line != 0 && !finding.path.empty() &&
-            !entry.finding.path.empty()) {
-            entry.uses.emplace(finding.path, finding.cause.text);
-            return;
-        }
+    Known &known = byPlace_[PlaceOf(finding)];
+    std::unordered_set<std::string> &texts = known.texts[finding.path];
+    size_t number = texts.size(); /* of what is known of the node */
+    if (!texts.insert(finding.cause.text).second)
+        return;
+    bool isOfNode = finding.cause.line != 0 && !finding.path.empty();
+    if (isOfNode && number < known.ofNodes.size()) {
+        ++findings_[known.ofNodes[number]].places;
+        return;
     }
-    known.push_back(entries_.size());
-    std::unordered_map<std::string, std::string> uses = {{finding.path, finding.cause.text}};
-    entries_.push_back({std::move(finding), std::move(uses)});
+    if (isOfNode)
+        known.ofNodes.push_back(findings_.size());
+    findings_.push_back(std::move(finding));
 }
 
 void FindingList::Add(std::vector<Finding> findings)
@@ -39,32 +36,17 @@ void FindingList::Add(std::vector<Finding> findings)
 
 void FindingList::AddOfOrder(Finding finding, const std::string &order)
 {
-    for (size_t index : byPlace_[PlaceOf(finding)])
-        if (entries_[index].uses.contains(finding.path))
-            return;
+    auto known = byPlace_.find(PlaceOf(finding));
+    if (known != byPlace_.end() && known->second.texts.contains(finding.path))
+        return;
     finding.cause.text += order;
     Add(std::move(finding));
 }
 
-bool FindingList::Has(Rule rule, const std::string &module) const
-{
-    return std::any_of(entries_.begin(), entries_.end(), [&](const Entry &entry) {
-        return entry.finding.rule == rule && entry.finding.module == module;
-    });
-}
-
 std::vector<Finding> FindingList::Take()
 {
-    std::vector<Finding> findings;
-    for (Entry &entry : entries_) {
-        if (entry.uses.size() > 1)
-            entry.finding.cause.text +=
-                " (in " + std::to_string(entry.uses.size()) + " places, first " + entry.finding.path + ")";
-        findings.push_back(std::move(entry.finding));
-    }
-    entries_.clear();
     byPlace_.clear();
-    return findings;
+    return std::exchange(findings_, {});
 }
 
 } // namespace inspect

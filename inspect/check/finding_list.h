@@ -6,6 +6,7 @@
 #include <string>
 #include <tuple>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "check/findings.h"
@@ -23,23 +24,22 @@ class FindingList {
      * that place for the node. `order` says which order, to follow the text. */
     void AddOfOrder(Finding finding, const std::string &order);
 
-    /* True if the rule has found anything in the module. */
-    bool Has(Rule rule, const std::string &module) const;
-
-    /* All findings in the order in which they were found, with the number of uses in their texts. */
+    /* All findings in the order in which they were found. */
     std::vector<Finding> Take();
 
   private:
-    struct Entry {
-        Finding finding;
-        std::unordered_map<std::string, std::string> uses; /* texts by path */
-    };
     using Place = std::tuple<const RuleRow *, std::string, uint32_t, uint32_t>;
+
+    /* What a rule has found at a place. */
+    struct Known {
+        std::unordered_map<std::string, std::unordered_set<std::string>> texts; /* by path */
+        std::vector<size_t> ofNodes; /* findings: the first about each node's first text, the next about its second */
+    };
 
     static Place PlaceOf(const Finding &finding);
 
-    std::vector<Entry> entries_;
-    std::map<Place, std::vector<size_t>> byPlace_; /* entries */
+    std::vector<Finding> findings_;
+    std::map<Place, Known> byPlace_;
 };
 
 } // namespace inspect

@@ -5,10 +5,10 @@
 namespace inspect {
 namespace {
 
-constexpr size_t NAME_WIDTH = 26;
+constexpr size_t NAME_WIDTH = MAX_RULE_NAME + 1;
 constexpr size_t TEXT_WIDTH = 64;
 
-constexpr bool AllNamesFitAndDiffer()
+constexpr bool AllNamesDiffer()
 {
     for (std::span<const RuleRow> table : RULE_TABLES)
         for (const RuleRow &row : table) {
@@ -17,13 +17,13 @@ constexpr bool AllNamesFitAndDiffer()
             for (std::span<const RuleRow> other : RULE_TABLES)
                 for (const RuleRow &otherRow : other)
                     uses += name == otherRow.name ? 1 : 0;
-            if (uses != 1 || name.size() >= NAME_WIDTH)
+            if (uses != 1)
                 return false;
         }
     return true;
 }
 
-static_assert(AllNamesFitAndDiffer());
+static_assert(AllNamesDiffer());
 
 /* The text in lines of that width, each behind the first indented like it. */
 void AppendWrapped(std::string_view text, std::string *out)

@@ -25,6 +25,15 @@ inline constexpr std::span<const RuleRow> RULE_TABLES[] = {
 /* Rule("bad-number") */
 using Rule = NamedRow<RULE_TABLES>;
 
+/* Characters of the longest name. */
+inline constexpr size_t MAX_RULE_NAME = [] {
+    size_t longest = 0;
+    for (std::span<const RuleRow> table : RULE_TABLES)
+        for (const RuleRow &row : table)
+            longest = std::max(longest, std::string_view(row.name).size());
+    return longest;
+}();
+
 /* The rule of that name, or null. */
 const RuleRow *FindRule(std::string_view name);
 

@@ -32,7 +32,7 @@ void StatementRules::Report(Rule rule, const std::string &text, const std::optio
     Finding finding = {rule, QY_MOD_GetModuleName(module_), {"", 0, 0, subject_ + ": " + text}, ""};
     if (node_ != nullptr)
         finding.path = DataPath(node_);
-    PlaceAt(position, &finding.cause);
+    PlaceAt(position, &finding);
     findings_.push_back(finding);
 }
 

@@ -24,8 +24,10 @@ namespace {
 constexpr const char *INTRODUCTION =
     R"(The modules are loaded into one device, after those of --load, in both orders. Findings
 name the file and line where these can be told, and end in a short name that stays the
-same from release to release. Errors give exit status 1, a module that cannot be loaded 3; warnings keep
-nothing from being loaded and count with --strict alone.
+same from release to release.
+
+Exit status: 1 for an error, 3 for a module that cannot be loaded; warnings count with
+--strict alone.
 
 The comment '// korv-inspect off RULE: reason' in a model hides findings in the statement
 that follows, or in that of its line.
@@ -62,16 +64,20 @@ class Progress {
     bool isShown_ = false;
 };
 
-/* What CLI11 says of a value that names no rule; "" when it does. */
+/* What CLI11 says of a value that is not right; "" for one that is. */
 std::string RuleFault(const std::string &text)
 {
     return FindRule(text) != nullptr ? "" : NoRuleText(text);
 }
 
-/* The same of "RULE:PATH". */
-std::string RuleInFilesFault(const std::string &text)
+std::string OffFault(const std::string &text)
 {
-    return RuleFault(text.substr(0, text.find(':')));
+    std::string rule = text.substr(0, text.find(':'));
+    if (&*Rule("load-failed") == FindRule(rule))
+        return "a module that cannot be loaded is never passed over";
+    if (text.ends_with(":") && text.size() == rule.size() + 1)
+        return "'" + text + "' names no files: write a path behind the colon, or leave it out";
+    return RuleFault(rule);
 }
 
 std::vector<std::string> FormatNames()
@@ -91,7 +97,7 @@ class CheckCommand final : public Command {
   private:
     void AddLevels(CLI::App *app);
     bool IsOnLine(const CLI::Option *option) const;
-    void ApplyLevel(const CLI::Option *option, size_t index);
+    void ApplyLevels(const std::vector<const CLI::Option *> &words);
     void ReadLevels();
     void WriteRules() const;
     Baseline NewBaseline(const std::vector<Finding> &findings) const;
@@ -138,7 +144,7 @@ void CheckCommand::AddLevels(CLI::App *app)
     warnOption_ = add("--warn", &warnings_, "Findings of this rule are warnings; may be repeated")->check(rule);
     offOption_ = add("--off", &off_, "No findings of this rule (in these files); may be repeated")
                      ->option_text("RULE[:PATH]")
-                     ->check(CLI::Validator(RuleInFilesFault, ""));
+                     ->check(CLI::Validator(OffFault, ""));
 }
 
 /* True if the option stands on the line and not in the configuration file alone. */
@@ -148,25 +154,37 @@ bool CheckCommand::IsOnLine(const CLI::Option *option) const
     return std::find(order.begin(), order.end(), option) != order.end();
 }
 
-void CheckCommand::ApplyLevel(const CLI::Option *option, size_t index)
+/* `words` has the option of each word about a rule, in the order in which they count. A word about a rule takes back what
+ * was said of it before. One about the rule in some files is more exact, and holds for these all the same. */
+void CheckCommand::ApplyLevels(const std::vector<const CLI::Option *> &words)
 {
-    if (option == errorOption_)
-        policy_.MakeErrors(errors_[index]);
-    else if (option == warnOption_)
-        policy_.MakeWarnings(warnings_[index]);
-    else if (option == offOption_)
-        policy_.SwitchOff(off_[index]);
+    std::map<const CLI::Option *, size_t> seen;
+    std::vector<std::string> exact;
+    for (const CLI::Option *option : words) {
+        if (option != errorOption_ && option != warnOption_ && option != offOption_)
+            continue;
+        const std::string &word = (option == errorOption_  ? errors_
+                                   : option == warnOption_ ? warnings_
+                                                           : off_)[seen[option]++];
+        if (word.find(':') != std::string::npos)
+            exact.push_back(word);
+        else if (option == offOption_)
+            policy_.Set(*FindRule(word), std::nullopt);
+        else
+            policy_.Set(*FindRule(word), option == errorOption_ ? Severity::Error : Severity::Warning);
+    }
+    for (const std::string &word : exact)
+        policy_.PassOver(*FindRule(word.substr(0, word.find(':'))), word.substr(word.find(':') + 1));
 }
 
-/* What the configuration file says comes first, so that the line, whose latest word about a rule counts, overrides it. */
+/* The line counts more than the configuration file, whose lists have no order: there the strictest one holds. */
 void CheckCommand::ReadLevels()
 {
-    for (const CLI::Option *option : {errorOption_, warnOption_, offOption_})
-        for (size_t i = 0; !IsOnLine(option) && i < option->results().size(); ++i)
-            ApplyLevel(option, i);
-    std::map<const CLI::Option *, size_t> seen;
-    for (const CLI::Option *option : app_->parse_order())
-        ApplyLevel(option, seen[option]++);
+    std::vector<const CLI::Option *> file;
+    for (const CLI::Option *option : {offOption_, warnOption_, errorOption_})
+        file.insert(file.end(), IsOnLine(option) ? 0 : option->results().size(), option);
+    ApplyLevels(file);
+    ApplyLevels({app_->parse_order().begin(), app_->parse_order().end()});
 }
 
 void CheckCommand::Understand()
@@ -223,8 +241,8 @@ int CheckCommand::Run()
     if (!newBaseline_.empty())
         baseline = NewBaseline(result.findings);
 
-    Report report =
-        MakeReport(std::move(result.findings), std::move(result.modules), policy_, baseline ? &*baseline : nullptr);
+    Report report = MakeReport(std::move(result.findings), std::move(result.modules),
+                               {policy_, baseline ? &*baseline : nullptr, all_});
     report.hidden = hidden;
     report.strict = strict_;
     for (const ReportFormat &format : ReportFormats())

@@ -21,14 +21,16 @@ std::string Content(const std::string &line, int *open = nullptr)
     size_t end = 0;
     for (; end < line.size() && (quote != '\0' || line[end] != '#'); ++end) {
         char character = line[end];
-        if (quote != '\0')
+        if (quote == '"' && character == '\\')
+            ++end;
+        else if (quote != '\0')
             quote = character == quote ? '\0' : quote;
         else if (character == '"' || character == '\'')
             quote = character;
         else if (open != nullptr && (character == '[' || character == ']'))
             *open += character == '[' ? 1 : -1;
     }
-    std::string content = line.substr(0, end);
+    std::string content = line.substr(0, std::min(end, line.size()));
     return CLI::detail::trim(content);
 }
 

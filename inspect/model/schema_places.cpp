@@ -47,6 +47,14 @@ void PlaceAt(const std::optional<Position> &position, Cause *cause)
     cause->column = position->column;
 }
 
+std::string SeeText(const std::optional<Position> &place, const std::optional<Position> &from)
+{
+    if (!place)
+        return "";
+    std::string line = std::to_string(place->line);
+    return from && from->file == place->file ? " (line " + line + ")" : " (" + place->file + ":" + line + ")";
+}
+
 const std::string &Places::Shown(const std::string &file)
 {
     auto [entry, isNew] = shown_.try_emplace(file);
@@ -59,7 +67,7 @@ std::optional<Position> Places::Of(const QXYANG_ORIGIN_S &origin)
 {
     if (origin.pcFile == nullptr)
         return std::nullopt;
-    return Position{Shown(origin.pcFile), origin.stPlace.uiLine, origin.stPlace.uiColumn};
+    return Position{Shown(origin.pcFile), origin.stPlace.uiLine, origin.stPlace.uiColumn, origin};
 }
 
 std::optional<Position> Places::Of(QY_NODE *node)

@@ -17,10 +17,14 @@ struct Position {
     std::string file; /* as the command line has it */
     uint32_t line;
     uint32_t column;
+    QXYANG_ORIGIN_S statement = {}; /* the schema library's, as long as it has the file */
 };
 
 /* Gives the cause its place, if that is known. */
 void PlaceAt(const std::optional<Position> &position, Cause *cause);
+
+/* " (line 12)", or " (FILE:12)" unless it is the file of `from`; "" when the place is not known. */
+std::string SeeText(const std::optional<Position> &place, const std::optional<Position> &from);
 
 class Places {
   public:

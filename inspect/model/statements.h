@@ -24,6 +24,10 @@ void ForEachIn(const QXYANG_FILE *file, const QXYANG_STATEMENT_S &around, Visit 
     }
 }
 
+/* "grouping g > leaf x > type string": the statement and those around it, but for the one that begins the file. Long
+ * arguments are cut. */
+std::string StatementPath(const QXYANG_FILE *file, uint32_t index);
+
 /* The argument of the first of YANG's own statements with that keyword directly in the one given, or "". */
 std::string ArgumentIn(const QXYANG_FILE *file, const QXYANG_STATEMENT_S &around, std::string_view keyword);
 

@@ -70,6 +70,24 @@ rapidjson::Document Json(const Result &result)
     return document;
 }
 
+std::string Told::Stem() const
+{
+    return std::filesystem::path(file).stem().string();
+}
+
+std::vector<Told> FindingsOf(const Result &result)
+{
+    const auto text = [](const rapidjson::Value &value) { return value.IsString() ? value.GetString() : ""; };
+    const auto number = [](const rapidjson::Value &value) { return value.IsUint() ? value.GetUint() : 0; };
+    std::vector<Told> findings;
+    const rapidjson::Document json = Json(result);
+    for (const rapidjson::Value &one : json["findings"].GetArray())
+        findings.push_back({text(one["name"]), text(one["severity"]), text(one["section"]), text(one["module"]),
+                            text(one["file"]), number(one["line"]), number(one["column"]), text(one["text"]),
+                            number(one["places"]), text(one["first_place"])});
+    return findings;
+}
+
 std::string Compact(const rapidjson::Value &value)
 {
     rapidjson::StringBuffer buffer;

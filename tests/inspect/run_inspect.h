@@ -4,6 +4,7 @@
 
 #include <rapidjson/document.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,24 @@ Result InspectExamples(std::vector<std::string> args);
 
 /* Standard output of a run that must have succeeded, as JSON. */
 rapidjson::Document Json(const Result &result);
+
+/* A finding of `check --format json`; "" and 0 stand for null. */
+struct Told {
+    std::string rule;
+    std::string severity;
+    std::string section;
+    std::string module;
+    std::string file;
+    uint32_t line;
+    uint32_t column;
+    std::string text;
+    uint32_t places;
+    std::string firstPlace;
+
+    /* The file's name without its folder and ending. */
+    std::string Stem() const;
+};
+std::vector<Told> FindingsOf(const Result &result);
 
 /* Text of a value, to compare it as a whole: {"a":1}. */
 std::string Compact(const rapidjson::Value &value);

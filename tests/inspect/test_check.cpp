@@ -1,6 +1,5 @@
-/* check: every finding, the statement that it points at, and what it costs. */
+/* check: every finding, and the statement that it points at. */
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -55,14 +54,10 @@ class InspectCheck : public ::testing::Test {
     std::vector<std::string> Findings(std::vector<std::string> args)
     {
         args.insert(args.end(), {"--format", "json"});
-        const rapidjson::Document json = Json(Run(args));
         std::vector<std::string> findings;
-        for (const rapidjson::Value &finding : json["findings"].GetArray()) {
-            std::string text = finding["name"].GetString();
-            if (finding["line"].IsUint())
-                text += " at " + NameAt(finding["file"].GetString(), finding["line"].GetUint());
-            findings.push_back(text);
-        }
+        for (const Told &finding : FindingsOf(Run(args)))
+            findings.push_back(finding.rule +
+                               (finding.line != 0 ? " at " + NameAt(finding.file, finding.line) : std::string()));
         return findings;
     }
 
@@ -234,28 +229,6 @@ TEST_F(InspectCheck, ClassesOutsideTreesAndManyAugments)
     EXPECT_EQ(Findings({"m"}), (Texts{"many-augments at m", "class-without-tree at class-id 1"}));
 }
 
-/* Seconds of the processor that a run takes. */
-double Seconds(const std::vector<std::string> &args)
-{
-    rusage before = {};
-    rusage after = {};
-    getrusage(RUSAGE_CHILDREN, &before);
-    Inspect(args);
-    getrusage(RUSAGE_CHILDREN, &after);
-    const auto seconds = [](const timeval &time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
-    return seconds(after.ru_utime) - seconds(before.ru_utime);
-}
-
-TEST_F(InspectCheck, TakesTimeInProportionToTheModel)
-{
-    std::string nodes;
-    for (int i = 0; i < 20000; ++i)
-        nodes += Container("c" + std::to_string(i), ClassId("7") + "<uses name=\"g\"/>");
-    dir.Add("m", "<grouping name=\"g\">" + Leaf("x", "string") + "</grouping>" + Container("top", nodes));
-    const double load = Seconds({"modules", "m", "-d", dir.Path()});
-    EXPECT_LT(Seconds({"check", "m", "-d", dir.Path()}), 20 * load + 1) << load;
-}
-
 TEST_F(InspectCheck, PointsIntoGroupingsSubmodulesAugmentsAndImpliedCases)
 {
     dir.Add("types", "<grouping name=\"far\">\n" + Leaf("from-types", "string") + "</grouping>\n");
@@ -324,15 +297,13 @@ TEST_F(InspectCheck, PointsAtTheStatementsThatItIsAboutInBothSyntaxes)
 })");
     ASSERT_EQ(RunShell("cd " + dir.Path() + " && mkdir yin && korv-inspect convert m.yang -o yin/").exitCode, 0);
     for (const char *file : {"/m.yang", "/yin/m.yin"}) {
-        const rapidjson::Document json = Json(Run({dir.Path() + file, "--format", "json"}));
         Texts findings;
-        for (const rapidjson::Value &finding : json["findings"].GetArray()) {
-            EXPECT_EQ(finding["file"].GetString(), dir.Path() + file);
-            const std::string line = LineAt(finding["file"].GetString(), finding["line"].GetUint());
-            EXPECT_EQ(finding["column"].GetUint(), line.find_first_not_of(' ') + 1) << line;
-            EXPECT_TRUE(finding["section"].IsNull());
-            findings.push_back(std::string(finding["name"].GetString()) + " at " +
-                               StatementAt(finding["file"].GetString(), finding["line"].GetUint()));
+        for (const Told &finding : FindingsOf(Run({dir.Path() + file, "--format", "json"}))) {
+            EXPECT_EQ(finding.file, dir.Path() + file);
+            const std::string line = LineAt(finding.file, finding.line);
+            EXPECT_EQ(finding.column, line.find_first_not_of(' ') + 1) << line;
+            EXPECT_EQ(finding.section, "");
+            findings.push_back(finding.rule + " at " + StatementAt(finding.file, finding.line));
         }
         EXPECT_EQ(findings, (Texts{"duplicate-field-id at mimext:field-id 1", "field-id-range at mimext:field-id 300",
                                    "bad-number at mimext:class-id 7x", "repeated-statement at mimext:class-id 8",
@@ -542,8 +513,7 @@ TEST_F(InspectCheck, DeviationsThatDoNotApplyAreAnErrorThoughTheModuleIsLoaded)
     EXPECT_NE(LineWith(tree.err, "the deviations of module 'quelvo-bras-pppox-access' do not apply"), "") << tree.err;
 }
 
-/* The document has the rules of the help in the same order with the same sections, and says of the same ones that they are
- * errors. */
+/* The document has the rules in their order with their sections, and the same ones are errors. */
 TEST_F(InspectCheck, RulesAreDescribed)
 {
     std::ifstream document(KORV_SOURCE_DIR "/docs/inspector.md");
@@ -552,18 +522,17 @@ TEST_F(InspectCheck, RulesAreDescribed)
     std::smatch found;
     for (std::string line; std::getline(document, line);) {
         inTable = line.starts_with("| Name | Finding |") || (inTable && line.starts_with("|"));
-        if (inTable && std::regex_match(line, found, std::regex(R"(\| `([^`]*)` \|.*?\|( RFC [^|]* |)\|?)")))
-            described += found[1].str() + found[2].str() + "\n";
+        if (inTable && std::regex_match(line, found, std::regex(R"(\| `([^`]*)` \|.*?\|(?: (RFC [^|]*) \|)?)")))
+            described += found[1].str() + " " + found[2].str() + "\n";
     }
-    std::string help = std::regex_replace(Inspect({"check", "--help"}).out, std::regex("\n {28,29}(?! )"), " ");
-    std::istringstream lines(help.substr(0, help.find("\nExamples:")));
     std::string listed;
     std::string errors;
-    for (std::string line; std::getline(lines, line);)
-        if (std::regex_match(line, found, std::regex(R"(  ([a-z][a-z0-9-]*) +(error: )?.*?( \((RFC .*)\))?)"))) {
-            listed += found[1].str() + (found[4].length() != 0 ? " " + found[4].str() + " " : "") + "\n";
-            errors += found[2].length() != 0 ? found[1].str() + " " : "";
-        }
+    const rapidjson::Document rules = Json(Inspect({"check", "--rules", "--format", "json"}));
+    for (const rapidjson::Value &rule : rules.GetArray()) {
+        const std::string name = rule["name"].GetString();
+        listed += name + " " + (rule["section"].IsString() ? rule["section"].GetString() : "") + "\n";
+        errors += rule["severity"] == "error" ? name + " " : "";
+    }
     EXPECT_EQ(listed, described);
     EXPECT_EQ(errors, "load-failed deviation-failed ");
 }

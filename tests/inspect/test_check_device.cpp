@@ -31,16 +31,11 @@ class InspectDevice : public ::testing::Test {
     {
         args.insert(args.begin(), "check");
         args.insert(args.end(), {"-d", dir.Path(), "--format", "json"});
-        const rapidjson::Document json = Json(Inspect(args));
         std::string text;
-        for (const rapidjson::Value &finding : json["findings"].GetArray()) {
-            std::string file = finding["file"].IsString() ? finding["file"].GetString() : "";
-            file = file.substr(file.rfind('/') + 1);
-            const std::string line =
-                finding["line"].IsUint() ? ":" + std::to_string(finding["line"].GetUint()) : std::string();
-            text += std::string(finding["name"].GetString()) + " " + file + line + ": " + finding["text"].GetString() +
-                    "\n";
-        }
+        for (const Told &finding : FindingsOf(Inspect(args)))
+            text += finding.rule + " " + finding.file.substr(finding.file.rfind('/') + 1) +
+                    (finding.line != 0 ? ":" + std::to_string(finding.line) : "") + ": " + finding.text +
+                    (finding.places > 1 ? " " + std::to_string(finding.places) + " " + finding.firstPlace : "") + "\n";
         for (size_t at = text.find(dir.Path()); at != std::string::npos; at = text.find(dir.Path()))
             text.erase(at, dir.Path().size() + 1);
         return text;
@@ -125,10 +120,12 @@ TEST_F(InspectDevice, OneFindingForAPlaceInAGrouping)
     dir.Add("m", "<grouping name=\"g\">\n" + Leaf("x", "string") + Leaf("y", "string", "\n" + Id("300")) +
                      "</grouping>" + Container("top", uses));
     EXPECT_EQ(Findings({"m"}),
-              "missing-field-id m.yin:5: leaf 'x' of class /top/c1 (0x1) has no attribute id (in 12 "
-              "places, first /top/c1/x)\n"
+              "missing-field-id m.yin:5: leaf 'x' of class /top/c1 (0x1) has no attribute id 12 /top/c1/x\n"
               "field-id-range m.yin:7: leaf 'y' of class /top/c1 (0x1): attribute ids end at 255, so that "
-              "field-id 300 becomes 44 (in 12 places, first /top/c1/y)\n");
+              "field-id 300 becomes 44 12 /top/c1/y\n");
+    EXPECT_NE(LineWith(Inspect({"check", "m", "-d", dir.Path()}).out,
+                       "has no attribute id (in 12 places, first /top/c1/x) [missing-field-id]"),
+              "");
 }
 
 TEST_F(InspectDevice, GoesOnBehindAModuleThatCannotBeLoaded)

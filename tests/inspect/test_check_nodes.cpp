@@ -400,11 +400,6 @@ const Model MODELS[] = {
 
 using Findings = std::vector<std::pair<unsigned, std::string>>; /* line and rule, in the order of lines */
 
-std::string FileOf(const std::string &path)
-{
-    return std::filesystem::path(path).stem().string();
-}
-
 /* What the lines of a text say that is found at them. */
 Findings Expected(const std::string &text, const std::string &mark)
 {
@@ -438,11 +433,9 @@ class InspectCheckNodes : public ::testing::Test {
         args.insert(args.begin(), "check");
         args.insert(args.end(), {"--format", "json", "-d", folder});
         std::map<std::string, Findings> found;
-        const rapidjson::Document json = Json(Inspect(args));
-        for (const rapidjson::Value &finding : json["findings"].GetArray())
-            if (finding["line"].IsUint())
-                found[FileOf(finding["file"].GetString())].emplace_back(finding["line"].GetUint(),
-                                                                        finding["name"].GetString());
+        for (const Told &finding : FindingsOf(Inspect(args)))
+            if (finding.line != 0)
+                found[finding.Stem()].emplace_back(finding.line, finding.rule);
         return found;
     }
 

@@ -47,12 +47,10 @@ class InspectCheckReport : public ::testing::Test {
     /* "RULE SEVERITY LINE" of each finding. */
     std::string Findings(const std::string &arguments)
     {
-        const rapidjson::Document json = Json(Run(arguments + " --format json"));
         std::string text;
-        for (const rapidjson::Value &finding : json["findings"].GetArray())
-            text += std::string(text.empty() ? "" : ", ") + finding["name"].GetString() + " " +
-                    finding["severity"].GetString() + " " +
-                    std::to_string(finding["line"].IsUint() ? finding["line"].GetUint() : 0);
+        for (const Told &finding : FindingsOf(Run(arguments + " --format json")))
+            text +=
+                (text.empty() ? "" : ", ") + finding.rule + " " + finding.severity + " " + std::to_string(finding.line);
         return text;
     }
 
@@ -86,7 +84,9 @@ TEST_F(InspectCheckReport, WhatARuleCountsAs)
         {"m --warn missing-field-id --error missing-field-id --off missing-field-id", 0,
          "duplicate-field-id warning 12"},
         {"m --strict --off missing-field-id --off duplicate-field-id", 0, ""},
+        {"m --off missing-field-id --warn missing-field-id", 0, both},
         {"m --off missing-field-id:m.yang", 0, "duplicate-field-id warning 12"},
+        {"m --off missing-field-id:m.yang --error missing-field-id", 0, "duplicate-field-id warning 12"},
         {"m --off 'missing-field-id:*.yin'", 0, both},
         {"m --off 'missing-field-id:?.yan*'", 0, "duplicate-field-id warning 12"},
         {"m --off 'missing-field-id:./*'", 0, "duplicate-field-id warning 12"},
@@ -110,9 +110,9 @@ TEST_F(InspectCheckReport, ListsItsRules)
 {
     const Result text = Run("--rules --error bad-number --off long-name");
     EXPECT_EQ(text.exitCode, 0);
-    EXPECT_EQ(LineWith(text.out, "load-failed ").find("load-failed              error    the module"), 0U) << text.out;
-    EXPECT_EQ(LineWith(text.out, "bad-number ").find("bad-number               error    an argument"), 0U);
-    EXPECT_EQ(LineWith(text.out, "long-name ").find("long-name                off      a name"), 0U);
+    EXPECT_EQ(LineWith(text.out, "load-failed ").find("load-failed               error    the module"), 0U) << text.out;
+    EXPECT_EQ(LineWith(text.out, "bad-number ").find("bad-number                error    an argument"), 0U);
+    EXPECT_EQ(LineWith(text.out, "long-name ").find("long-name                 off      a name"), 0U);
     const rapidjson::Document json = Json(Run("--rules --format json"));
     EXPECT_EQ(Compact(json[0]), R"({"name":"load-failed","severity":"error","section":null,)"
                                 R"("purpose":"the module, or something that it needs, is not right"})");
@@ -143,29 +143,44 @@ TEST_F(InspectCheckReport, TextIsGroupedByFileAndSummedUpByRule)
 TEST_F(InspectCheckReport, ABaselineKnowsItsFindingsWhereverTheyMove)
 {
     dir.AddFile("m.yang", FAULTY);
+    Change("m.yang",
+           "s/container c {/grouping g { leaf x { type string; } } container d { mimext:class-id 9; uses g; } &/");
     dir.AddFile("n.yang", "module n {");
-    EXPECT_EQ(Run("--all --write-baseline base.json").exitCode, 3) << "a module that is not loaded is always news";
+    dir.Add("o", Container("c", ClassId("1")));
+    EXPECT_EQ(Run("--all --write-baseline all.json").exitCode, 3) << "a module that is not loaded is always news";
     EXPECT_EQ(Run("m --strict --write-baseline base.json").exitCode, 0);
     const std::string file = FileText(dir.Path() + "/base.json");
     EXPECT_EQ(Run("m --write-baseline base.json").exitCode, 0);
     EXPECT_EQ(FileText(dir.Path() + "/base.json"), file);
     EXPECT_EQ(file.find(dir.Path()), std::string::npos);
 
-    Change("m.yang", "3a \\ \\n container before;");
-    const Result known = Run("m --strict --baseline base.json");
-    EXPECT_EQ(known.exitCode, 0);
-    EXPECT_EQ(known.out, "2 known findings of the baseline\n1 module checked: no errors, no warnings\n");
+    /* The lines move, and the grouping gets another first use. */
+    Change("m.yang", "3a \\ \\n container before { mimext:class-id 8; uses g; }");
     RunShell("mkdir " + dir.Path() + "/sub");
-    EXPECT_EQ(Run("m --strict --baseline ../base.json -d ..", "sub").out, known.out) << "seen from another folder";
+    const std::string known = " findings of the baseline\n1 module checked: no errors, no warnings\n";
+    const std::tuple<const char *, const char *, std::string> runs[] = {
+        {"m --baseline base.json", ".", "3 known" + known},
+        {"m --baseline ../base.json -d ..", "sub", "3 known" + known},
+        {"m --baseline base.json --off missing-field-id", ".", "1 known finding" + known.substr(9)},
+        {"m --baseline base.json --off 'missing-field-id:m.*'", ".", "1 known finding" + known.substr(9)},
+        {"o --baseline all.json", ".", known.substr(known.find('\n') + 1)},
+        {"m o --baseline ../all.json -d ..", "sub",
+         "4 known findings of the baseline\n2 modules checked: no errors, no warnings\n"},
+    };
+    for (const auto &[arguments, folder, out] : runs)
+        EXPECT_EQ(Run(std::string("--strict ") + arguments, folder).out, out) << arguments;
 
+    /* One is new, and one is no more. */
     Change("m.yang", "s/leaf b {/leaf e { type string; } &/; s/    leaf a {/&mimext:field-id 7;/");
     const Result changed = Run("m --strict --baseline base.json");
     EXPECT_EQ(changed.exitCode, 1);
     EXPECT_NE(LineWith(changed.out, "leaf 'e' of class /c (0x1) has no attribute id"), "");
     EXPECT_EQ(
-        changed.out.substr(changed.out.find("1 known")),
-        "1 known finding of the baseline\n1 finding is of the baseline no longer there: --write-baseline makes it "
+        changed.out.substr(changed.out.find("2 known")),
+        "2 known findings of the baseline\n1 finding of the baseline is no longer there: --write-baseline makes it "
         "anew\n1 module checked: no errors, 1 warning\n");
+    dir.AddFile("m.yang", "module m {");
+    EXPECT_EQ(LineWith(Run("m --baseline base.json").out, "no longer there"), "") << "nobody knows";
 }
 
 /* The same finding twice is known twice only if the baseline has it twice. */
@@ -205,6 +220,9 @@ TEST_F(InspectCheckReport, ADamagedBaselineIsRefusedWhereItIsDamaged)
         EXPECT_EQ(result.exitCode, 2) << text.substr(0, 100);
         EXPECT_NE(LineWith(result.err, error), "") << result.err;
     }
+    const Result folder = Run("m --baseline .");
+    EXPECT_EQ(folder.err, "korv-inspect: the baseline '.' is a directory\n");
+    EXPECT_EQ(folder.exitCode, 2);
 }
 
 TEST_F(InspectCheckReport, CommentsInAModelHideFindings)
@@ -288,6 +306,7 @@ TEST_F(InspectCheckReport, ReportsForMachinesAreValid)
 {
     RunShell("mkdir '" + dir.Path() + "/a b'");
     dir.AddFile("a b/m.yang", FAULTY);
+    dir.AddFile("a b/m@x.yang", "");
     dir.AddFile("n.yang", "module n { namespace urn:n; prefix n; container c { leaf \"<&>\" { type string; } } }");
     dir.AddFile("o.yang", "module o { namespace urn:o; prefix o; }");
     const std::string args = "m n o -d . -d 'a b'";
@@ -295,9 +314,10 @@ TEST_F(InspectCheckReport, ReportsForMachinesAreValid)
     const std::string sarif = Validated("sarif", args);
     EXPECT_NE(LineWith(sarif, "missing-field-id warning " + uri + " 6 5"), "") << sarif;
     EXPECT_NE(LineWith(sarif, "load-failed error n.yang 1 58"), "") << sarif;
+    EXPECT_NE(LineWith(sarif, "unread-file warning a%20b/m%40x.yang 1 0"), "") << "a place that can be shown";
     EXPECT_NE(LineWith(Validated("sarif", "m -d . -d '" + dir.Path() + "/a b'"), "warning file:///"), "");
-    EXPECT_EQ(Validated("junit", args), "m 2 0\nn 1 1\no 1 0\n");
-    EXPECT_EQ(Validated("junit", args + " --strict"), "m 2 2\nn 1 1\no 1 0\n");
+    EXPECT_EQ(Validated("junit", args), "m 3 0\nn 1 1\no 1 0\n");
+    EXPECT_EQ(Validated("junit", args + " --strict"), "m 3 3\nn 1 1\no 1 0\n");
 
     const std::string gitlab = Validated("gitlab", args);
     EXPECT_NE(LineWith(gitlab, "load-failed major"), "") << gitlab;
@@ -309,9 +329,12 @@ TEST_F(InspectCheckReport, AnnotationsEscapeWhatEndsThem)
 {
     RunShell("mkdir '" + dir.Path() + "/a,b:c%'");
     dir.AddFile("a,b:c%/m.yang", FAULTY);
+    dir.AddFile("a,b:c%/m@x.yang", "");
     EXPECT_EQ(Run("m -d 'a,b:c%' -d . --format github --error missing-field-id --off duplicate-field-id").out,
               "::error file=a%2Cb%3Ac%25/m.yang,line=6,col=5,title=missing-field-id::leaf 'a' of class /c (0x1) has no "
-              "attribute id\n1 module checked: 1 error, no warnings\n");
+              "attribute id\n"
+              "::warning file=a%2Cb%3Ac%25/m@x.yang,line=1,title=unread-file::nothing reads the file: 'x' is no "
+              "revision\n1 module checked: 1 error, 1 warning\n");
 }
 
 TEST_F(InspectCheckReport, AConfigurationFileIsFoundUpwardAndTheLineWins)
@@ -327,6 +350,7 @@ TEST_F(InspectCheckReport, AConfigurationFileIsFoundUpwardAndTheLineWins)
         {"m", "sub", 1, "1 module checked: no errors, 1 warning"},
         {"--off duplicate-field-id", "sub", 1, "../models/m.yang:6:5: warning"},
         {"--warn duplicate-field-id --error duplicate-field-id", "sub", 1, "error: leaf 'd'"},
+        {"--error missing-field-id", "sub", 1, "../models/m.yang:6:5: error"},
         {"--config ../korv-inspect.toml", "sub", 1, "2 modules checked: no errors, 1 warning"},
         {"--no-config m -d models -d .", ".", 0, "1 module checked: no errors, 2 warnings"},
         {"m -d ../models --install-path .. --off missing-field-id --off duplicate-field-id", "sub", 0, "no warnings"},
@@ -352,6 +376,9 @@ TEST_F(InspectCheckReport, WhatAConfigurationFileCannotSayIsToldWithItsLine)
         {"[check]\ndir = \"no/such\"\n", "korv-inspect.toml:2: --dir: Directory does not exist: no/such"},
         {"[check]\nstrict = true\nwarn = [\n\"bad-number\",\n", "korv-inspect.toml:3: this list has no end"},
         {"[diff]\nstrict = true\n", "korv-inspect.toml:2: diff has no option 'strict'"},
+        {"[check]\noff = \"load-failed:x/*\"\n", "korv-inspect.toml:2: --off: a module that cannot be loaded is"},
+        {"[check]\noff = \"missing-field-id:\"\n", "korv-inspect.toml:2: --off: 'missing-field-id:' names no files"},
+        {"[check]\nformat = \"a\\\"#b\" # c\n", "korv-inspect.toml:2: --format: a\\\"#b not in {text,json,"},
     };
     for (const auto &[text, error] : cases) {
         dir.AddFile("korv-inspect.toml", text);
@@ -362,8 +389,11 @@ TEST_F(InspectCheckReport, WhatAConfigurationFileCannotSayIsToldWithItsLine)
         EXPECT_EQ(Run("--help").exitCode, 0) << "help needs no file";
     }
     EXPECT_EQ(Run("m --config none.toml").exitCode, 2);
-    dir.AddFile("korv-inspect.toml", "[check]\noff = []\nerror = [ # both\n  \"bad-number\",\n  \"long-name\"\n]\n");
-    EXPECT_EQ(LineWith(Run("--rules").out, "long-name ").find("long-name                error"), 0U);
+    dir.AddFile("korv-inspect.toml",
+                "[check]\nwarn = []\nerror = [ # both\n  \"bad-number\",\n  \"long-name\"\n]\noff = \"long-name\"\n");
+    EXPECT_EQ(LineWith(Run("--rules").out, "long-name ").find("long-name                 error"), 0U);
+    EXPECT_EQ(LineWith(Run("--rules --warn long-name").out, "long-name ").find("long-name                 warning"),
+              0U);
 }
 
 } // namespace

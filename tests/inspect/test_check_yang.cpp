@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <regex>
 
 #include "inspect/run_inspect.h"
@@ -23,25 +22,20 @@ class InspectCheckYang : public ::testing::Test {
                                         "'; prefix p;\n" + body + "\n}\n");
     }
 
-    rapidjson::Document Run(std::vector<std::string> args, const std::string &in)
+    static std::vector<Told> Run(std::vector<std::string> args, const std::string &in)
     {
         args.insert(args.begin(), "check");
         args.insert(args.end(), {"-d", in, "--format", "json"});
-        return Json(Inspect(args));
+        return FindingsOf(Inspect(args));
     }
 
     /* "NAME LINE:COLUMN" of each finding, with the file's name in front of the line unless it is the module's. */
     Texts Places(const std::vector<std::string> &modules)
     {
         Texts places;
-        const rapidjson::Document report = Run(modules, dir.Path());
-        for (const rapidjson::Value &finding : report["findings"].GetArray()) {
-            const std::filesystem::path file = finding["file"].GetString();
-            const bool isOwn = file.stem() == modules.back();
-            places.push_back(finding["name"].GetString() + std::string(" ") +
-                             (isOwn ? "" : file.stem().string() + ":") + std::to_string(finding["line"].GetUint()) +
-                             ":" + std::to_string(finding["column"].GetUint()));
-        }
+        for (const Told &finding : Run(modules, dir.Path()))
+            places.push_back(finding.rule + " " + (finding.Stem() == modules.back() ? "" : finding.Stem() + ":") +
+                             std::to_string(finding.line) + ":" + std::to_string(finding.column));
         return places;
     }
 
@@ -49,10 +43,9 @@ class InspectCheckYang : public ::testing::Test {
     Texts Said(const std::string &module, const std::string &in)
     {
         Texts said;
-        const rapidjson::Document report = Run({module}, in);
-        for (const rapidjson::Value &finding : report["findings"].GetArray())
-            said.push_back(finding["name"].GetString() + std::string(": ") +
-                           std::regex_replace(finding["text"].GetString(), std::regex(" \\([^()]*[0-9]+\\)"), ""));
+        for (const Told &finding : Run({module}, in))
+            said.push_back(finding.rule + ": " +
+                           std::regex_replace(finding.text, std::regex(" \\([^()]*[0-9]+\\)"), ""));
         std::sort(said.begin(), said.end());
         return said;
     }

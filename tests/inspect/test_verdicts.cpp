@@ -189,23 +189,18 @@ class Verdicts : public ::testing::Test {
     static std::map<std::string, Outcome> Judge(const std::string &syntax)
     {
         std::map<std::string, Outcome> outcomes;
-        const rapidjson::Document json =
-            Json(RunShell("cd " + dir.Path() + " && korv-inspect check --all --format json -d " + syntax));
-        for (const rapidjson::Value &finding : json["findings"].GetArray()) {
-            const std::string text = finding["text"].GetString();
-            Outcome &outcome = outcomes[finding["module"].GetString()];
-            outcome.texts += text + "\n";
-            if (std::regex_match(text, std::regex("cannot (import|include) (sub)?module '[^']*'")))
+        for (const Told &finding :
+             FindingsOf(RunShell("cd " + dir.Path() + " && korv-inspect check --all --format json -d " + syntax))) {
+            Outcome &outcome = outcomes[finding.module];
+            outcome.texts += finding.text + "\n";
+            if (std::regex_match(finding.text, std::regex("cannot (import|include) (sub)?module '[^']*'")))
                 continue; // its own failures say why
-            const std::filesystem::path path = finding["file"].GetString();
-            const std::string file = ReadText(dir.Path() + "/" + path.string());
-            const size_t offset = OffsetOf(file, Number(finding["line"]), Number(finding["column"]));
-            outcome.places.insert(Place(finding["name"].GetString(), path.stem(), file, offset));
+            const std::string file = ReadText(dir.Path() + "/" + finding.file);
+            const size_t offset = OffsetOf(file, std::max(finding.line, 1U), std::max(finding.column, 1U));
+            outcome.places.insert(Place(finding.rule, finding.Stem(), file, offset));
         }
         return outcomes;
     }
-
-    static uint32_t Number(const rapidjson::Value &value) { return value.IsUint() ? value.GetUint() : 1; }
 
     /* In compact syntax the very place, in YIN the statement. */
     static std::string Place(const std::string &name, const std::string &file, const std::string &text, size_t offset)

@@ -3,11 +3,9 @@
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <set>
+#include <sstream>
 #include <string_view>
 
 #include "base/failure.h"
@@ -43,9 +41,7 @@ void WriteText(rapidjson::PrettyWriter<rapidjson::StringBuffer> *writer, const c
     writer->String(text.c_str());
 }
 
-} // namespace
-
-/* "line 12", "lines 3", "FILE.yin:12:3". */
+/* The text without "line 12", "lines 3", "FILE.yin:12:3". */
 std::string WithoutLines(const std::string &text)
 {
     std::string without;
@@ -61,9 +57,22 @@ std::string WithoutLines(const std::string &text)
     return without;
 }
 
+/* The words that say which finding of its rule in its file it is. They do not depend on where the statement stands, on other
+ * uses of its grouping, on other modules, and on the folder in which a run begins, as a text does. A file has at most one
+ * finding of a rule as a whole. */
+std::string WordsOf(const Finding &finding)
+{
+    if (!finding.statement.empty())
+        return ValidUtf8(finding.statement);
+    bool isOfFile = !finding.cause.file.empty() && finding.cause.line == 0;
+    return isOfFile ? "" : ValidUtf8(WithoutLines(finding.cause.text));
+}
+
+} // namespace
+
 std::string KeyOf(const Finding &finding, const std::string &file)
 {
-    return Key({finding.rule->name, finding.module, file, ValidUtf8(WithoutLines(finding.cause.text)), 0});
+    return Key({finding.rule->name, finding.module, file, WordsOf(finding), 0});
 }
 
 Baseline::Baseline(const std::string &path) : folder_(std::filesystem::path(AbsolutePath(path)).parent_path().string())
@@ -74,8 +83,11 @@ std::string Baseline::FileOf(const Finding &finding) const
 {
     if (finding.cause.file.empty())
         return "";
-    std::filesystem::path file = AbsolutePath(finding.cause.file);
-    return ValidUtf8(file.lexically_relative(folder_).generic_string());
+    if (finding.cause.file != last_.first) {
+        std::filesystem::path file = AbsolutePath(finding.cause.file);
+        last_ = {finding.cause.file, ValidUtf8(file.lexically_relative(folder_).generic_string())};
+    }
+    return last_.second;
 }
 
 void Baseline::Add(const Entry &entry)
@@ -87,12 +99,16 @@ void Baseline::Add(const Entry &entry)
 
 Baseline Baseline::Read(const std::string &path)
 {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error))
+        throw Failure("the baseline '" + path + "' is a directory", EXIT_USAGE);
     std::ifstream stream(path, std::ios::binary);
-    std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-    if (!stream.is_open() || stream.bad())
+    if (!stream.is_open())
         throw Failure("cannot read the baseline '" + path + "'", EXIT_USAGE);
+    std::ostringstream text;
+    text << stream.rdbuf();
     Baseline baseline(path);
-    for (const Entry &entry : ReadBaselineText(path, text))
+    for (const Entry &entry : ReadBaselineText(path, text.str()))
         baseline.Add(entry);
     return baseline;
 }
@@ -102,8 +118,7 @@ Baseline Baseline::Write(const std::string &path, const std::vector<Finding> &fi
     Baseline baseline(path);
     for (const Finding &finding : findings)
         if (finding.rule != Rule("load-failed"))
-            baseline.Add({finding.rule->name, finding.module, baseline.FileOf(finding),
-                          ValidUtf8(WithoutLines(finding.cause.text)), 1});
+            baseline.Add({finding.rule->name, finding.module, baseline.FileOf(finding), WordsOf(finding), 1});
     rapidjson::StringBuffer buffer;
     rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
     writer.SetIndent(' ', 2);
@@ -145,12 +160,14 @@ bool BaselineUse::Takes(const Finding &finding)
     return true;
 }
 
-size_t BaselineUse::Gone(const std::vector<std::string> &modules) const
+size_t BaselineUse::Gone(const std::set<std::string> &modules, bool all) const
 {
-    std::set<std::string_view> checked(modules.begin(), modules.end());
     size_t gone = 0;
-    for (const auto &[key, entry] : left_)
-        gone += checked.count(entry.module) != 0 ? entry.count : 0;
+    for (const auto &[key, entry] : left_) {
+        const RuleRow *rule = FindRule(entry.rule);
+        bool isOverlooked = !modules.contains(entry.module) || (rule != nullptr && rule->isOfAll && !all);
+        gone += isOverlooked ? 0 : entry.count;
+    }
     return gone;
 }
 

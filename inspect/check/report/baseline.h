@@ -3,18 +3,17 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "check/findings.h"
 
 namespace inspect {
 
-/* What makes a finding the same as one of another run: rule, module, file and text, without the numbers of lines in it. */
+/* What makes a finding the same as one of another run: rule, module, file and words. */
 std::string KeyOf(const Finding &finding, const std::string &file);
-
-/* The text without the lines and columns that it names. */
-std::string WithoutLines(const std::string &text);
 
 class Baseline {
   public:
@@ -22,7 +21,7 @@ class Baseline {
         std::string rule;
         std::string module;
         std::string file; /* seen from the baseline's folder, or "" */
-        std::string text; /* without the numbers of lines */
+        std::string text; /* the words */
         uint64_t count = 0;
     };
 
@@ -40,8 +39,9 @@ class Baseline {
     void Add(const Entry &entry);
     std::string FileOf(const Finding &finding) const;
 
-    std::string folder_;                   /* of the baseline */
-    std::map<std::string, Entry> entries_; /* by their keys */
+    std::string folder_;                               /* of the baseline */
+    std::map<std::string, Entry> entries_;             /* by their keys */
+    mutable std::pair<std::string, std::string> last_; /* answer of FileOf: findings come file by file */
 };
 
 /* Compares the findings of a run with a baseline, or with none. */
@@ -52,8 +52,9 @@ class BaselineUse {
     /* True if the baseline has the finding, as often as it was asked. */
     bool Takes(const Finding &finding);
 
-    /* The number of the findings of these modules that the baseline has and that were not asked for. */
-    size_t Gone(const std::vector<std::string> &modules) const;
+    /* The number of the findings that the baseline has and that were not asked for, of modules that were looked at. Without
+     * `all`, what other modules decide may have been overlooked, and is not counted. */
+    size_t Gone(const std::set<std::string> &modules, bool all) const;
 
   private:
     const Baseline *baseline_;

@@ -74,8 +74,12 @@ FileGlob::FileGlob(const std::string &pattern) : isOfName_(pattern.find('/') == 
 
 bool FileGlob::Matches(const std::string &file) const
 {
+    if (file == last_)
+        return lastMatches_;
     std::string path = AbsolutePath(file);
-    return Matcher(pattern_).Matches(isOfName_ ? path.substr(path.rfind('/') + 1) : path);
+    lastMatches_ = Matcher(pattern_).Matches(isOfName_ ? path.substr(path.rfind('/') + 1) : path);
+    last_ = file;
+    return lastMatches_;
 }
 
 } // namespace inspect

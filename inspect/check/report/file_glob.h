@@ -17,6 +17,8 @@ class FileGlob {
   private:
     bool isOfName_;
     std::string pattern_;
+    mutable std::string last_; /* the file that was asked for last: findings come file by file */
+    mutable bool lastMatches_ = false;
 };
 
 /* The path from the root, without "." and "..". */

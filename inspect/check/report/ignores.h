@@ -26,8 +26,9 @@ class Ignores {
      * chance. */
     Ignores(const SearchDirs &dirs, const MarkedFiles &marked, bool all) : dirs_(dirs), marked_(marked), all_(all) {}
 
-    /* Takes out the findings that comments hide and adds those about the comments. Reads each file that has a finding or
-     * such a comment once. Returns the number of findings that were taken out. A load that fails cannot be hidden. */
+    /* Takes out the findings that comments hide and adds those about the comments. Looks into each file that has a finding,
+     * and reads as a model those with such a comment. Returns the number of findings that were taken out. A load that
+     * fails cannot be hidden. */
     size_t Apply(std::vector<Finding> *findings) const;
 
   private:

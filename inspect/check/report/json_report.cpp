@@ -5,15 +5,6 @@
 namespace inspect {
 namespace {
 
-void WriteNumberOrNull(JsonOut *out, const char *name, uint32_t number)
-{
-    out->Key(name);
-    if (number != 0)
-        out->Value(number);
-    else
-        out->Null();
-}
-
 void WriteFinding(const ReportedFinding &reported, JsonOut *out)
 {
     const Finding &finding = reported.finding;
@@ -24,9 +15,11 @@ void WriteFinding(const ReportedFinding &reported, JsonOut *out)
     out->Member("section", section.empty() ? nullptr : section.c_str());
     out->Member("module", finding.module);
     out->Member("file", finding.cause.file.empty() ? nullptr : finding.cause.file.c_str());
-    WriteNumberOrNull(out, "line", finding.cause.line);
-    WriteNumberOrNull(out, "column", finding.cause.column);
+    out->NumberOrNull("line", finding.cause.line);
+    out->NumberOrNull("column", finding.cause.column);
     out->Member("text", finding.cause.text);
+    out->Member("places", finding.places);
+    out->Member("first_place", finding.path.empty() ? nullptr : finding.path.c_str());
     out->EndObject();
 }
 
@@ -71,7 +64,7 @@ void WriteReportGitlab(const Report &report)
         out.Member("path", finding.cause.file.empty() ? finding.module : PlainPath(finding.cause.file));
         out.Key("lines");
         out.Object();
-        out.Member("begin", finding.cause.line != 0 ? finding.cause.line : 1U);
+        out.Member("begin", ShownLine(finding.cause));
         out.EndObject();
         out.EndObject();
         out.EndObject();

@@ -2,26 +2,17 @@
 
 #include <algorithm>
 
-#include "base/failure.h"
-
 namespace inspect {
 
-const RuleRow &Policy::RuleNamed(std::string_view name)
+void Policy::Set(const RuleRow &rule, std::optional<Severity> level)
 {
-    const RuleRow *rule = FindRule(name);
-    if (rule == nullptr)
-        throw Failure(NoRuleText(name), EXIT_USAGE);
-    return *rule;
+    levels_[&rule] = level;
+    passedOver_.erase(&rule);
 }
 
-void Policy::SwitchOff(std::string_view text)
+void Policy::PassOver(const RuleRow &rule, const std::string &pattern)
 {
-    size_t colon = text.find(':');
-    const RuleRow &rule = RuleNamed(text.substr(0, colon));
-    if (colon == std::string_view::npos)
-        levels_[&rule] = std::nullopt;
-    else
-        passedOver_[&rule].emplace_back(std::string(text.substr(colon + 1)));
+    passedOver_[&rule].emplace_back(pattern);
 }
 
 std::optional<Severity> Policy::LevelOf(const RuleRow &rule) const

@@ -4,7 +4,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "check/findings.h"
@@ -14,20 +13,18 @@ namespace inspect {
 
 class Policy {
   public:
-    /* Each takes the name of a rule and throws Failure when there is none; the latest one about a rule holds. */
-    void MakeErrors(std::string_view rule) { levels_[&RuleNamed(rule)] = Severity::Error; }
-    void MakeWarnings(std::string_view rule) { levels_[&RuleNamed(rule)] = Severity::Warning; }
+    /* What findings of the rule are in all files; nothing: none. What was said of the rule before counts no more, PassOver
+     * included. */
+    void Set(const RuleRow &rule, std::optional<Severity> level);
 
-    /* "RULE", or "RULE:PATH" for the findings in files that the pattern has. */
-    void SwitchOff(std::string_view text);
+    /* There are no findings of the rule in files that the pattern has. */
+    void PassOver(const RuleRow &rule, const std::string &pattern);
 
     /* What a finding of the rule is; nothing when it is none. */
     std::optional<Severity> LevelOf(const RuleRow &rule) const;
     std::optional<Severity> LevelOf(const Finding &finding) const;
 
   private:
-    static const RuleRow &RuleNamed(std::string_view name);
-
     std::map<const RuleRow *, std::optional<Severity>> levels_;
     std::map<const RuleRow *, std::vector<FileGlob>> passedOver_;
 };

@@ -1,6 +1,8 @@
 #include "check/report/report.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 #include <tuple>
 
 #include "base/failure.h"
@@ -30,28 +32,30 @@ std::string Fingerprint(const std::string &text)
 
 } // namespace
 
-Report MakeReport(std::vector<Finding> findings, std::vector<std::string> modules, const Policy &policy,
-                  const Baseline *baseline)
+/* What a module that cannot be loaded would have is not known. */
+Report MakeReport(std::vector<Finding> findings, std::vector<std::string> modules, const ReportRequest &request)
 {
     Report report;
+    std::set<std::string> known(modules.begin(), modules.end());
     report.modules = std::move(modules);
     std::stable_sort(findings.begin(), findings.end(), StandsBefore);
-    BaselineUse use(baseline);
+    BaselineUse use(request.baseline);
     std::map<std::string, size_t> equals;
     for (Finding &finding : findings) {
-        std::optional<Severity> severity = policy.LevelOf(finding);
-        if (!severity)
-            continue;
-        if (use.Takes(finding)) {
+        if (finding.rule == Rule("load-failed"))
+            known.erase(finding.module);
+        std::optional<Severity> severity = request.policy.LevelOf(finding);
+        bool isKnown = use.Takes(finding);
+        if (severity && isKnown)
             ++report.known;
+        if (!severity || isKnown)
             continue;
-        }
         ++(*severity == Severity::Error ? report.errors : report.warnings);
         std::string same = KeyOf(finding, finding.cause.file);
         std::string number = std::to_string(++equals[same]);
         report.findings.push_back({std::move(finding), *severity, Fingerprint(same + number)});
     }
-    report.gone = use.Gone(report.modules);
+    report.gone = use.Gone(known, request.all);
     return report;
 }
 
@@ -81,7 +85,7 @@ const char *SeverityText(Severity severity)
 std::string SentenceText(const Finding &finding)
 {
     std::string section = SectionText(*finding.rule);
-    return finding.cause.text + (section.empty() ? "" : " (" + section + ")");
+    return TextOf(finding) + (section.empty() ? "" : " (" + section + ")");
 }
 
 std::string FindingText(const ReportedFinding &reported)

@@ -28,9 +28,15 @@ struct Report {
     bool strict = false;
 };
 
+/* How a report is made of findings. */
+struct ReportRequest {
+    const Policy &policy;
+    const Baseline *baseline; /* or null */
+    bool all;                 /* every module of the directories was checked */
+};
+
 /* Sorts the findings and leaves out those that the policy switches off, and those that the baseline knows. */
-Report MakeReport(std::vector<Finding> findings, std::vector<std::string> modules, const Policy &policy,
-                  const Baseline *baseline);
+Report MakeReport(std::vector<Finding> findings, std::vector<std::string> modules, const ReportRequest &request);
 
 /* True if the finding makes the run fail. */
 bool Counts(const Report &report, const ReportedFinding &finding);
@@ -43,7 +49,7 @@ const char *SeverityText(Severity severity);
 /* "models/m.yin:12:3: warning: key 'x' ... (RFC 7950, 7.8.2) [key-config]" */
 std::string FindingText(const ReportedFinding &reported);
 
-/* The finding's text and the section of the RFC that has its rule. */
+/* The finding's text with the number of its places and the section of the RFC that has its rule. */
 std::string SentenceText(const Finding &finding);
 
 /* "2 modules checked: 1 error, 3 warnings" */

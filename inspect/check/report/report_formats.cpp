@@ -1,5 +1,6 @@
 #include "check/report/report_formats.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
@@ -12,8 +13,6 @@ constexpr ReportFormat FORMATS[] = {
     {"text", WriteReportText},   {"json", WriteReportJson},   {"github", WriteReportGithub},
     {"sarif", WriteReportSarif}, {"junit", WriteReportJunit}, {"gitlab", WriteReportGitlab},
 };
-
-constexpr int NAME_WIDTH = 25;
 
 const char *LevelText(const Policy &policy, const RuleRow &row)
 {
@@ -39,7 +38,7 @@ void WriteRulesText(const Policy &policy)
 {
     ForEachRule([&](const RuleRow &row) {
         std::string section = SectionText(row);
-        std::printf("%-*s%-9s%s%s\n", NAME_WIDTH, row.name, LevelText(policy, row), row.purpose,
+        std::printf("%-*s %-9s%s%s\n", static_cast<int>(MAX_RULE_NAME), row.name, LevelText(policy, row), row.purpose,
                     section.empty() ? "" : (" (" + section + ")").c_str());
     });
 }
@@ -58,6 +57,11 @@ void WriteRulesJson(const Policy &policy)
         out.EndObject();
     });
     out.EndArray();
+}
+
+uint32_t ShownLine(const Cause &cause)
+{
+    return std::max(cause.line, 1U);
 }
 
 std::string PlainPath(const std::string &file)

@@ -31,6 +31,9 @@ void WriteRulesJson(const Policy &policy);
 /* The file as a relative reference: percent-encoded, without "." steps; with "file://" in front if it begins at the root. */
 std::string FileUri(const std::string &file);
 
+/* The line beside which a machine shows what is wrong: the first one for a file as a whole. */
+uint32_t ShownLine(const Cause &cause);
+
 /* "models/m.yin" of "./models/m.yin". */
 std::string PlainPath(const std::string &file);
 

@@ -61,14 +61,12 @@ void WritePlace(const Cause &cause, JsonOut *out)
     out->Object();
     out->Member("uri", FileUri(cause.file));
     out->EndObject();
-    if (cause.line != 0) {
-        out->Key("region");
-        out->Object();
-        out->Member("startLine", cause.line);
-        if (cause.column != 0)
-            out->Member("startColumn", cause.column);
-        out->EndObject();
-    }
+    out->Key("region");
+    out->Object();
+    out->Member("startLine", ShownLine(cause));
+    if (cause.column != 0)
+        out->Member("startColumn", cause.column);
+    out->EndObject();
     out->EndObject();
 }
 

@@ -63,8 +63,8 @@ void WriteReportText(const Report &report)
     if (report.known != 0)
         std::printf("%s of the baseline\n", Count(report.known, "known finding").c_str());
     if (report.gone != 0)
-        std::printf("%s of the baseline no longer there: --write-baseline makes it anew\n",
-                    (Count(report.gone, "finding") + (report.gone == 1 ? " is" : " are")).c_str());
+        std::printf("%s of the baseline %s no longer there: --write-baseline makes it anew\n",
+                    Count(report.gone, "finding").c_str(), report.gone == 1 ? "is" : "are");
     std::printf("%s\n", SummaryText(report).c_str());
 }
 
@@ -76,9 +76,8 @@ void WriteReportGithub(const Report &report)
         std::string line = std::string("::") + SeverityText(reported.severity) + " ";
         const Cause &cause = finding.cause;
         if (!cause.file.empty())
-            line += "file=" + Escaped(PlainPath(cause.file), "%\r\n:,") + ",";
-        if (cause.line != 0)
-            line += "line=" + std::to_string(cause.line) + ",";
+            line +=
+                "file=" + Escaped(PlainPath(cause.file), "%\r\n:,") + ",line=" + std::to_string(ShownLine(cause)) + ",";
         if (cause.column != 0)
             line += "col=" + std::to_string(cause.column) + ",";
         std::string text = (cause.file.empty() ? finding.module + ": " : "") + SentenceText(finding);

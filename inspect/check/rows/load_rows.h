@@ -11,7 +11,7 @@ inline constexpr RuleRow LOAD_ROWS[] = {
      "the module's deviation module cannot be loaded, so that the module is loaded without it"},
     {"library-message", Severity::Warning, nullptr, "the library says something else while it loads the module"},
     {"unread-file", Severity::Warning, nullptr,
-     "a file that nothing reads, since another one wins or its name is wrong"},
+     "a file that nothing reads, since another one wins or its name is wrong", 7950U, true},
     {"unread-deviation", Severity::Warning, nullptr, "a deviation file that no device loads"},
     {"file-revision", Severity::Warning, nullptr, "a file whose name has another revision than its module"},
     {"duplicate-task-id", Severity::Warning, nullptr, "two modules have the same task id", 7950U, true},

@@ -25,7 +25,8 @@ inline constexpr RuleRow NODE_ROWS[] = {
     {"action-below-keyless-list", Severity::Warning, "7.15 and 7.16",
      "an action or notification below a list that has no key"},
     {"xpath-root", Severity::Warning, "6.4.1", "the path of a 'must', 'when' or 'path' climbs above the root"},
-    {"removed-leafref-target", Severity::Warning, "7.20.3", "a deviation leaves out what a leafref refers to"},
+    {"removed-leafref-target", Severity::Warning, "7.20.3", "a deviation leaves out what a leafref refers to", 7950U,
+     true},
 };
 
 } // namespace inspect

@@ -74,9 +74,9 @@ void CheckNamespace(StatementCheck &check, NamespaceUses *uses)
             const NamespaceUse &first = uses->try_emplace(std::string(ArgumentOf(statement)), use).first->second;
             if (first.module == module)
                 return;
-            std::string see =
-                first.position ? " (" + first.position->file + ":" + std::to_string(first.position->line) + ")" : "";
-            check.Report("duplicate-namespace", HeadText(statement) + " is that of module '" + first.module + "'" + see,
+            check.Report("duplicate-namespace",
+                         HeadText(statement) + " is that of module '" + first.module + "'" +
+                             SeeText(first.position, std::nullopt),
                          statement);
         });
     });

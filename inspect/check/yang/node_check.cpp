@@ -59,7 +59,7 @@ void NodeCheck::Report(Rule rule, const std::string &text, std::initializer_list
     if (!IsOwn(place) || !reported_.insert({&*rule, {place.pstFile, place.uiStatement}}).second)
         return;
     Finding finding = {rule, QY_MOD_GetModuleName(module_), {"", 0, 0, text}};
-    PlaceAt(places_->Of(place), &finding.cause);
+    PlaceAt(places_->Of(place), &finding);
     if (!isOwn || own != statements.begin())
         finding.cause.text += SeeText(*statements.begin());
     findings_.push_back(std::move(finding));

@@ -56,7 +56,7 @@ std::string HeadText(const QXYANG_STATEMENT_S &statement)
 void StatementCheck::Report(Rule rule, const std::string &text, const QXYANG_STATEMENT_S &statement)
 {
     Finding finding = {rule, QY_MOD_GetModuleName(module_), {"", 0, 0, text}};
-    PlaceAt(PlaceOf(*file_, statement), &finding.cause);
+    PlaceAt(PlaceOf(*file_, statement), &finding);
     findings_.push_back(finding);
 }
 
@@ -84,11 +84,7 @@ std::optional<Position> StatementCheck::PlaceOf(const OwnFile &file, const QXYAN
 
 std::string StatementCheck::SeeText(const OwnFile &file, const QXYANG_STATEMENT_S &statement)
 {
-    std::optional<Position> position = PlaceOf(file, statement);
-    if (!position)
-        return "";
-    std::string line = std::to_string(position->line);
-    return &file == file_ ? " (line " + line + ")" : " (" + position->file + ":" + line + ")";
+    return inspect::SeeText(PlaceOf(file, statement), PlaceOf(*file_, StatementAt(file_->file, 0)));
 }
 
 std::vector<Finding> CheckYangStatements(QY_CTX *schema, QY_MOD *module, Places *places, NamespaceUses *uses)
