@@ -221,7 +221,8 @@ KORV_PLATFORM_API QXYANG_LISTINGS *QXYANG_OpenListings(const char *const *ppcDir
 KORV_PLATFORM_API void QXYANG_CloseListings(QXYANG_LISTINGS *pstListings);
 
 /** Reports all module files of the directories, also those that no load finds: directory by directory in the order of the
- * alphabet. Subfolders and other files whose names end like that are reported, too. */
+ * alphabet, behind them those that end in ".YANG" or the like. Subfolders and other files whose names end like that are
+ * reported, too. */
 KORV_PLATFORM_API uint32_t QXYANG_ScanListedFiles(QXYANG_LISTINGS *pstListings, QXYANG_LISTED_FILE_PF pfnCb,
                                                   void *pvCookie);
 

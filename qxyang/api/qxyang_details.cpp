@@ -24,8 +24,8 @@ constexpr uint32_t FAILED = 1;
 
 constexpr QXYANG_ORIGIN_S NOT_KNOWN{nullptr, nullptr, nullptr, QXYANG_NO_STATEMENT, {0, 0, 0, 0}};
 
-/* The file's statements, read when somebody asks for the first of them. Only lack of memory makes that fail: the text has
- * been read before. */
+/* The file's statements, read when somebody asks for the first of them. The text has been loaded, so that only lack of memory
+ * makes that fail. Statements beyond those that are listed are not known. */
 QXYANG_FILE &StatementsOf(KeptFile &file)
 {
     if (file.statements == nullptr) {
@@ -33,8 +33,6 @@ QXYANG_FILE &StatementsOf(KeptFile &file)
         if (!statements->source.Take(file.text).empty())
             throw std::bad_alloc();
         ReadStatements(*statements);
-        if (statements->failures.Any())
-            throw std::bad_alloc();
         file.statements = std::move(statements);
         file.text = {};
     }
@@ -267,8 +265,8 @@ std::vector<const char *> DefaultsOf(const NodeReader &reader, const QY_NODE *no
     std::vector<const char *> values;
     for (const Found &statement : reader.All("default"))
         values.push_back(ArgumentOf(statement));
-    std::string_view min = OrEmpty(reader.Value("min-elements"));
-    bool mustExist = OrEmpty(reader.Value("mandatory")) == "true" || (!min.empty() && min != "0");
+    bool hasMinimum = OrEmpty(reader.Value("min-elements")).find_first_not_of('0') != std::string_view::npos;
+    bool mustExist = hasMinimum || OrEmpty(reader.Value("mandatory")) == "true";
     if (const char *value = values.empty() && !mustExist ? reader.ValueOfType("default") : nullptr)
         values.push_back(value);
     return values;

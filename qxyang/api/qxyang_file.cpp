@@ -206,8 +206,9 @@ uint32_t QXYANG_ScanListedFiles(QXYANG_LISTINGS *pstListings, QXYANG_LISTED_FILE
                 continue;
             const Listings::Directory &directory = pstListings->listings->Of(pstListings->dirs[i]);
             uint32_t result = directory.error != 0 ? pfnCb(i, nullptr, directory.error, pvCookie) : 0;
-            for (auto file = directory.files.begin(); result == 0 && file != directory.files.end(); ++file)
-                result = pfnCb(i, file->c_str(), 0, pvCookie);
+            for (const auto *files : {&directory.files, &directory.misses})
+                for (auto file = files->begin(); result == 0 && file != files->end(); ++file)
+                    result = pfnCb(i, file->c_str(), 0, pvCookie);
             if (result != 0)
                 return result;
         }

@@ -8,8 +8,12 @@ namespace qxyang::limits {
 
 /* Files. A file is parsed in one piece, so its size stays below what expat takes as an int. */
 inline constexpr size_t FILE_BYTES = size_t{256} << 20;
-inline constexpr size_t STATEMENTS = size_t{16} << 20;        /* statement records that the load of one file may need */
-inline constexpr size_t LISTED_STATEMENTS = size_t{64} << 20; /* statements of one file that tools read, any included */
+inline constexpr size_t STATEMENTS = size_t{16} << 20; /* statement records that the load of one file may need */
+
+/* Statements of one file that tools read, any included: some 400 MiB. In a loaded file that has more, those behind them
+ * have no place. */
+inline constexpr size_t LISTED_STATEMENTS = size_t{4} << 20;
+
 inline constexpr size_t XML_DEPTH = 512;
 inline constexpr size_t ATTRIBUTES = 32; /* attributes of one element */
 

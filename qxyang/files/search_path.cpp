@@ -30,6 +30,17 @@ std::string_view StemOf(std::string_view file)
     return {};
 }
 
+/* True if the name would be a module file's one in small letters. */
+bool EndsInOtherLetters(std::string_view file)
+{
+    auto isLetter = [](char small, char found) { return small == found || small - 'a' + 'A' == found; };
+    return std::any_of(std::begin(SUFFIXES), std::end(SUFFIXES), [&](std::string_view suffix) {
+        return file.size() > suffix.size() &&
+               std::equal(suffix.begin(), suffix.end(), file.end() - static_cast<std::ptrdiff_t>(suffix.size()),
+                          isLetter);
+    });
+}
+
 std::string CurrentDirectory()
 {
     std::string path(256, '\0');
@@ -133,9 +144,18 @@ const Listings::Directory &Listings::Of(const std::string &directory)
         std::string_view name = file->d_name;
         if (!StemOf(name).empty())
             entry->second.files.emplace_back(name);
+        else if (EndsInOtherLetters(name))
+            entry->second.misses.emplace_back(name);
     }
     std::sort(entry->second.files.begin(), entry->second.files.end());
+    std::sort(entry->second.misses.begin(), entry->second.misses.end());
     return entry->second;
+}
+
+std::string_view ModuleOfFile(std::string_view file)
+{
+    std::string_view stem = StemOf(file);
+    return stem.substr(0, stem.find('@'));
 }
 
 std::string FileFinder::WhyUnseen(const std::string &directory)

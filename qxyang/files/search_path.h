@@ -32,8 +32,9 @@ class SearchPath {
 class Listings {
   public:
     struct Directory {
-        std::vector<std::string> files; /* names of module files in the order of the alphabet */
-        int error = 0;                  /* why the directory cannot be listed, or 0 */
+        std::vector<std::string> files;  /* names of module files in the order of the alphabet */
+        std::vector<std::string> misses; /* names that no load reads, since they end in ".YANG" or the like */
+        int error = 0;                   /* why the directory cannot be listed, or 0 */
     };
 
     const Directory &Of(const std::string &directory);
@@ -41,6 +42,9 @@ class Listings {
   private:
     std::unordered_map<std::string, Directory> directories_;
 };
+
+/* The module or submodule that a file of that name is looked up for: "m" of "m.yin" and "m@2020-01-01.yang". */
+std::string_view ModuleOfFile(std::string_view file);
 
 /* Finds files. */
 class FileFinder {
@@ -64,7 +68,7 @@ class FileFinder {
     {
         for (const std::string &directory : path_.Directories())
             for (const std::string &file : Listing(directory))
-                offer(std::string_view(file).substr(0, file.find_first_of("@.")));
+                offer(ModuleOfFile(file));
     }
 
     /* "no file 'x.yin' or 'x@REVISION.yin', nor with '.yang' instead, in '/a', '/b'", then other revisions or a near

@@ -140,7 +140,8 @@ constexpr const char *GROUPING = R"(
   <grouping name="in"><leaf name="a"><type name="t"/><status value="obsolete"/>
     <description><text>own</text></description></leaf>
     <leaf-list name="ll"><type name="t"/><default value="x"/><default value="y"/></leaf-list>
-    <leaf name="must"><type name="t"/><mandatory value="true"/></leaf></grouping>
+    <leaf name="must"><type name="t"/><mandatory value="true"/></leaf>
+    <leaf-list name="any"><type name="t"/><min-elements value="00"/></leaf-list></grouping>
   <grouping name="out"><container name="k"><uses name="in"><refine target-node="a">
     <description><text>inner</text></description><default value="d1"/></refine></uses></container></grouping>
   <container name="plain"><uses name="in"/>
@@ -177,6 +178,7 @@ TEST(Details, ValuesAreTheEffectiveOnes)
         {"plain/other", "m:leaf other, - | - u config 0 | x", "m:leaf other, - | - u1 config 0 | d0"},
         {"plain/twice", "m:leaf twice, - | - u1 config 0 | x", "m:leaf twice, - | - u1 config 0 | new"},
         {"plain/must", "m:leaf must, m:uses in | - u1 config 0 |", nullptr},
+        {"plain/any", "m:leaf-list any, m:uses in | - u1 config 0 | d0", nullptr},
         {"state/k/a", "m:leaf a, m:uses out | inner u1 state 2 | d2", "m:leaf a, m:uses out | inner u1 config 2 | d2"},
         {"state/k/ll", "m:leaf-list ll, m:uses out | - u1 state 0 | z",
          "m:leaf-list ll, m:uses out | - u1 config 0 | z"},

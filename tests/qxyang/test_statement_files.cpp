@@ -233,6 +233,26 @@ TEST(StatementFiles, TellWhyTheyCannotBeRead)
     QXYANG_CloseFile(nullptr);
 }
 
+/* A load takes more of them, so that of a loaded file the rest has no place. */
+TEST(StatementFiles, EndWithTheLastStatementThatIsListed)
+{
+    std::string text = "module m { namespace u; prefix p; extension x; leaf a { type string; } p:x {";
+    for (int i = 0; i < 4 << 20; ++i)
+        text += "d;";
+    text += "} leaf b { type string; } }";
+    const std::string failures = Failures(ReadText("m.yang", text));
+    EXPECT_TRUE(failures.ends_with(" the file has more than 4194304 statements\n")) << failures;
+    Schema schema;
+    ASSERT_EQ(QXYANG_KeepDetails(schema.Context()), 0u);
+    schema.File("m.yang", text);
+    schema.Load("m");
+    for (const char *leaf : {"a", "b"}) {
+        QXYANG_NODE_DETAILS_S details = {};
+        EXPECT_EQ(QXYANG_GetNodeDetails(schema.Node("m", leaf), &details), 0u);
+        EXPECT_EQ(details.stStatement.pcFile != nullptr, *leaf == 'a') << leaf;
+    }
+}
+
 TEST(StatementFiles, HowYinWritesAnArgumentIsToldByTheKeyword)
 {
     const struct {
@@ -279,6 +299,8 @@ TEST(StatementFiles, PathsOfAModuleAreThoseThatALoadTries)
     EXPECT_EQ(QXYANG_ScanModulePaths(dirs, 3, "m", nullptr, stop, nullptr), 7u);
     EXPECT_EQ(QXYANG_ScanModulePaths(nullptr, 0, "m", nullptr, stop, nullptr), 0u);
 
+    schema.File("sub/b.Yin", "");
+    schema.File("sub/A.YANG", "");
     schema.File("backup@old.yin", "");
     schema.File("dated@2020-01-01.yang", "");
     schema.File("2020.yin", "");
@@ -305,7 +327,7 @@ TEST(StatementFiles, PathsOfAModuleAreThoseThatALoadTries)
     const char *const some[] = {"", below.c_str(), none.c_str()};
     QXYANG_LISTINGS *listings = QXYANG_OpenListings(some, 3);
     EXPECT_EQ(QXYANG_ScanListedFiles(listings, addFile, &listed), 0u);
-    EXPECT_EQ(listed, " 1:m.yang 1:m@2020-01-01.yin 2:No such file or directory");
+    EXPECT_EQ(listed, " 1:m.yang 1:m@2020-01-01.yin 1:A.YANG 1:b.Yin 2:No such file or directory");
     schema.File("sub/late@2020-01-01.yin", "");
     listed.clear();
     EXPECT_EQ(QXYANG_ScanListedModules(listings, addModule, &listed), 0u);
