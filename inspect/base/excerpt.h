@@ -20,4 +20,11 @@ inline std::string Shortened(std::string_view text, size_t most)
     return std::string(text.substr(0, most)) + "...";
 }
 
+/* Where the reading of a text fails: "ends too early", or "cannot be read from 'b' on". */
+inline std::string UnreadableText(std::string_view text, size_t offset)
+{
+    std::string rest = Shortened(text.substr(offset), 32);
+    return rest.empty() ? "ends too early" : "cannot be read from '" + rest + "' on";
+}
+
 } // namespace inspect

@@ -31,7 +31,7 @@ constexpr size_t MAX_NESTED_PRODUCT = 1024;
 /* libxml2 reads no greater number in a quantifier. */
 constexpr uint64_t MAX_BOUND = 2147483647;
 
-/* Gathers what libxml2 says of one expression. */
+/* Keeps the first thing that libxml2 says of one expression. */
 class Errors {
   public:
     Errors() : context_(xmlStructuredErrorContext), handler_(xmlStructuredError)
@@ -44,18 +44,16 @@ class Errors {
 
     int code = 0; /* of the first error */
     size_t offset = 0;
-    std::string text;
 
   private:
-    static void Take(void *self, xmlError *error)
+    /* libxml2's own frames are around it: nothing here throws. */
+    static void Take(void *self, xmlError *error) noexcept
     {
         auto &errors = *static_cast<Errors *>(self);
         if (errors.code != 0)
             return;
         errors.code = error->code;
         errors.offset = error->int1 > 0 ? static_cast<size_t>(error->int1) : 0;
-        if (error->message != nullptr)
-            errors.text = error->message;
     }
 
     void *context_;
@@ -187,7 +185,10 @@ XmlVerdict PatternVerdict(const std::string &text)
     }
     if (errors.code == XML_ERR_NO_MEMORY)
         throw std::bad_alloc();
-    return {XmlVerdict::Wrong, 0, errors.text};
+    /* libxml2 points behind the backslash of an escape that it does not know. */
+    size_t offset = std::min(errors.offset, text.size());
+    bool isEscape = offset > 0 && offset < text.size() && text[offset - 1] == '\\';
+    return {XmlVerdict::Wrong, isEscape ? offset - 1 : offset};
 }
 
 } // namespace inspect

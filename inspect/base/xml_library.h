@@ -14,8 +14,7 @@ struct XmlVerdict {
     };
 
     Kind kind;
-    size_t offset = 0;     /* XPath: bytes in front of what is wrong */
-    std::string text = {}; /* patterns: what is wrong */
+    size_t offset = 0; /* bytes in front of what is wrong */
 };
 
 /* Whether the text is an XPath 1.0 expression. Which functions, prefixes and variables there are is not looked at. */

@@ -46,8 +46,7 @@ constexpr std::array<std::string_view, 4> NAMED_OPERATORS = {"and", "div", "mod"
 
 XPathFacts::Fault Unreadable(std::string_view text, size_t offset)
 {
-    std::string rest = Shortened(text.substr(offset), 32);
-    return {rest.empty() ? "ends too early" : "cannot be read from '" + rest + "' on", offset};
+    return {UnreadableText(text, offset), offset};
 }
 
 /* Reads an expression that libxml2 takes, token by token. */

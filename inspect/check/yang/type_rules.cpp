@@ -1,4 +1,5 @@
 /* Types: what YANG version 1 does not have, and patterns. */
+#include "base/excerpt.h"
 #include "base/xml_library.h"
 #include "check/yang/statement_check.h"
 
@@ -30,22 +31,15 @@ void CheckRequireInstance(StatementCheck &check, const QXYANG_STATEMENT_S &state
         check.Report("version-1-type", "a leafref has require-instance: that takes yang-version 1.1", statement);
 }
 
-/* The sentence at the end of libxml2's text: "failed to compile: xmlFAParseAtom: expecting ')'". */
-std::string Reason(const std::string &text)
-{
-    size_t colon = text.rfind(": ");
-    std::string reason = colon == std::string::npos ? text : text.substr(colon + 2);
-    while (!reason.empty() && reason.back() == '\n')
-        reason.pop_back();
-    return reason;
-}
-
 void CheckPattern(StatementCheck &check, const QXYANG_STATEMENT_S &pattern)
 {
-    XmlVerdict verdict = PatternVerdict(std::string(ArgumentOf(pattern)));
+    std::string text(ArgumentOf(pattern));
+    XmlVerdict verdict = PatternVerdict(text);
     if (verdict.kind == XmlVerdict::Wrong)
-        check.Report("bad-pattern",
-                     HeadText(pattern) + " is no regular expression of XML Schema: " + Reason(verdict.text), pattern);
+        check.Report(
+            "bad-pattern",
+            HeadText(pattern) + " is no regular expression of XML Schema: it " + UnreadableText(text, verdict.offset),
+            pattern);
 }
 
 constexpr KeywordRule RULES[] = {
