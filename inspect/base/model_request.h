@@ -21,6 +21,10 @@ struct SearchDirs {
     std::string first; /* "", or one that is searched before all others, for module files alone, and never shown */
     std::vector<std::string> dirs;            /* in the order searched */
     std::map<std::string, std::string> shown; /* names of files and directories that a person names in another way */
+
+    /* Those of -d, each first in its list, and behind it the folders below that are searched as well. They are among `dirs`.
+     * `check --all` is about the modules in them. */
+    std::vector<std::vector<std::string>> own;
 };
 
 struct ModelRequest {

@@ -1,12 +1,10 @@
 #include "check/checker.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 #include <tuple>
 #include <utility>
 
-#include "base/failure.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "check/statement_rules.h"
@@ -19,7 +17,7 @@
 namespace inspect {
 namespace {
 
-constexpr size_t SHOWN_CHANGER_NUM = 3;
+constexpr size_t SHOWN_CHANGER_NUM = DeviceOrder::MANY - 1;
 
 /* ", when module 'm' is loaded before 'a', 'b'" */
 std::string OrderText(const std::string &module, const char *where, const std::set<std::string> &changers)
@@ -53,13 +51,17 @@ std::string RevisionInName(const std::string &file)
 
 } // namespace
 
+/* The modules to check, each once: a revision chooses no file. */
 std::vector<ModuleKey> Checker::Keys() const
 {
-    if (!all_)
-        return request_.modules;
     std::vector<ModuleKey> keys;
-    for (const auto &[name, path] : listing_.Modules())
-        keys.push_back({name, ""});
+    std::set<std::string> seen;
+    for (const ModuleKey &key : request_.modules)
+        if (seen.insert(key.name).second)
+            keys.push_back(key);
+    if (all_)
+        for (const std::string &name : files_.OwnModules())
+            keys.push_back({name, ""});
     return keys;
 }
 
@@ -75,8 +77,10 @@ void Checker::Load(Device *device, const std::vector<ModuleKey> &keys, const Pro
             continue;
         }
         DeviceModule module = device->Load(keys[i]);
-        if (all_ && !module.report.loaded && HoldsSubmodule(listing_.Modules().at(keys[i].name)))
+        if (all_ && !module.report.loaded && HoldsSubmodule(listing_.Modules().at(keys[i].name))) {
+            submodules_.insert(keys[i].name);
             continue;
+        }
         judged_.insert(keys[i].name);
         modules_.push_back(std::move(module));
     }
@@ -91,16 +95,16 @@ void Checker::CheckAlone(const ModuleKey &key)
     DeviceModule module = device.Load(key);
     AddCauses(module, "");
     if (module.schema != nullptr)
-        CheckSchema(device, module.schema);
+        CheckSchema(device, module.schema, LostTargets(device.Library().Schema()));
 }
 
-void Checker::CheckSchema(const Device &device, QY_MOD *module)
+void Checker::CheckSchema(const Device &device, QY_MOD *module, const LostTargets &lost)
 {
     QY_CTX *schema = device.Library().Schema();
     NoteMarkedFiles(schema, module, request_.dirs, &marked_);
     findings_.Add(StatementRules(schema, module, &places_).Check());
     findings_.Add(CheckYangStatements(schema, module, &places_, &namespaces_));
-    findings_.Add(CheckNodes(schema, module, &places_));
+    findings_.Add(CheckNodes(schema, module, &places_, lost));
 }
 
 /* `order`, unless it is "", says in which order of loads they show. */
@@ -141,26 +145,31 @@ void Checker::AddFacts(const Device &device)
     for (const std::string &name : judged_)
         if (QY_MOD *module = QY_CTX_GetModuleByModName(schema, name.c_str()))
             facts_.emplace(name, FactsOf(device.Library(), module));
-    for (const auto &[name, facts] : facts_)
-        order_.Add(name, facts);
+    std::map<std::string, size_t> turns;
+    for (size_t i = 0; i < modules_.size(); ++i)
+        turns.emplace(modules_[i].key.name, i + 1);
+    for (const ModuleKey &load : request_.loads)
+        turns.erase(load.name);
+    for (const auto &[name, facts] : facts_) {
+        auto turn = turns.find(name);
+        order_.Add(name, facts, turn != turns.end() ? turn->second : 0);
+    }
     order_.Close();
 }
 
 void Checker::CheckFiles()
 {
-    std::set<std::string> names;
-    std::set<std::string> dated;
-    if (all_)
-        std::transform(listing_.Modules().begin(), listing_.Modules().end(), std::inserter(names, names.end()),
-                       [](const auto &entry) { return entry.first; });
+    FileRules::Uses uses = {{}, {}, std::move(submodules_), all_};
     for (const DeviceModule &module : modules_)
-        names.insert(module.key.name);
+        uses.modules.insert(module.key.name);
     for (const auto &[name, facts] : facts_) {
-        dated.insert(facts.dated.begin(), facts.dated.end());
-        if (names.contains(name))
-            names.insert(facts.submodules.begin(), facts.submodules.end());
+        uses.dated.insert(facts.dated.begin(), facts.dated.end());
+        for (const std::string &submodule : facts.submodules)
+            uses.orphans.erase(submodule);
+        if (uses.modules.contains(name))
+            uses.modules.insert(facts.submodules.begin(), facts.submodules.end());
     }
-    findings_.Add(files_.Check(names, dated, all_));
+    findings_.Add(files_.Check(std::move(uses)));
 }
 
 void Checker::CheckTaskId(const DeviceModule &module)
@@ -198,6 +207,7 @@ void Checker::CheckRevision(const DeviceModule &module, const ModuleFacts &facts
 
 void Checker::CheckSchemas(const Device &device)
 {
+    LostTargets lost(device.Library().Schema());
     for (const DeviceModule &module : modules_) {
         if (module.schema == nullptr)
             continue;
@@ -205,7 +215,7 @@ void Checker::CheckSchemas(const Device &device)
         CheckTaskId(module);
         CheckAugmentNum(*module.at, places_.Of(module.schema),
                         [this](Finding finding) { findings_.Add(std::move(finding)); });
-        CheckSchema(device, module.schema);
+        CheckSchema(device, module.schema, lost);
     }
 }
 
@@ -223,7 +233,7 @@ void Checker::CheckLast(Device *device)
         if (module.schema == nullptr)
             continue;
         files.push_back(module.at);
-        std::set<std::string> changers = order_.ChangersOf(module.key.name);
+        std::set<std::string> changers = order_.ChangersOf(module.key.name, DeviceOrder::Turns::All);
         if (changers.empty())
             continue;
         DeviceModule last = device->LoadLast(module);
@@ -234,18 +244,12 @@ void Checker::CheckLast(Device *device)
     CheckTrees(*device, files, [this](Finding finding) { findings_.Add(std::move(finding)); });
 }
 
-/* Modules as they were when their turn came, where modules that change them were still to come. */
-void Checker::CheckTurns(const Device &device, const Modules &modules)
+/* Modules as they were when their turn came, where modules that change them were still to come: later ones, and in the
+ * reverse order earlier ones. */
+void Checker::CheckTurns(const Device &device, const Modules &modules, DeviceOrder::Turns toCome)
 {
-    std::map<std::string, size_t> turns;
-    for (size_t i = 0; i < modules.size(); ++i)
-        turns.emplace(modules[i].key.name, i + 1);
     for (const DeviceModule &module : modules) {
-        std::set<std::string> changers = order_.ChangersOf(module.key.name);
-        std::erase_if(changers, [&](const std::string &name) {
-            auto turn = turns.find(name);
-            return turn == turns.end() || turn->second < turns.at(module.key.name);
-        });
+        std::set<std::string> changers = order_.ChangersOf(module.key.name, toCome);
         if (module.at == nullptr || changers.empty())
             continue;
         std::string order = OrderText(module.key.name, "before", changers);
@@ -267,7 +271,7 @@ void Checker::CheckReverse()
         modules.push_back(device.Load(*key));
         AddCauses(modules.back(), ", when the modules are loaded in reverse order");
     }
-    CheckTurns(device, modules);
+    CheckTurns(device, modules, DeviceOrder::Turns::Earlier);
 }
 
 /* What the library says beyond what the rules find by themselves. */
@@ -293,7 +297,7 @@ CheckResult Checker::Result()
         result.modules.push_back(module.key.name);
     }
     for (Finding &finding : result.findings)
-        if (finding.module.empty())
+        if (finding.module.empty() && !result.modules.empty())
             finding.module = result.modules.front();
     auto rank = [&turns](const Finding &finding) {
         auto turn = turns.find(finding.module);
@@ -307,9 +311,9 @@ CheckResult Checker::Result()
 
 CheckResult Checker::Check(const Progress &progress)
 {
+    if (all_)
+        files_.RequireFiles();
     std::vector<ModuleKey> keys = Keys();
-    if (keys.empty())
-        throw Failure("no module in the directories");
     Device device(request_, listing_);
     Load(&device, keys, progress);
     for (const DeviceModule &module : modules_)
@@ -320,7 +324,7 @@ CheckResult Checker::Check(const Progress &progress)
     CheckLast(&device);
     for (const DeviceModule &module : modules_)
         AddMessages(module);
-    CheckTurns(device, modules_);
+    CheckTurns(device, modules_, DeviceOrder::Turns::Later);
     CheckReverse();
     return Result();
 }

@@ -13,6 +13,7 @@
 #include "check/file_rules.h"
 #include "check/finding_list.h"
 #include "check/report/ignores.h"
+#include "check/yang/removed_targets.h"
 #include "check/yang/statement_check.h"
 #include "model/schema_places.h"
 
@@ -56,10 +57,10 @@ class Checker {
     void AddFacts(const Device &device);
     void CheckRevision(const DeviceModule &module, const ModuleFacts &facts);
     void CheckTaskId(const DeviceModule &module);
-    void CheckSchema(const Device &device, QY_MOD *module);
+    void CheckSchema(const Device &device, QY_MOD *module, const LostTargets &lost);
     void CheckSchemas(const Device &device);
     void CheckLast(Device *device);
-    void CheckTurns(const Device &device, const Modules &modules);
+    void CheckTurns(const Device &device, const Modules &modules, DeviceOrder::Turns toCome);
     void CheckReverse();
     void CheckTrees(const Device &device, const std::vector<const ModuleFile *> &files,
                     const ClassRules::Report &report);
@@ -76,6 +77,7 @@ class Checker {
     Modules modules_;                          /* as the first device has them */
     std::map<std::string, ModuleFacts> facts_; /* of these and of the modules of --load, by name */
     std::set<std::string> judged_;             /* names of both */
+    std::set<std::string> submodules_;         /* that --all names */
     DeviceOrder order_;
     NamespaceUses namespaces_;
     MarkedFiles marked_;

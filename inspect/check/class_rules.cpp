@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
 
+#include "base/numbers.h"
 #include "base/text.h"
 #include "check/number_faults.h"
+#include "check/unmapped_keys.h"
 #include "model/path_finder.h"
 #include "model/schema_scan.h"
 #include "model/trees.h"
@@ -18,7 +19,6 @@ constexpr size_t MAX_PATH = 256;          /* characters that dumps and lookups t
 constexpr size_t MAX_NAME = 64;           /* characters of a step that lookups take */
 constexpr uint32_t NEAR_AUGMENT_NUM = 18; /* so many that the next extension may be one too many */
 constexpr size_t SHOWN_KEY_NUM = 8;       /* keys that a device's log lines show */
-constexpr uint32_t MAX_FIELD_ID = 255;
 constexpr size_t MAX_CASE_LEAVES = 255;
 
 /* Statements that give an attribute its id, the one that counts first, and a class. */
@@ -68,6 +68,16 @@ bool IsCopy(const KorvTreeLeaf &left, const KorvTreeLeaf &right)
            QY_NODE_GetLeafrefTargetNode(right.pYinNode, 0) == left.pYinNode;
 }
 
+/* True if the leaf's attribute id is the low bits of this number. A tree from before a deviation has another one. Numbers with
+ * a fault of their own are told by StatementRules. */
+bool IsCut(const KorvTreeLeaf &leaf, const std::string &keyword, const std::string &argument)
+{
+    Number number = ReadNumber(argument);
+    uint32_t id = number.value == NO_NUMBER ? 0 : number.value & MAX_FIELD_ID;
+    bool isLarge = !number.fits || number.value > MAX_FIELD_ID;
+    return isLarge && id == leaf.uiFieldId && !FaultOf(keyword, argument);
+}
+
 std::string PathOf(const ClassNode &node, const KorvTreeLeaf *leaf)
 {
     return DataPath(*node.node) + (leaf != nullptr ? std::string("/") + leaf->pcName : "");
@@ -83,10 +93,15 @@ bool ClassRules::IsJudged(const char *module)
     return entry->second;
 }
 
-std::optional<Position> ClassRules::Find(const ClassNode &node, const KorvTreeLeaf *leaf, Keywords keywords)
+QY_NODE *ClassRules::SchemaNodeOf(const ClassNode &node, const KorvTreeLeaf *leaf)
 {
     auto [nodes, isNew] = schemaNodes_.try_emplace(node.tree->file, instance_, *node.tree->file);
-    QY_NODE *schemaNode = nodes->second.Of({node.tree->augment, node.node, leaf});
+    return nodes->second.Of({node.tree->augment, node.node, leaf});
+}
+
+std::optional<Position> ClassRules::Find(const ClassNode &node, const KorvTreeLeaf *leaf, Keywords keywords)
+{
+    QY_NODE *schemaNode = SchemaNodeOf(node, leaf);
     return schemaNode != nullptr ? places_->OfExtension(schemaNode, keywords) : std::nullopt;
 }
 
@@ -163,11 +178,16 @@ void ClassRules::CheckAncestorKeys(const ClassNode &node)
         return;
     size_t wanted = MappedKeys(above->aucAncestorKey) + MappedKeys(above->aucSelfNodeKey);
     size_t mapped = MappedKeys(treeNode.aucAncestorKey);
-    if (mapped < wanted)
-        Tell("unmapped-ancestor-key",
-             Count(wanted - mapped, "key") + " of " + ClassText(*above) + (wanted - mapped == 1 ? " has" : " have") +
-                 " no attribute id in " + ClassText(treeNode),
-             node);
+    if (mapped >= wanted)
+        return;
+    std::string text = Count(wanted - mapped, "key") + " of " + ClassText(*above) +
+                       (wanted - mapped == 1 ? " has" : " have") + " no attribute id in " + ClassText(treeNode);
+    UnmappedKey why = WhyUnmapped(instance_.Schema(), SchemaNodeOf(node, nullptr), treeNode, *above);
+    if (!why.text.empty())
+        text += ": " + why.text;
+    if (why.leaf != nullptr)
+        text += SeeText(Find(node, why.leaf, FIELD_IDS), Find(node, nullptr, {}));
+    Tell("unmapped-ancestor-key", text, node);
 }
 
 void ClassRules::CheckAttribute(const ClassNode &node, const KorvTreeLeaf &leaf)
@@ -175,7 +195,7 @@ void ClassRules::CheckAttribute(const ClassNode &node, const KorvTreeLeaf &leaf)
     std::string of = "'" + std::string(leaf.pcName) + "' of " + ClassText(*node.node);
     for (const char *const &keyword : FIELD_IDS) {
         std::vector<std::string> arguments = ExtensionArguments(leaf.pYinNode, keyword);
-        if (!arguments.empty() && std::strtoull(arguments.front().c_str(), nullptr, 0) > MAX_FIELD_ID) {
+        if (!arguments.empty() && IsCut(leaf, keyword, arguments.front())) {
             Tell("field-id-range",
                  "leaf " + of + ": attribute ids end at " + std::to_string(MAX_FIELD_ID) + ", so that " +
                      std::string(keyword) + " " + arguments.front() + " becomes " + std::to_string(leaf.uiFieldId),

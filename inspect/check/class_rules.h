@@ -65,6 +65,8 @@ class ClassRules {
     void CheckId(Rule rule, uint32_t id, const ClassNode &node, std::map<uint32_t, ClassNode> *uses);
 
     bool IsJudged(const char *module);
+    /* The schema's node of the tree's node or leaf, or null. */
+    QY_NODE *SchemaNodeOf(const ClassNode &node, const KorvTreeLeaf *leaf);
     /* Where the node's or leaf's statement with one of these keywords stands; without one, the node or leaf itself. */
     std::optional<Position> Find(const ClassNode &node, const KorvTreeLeaf *leaf, Keywords keywords);
     void Tell(Rule rule, const std::string &text, const ClassNode &node, const KorvTreeLeaf *leaf = nullptr,

@@ -1,5 +1,7 @@
 #include "check/device.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "model/load_causes.h"
@@ -35,42 +37,60 @@ DeviceModule Device::LoadLast(const DeviceModule &module)
     return Load({module.key.name, module.key.revision + LAST});
 }
 
-void DeviceOrder::Add(const std::string &module, const ModuleFacts &facts)
+void DeviceOrder::Add(const std::string &module, const ModuleFacts &facts, size_t turn)
 {
-    entries_[module] = {facts.imports, facts.changes};
+    entries_[module] = {facts.imports, facts.changes, turn};
     for (const std::string &changed : facts.changes)
-        changers_[changed].insert(module);
+        changers_[changed].emplace_back(turn, module);
 }
 
-std::set<std::string> DeviceOrder::ChangersOf(const std::string &module) const
+/* Those whose turns are from the first number on and below the second, the first MANY and one more: the module itself may be
+ * among them. */
+void DeviceOrder::AddChangers(const Changers &all, const std::pair<size_t, size_t> &turns, std::set<std::string> *found)
 {
-    std::set<std::string> changers;
+    auto isBefore = [](const auto &changer, size_t turn) { return changer.first < turn; };
+    auto changer = std::lower_bound(all.begin(), all.end(), turns.first, isBefore);
+    for (size_t num = 0; num <= MANY && changer != all.end() && changer->first < turns.second; ++num, ++changer)
+        found->insert(changer->second);
+}
+
+std::set<std::string> DeviceOrder::ChangersOf(const std::string &module, Turns turns) const
+{
+    std::set<std::string> found;
+    auto entry = entries_.find(module);
+    if (entry == entries_.end())
+        return found;
+    std::pair<size_t, size_t> range = {0, SIZE_MAX};
+    if (turns == Turns::Later)
+        range.first = entry->second.turn + 1;
+    else if (turns == Turns::Earlier)
+        range = {1, entry->second.turn};
     auto addThoseOf = [&](const std::string &name) {
-        auto found = changers_.find(name);
-        if (found != changers_.end())
-            changers.insert(found->second.begin(), found->second.end());
+        if (auto changers = changers_.find(name); changers != changers_.end())
+            AddChangers(changers->second, range, &found);
     };
     addThoseOf(module);
-    auto entry = entries_.find(module);
-    if (entry != entries_.end())
-        for (const std::string &changed : entry->second.changes)
-            addThoseOf(changed);
-    changers.erase(module);
-    return changers;
+    for (const std::string &changed : entry->second.changes)
+        addThoseOf(changed);
+    found.erase(module);
+    return found;
 }
 
 /* Climbs from what is changed to all that import it. */
 void DeviceOrder::Close()
 {
+    for (auto &[changed, changers] : changers_)
+        std::sort(changers.begin(), changers.end());
     std::map<std::string, std::vector<std::string>> importers;
     for (const auto &[name, entry] : entries_)
         for (const std::string &imported : entry.imports)
             importers[imported].push_back(name);
     std::set<std::string> seen;
     std::vector<std::string> open;
-    for (const auto &[changed, by] : changers_) {
+    for (const auto &[changed, changers] : changers_) {
         open.push_back(changed);
-        matters_.insert(by.begin(), by.end());
+        for (const auto &[turn, changer] : changers)
+            matters_.insert(changer);
     }
     while (!open.empty()) {
         std::string name = std::move(open.back());

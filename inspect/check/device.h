@@ -1,9 +1,11 @@
 /* A device: one library instance that holds all modules which are checked, loaded in some order. */
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/cause.h"
@@ -44,11 +46,19 @@ class Device {
 /* What the modules of a device have to do with one another. */
 class DeviceOrder {
   public:
-    void Add(const std::string &module, const ModuleFacts &facts);
+    enum class Turns : uint8_t {
+        All,
+        Later,  /* of modules that are loaded behind it */
+        Earlier /* of those that are loaded before it, and not by --load */
+    };
 
-    /* The modules, by name, that change what the library makes of this one if they are loaded before it: they add to its
-     * nodes, or to nodes that it adds to, or deviate these. */
-    std::set<std::string> ChangersOf(const std::string &module) const;
+    /* `turn` is the module's place in the order of loads, from 1; 0 for a module of --load. */
+    void Add(const std::string &module, const ModuleFacts &facts, size_t turn);
+
+    /* Modules that change what the library makes of this one if they are loaded before it: they add to its nodes, or to
+     * nodes that it adds to, or deviate these. Of many, MANY and a few more are named. */
+    static constexpr size_t MANY = 4;
+    std::set<std::string> ChangersOf(const std::string &module, Turns turns) const;
 
     /* True if it may matter what is loaded before the module or behind it: it changes others, or others change it or what it
      * imports. */
@@ -61,10 +71,14 @@ class DeviceOrder {
     struct Entry {
         std::set<std::string> imports;
         std::set<std::string> changes;
+        size_t turn;
     };
+    using Changers = std::vector<std::pair<size_t, std::string>>; /* turns and names, in this order once closed */
+
+    static void AddChangers(const Changers &all, const std::pair<size_t, size_t> &turns, std::set<std::string> *found);
 
     std::map<std::string, Entry> entries_;
-    std::map<std::string, std::set<std::string>> changers_; /* by the module whose nodes they change */
+    std::map<std::string, Changers> changers_; /* by the module whose nodes they change */
     std::set<std::string> matters_;
 };
 

@@ -6,7 +6,9 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/failure.h"
 #include "model/instance.h"
+#include "model/model_file.h"
 #include "model/module_search.h"
 
 namespace inspect {
@@ -53,23 +55,107 @@ bool IsYin(std::string_view file)
     return file.ends_with(".yin");
 }
 
+bool IsModuleFile(std::string_view file)
+{
+    return IsYin(file) || file.ends_with(".yang");
+}
+
+bool IsIdentifier(std::string_view text)
+{
+    auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; };
+    auto isOther = [](char c) { return (c >= '0' && c <= '9') || c == '-' || c == '.'; };
+    return !text.empty() && isLetter(text.front()) &&
+           std::all_of(text.begin(), text.end(), [&](char c) { return isLetter(c) || isOther(c); });
+}
+
+/* "2020-01-01" of a file "NAME@2020-01-01.yin", or "". */
+std::string_view RevisionOf(std::string_view stem, std::string_view module)
+{
+    return stem.substr(std::min(module.size() + 1, stem.size()));
+}
+
+bool HoldsDeviation(const std::string &path)
+{
+    ModelFile file = ModelFile::Read(path, path);
+    bool holds = false;
+    if (file.HasRoot())
+        file.ForEachIn(file.Root(),
+                       [&](const QXYANG_STATEMENT_S &statement) { holds |= IsYang(statement, "deviation"); });
+    return holds;
+}
+
+/* "'a', 'b' or 'c'" */
+std::string DeviatedNames()
+{
+    std::string text;
+    for (size_t i = 0; i < DEVIATED.size(); ++i)
+        text.append(i == 0 ? "'" : i + 1 < DEVIATED.size() ? ", '" : " or '").append(DEVIATED[i]).append("'");
+    return text;
+}
+
+std::string PlaceOf(const std::string &dir)
+{
+    std::error_code error;
+    std::string place = std::filesystem::weakly_canonical(dir, error).string();
+    return error ? dir : place;
+}
+
 } // namespace
 
-FileRules::FileRules(const SearchDirs &dirs, const ModuleListing &listing) : dirs_(dirs), listing_(listing)
+FileRules::FileRules(const SearchDirs &dirs, const ModuleListing &listing)
+    : dirs_(dirs), listing_(listing), requests_(listing)
 {
+    std::set<std::string> own;
+    for (const std::vector<std::string> &group : dirs.own)
+        for (const std::string &dir : group)
+            own.insert(PlaceOf(dir));
     std::set<std::string> known;
     for (size_t i = 0; i < listing.Folders().size(); ++i) {
         const ModuleListing::Folder &folder = listing.Folders()[i];
-        std::error_code error;
-        std::string place = std::filesystem::weakly_canonical(folder.dir, error).string();
-        if (!known.insert(error ? folder.dir : place).second)
+        std::string place = PlaceOf(folder.dir);
+        if (!known.insert(place).second)
             continue;
         for (const std::string &name : folder.files) {
             std::string stem = name.substr(0, name.rfind('.'));
-            files_.push_back({i, name, InFolder(folder.dir, name), stem.substr(0, stem.find('@')), stem});
+            files_.push_back(
+                {i, name, InFolder(folder.dir, name), stem.substr(0, stem.find('@')), stem, own.contains(place)});
         }
     }
     FindDeviations();
+}
+
+const ModuleListing::Folder *FileRules::FolderAt(const std::string &dir) const
+{
+    auto isAt = [&dir](const ModuleListing::Folder &folder) { return folder.dir == dir; };
+    auto found = std::find_if(listing_.Folders().begin(), listing_.Folders().end(), isAt);
+    return found != listing_.Folders().end() ? &*found : nullptr;
+}
+
+void FileRules::RequireFiles() const
+{
+    for (const std::vector<std::string> &group : dirs_.own) {
+        bool hasFiles = std::any_of(group.begin(), group.end(), [this](const std::string &dir) {
+            const ModuleListing::Folder *folder = FolderAt(dir);
+            return folder != nullptr && !folder->files.empty();
+        });
+        if (hasFiles)
+            continue;
+        const ModuleListing::Folder *folder = FolderAt(group.front());
+        std::string why = folder != nullptr && folder->error != 0
+                              ? "cannot be listed (" + std::generic_category().message(folder->error) + ")"
+                              : "has no module file";
+        throw Failure("directory '" + group.front() + "' " + why + ": --all checks the modules in it", EXIT_USAGE);
+    }
+}
+
+std::set<std::string> FileRules::OwnModules() const
+{
+    std::set<std::string> names;
+    for (const File &file : files_)
+        if (file.isOwn && IsModuleFile(file.name) && listing_.Modules().contains(file.module) &&
+            (file.stem == file.module || IsDate(RevisionOf(file.stem, file.module))))
+            names.insert(file.module);
+    return names;
 }
 
 /* The name of the file that a device loads with the module, or "". */
@@ -89,34 +175,40 @@ void FileRules::FindDeviations()
     for (const File &file : files_) {
         size_t end = file.name.find(DEVIATIONS);
         std::string base = file.name.substr(0, end);
-        if (end == std::string::npos || !IsDeviated(base))
+        if (end == std::string::npos || !IsModuleFile(file.name))
             continue;
         auto [entry, isNew] = taken.try_emplace(base);
-        if (isNew)
+        if (isNew && IsDeviated(base))
             entry->second = FirstDeviation(base);
-        CheckDeviation(file, base, entry->second);
+        std::string why = WhyNoDevice(file, base, entry->second);
+        if (why.empty())
+            continue;
+        unreadDeviations_.insert(file.module);
+        deviations_.emplace_back(&file, "no device loads these deviations of module '" + base + "': " + why);
     }
 }
 
-void FileRules::CheckDeviation(const File &file, const std::string &base, const std::string &taken)
+/* Why no device loads the file with the module; "" when one does, or when the file is none for that. `taken` is the one that
+ * is loaded with it. */
+std::string FileRules::WhyNoDevice(const File &file, const std::string &base, const std::string &taken) const
 {
-    std::string why;
-    if (!listing_.Modules().contains(base))
-        why = "module '" + base + "' is in no directory";
-    else if (file.shown == taken)
-        return;
-    else if (!IsYin(file.name))
-        why = "a device looks for names that end in .yin";
-    else if (file.name.find(PASSED_OVER) != std::string::npos)
-        why = "a device passes over names with '-vs-' in them";
-    else if (file.folder >= DEVIATION_DIRS)
-        why = "a device looks for deviations in the first two directories alone";
-    else if (!taken.empty())
-        why = "of several a device takes the first one, '" + taken + "'";
-    else
-        return;
-    unreadDeviations_.insert(file.module);
-    deviations_.emplace_back(&file, "no device loads these deviations of module '" + base + "': " + why);
+    bool isThere = listing_.Modules().contains(base);
+    if (!IsDeviated(base))
+        return isThere && IsFile(file.shown) && HoldsDeviation(file.shown)
+                   ? "a device looks for deviations of those modules alone that have " + DeviatedNames() +
+                         " in their names"
+                   : "";
+    if (!isThere)
+        return "module '" + base + "' is in no directory";
+    if (file.shown == taken)
+        return "";
+    if (!IsYin(file.name))
+        return "a device looks for names that end in .yin";
+    if (file.name.find(PASSED_OVER) != std::string::npos)
+        return "a device passes over names with '-vs-' in them";
+    if (file.folder >= DEVIATION_DIRS)
+        return "a device looks for deviations in the first two directories alone";
+    return taken.empty() ? "" : "of several a device takes the first one, '" + taken + "'";
 }
 
 std::string FileRules::Winner(const std::string &module)
@@ -140,42 +232,64 @@ void FileRules::CheckFolders(std::vector<Finding> *findings) const
                       "): deviation files and files of other revisions in it are not seen"}});
 }
 
-void FileRules::CheckFile(const File &file, bool isDated, std::vector<Finding> *findings)
+/* True if an import or include asks for the file's revision: one of the modules that were loaded, or else one in any file. */
+bool FileRules::IsAsked(const File &file, const Uses &uses)
 {
-    std::string winner = Winner(file.module);
-    bool isRead = file.shown == winner || isDated;
-    if (isRead && IsYin(file.name)) {
-        std::string twin = TwinOf(file.shown);
-        if (!twin.empty())
-            findings->push_back(
-                {"two-syntaxes",
-                 file.module,
-                 {file.shown, 0, 0,
-                  "'" + twin + "' stands beside it: of the two, a load by name reads the .yin file alone"}});
-        return;
-    }
-    bool isTwin = !IsYin(file.name) && !TwinOf(file.shown).empty(); // told with the other one, or unread like it
-    if (isRead || isTwin || !IsFile(file.shown))
-        return;
-    std::string revision = file.stem.substr(std::min(file.module.size() + 1, file.stem.size()));
-    std::string why = file.stem != file.module && !IsDate(revision) ? "'" + revision + "' is no revision"
-                      : winner.empty()                              ? "no load finds it"
-                                                                    : "a load by name takes '" + winner + "'";
-    findings->push_back({"unread-file", file.module, {file.shown, 0, 0, "nothing reads the file: " + why}});
+    return uses.dated.contains(file.stem) ||
+           (IsModuleFile(file.name) && IsDate(RevisionOf(file.stem, file.module)) && requests_.AskFor(file.stem));
 }
 
-std::vector<Finding> FileRules::Check(const std::set<std::string> &modules, const std::set<std::string> &dated,
-                                      bool all)
+std::string FileRules::WhyUnread(const File &file)
+{
+    std::string_view revision = RevisionOf(file.stem, file.module);
+    if (!IsModuleFile(file.name))
+        return "a load looks for names that end in .yin or .yang, in small letters";
+    if (!IsIdentifier(file.module))
+        return "'" + file.module + "' cannot be the name of a module";
+    if (file.stem != file.module && !IsDate(revision))
+        return "'" + std::string(revision) + "' is no revision";
+    std::string winner = Winner(file.module);
+    return winner.empty() ? "no load finds it" : "a load by name takes '" + winner + "'";
+}
+
+void FileRules::CheckFile(const File &file, const Uses &uses, std::vector<Finding> *findings)
+{
+    bool isWinner = file.shown == Winner(file.module);
+    std::string twin = IsModuleFile(file.name) ? TwinOf(file.shown) : "";
+    bool isTold = !IsYin(file.name) && !twin.empty(); // with the other one, or unread like it
+    if (isTold || (!isWinner && !IsFile(file.shown)))
+        return;
+    bool isRead = isWinner || IsAsked(file, uses);
+    if (isWinner && uses.orphans.contains(file.module))
+        findings->push_back({"unread-file",
+                             file.module,
+                             {file.shown, 0, 0, "nothing reads the file: no module includes the submodule"}});
+    if (!isRead)
+        findings->push_back(
+            {"unread-file", file.module, {file.shown, 0, 0, "nothing reads the file: " + WhyUnread(file)}});
+    else if (IsYin(file.name) && !twin.empty())
+        findings->push_back(
+            {"two-syntaxes",
+             file.module,
+             {file.shown, 0, 0,
+              "'" + twin + "' stands beside it: of the two, a load by name reads the .yin file alone"}});
+}
+
+std::vector<Finding> FileRules::Check(Uses uses)
 {
     std::vector<Finding> findings;
     CheckFolders(&findings);
     for (const auto &[file, text] : deviations_)
-        if (modules.contains(file->module))
+        if (uses.modules.contains(file->module) || (uses.all && file->isOwn))
             findings.push_back({"unread-deviation", file->module, {file->shown, 0, 0, text}});
-    for (const File &file : files_)
-        if (modules.contains(file.module) && !unreadDeviations_.contains(file.module) &&
-            (all || FolderOf(Winner(file.module)) == FolderOf(file.shown)))
-            CheckFile(file, dated.contains(file.stem), &findings);
+    std::erase_if(uses.orphans, [this](const std::string &submodule) { return requests_.Include(submodule); });
+    for (const File &file : files_) {
+        bool isMeant =
+            uses.all ? file.isOwn
+                     : uses.modules.contains(file.module) && FolderOf(Winner(file.module)) == FolderOf(file.shown);
+        if (isMeant && !unreadDeviations_.contains(file.module))
+            CheckFile(file, uses, &findings);
+    }
     return findings;
 }
 

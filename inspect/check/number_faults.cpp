@@ -1,7 +1,6 @@
 #include "check/number_faults.h"
 
 #include <cstdlib>
-#include <limits>
 
 #include "base/numbers.h"
 #include "base/text.h"
@@ -26,7 +25,14 @@ std::string ValueText(const std::string &keyword, const std::string &argument)
     Number number = ReadNumber(argument);
     if (number.refused)
         return "absent";
-    return IsHexadecimal(keyword) ? Hex(number.value) : std::to_string(number.value);
+    if (IsHexadecimal(keyword))
+        return Hex(number.value);
+    return std::to_string(IsAttributeId(keyword) ? number.value & MAX_FIELD_ID : number.value);
+}
+
+std::string NoNumberText(const std::string &keyword, const std::string &argument)
+{
+    return keyword + " '" + argument + "' counts as absent: it is the number that stands for none";
 }
 
 bool IsOctal(const std::string &argument)
@@ -40,7 +46,6 @@ bool IsOctal(const std::string &argument)
 
 std::optional<NumberFault> FaultOf(const std::string &keyword, const std::string &argument)
 {
-    constexpr uint32_t ALL_BITS = std::numeric_limits<uint32_t>::max();
     Number number = ReadNumber(argument);
     std::string statement = keyword + " '" + argument + "'";
     std::string value = ValueText(keyword, argument);
@@ -52,8 +57,8 @@ std::optional<NumberFault> FaultOf(const std::string &keyword, const std::string
                                              ": it counts as " + value};
     if (number.fits && number.value == 0)
         return NumberFault{"misleading-number", statement + " counts as absent: leave it out, or write another number"};
-    if (number.fits && number.value == ALL_BITS && !IsHexadecimal(keyword) && keyword != "aaa-task-id")
-        return NumberFault{"misleading-number", statement + " counts as absent: it is the number that stands for none"};
+    if (number.fits && number.value == NO_NUMBER && !IsHexadecimal(keyword) && keyword != "aaa-task-id")
+        return NumberFault{"misleading-number", NoNumberText(keyword, argument)};
     if (IsOctal(argument))
         return NumberFault{"misleading-number",
                            statement + " is octal and counts as " + value + ": write it without the 0 in front"};

@@ -68,11 +68,9 @@ void StatementRules::CheckEffect(QY_NODE *node, const Extensions &extensions)
         bool isClassId = isOperation && extension.keyword == "class-id"; // it stands in no tree
         bool misplaced = (IsOneOf(CLASS_STATEMENTS, extension.keyword) && !MayBeClass(node) && !isClassId) ||
                          (IsOneOf(LEAF_STATEMENTS, extension.keyword) && type != QY_NODE_TYPE_LEAF) ||
-                         extension.keyword == "aaa-task-id";
+                         extension.keyword == TASK_ID;
         if (misplaced && seen.insert(extension.keyword).second)
-            Report("no-effect",
-                   extension.keyword + " has no effect on " + (*KindOf(node) == 'a' ? "an " : "a ") + KindOf(node),
-                   extension);
+            Report("no-effect", extension.keyword + " has no effect on " + WithArticle(KindOf(node)), extension);
         classes_ += !misplaced && (extension.keyword == "class-id" || extension.keyword == "field-id") ? 1 : 0;
     }
     if (MayBeClass(node) && ClassIdOf(node) == 0)

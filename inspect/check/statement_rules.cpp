@@ -13,7 +13,6 @@
 namespace inspect {
 namespace {
 
-constexpr uint32_t MAX_FIELD_ID = 255;
 bool ImportsExtensions(const QXYANG_ORIGIN_S &module)
 {
     bool imports = false;
@@ -61,6 +60,8 @@ void StatementRules::CheckRange(const std::string &keyword, const std::string &w
     else if (!number.wellFormed)
         Report("bad-number", "'" + word + "' of " + keyword + " is no number: it counts as " + ValueText(keyword, word),
                extension);
+    else if (keyword == "name2id-key-fid" && number.value == NO_NUMBER)
+        Report("misleading-number", NoNumberText(keyword, word), extension);
     else if (number.value > MAX_FIELD_ID)
         Report("field-id-range", keyword + " " + word + " is no attribute id: these end at 255", extension);
     else if (IsOctal(word))
@@ -84,7 +85,7 @@ void StatementRules::CheckNumbers(const Extensions &extensions)
             CheckAncestorKeyNumbers(extension);
         else if (extension.keyword == "name2id-key-fid")
             CheckRange(extension.keyword, extension.argument, extension);
-        else if (extension.keyword == "aaa-task-id" || IsOneOf(CLASS_NUMBERS, extension.keyword) ||
+        else if (extension.keyword == TASK_ID || IsOneOf(CLASS_NUMBERS, extension.keyword) ||
                  IsOneOf(LEAF_STATEMENTS, extension.keyword))
             CheckNumber(extension);
 }
@@ -94,7 +95,7 @@ void StatementRules::CheckRepeated(const Extensions &extensions)
 {
     std::set<std::string> seen;
     for (const Extension &extension : extensions) {
-        bool known = extension.keyword == "aaa-task-id" || IsOneOf(CLASS_STATEMENTS, extension.keyword) ||
+        bool known = extension.keyword == TASK_ID || IsOneOf(CLASS_STATEMENTS, extension.keyword) ||
                      IsOneOf(LEAF_STATEMENTS, extension.keyword);
         if (!known || (extension.keyword == ANCESTOR_KEY && !ExtensionsWithin(schema_, extension.instance).empty()))
             continue;
@@ -132,9 +133,11 @@ void StatementRules::CheckNode(QY_NODE *node)
         CheckKeys(node);
 }
 
+/* Other statements than the task id have no effect there. */
 void StatementRules::CheckModule()
 {
     Extensions extensions = ExtensionsOf(module_);
+    std::erase_if(extensions, [](const Extension &extension) { return extension.keyword != TASK_ID; });
     node_ = nullptr;
     subject_ = std::string("module '") + QY_MOD_GetModuleName(module_) + "'";
     if (QXYANG_GetModuleOrigin(module_, &origin_) != 0)

@@ -125,7 +125,7 @@ void CheckCommand::AddTo(CLI::App *app)
     app_ = app;
     options_.AddCommon(app);
     options_.AddModules(app, "Modules to check");
-    allOption_ = app->add_flag("--all", all_, "Check every module of the directories");
+    allOption_ = app->add_flag("--all", all_, "Check every module in the directories of -d");
     options_.AddFormats(app, FormatNames());
     AddLevels(app);
     app->add_option("--baseline", baseline_, "Findings in this file do not count")->option_text("FILE");

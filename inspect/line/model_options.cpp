@@ -101,7 +101,11 @@ void ModelOptions::Understand()
     request_.notes = Notes(OutputFormat() == Format::Json);
     if (takesFiles_ && dirs_.empty())
         dirs_.emplace_back(".");
-    request_.dirs.dirs = Expanded(dirs_);
+    for (const std::string &dir : dirs_) {
+        request_.dirs.own.push_back(Expanded({dir}));
+        const std::vector<std::string> &all = request_.dirs.own.back();
+        request_.dirs.dirs.insert(request_.dirs.dirs.end(), all.begin(), all.end());
+    }
     for (const std::vector<std::string> &more : {Expanded(DirsOfEnvironment()), Expanded(installPaths_)})
         request_.dirs.dirs.insert(request_.dirs.dirs.end(), more.begin(), more.end());
     for (const std::string &text : loads_)

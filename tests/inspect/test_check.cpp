@@ -126,15 +126,25 @@ TEST_F(InspectCheck, AncestorKeys)
         List("clash", "n", ClassId("2") + map + Leaf("n", "string", Id("3"))) +
         List("without", "n", ClassId("3") + Leaf("n", "string", Id("1"))) +
         Container("taken", ClassId("4") + Ext("ancestor-key-fid", "7 8") + Leaf("n", "string", Id("7"))) +
+        Container("few", ClassId("6") + Ext("ancestor-key-fid", "7")) +
+        Container("hollow", ClassId("7") + Ext("ancestor-key-fid", "2", Id("8")) +
+                                Ext("ancestor-key-fid", "1", "\n" + Ext("datatype-id", "9"))) +
         Container("fine", ClassId("5") + Ext("ancestor-key-fid", "7 8"));
     dir.Add("m", Container("c", List("l", "a b",
                                      ClassId("1") + Leaf("a", "string", Id("1")) + Leaf("b", "string", Id("2")) + "\n" +
                                          inner)));
     EXPECT_EQ(Findings({"m"}), (Texts{"unmapped-ancestor-key at clash", "unmapped-ancestor-key at without",
-                                      "ancestor-key-collision at ancestor-key-fid 7 8"}));
+                                      "ancestor-key-collision at ancestor-key-fid 7 8", "unmapped-ancestor-key at few",
+                                      "unmapped-ancestor-key at hollow", "no-effect at datatype-id 9"}));
     const std::string text = Run({"m"}).out;
-    EXPECT_NE(LineWith(text, "1 key of class /c/l (0x1) has no attribute id in class /c/l/clash (0x2)"), "") << text;
-    EXPECT_NE(LineWith(text, "2 keys of class /c/l (0x1) have no attribute id in class /c/l/without (0x3)"), "");
+    for (const char *part :
+         {"1 key of class /c/l (0x1) has no attribute id in class /c/l/clash (0x2): the field-id 3 of ancestor-key-fid "
+          "2 is the attribute id of leaf 'n' as well (line 18) [",
+          "2 keys of class /c/l (0x1) have no attribute id in class /c/l/without (0x3): add an ancestor-key-fid for "
+          "keys 1, 2 [",
+          "class /c/l/few (0x6): add an attribute id for key 2 to its ancestor-key-fid [",
+          "class /c/l/hollow (0x7): write a field-id into ancestor-key-fid 1 ["})
+        EXPECT_NE(LineWith(text, part), "") << part << text;
 }
 
 TEST_F(InspectCheck, ClassIdsWithinAModuleAndAcrossModules)
@@ -165,12 +175,15 @@ TEST_F(InspectCheck, StatementsThatDoNotSayWhatTheySeemToSay)
                 Container(
                     "top",
                     "\n" + ClassId("zz") + Ext("field-id", "3") +
-                        Container("large",
-                                  ClassId("0x1FFFFFFFF") + ClassId("4") + Leaf("twice", "string", Id("1") + Id("2")) +
-                                      Leaf("word", "string", Id("abc")) + Leaf("none", "string", Id("")) +
-                                      Leaf("far", "string", Id("9") + Ext("name2id-key-fid", "300")) +
-                                      Container("minus", Ext("tlmt-sample-id", "-1") + ClassId("-2")) +
-                                      "<leaf-list name=\"tags\"><type name=\"string\"/>" + Id("3") + "</leaf-list>\n") +
+                        Container(
+                            "large",
+                            ClassId("0x1FFFFFFFF") + ClassId("4") + Leaf("twice", "string", Id("1") + Id("2")) +
+                                Leaf("word", "string", Id("abc")) + Leaf("none", "string", Id("")) +
+                                Leaf("far", "string", Id("9") + Ext("name2id-key-fid", "300")) +
+                                Leaf("all", "string", "\n" + Id("0xFFFFFFFF") + Ext("name2id-key-fid", "0xFFFFFFFF")) +
+                                Leaf("eight", "string", Id("0500")) + Leaf("less", "string", Id("-3")) +
+                                Container("minus", Ext("tlmt-sample-id", "-1") + ClassId("-2")) +
+                                "<leaf-list name=\"tags\"><type name=\"string\"/>" + Id("3") + "</leaf-list>\n") +
                         Container("alone", ClassId("6") + Ext("ancestor-key-fid", "10")) +
                         List("list", "k",
                              "\n" + ClassId("4") + Leaf("k", "string", Id("1")) + inner +
@@ -180,16 +193,31 @@ TEST_F(InspectCheck, StatementsThatDoNotSayWhatTheySeemToSay)
                                  Container("s", ClassId("8") + Leaf("k", "string", Id("1"))))));
     std::vector<std::string> findings = Findings({"quelvo-bras-user-manage"});
     std::erase_if(findings, [](const std::string &text) { return text.starts_with("duplicate-"); });
-    EXPECT_EQ(findings, (Texts{"bad-number at aaa-task-id zz", "bad-number at class-id zz", "no-effect at field-id 3",
-                               "bad-number at class-id 0x1FFFFFFFF", "repeated-statement at class-id 4",
-                               "repeated-statement at field-id 2", "bad-number at word", "bad-number at none",
-                               "field-id-range at name2id-key-fid 300", "bad-number at tlmt-sample-id -1",
-                               "bad-number at class-id -2", "no-effect at tags",
-                               "extra-ancestor-key at ancestor-key-fid 10", "dropped-key at inner",
-                               "extra-ancestor-key at ancestor-key-fid 10 11", "no-effect at shapeless"}));
+    EXPECT_EQ(findings, (Texts{"bad-number at aaa-task-id zz",
+                               "bad-number at class-id zz",
+                               "no-effect at field-id 3",
+                               "bad-number at class-id 0x1FFFFFFFF",
+                               "repeated-statement at class-id 4",
+                               "repeated-statement at field-id 2",
+                               "bad-number at word",
+                               "bad-number at none",
+                               "field-id-range at name2id-key-fid 300",
+                               "misleading-number at field-id 0xFFFFFFFF",
+                               "misleading-number at name2id-key-fid 0xFFFFFFFF",
+                               "misleading-number at eight",
+                               "bad-number at less",
+                               "bad-number at tlmt-sample-id -1",
+                               "bad-number at class-id -2",
+                               "no-effect at tags",
+                               "extra-ancestor-key at ancestor-key-fid 10",
+                               "dropped-key at inner",
+                               "extra-ancestor-key at ancestor-key-fid 10 11",
+                               "no-effect at shapeless"}));
     const std::string text = Run({"quelvo-bras-user-manage"}).out;
     EXPECT_NE(LineWith(text, "class-id '0x1FFFFFFFF' has more than 32 bits: it counts as 0xffffffff"), "") << text;
     EXPECT_NE(LineWith(text, "leaf 'word': field-id 'abc' is no number: it counts as 0"), "");
+    EXPECT_NE(LineWith(text, "leaf 'eight': field-id '0500' is octal and counts as 64: "), "");
+    EXPECT_NE(LineWith(text, "leaf 'less': field-id '-3' is no number: it counts as 253"), "");
     EXPECT_NE(LineWith(text, "container 'minus': tlmt-sample-id '-1' is no number: it counts as absent"), "");
     EXPECT_NE(LineWith(text, "container 'minus': class-id '-2' is no number: it counts as 0xfffffffe"), "");
     EXPECT_NE(LineWith(text, "container 'more': it has 2 ancestor keys, but the lists above it have 1 key"), "");
@@ -340,6 +368,66 @@ TEST_F(InspectCheck, FilesThatStandBesideOneAnother)
     for (const std::vector<std::string> &args :
          std::vector<std::vector<std::string>>{{"m"}, {"--all"}, {dir.Path() + "/m@2020-01-01.yin"}})
         EXPECT_EQ(LineWith(Run(args).out, "two-syntaxes"), twins) << args.front();
+}
+
+TEST_F(InspectCheck, FilesThatNoLoadReaches)
+{
+    const auto module = [](const std::string &name, const std::string &body) {
+        return "module " + name + " { namespace \"urn:" + name + "\"; prefix p; " + body + " }";
+    };
+    const auto submodule = [](const std::string &name) {
+        return "submodule " + name + " { belongs-to broken { prefix b; } }";
+    };
+    const struct {
+        std::string file;
+        std::string text;
+        const char *why; /* null: it is read */
+    } files[] = {
+        {"\xc3\xa9.yang", "", "'\xc3\xa9' cannot be the name of a module"},
+        {"my mod.yin", "", "'my mod' cannot be the name of a module"},
+        {"x@2020-1-1.yang", "", "'2020-1-1' is no revision"},
+        {"ok.YANG", "", "a load looks for names that end in .yin or .yang, in small letters"},
+        {"a.b.yang", module("a.b", ""), nullptr},
+        {"orphan.yang", submodule("orphan"), "no module includes the submodule"},
+        {"part.yang", submodule("part"), nullptr},
+        {"old@2020-01-01.yang", module("old", "revision 2020-01-01;"), nullptr},
+        {"old@2019-01-01.yang", module("old", "revision 2019-01-01;"), nullptr},
+        {"old@2018-01-01.yang", module("old", "revision 2018-01-01;"), "a load by name takes '@/old@2020-01-01.yang'"},
+        {"broken.yang",
+         module("broken", "include part; import old { prefix o; revision-date 2019-01-01; } leaf l { type none; }"),
+         nullptr},
+    };
+    for (const auto &[file, text, why] : files)
+        dir.AddFile(file, text);
+    const std::string all = Run({"--all"}).out;
+    const std::string one = Run({"old"}).out;
+    for (const auto &[file, text, why] : files) {
+        const std::string line = dir.Path() + "/" + file + ": warning: nothing reads the file: ";
+        const std::string reason = std::regex_replace(why != nullptr ? why : "", std::regex("@/"), dir.Path() + "/");
+        const std::string expected = why != nullptr ? line + reason + " [unread-file]" : "";
+        EXPECT_EQ(LineWith(all, line), expected) << file;
+        EXPECT_EQ(LineWith(one, line), file.starts_with("old@") ? expected : "") << file;
+    }
+    EXPECT_TRUE(all.ends_with("\n4 modules checked: 1 error, 6 warnings\n")) << all;
+    EXPECT_TRUE(Run({"old", "old@2020-01-01", "old"}).out.ends_with("\n1 module checked: no errors, 1 warning\n"));
+}
+
+TEST_F(InspectCheck, AllMeansTheModulesOfTheDirectoriesOfD)
+{
+    ModelDir others;
+    others.Add("m", Container("c", ClassId("1") + Leaf("x", "string")));
+    others.Add("n", Container("c", ClassId("1") + Leaf("x", "string")));
+    dir.Add("m", Container("c", ClassId("1")));
+    RunShell("mkdir " + dir.Path() + "/none");
+    const std::string inspect = "cd " + dir.Path() + " && KORV_MODEL_PATH=" + others.Path() + " korv-inspect check ";
+    for (const char *args : {"--all", "--all -d .", "--all -r"})
+        EXPECT_EQ(RunShell(inspect + args).out, "2 modules checked: no errors, no warnings\n") << args;
+    EXPECT_EQ(RunShell(inspect + "n").out.substr(0, others.Path().size()), others.Path());
+    for (const char *args : {"--all -d none", "--all -d . -d none", "--all -r -d none"}) {
+        const Result result = RunShell(inspect + args);
+        EXPECT_EQ(result.exitCode, 2) << args;
+        EXPECT_EQ(result.err, "korv-inspect: directory 'none' has no module file: --all checks the modules in it\n");
+    }
 }
 
 TEST_F(InspectCheck, LoadFailuresAreErrorsWithTheirPlace)

@@ -55,6 +55,9 @@ class NodeCheck {
      * gets one finding of a rule, however many nodes it makes. */
     void Report(Rule rule, const std::string &text, std::initializer_list<QXYANG_ORIGIN_S> statements);
 
+    /* Paths of the module's files, its submodules' included. */
+    const std::unordered_set<std::string> &OwnFiles() const { return ownFiles_; }
+
     /* True if the statement stands in the module's own files. */
     bool IsOwn(const QXYANG_ORIGIN_S &origin) const;
 

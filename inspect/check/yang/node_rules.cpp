@@ -1,5 +1,6 @@
 #include "check/yang/node_rules.h"
 
+#include "check/yang/removed_targets.h"
 #include "model/schema_scan.h"
 
 namespace inspect {
@@ -40,7 +41,7 @@ void CheckNode(NodeCheck &check, QY_NODE *node)
 
 } // namespace
 
-std::vector<Finding> CheckNodes(QY_CTX *schema, QY_MOD *module, Places *places)
+std::vector<Finding> CheckNodes(QY_CTX *schema, QY_MOD *module, Places *places, const LostTargets &lost)
 {
     NodeCheck check(schema, module, places);
     ForEachAugment(module, [&check](QY_NODE *augment) {
@@ -53,7 +54,7 @@ std::vector<Finding> CheckNodes(QY_CTX *schema, QY_MOD *module, Places *places)
     });
     ForEachOwnNode(module, [&check](QY_NODE *node) { CheckNode(check, node); });
     check.Look(nullptr);
-    CheckRemovedTargets(check, schema);
+    lost.Report(check);
     return check.TakeFindings();
 }
 

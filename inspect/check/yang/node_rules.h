@@ -7,8 +7,10 @@
 
 namespace inspect {
 
+class LostTargets;
+
 /* Checks all nodes and augments of the module. */
-std::vector<Finding> CheckNodes(QY_CTX *schema, QY_MOD *module, Places *places);
+std::vector<Finding> CheckNodes(QY_CTX *schema, QY_MOD *module, Places *places, const LostTargets &lost);
 
 /* The rules, by what they look at. Each takes any node of the kinds that the table in node_rules.cpp has for it. */
 void CheckDefaults(NodeCheck &check, QY_NODE *leaf);
@@ -21,8 +23,5 @@ void CheckExpressions(NodeCheck &check, QY_NODE *node);
 void CheckMandatoryAugment(NodeCheck &check, QY_NODE *augment);
 
 void CheckAugmentCondition(NodeCheck &check, QY_NODE *augment);
-
-/* Looks at the leafrefs of all modules: it needs no node. */
-void CheckRemovedTargets(NodeCheck &check, const QY_CTX *schema);
 
 } // namespace inspect

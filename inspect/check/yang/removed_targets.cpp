@@ -1,61 +1,70 @@
-#include <map>
+#include "check/yang/removed_targets.h"
+
 #include <new>
-#include <utility>
-#include <vector>
+#include <set>
 
 #include "base/text.h"
-#include "check/yang/node_rules.h"
 
 namespace inspect {
 namespace {
-
-struct LostTargets {
-    std::vector<QXYANG_LOST_TARGET_S> all;
-    std::map<std::pair<const QXYANG_FILE *, uint32_t>, size_t> leafrefs; /* how many a deviate statement affects */
-};
-
-/* Exceptions do not cross the schema library. */
-uint32_t OnLost(const QXYANG_LOST_TARGET_S *lost, void *cookie)
-try {
-    auto &found = *static_cast<LostTargets *>(cookie);
-    found.all.push_back(*lost);
-    ++found.leafrefs[{lost->stDeviate.pstFile, lost->stDeviate.uiStatement}];
-    return 0;
-} catch (const std::bad_alloc &) {
-    return 1;
-}
 
 std::string OthersText(size_t leafrefs)
 {
     return leafrefs > 1 ? " and " + Count(leafrefs - 1, "other") : "";
 }
 
-/* A module that deviates hears of it at its deviate statement, any other at the leafref. */
-void ReportLost(NodeCheck &check, const QXYANG_LOST_TARGET_S &lost, size_t leafrefs)
+} // namespace
+
+/* Exceptions do not cross the schema library. */
+uint32_t LostTargets::OnLost(const QXYANG_LOST_TARGET_S *lost, void *targets)
+try {
+    static_cast<std::vector<Target> *>(targets)->push_back({*lost, {}, {}});
+    return 0;
+} catch (const std::bad_alloc &) {
+    return 1;
+}
+
+LostTargets::LostTargets(const QY_CTX *schema)
 {
-    QXYANG_ORIGIN_S leaf = OriginOf(lost.pLeaf);
-    std::string from = DataPath(lost.pLeaf);
-    std::string to = DataPath(lost.pTarget);
-    if (check.IsOwn(lost.stDeviate))
+    if (QXYANG_ScanLostTargets(schema, OnLost, &targets_) != 0)
+        throw std::bad_alloc();
+    for (size_t i = 0; i < targets_.size(); ++i) {
+        Target &target = targets_[i];
+        target.leaf = OriginOf(target.lost.pLeaf);
+        target.uses = UsesOf(target.lost.pLeaf);
+        ++leafrefs_[{target.lost.stDeviate.pstFile, target.lost.stDeviate.uiStatement}];
+        for (const QXYANG_ORIGIN_S *origin : {&target.lost.stDeviate, &target.leaf, &target.uses})
+            if (origin->pcFile != nullptr)
+                in_[origin->pcFile].push_back(i);
+    }
+}
+
+/* A module that deviates hears of it at its deviate statement, any other at the leafref. */
+void LostTargets::ReportOne(NodeCheck &check, const Target &target) const
+{
+    const QXYANG_ORIGIN_S &deviate = target.lost.stDeviate;
+    size_t leafrefs = leafrefs_.at({deviate.pstFile, deviate.uiStatement});
+    std::string from = DataPath(target.lost.pLeaf);
+    std::string to = DataPath(target.lost.pTarget);
+    if (check.IsOwn(deviate))
         check.Report("removed-leafref-target",
                      "the deviation leaves out '" + to + "', to which leafref '" + from + "'" + OthersText(leafrefs) +
-                         (leafrefs > 1 ? " refer" : " refers") + check.SeeText(leaf),
-                     {lost.stDeviate});
+                         (leafrefs > 1 ? " refer" : " refers") + check.SeeText(target.leaf),
+                     {deviate});
     else
         check.Report("removed-leafref-target",
                      "leafref '" + from + "' refers to '" + to + "', which a deviation leaves out",
-                     {lost.stDeviate, leaf, UsesOf(lost.pLeaf)});
+                     {deviate, target.leaf, target.uses});
 }
 
-} // namespace
-
-void CheckRemovedTargets(NodeCheck &check, const QY_CTX *schema)
+void LostTargets::Report(NodeCheck &check) const
 {
-    LostTargets found;
-    if (QXYANG_ScanLostTargets(schema, OnLost, &found) != 0)
-        throw std::bad_alloc();
-    for (const QXYANG_LOST_TARGET_S &lost : found.all)
-        ReportLost(check, lost, found.leafrefs[{lost.stDeviate.pstFile, lost.stDeviate.uiStatement}]);
+    std::set<size_t> own;
+    for (const std::string &path : check.OwnFiles())
+        if (auto found = in_.find(path); found != in_.end())
+            own.insert(found->second.begin(), found->second.end());
+    for (size_t index : own)
+        ReportOne(check, targets_[index]);
 }
 
 } // namespace inspect

@@ -103,6 +103,7 @@ std::vector<Finding> CheckYangStatements(QY_CTX *schema, QY_MOD *module, Places 
     CheckIncludes(check);
     CheckNamespace(check, uses);
     CheckLeafrefStatus(check);
+    CheckExtensionPlaces(check);
     return check.TakeFindings();
 }
 

@@ -87,6 +87,7 @@ using NamespaceUses = std::map<std::string, NamespaceUse, std::less<>>;
 void CheckNamespace(StatementCheck &check, NamespaceUses *uses);
 void CheckIncludes(StatementCheck &check);
 void CheckLeafrefStatus(StatementCheck &check);
+void CheckExtensionPlaces(StatementCheck &check);
 
 /* All of these rules. */
 std::vector<Finding> CheckYangStatements(QY_CTX *schema, QY_MOD *module, Places *places, NamespaceUses *uses);
