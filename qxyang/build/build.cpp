@@ -57,8 +57,9 @@ void Build::KeepOrigin(const QY_NODE *node, Spot statement)
 void Build::KeepChange(const QY_NODE *node, Spot change)
 {
     std::vector<Spot> &changes = node->module->details->nodes[node].changes;
-    if (node->module != &module)
-        module.details->changed.push_back(node);
+    std::vector<const QY_NODE *> &changed = module.details->changed;
+    if (node->module != &module && (changed.empty() || changed.back() != node))
+        changed.push_back(node);
     changes.push_back(change);
 }
 

@@ -37,24 +37,29 @@ QY_MOD *QY_CTX::ModuleByName(std::string_view name) const
     return known != nullptr ? known->loaded : nullptr;
 }
 
+template <class Visit>
+QY_MOD *QY_CTX::FindOfName(const PooledName *name, Visit &&visit)
+{
+    QY_MOD *module = name != nullptr ? name->first : nullptr;
+    while (module != nullptr && !visit(*module))
+        module = module->nextOfName;
+    return module;
+}
+
 QY_MOD *QY_CTX::ModuleOfRevision(std::string_view name, std::string_view revision) const
 {
-    for (const auto &module : modules) {
-        std::string_view own = module->revision != nullptr ? module->revision : "";
-        if (module->complete && name == module->name && own == revision)
-            return module.get();
-    }
-    return nullptr;
+    return FindOfName(names_.Find(name), [revision](const QY_MOD &module) {
+        std::string_view own = module.revision != nullptr ? module.revision : "";
+        return module.complete && own == revision;
+    });
 }
 
 QY_MOD *QY_CTX::PreferredModule(std::string_view name) const
 {
-    if (QY_MOD *module = ModuleByName(name))
-        return module;
-    for (const auto &module : modules)
-        if (module->complete && module->preferred && name == module->name)
-            return module.get();
-    return nullptr;
+    const PooledName *known = names_.Find(name);
+    if (known != nullptr && known->loaded != nullptr)
+        return known->loaded;
+    return FindOfName(known, [](const QY_MOD &module) { return module.complete && module.preferred; });
 }
 
 void QY_CTX::Promote(QY_MOD *module) noexcept
@@ -122,7 +127,20 @@ QY_MOD &QY_CTX::Add(std::unique_ptr<QY_MOD> module)
     modules.push_back(std::move(module));
     QY_MOD &added = *modules.back();
     added.place = std::prev(modules.end());
+    QY_MOD **link = &names_.Find(added.name)->first;
+    while (*link != nullptr)
+        link = &(*link)->nextOfName;
+    *link = &added;
     return added;
+}
+
+/* Takes the module out of those of its name. */
+void QY_CTX::Unlink(QY_MOD *module) noexcept
+{
+    QY_MOD **link = &names_.Find(module->name)->first;
+    while (*link != module)
+        link = &(*link)->nextOfName;
+    *link = module->nextOfName;
 }
 
 void QY_CTX::ReleaseAfter(QY_MOD *last) noexcept
@@ -186,6 +204,7 @@ void QY_CTX::ReleaseDying(QY_MOD *first, DeviationLog::Removal &&removal) noexce
         details->ForgetDying(first);
     while (first != nullptr) {
         QY_MOD *next = first->nextDying;
+        Unlink(first);
         modules.erase(first->place);
         first = next;
     }

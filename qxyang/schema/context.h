@@ -18,6 +18,7 @@ namespace qxyang {
 struct PooledName {
     const char *name;
     QY_MOD *loaded = nullptr; /* the module loaded under that name */
+    QY_MOD *first = nullptr;  /* of the modules of that name in the context, which nextOfName links in their order */
 };
 
 } // namespace qxyang
@@ -70,6 +71,11 @@ struct QY_CTX {
     uint64_t featureEpoch = 1;  /* grows when the value of a feature may have changed */
 
   private:
+    /* Calls visit(module) for the modules of that name in their order until it answers true: that module, or null. */
+    template <class Visit>
+    static QY_MOD *FindOfName(const qxyang::PooledName *name, Visit &&visit);
+
+    void Unlink(QY_MOD *module) noexcept;
     void ReleaseDying(QY_MOD *first, qxyang::DeviationLog::Removal &&removal) noexcept;
     void FreePrivateData(QY_MOD &module) noexcept;
 

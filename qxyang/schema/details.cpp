@@ -7,6 +7,8 @@ namespace qxyang {
 uint32_t Details::AddFile(const QY_MOD &module, std::string_view name, std::string_view path, std::string_view text)
 {
     files_.emplace(nextFile_, KeptFile{&module, std::string(name), std::string(path), std::string(text), nullptr});
+    if (module.details->fileCount++ == 0)
+        module.details->firstFile = nextFile_;
     byName_[std::string(name)].push_back(nextFile_);
     return nextFile_++;
 }
@@ -31,30 +33,30 @@ KeptFile *Details::FileOf(const QY_MOD &module)
     return found;
 }
 
-bool Details::IsOfDying(Spot spot) const
-{
-    auto file = files_.find(spot.file);
-    return file != files_.end() && file->second.module->dying;
-}
-
 void Details::ForgetDying(const QY_MOD *first) noexcept
 {
     for (const QY_MOD *module = first; module != nullptr; module = module->nextDying) {
-        if (module->details == nullptr) // the load failed before it was built
+        const ModuleDetails *going = module->details.get();
+        if (going == nullptr) // the load failed before it was built
             continue;
-        for (const QY_TYPE *type : module->details->typedefs)
+        for (const QY_TYPE *type : going->typedefs)
             typedefs.erase(type);
-        for (const QY_NODE *node : module->details->changed)
+        for (const QY_NODE *node : going->changed)
             if (!node->module->dying)
                 std::erase_if(node->module->details->nodes.find(node)->second.changes,
-                              [this](Spot change) { return IsOfDying(change); });
+                              [going](Spot change) { return going->IsInFiles(change); });
+        ForgetFiles(*going);
     }
-    std::erase_if(files_, [this](const auto &file) {
-        bool isDying = file.second.module->dying;
-        if (auto named = byName_.find(file.second.name); isDying && named != byName_.end())
-            std::erase(named->second, file.first);
-        return isDying;
-    });
+}
+
+void Details::ForgetFiles(const ModuleDetails &module) noexcept
+{
+    for (uint32_t i = 0; i < module.fileCount; ++i) {
+        auto file = files_.find(module.firstFile + i);
+        if (auto named = byName_.find(file->second.name); named != byName_.end())
+            std::erase(named->second, file->first);
+        files_.erase(file);
+    }
 }
 
 } // namespace qxyang

@@ -36,6 +36,10 @@ struct ModuleDetails {
     std::unordered_map<const QY_NODE *, NodeOrigin> nodes;
     std::vector<const QY_TYPE *> typedefs; /* types that its typedefs made */
     std::vector<const QY_NODE *> changed;  /* nodes of other modules that its deviations changed */
+    uint32_t firstFile = 0;                /* its files have this number and those that follow */
+    uint32_t fileCount = 0;
+
+    bool IsInFiles(Spot spot) const { return spot.file - firstFile < fileCount; }
 };
 
 /* A file as it was loaded. */
@@ -51,6 +55,7 @@ struct KeptFile {
  * to them has no place. */
 class Details {
   public:
+    /* All files of a module are added one after the other. */
     uint32_t AddFile(const QY_MOD &module, std::string_view name, std::string_view path, std::string_view text);
 
     /* The file of that number, or null. */
@@ -74,7 +79,7 @@ class Details {
     std::unordered_map<const QY_TYPE *, Spot> typedefs; /* what made the type, of all modules */
 
   private:
-    bool IsOfDying(Spot spot) const;
+    void ForgetFiles(const ModuleDetails &module) noexcept;
 
     /* Calls visit(file) for the files of that name, in the order in which they came. */
     template <class Visit>
@@ -88,7 +93,7 @@ class Details {
                 visit(*file);
     }
 
-    std::map<uint32_t, KeptFile> files_; /* by number */
+    std::unordered_map<uint32_t, KeptFile> files_; /* by number */
     std::map<std::string, std::vector<uint32_t>, std::less<>> byName_;
     uint32_t nextFile_ = 0;
 };

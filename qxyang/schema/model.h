@@ -400,6 +400,7 @@ struct QY_MOD {
     bool dying = false;     /* while modules are being released */
 
     std::list<std::unique_ptr<QY_MOD>>::iterator place; /* in the context */
+    QY_MOD *nextOfName = nullptr;                       /* in the context, in the order of their loads */
     QY_MOD *nextDying = nullptr;                        /* while modules are being released */
     uint32_t importers = 0;                             /* modules in the context that import this one */
 

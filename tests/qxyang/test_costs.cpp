@@ -399,9 +399,14 @@ TEST(Costs, ReloadsOfADeviationModuleLeaveNoDetails)
     }
 }
 
-TEST(Costs, ATypedefIsFoundAmongManyModulesAsAmongFew)
+TEST(Costs, AModuleAmongManyCostsWhatItCostsAmongFew)
 {
-    auto costAmong = [](int modules) {
+    struct Costs {
+        uint64_t details; /* of a leaf whose type is long derived */
+        uint64_t load;    /* of a module that imports another one */
+        uint64_t unload;  /* of both */
+    };
+    auto costsAmong = [](int modules) {
         Schema schema;
         EXPECT_EQ(QXYANG_KeepDetails(schema.Context()), 0u);
         for (int i = 0; i < modules; ++i)
@@ -411,9 +416,22 @@ TEST(Costs, ATypedefIsFoundAmongManyModulesAsAmongFew)
             typedefs += "<typedef name=\"t" + std::to_string(i) + "\"><type name=\"t" + std::to_string(i - 1) +
                         "\"/></typedef>";
         schema.LoadText("z", typedefs + Leaf("l", "t99\">"));
-        return CostOfDetails(schema.Node("z", "l")).blocks;
+        Costs costs{CostOfDetails(schema.Node("z", "l")).blocks, 0, 0};
+        schema.Module("imported", "");
+        schema.Module("m", Leaf("l", "int8\">"), "imported");
+        g_cost = {};
+        schema.Load("m");
+        costs.load = g_cost.blocks;
+        g_cost = {};
+        EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), "m"), 0u);
+        costs.unload = g_cost.blocks;
+        return costs;
     };
-    EXPECT_LE(costAmong(100), costAmong(1) * 3 / 2);
+    Costs few = costsAmong(1);
+    Costs many = costsAmong(400);
+    EXPECT_LE(many.details, few.details * 3 / 2);
+    EXPECT_LE(many.load, few.load * 3 / 2);
+    EXPECT_LE(many.unload, few.unload * 3 / 2);
 }
 
 } // namespace
