@@ -7,8 +7,7 @@
 
 #include <cstring>
 
-#include "telem_yang/file_list.h"
-#include "telem_yang/tree_leaves.h"
+#include "telem_yang/name_index.h"
 
 namespace {
 
@@ -105,11 +104,10 @@ void TrimMarks(TELMYANG_YANG_CTX_S *pstYangCtx)
 /* The module is registered under several revisions: the unload of one takes the nodes of all. */
 void MarkTwins(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName)
 {
-    TELMYANG_YANG_FILE_INFO_S *const pstEnd = korv::ListEnd(pstYangCtx);
-    for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != pstEnd; pstFile = pstFile->pstNext) {
-        if (korv::EntryOf(pstFile) != nullptr && korv::IsSameName(pstFile->pcModuleName, pcModuleName))
-            SetBorrows(pstYangCtx, pstFile, korv::BORROWS_ALL);
-    }
+    (void)korv::AnyOfName(pstYangCtx, pcModuleName, [pstYangCtx](korv::RegistryEntry *pstEntry) {
+        SetBorrows(pstYangCtx, &pstEntry->stFile, korv::BORROWS_ALL);
+        return false;
+    });
 }
 
 } // namespace
@@ -118,6 +116,7 @@ void korv::MarkBorrower(TELMYANG_LOCAL_DATA_S *pstLocal, RegistryEntry *pstEntry
 {
     TELMYANG_YANG_CTX_S *pstYangCtx = pstLocal->pstYangCtx;
     pstEntry->stFile.ucBorrows = BORROWS_NOTHING;
+    JoinNames(pstYangCtx, pstEntry);
     JoinIndex(pstYangCtx, pstEntry);
     if (bTwin) {
         MarkTwins(pstYangCtx, pstEntry->stFile.pcModuleName);

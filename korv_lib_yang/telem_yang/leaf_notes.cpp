@@ -2,8 +2,7 @@
  * goes with the last record. */
 #include "telem_yang/leaf_notes.h"
 
-#include "telem_yang/file_list.h"
-#include "telem_yang/tree_leaves.h"
+#include "telem_yang/name_index.h"
 #include "telem_yang_lib/host_memory.h"
 
 namespace {
@@ -11,14 +10,6 @@ namespace {
 constexpr uint32_t BUCKET_NUM = 256;
 constexpr uint32_t FIRST_CAPACITY = 8;
 constexpr uint32_t LAST_CAPACITY = 512;
-
-uint32_t HashOf(const char *pcName)
-{
-    uint32_t uiHash = 2166136261u; /* FNV-1a */
-    for (; pcName != nullptr && *pcName != '\0'; ++pcName)
-        uiHash = (uiHash ^ static_cast<uint8_t>(*pcName)) * 16777619u;
-    return uiHash;
-}
 
 /* A zero-filled record and what is wanted behind it, or null: without a note a record's trees are looked through, which
  * nobody needs to be told. */
@@ -47,27 +38,10 @@ using korv::LeafNote;
 using korv::NotedModule;
 using korv::RegistryEntry;
 
-/* Calls the visitor for each entry of the registry until it answers true. */
-template <typename Visit>
-bool AnyEntry(TELMYANG_YANG_CTX_S *pstYangCtx, Visit &&visit)
-{
-    TELMYANG_YANG_FILE_INFO_S *const pstEnd = korv::ListEnd(pstYangCtx);
-    for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != pstEnd; pstFile = pstFile->pstNext) {
-        RegistryEntry *pstEntry = korv::EntryOf(pstFile);
-        if (pstEntry != nullptr && visit(pstEntry))
-            return true;
-    }
-    return false;
-}
-
 LeafIndex *IndexOf(TELMYANG_YANG_CTX_S *pstYangCtx)
 {
-    LeafIndex *pstIndex = nullptr;
-    (void)AnyEntry(pstYangCtx, [&](const RegistryEntry *pstEntry) {
-        pstIndex = pstEntry->pstIndex;
-        return true;
-    });
-    return pstIndex;
+    const RegistryEntry *pstEntry = korv::FirstEntry(pstYangCtx);
+    return pstEntry != nullptr ? pstEntry->pstIndex : nullptr;
 }
 
 LeafIndex *NewIndex(const TELMYANG_LOCAL_DATA_S *pstLocal)
@@ -75,11 +49,14 @@ LeafIndex *NewIndex(const TELMYANG_LOCAL_DATA_S *pstLocal)
     auto *pstIndex = NewRecord<LeafIndex>(pstLocal);
     if (pstIndex == nullptr)
         return nullptr;
-    (void)AnyEntry(pstLocal->pstYangCtx, [&](RegistryEntry *pstEntry) {
+    TELMYANG_YANG_FILE_INFO_S *const pstEnd = korv::ListEnd(pstLocal->pstYangCtx);
+    for (auto *pstFile = pstLocal->pstYangCtx->stYangFileList.pstNext; pstFile != pstEnd; pstFile = pstFile->pstNext) {
+        RegistryEntry *pstEntry = korv::EntryOf(pstFile);
+        if (pstEntry == nullptr)
+            continue;
         pstEntry->pstIndex = pstIndex;
         ++pstIndex->uiEntries;
-        return false;
-    });
+    }
     return pstIndex;
 }
 
@@ -115,9 +92,8 @@ void UnlinkThatMayGo(LeafIndex *pstIndex, NotedModule *pstModule)
 
 bool IsKept(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcName)
 {
-    return AnyEntry(pstYangCtx, [=](const RegistryEntry *pstEntry) {
-        return pstEntry->stFile.ucBorrows != korv::BORROWS_ALL &&
-               korv::IsSameName(pstEntry->stFile.pcModuleName, pcName);
+    return korv::AnyOfName(pstYangCtx, pcName, [](const RegistryEntry *pstEntry) {
+        return pstEntry->stFile.ucBorrows != korv::BORROWS_ALL;
     });
 }
 
@@ -219,7 +195,7 @@ class NoteTaker {
         LeafIndex *pstIndex = m_pstEntry->pstIndex != nullptr ? m_pstEntry->pstIndex : NewIndex(m_pstLocal);
         if (pstIndex == nullptr)
             return nullptr;
-        const uint32_t uiHash = HashOf(pcName);
+        const uint32_t uiHash = korv::HashOf(pcName);
         NotedModule *pstModule = FindModule(pstIndex, pcName, uiHash);
         return pstModule != nullptr ? pstModule : NewModule(m_pstLocal, pstIndex, pcName, uiHash);
     }

@@ -54,6 +54,10 @@ struct RegistryEntry {
     TELMYANG_YANG_FILE_INFO_S stFile;
     LeafIndex *pstIndex; /* null until a record of the registry has notes; every entry has the same */
     LeafNote *pstNotes;
+    RegistryEntry *pstAbove; /* this and the next three: name_index.h */
+    RegistryEntry *apstBelow[2];
+    uint32_t uiNameHash;
+    bool bBehindOthers; /* records that no load has registered stand in the list before it */
 };
 
 inline RegistryEntry *EntryOf(TELMYANG_YANG_FILE_INFO_S *pstFile)

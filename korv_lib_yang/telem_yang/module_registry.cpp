@@ -1,11 +1,13 @@
 /* The registry of loaded modules, keyed by name and revision as the host gave them. */
-#include "telem_yang/file_list.h"
-#include "telem_yang/leaf_notes.h"
+#include "telem_yang/name_index.h"
 #include "telem_yang/tree_release.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
 
 namespace {
+
+/* Records that a lookup compares before it asks the index: where there are no more, that costs less. */
+constexpr uint32_t COMPARED_NUM = 8;
 
 /* A copy of the text, or null with a log line. */
 char *NewText(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModuleId, const char *pcText,
@@ -34,20 +36,40 @@ bool HasRevision(const TELMYANG_YANG_FILE_INFO_S *pstFile, const char *pcRevisio
     return pstFile->pcRevision != nullptr && XUR_StrCmp(pstFile->pcRevision, pcRevision) == 0;
 }
 
+/* Notes what the record adds to the answer of a lookup; true if it is the one that is looked for. */
+bool IsWanted(TELMYANG_YANG_FILE_INFO_S *pstFile, const char *pcModuleName, const char *pcRevision,
+              korv::Registered *pstFound)
+{
+    if (pstFile->ucInUse == 0 || XUR_StrCmp(pstFile->pcModuleName, pcModuleName) != 0)
+        return false;
+    pstFound->bAnyRevision = true;
+    if (!HasRevision(pstFile, pcRevision))
+        return false;
+    pstFound->pstFile = pstFile;
+    return true;
+}
+
+korv::Registered FindByIndex(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName, const char *pcRevision)
+{
+    korv::Registered stFound = {};
+    (void)korv::AnyOfName(pstYangCtx, pcModuleName, [&](korv::RegistryEntry *pstEntry) {
+        return IsWanted(&pstEntry->stFile, pcModuleName, pcRevision, &stFound);
+    });
+    return stFound;
+}
+
 } // namespace
 
 korv::Registered korv::FindRegistered(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName, const char *pcRevision)
 {
     Registered stFound = {};
+    uint32_t uiLeft = COMPARED_NUM;
     TELMYANG_YANG_FILE_INFO_S *const pstEnd = ListEnd(pstYangCtx);
     for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != pstEnd; pstFile = pstFile->pstNext) {
-        if (pstFile->ucInUse == 0 || XUR_StrCmp(pstFile->pcModuleName, pcModuleName) != 0)
-            continue;
-        stFound.bAnyRevision = true;
-        if (!HasRevision(pstFile, pcRevision))
-            continue;
-        stFound.pstFile = pstFile;
-        break;
+        if (uiLeft-- == 0 && HasAllNames(pstYangCtx))
+            return FindByIndex(pstYangCtx, pcModuleName, pcRevision);
+        if (IsWanted(pstFile, pcModuleName, pcRevision, &stFound))
+            break;
     }
     return stFound;
 }
@@ -75,8 +97,10 @@ uint32_t TELMYANG_FillYangModuleInfo(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_Y
 
 void TELMYANG_RemoveYangFile(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile)
 {
-    if (korv::RegistryEntry *pstEntry = korv::EntryOf(pstFile))
+    if (korv::RegistryEntry *pstEntry = korv::EntryOf(pstFile)) {
         korv::LeaveIndex(pstEntry);
+        korv::LeaveNames(pstEntry);
+    }
     korv::Unlink(pstLocal->pstYangCtx, pstFile);
     pstFile->ucInUse = 0;
     FreeTexts(pstFile);
