@@ -4,8 +4,10 @@
 #include <fstream>
 #include <sstream>
 
+#include "allocator.h"
 #include "host.h"
 #include "lookup_path.h"
+#include "model_generator.h"
 #include "process_time.h"
 
 namespace bench {
@@ -21,6 +23,8 @@ constexpr OperationKind KINDS[] = {
     {"own-load", "YANGLIB_LoadYangModule"},
     {"lookup", "TELMYANG_KorvFindTreeNodeByXpath"},
     {"augment-lookup", "TELMYANG_KorvFindTreeNodeByXpath"},
+    {"unloads", "YANGLIB_UnloadYangModule"},
+    {"reversed-unloads", "YANGLIB_UnloadYangModule"},
 };
 
 /* The number behind "totals:" in callgrind's output. */
@@ -48,6 +52,21 @@ bool Finds(const Instance &instance, const Path &path)
     return TELMYANG_KorvFindTreeNodeByXpath(&lookup) != nullptr;
 }
 
+bool IsFor(const std::string &operation, Operation wanted)
+{
+    return operation == KINDS[static_cast<size_t>(wanted)].name;
+}
+
+bool UnloadEach(const Instance &instance, uint32_t count, bool reverse)
+{
+    const KeptMemory kept; /* else the few do without what the C runtime merges later */
+    for (uint32_t i = 0; i < count; ++i)
+        instance.Load(FlatName(i));
+    for (uint32_t i = 0; i < count; ++i)
+        instance.Unload(FlatName(reverse ? count - 1 - i : i));
+    return true;
+}
+
 } // namespace
 
 std::optional<uint64_t> InstructionsOf(Operation operation, const std::string &dir, const std::string &module)
@@ -68,12 +87,15 @@ std::optional<uint64_t> InstructionsOf(Operation operation, const std::string &d
 bool Perform(const std::string &operation, const std::string &dir, const std::string &module)
 {
     const Instance instance(dir);
-    if (operation == KINDS[static_cast<size_t>(Operation::OwnLoad)].name)
+    const bool reverse = IsFor(operation, Operation::ReversedUnloads);
+    if (reverse || IsFor(operation, Operation::Unloads))
+        return UnloadEach(instance, static_cast<uint32_t>(std::stoul(module)), reverse);
+    if (IsFor(operation, Operation::OwnLoad))
         instance.LoadSchema(module);
     instance.Load(module);
-    if (operation == KINDS[static_cast<size_t>(Operation::Lookup)].name)
+    if (IsFor(operation, Operation::Lookup))
         return Finds(instance, LookupPath());
-    if (operation == KINDS[static_cast<size_t>(Operation::AugmentLookup)].name)
+    if (IsFor(operation, Operation::AugmentLookup))
         return Finds(instance, AugmentPath());
     return true;
 }

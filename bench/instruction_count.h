@@ -13,6 +13,8 @@ enum class Operation {
     OwnLoad, /* of a module whose schema is loaded */
     Lookup,
     AugmentLookup,
+    Unloads,         /* of several modules one by one, in load order; "module" is how many, by FlatName */
+    ReversedUnloads, /* the same, the last one first */
 };
 
 /* What the operation's own call executes; nothing without valgrind. */

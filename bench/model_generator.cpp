@@ -140,6 +140,11 @@ std::string AugmentModule(const std::string &name, const std::string &module, co
 )";
 }
 
+std::string FlatName(uint32_t number)
+{
+    return "bench-flat-" + std::to_string(number);
+}
+
 std::string FlatModule(const std::string &name, uint32_t leaves)
 {
     std::string text = Head(name) + R"(  <typedef name="percent">

@@ -30,6 +30,8 @@ std::string NestModule(const std::string &name, uint32_t levels);
 std::string AugmentModule(const std::string &name, const std::string &module, const std::string &target);
 /* One container with that many leaves, each an attribute. */
 std::string FlatModule(const std::string &name, uint32_t leaves);
+/* The name of such a module, one of many. */
+std::string FlatName(uint32_t number);
 /* The names on the way down. */
 std::vector<std::string> NestPath(uint32_t levels);
 

@@ -2,6 +2,7 @@
 #include "allocator.h"
 #include "cycle.h"
 #include "host.h"
+#include "instruction_count.h"
 #include "model_generator.h"
 #include "rows.h"
 
@@ -13,41 +14,23 @@ constexpr char LARGE[] = "bench-growth-large";
 constexpr uint32_t NODES = 100000;
 constexpr uint32_t FACTOR = 10;
 
-constexpr uint32_t FEW = 200;
+constexpr uint32_t FEW = 80;
 constexpr uint32_t MANY = 1600;
 constexpr uint32_t LEAVES = 40;
 
-/* Loads that many modules, then times that they are unloaded one by one in load order. */
-void UnloadOneByOne(benchmark::State &state, const std::string &dir, const std::vector<std::string> &names,
-                    uint32_t count)
+/* By instructions: the time also depends on whether all modules fit into the caches. No row without valgrind. */
+void AddUnloadRow(const ModelFiles &files, Operation operation, const std::string &order, Rows &rows)
 {
-    for (auto _ : state) {
-        const Instance instance(dir);
-        for (uint32_t i = 0; i < count; ++i)
-            instance.Load(names[i]);
-        const double start = ThreadTime();
-        for (uint32_t i = 0; i < count; ++i)
-            instance.Unload(names[i]);
-        state.counters["unload"] = ThreadTime() - start;
-    }
-}
-
-Row UnloadRow(Runner &runner, const ModelFiles &files)
-{
-    std::vector<std::string> names;
-    for (uint32_t i = 0; i < MANY; ++i) {
-        names.push_back("bench-flat-" + std::to_string(i));
-        (void)files.Add(names.back(), FlatModule(names.back(), LEAVES));
-    }
-    runner.Add(
-        "unload_few", [&](benchmark::State &state) { UnloadOneByOne(state, files.Dir(), names, FEW); }, MANY / FEW);
-    runner.Add(
-        "unload_many", [&](benchmark::State &state) { UnloadOneByOne(state, files.Dir(), names, MANY); }, 1);
-    const KeptMemory kept;
-    runner.Run();
-    return {"unload of " + Grouped(MANY) + " modules one by one",
-            std::to_string(MANY / FEW) + " times the same for " + Grouped(FEW),
-            runner.Median("unload_many", "unload") / (MANY / FEW * runner.Median("unload_few", "unload")), 1.15};
+    const auto few = InstructionsOf(operation, files.Dir(), std::to_string(FEW));
+    const auto many = InstructionsOf(operation, files.Dir(), std::to_string(MANY));
+    if (!few || !many)
+        return;
+    constexpr uint32_t ROUNDS = MANY / FEW;
+    rows.push_back({"unload of " + Grouped(MANY) + " modules one by one" + order,
+                    std::to_string(ROUNDS) + " times the same for " + Grouped(FEW) + ", in instructions",
+                    static_cast<double>(*many) / static_cast<double>(ROUNDS * *few),
+                    1.15,
+                    {{}, {}, many}});
 }
 
 } // namespace
@@ -68,7 +51,10 @@ Rows GrowthRows(Runner &runner, const ModelFiles &files)
         rows.push_back({std::string(part) + " at " + Grouped(NODES * FACTOR) + " nodes",
                         "ten times the same at " + Grouped(NODES),
                         runner.Median("growth_large", part) / (FACTOR * runner.Median("growth_small", part)), 1.15});
-    rows.push_back(UnloadRow(runner, files));
+    for (uint32_t i = 0; i < MANY; ++i)
+        (void)files.Add(FlatName(i), FlatModule(FlatName(i), LEAVES));
+    AddUnloadRow(files, Operation::Unloads, "", rows);
+    AddUnloadRow(files, Operation::ReversedUnloads, ", the last one first", rows);
     return rows;
 }
 
