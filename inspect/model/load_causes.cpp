@@ -1,5 +1,6 @@
 #include "model/load_causes.h"
 
+#include <algorithm>
 #include <span>
 #include <string_view>
 
@@ -163,7 +164,7 @@ void LoadOrFail(Instance *instance, const ModelRequest &request, const ModuleKey
         request.notes.Say(cause, key.name);
     if (!report.problems.empty())
         request.notes.Say("the deviations of module '" + key.name + "' do not apply");
-    else if (!report.errors.empty() && !request.verbose)
+    else if (!std::all_of(report.errors.begin(), report.errors.end(), IsOfAttempt) && !request.verbose)
         request.notes.Say("the library finds fault with module '" + key.name + "': 'korv-inspect check' says where");
 }
 

@@ -93,15 +93,17 @@ constexpr std::array<std::string_view, 4> NODE_MESSAGES = {
 
 constexpr std::string_view NO_DEFAULT_TYPE = "Get Default Type By YangType *, return *";
 
-constexpr std::array<std::string_view, 5> ANCESTOR_KEY_MESSAGES = {
+constexpr std::array<std::string_view, 4> ATTEMPT_MESSAGES = {
+    "Get mim-ext:field-id value of Node(*) return *",
     "Failed to find ancestor-key for * with attr-id *",
     "Ancestor-key for * with attr-id * do not have valid child field-id info",
     "Ancestor key for * with child-attr-id * already exist",
+};
+
+constexpr std::array<std::string_view, 2> ANCESTOR_KEY_MESSAGES = {
     "Append one ancestor in parent key ref seq *, current seq * failed.",
     "Node(*) inherit father key error : *",
 };
-
-constexpr std::string_view NO_FIELD_ID = "Get mim-ext:field-id value of Node(*) return *";
 
 constexpr std::array<std::string_view, 4> PRINTING_MESSAGES = {
     "augment can not findYangModuleTree!",
@@ -211,6 +213,11 @@ bool IsAboutPrinting(const std::string &error)
     return MatchesAny(PRINTING_MESSAGES, error);
 }
 
+bool IsOfAttempt(const std::string &error)
+{
+    return MatchesAny(ATTEMPT_MESSAGES, error);
+}
+
 bool IsSchemaFailure(const std::string &error)
 {
     return Match(SCHEMA_FAILURE, error).has_value();
@@ -219,10 +226,11 @@ bool IsSchemaFailure(const std::string &error)
 const std::vector<std::string_view> &KnownMessages()
 {
     static const std::vector<std::string_view> known = [] {
-        std::vector<std::string_view> all = {NO_DEFAULT_TYPE, NO_FIELD_ID, SCHEMA_FAILURE};
+        std::vector<std::string_view> all = {NO_DEFAULT_TYPE, SCHEMA_FAILURE};
         for (const Meaning &meaning : MEANINGS)
             all.push_back(meaning.message);
         all.insert(all.end(), NODE_MESSAGES.begin(), NODE_MESSAGES.end());
+        all.insert(all.end(), ATTEMPT_MESSAGES.begin(), ATTEMPT_MESSAGES.end());
         all.insert(all.end(), ANCESTOR_KEY_MESSAGES.begin(), ANCESTOR_KEY_MESSAGES.end());
         all.insert(all.end(), PRINTING_MESSAGES.begin(), PRINTING_MESSAGES.end());
         all.insert(all.end(), MEMORY_MESSAGES.begin(), MEMORY_MESSAGES.end());

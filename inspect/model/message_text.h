@@ -33,6 +33,9 @@ std::optional<Explanation> RemarkOf(const std::string &error);
 /* True of the messages that end every load though nothing is wrong: the library tries to print trees that are not there. */
 bool IsAboutPrinting(const std::string &error);
 
+/* True of what the library says on the way to a key's attribute id. When no way leads there, it says more. */
+bool IsOfAttempt(const std::string &error);
+
 /* True if the library says that the schema library has refused a module. */
 bool IsSchemaFailure(const std::string &error);
 

@@ -102,6 +102,14 @@ TEST(InspectUsage, FaultsOfAModuleThatLoadsAreMentioned)
     EXPECT_EQ(result.err,
               "korv-inspect: the library finds fault with module 'example-faulty': "
               "'korv-inspect check' says where\n");
+
+    /* The key has an index map that no statement names; one that names the attribute id is as good. */
+    ModelDir dir;
+    dir.Add("m", Container("c", List("l", "k",
+                                     ClassId("1") + Leaf("k", "string", Id("1") + Ext("name2id-key-fid", "2")) +
+                                         Leaf("i", "uint8", Id("2")) +
+                                         Container("d", ClassId("2") + Ext("ancestor-key-fid", "1", Id("10"))))));
+    EXPECT_EQ(Inspect({"tree", "m", "-d", dir.Path()}).err, "");
 }
 
 TEST(InspectUsage, DirectoriesAreSearchedInTheirOrderAndInstallPathsLast)
