@@ -94,15 +94,17 @@ void Checker::CheckAlone(const ModuleKey &key)
     Device device(request_, listing_);
     DeviceModule module = device.Load(key);
     AddCauses(module, "");
+    StatementUses uses;
     if (module.schema != nullptr)
-        CheckSchema(device, module.schema, LostTargets(device.Library().Schema()));
+        CheckSchema(device, module.schema, LostTargets(device.Library().Schema()), &uses);
+    findings_.Add(uses.TakeFindings({key.name}));
 }
 
-void Checker::CheckSchema(const Device &device, QY_MOD *module, const LostTargets &lost)
+void Checker::CheckSchema(const Device &device, QY_MOD *module, const LostTargets &lost, StatementUses *uses)
 {
     QY_CTX *schema = device.Library().Schema();
     NoteMarkedFiles(schema, module, request_.dirs, &marked_);
-    findings_.Add(StatementRules(schema, module, &places_).Check());
+    findings_.Add(StatementRules(schema, module, &places_, uses).Check());
     findings_.Add(CheckYangStatements(schema, module, &places_, &namespaces_));
     findings_.Add(CheckNodes(schema, module, &places_, lost));
 }
@@ -188,35 +190,38 @@ void Checker::CheckTaskId(const DeviceModule &module)
     findings_.Add(std::move(finding));
 }
 
-/* The file of the module, and the revisions in it. */
-void Checker::CheckRevision(const DeviceModule &module, const ModuleFacts &facts)
+/* A file of the module, and the revisions in it. */
+void Checker::CheckRevision(const DeviceModule &module, const FileHeader &header)
 {
-    std::optional<Position> place = places_.Of(facts.module);
+    std::optional<Position> place = places_.Of(header.root);
     if (!place)
         return;
     std::string named = RevisionInName(place->file);
-    if (named.empty() || named == facts.revision)
+    if (named.empty() || named == header.revision)
         return;
     Finding finding = {"file-revision", module.key.name, {}};
     finding.cause.text =
-        "the file's name says revision " + named +
-        (facts.revision.empty() ? ", and the module has none" : ", and the newest revision in it is " + facts.revision);
-    PlaceAt(places_.Of(facts.revision.empty() ? facts.module : facts.revisionStatement), &finding);
+        "the file's name says revision " + named + ", and " +
+        (header.revision.empty() ? "there is none in it" : "the newest revision in it is " + header.revision);
+    PlaceAt(places_.Of(header.revision.empty() ? header.root : header.statement), &finding);
     findings_.Add(std::move(finding));
 }
 
 void Checker::CheckSchemas(const Device &device)
 {
     LostTargets lost(device.Library().Schema());
+    StatementUses uses;
     for (const DeviceModule &module : modules_) {
         if (module.schema == nullptr)
             continue;
-        CheckRevision(module, facts_.at(module.key.name));
+        for (const FileHeader &header : facts_.at(module.key.name).headers)
+            CheckRevision(module, header);
         CheckTaskId(module);
         CheckAugmentNum(*module.at, places_.Of(module.schema),
                         [this](Finding finding) { findings_.Add(std::move(finding)); });
-        CheckSchema(device, module.schema, lost);
+        CheckSchema(device, module.schema, lost, &uses);
     }
+    findings_.Add(uses.TakeFindings(judged_));
 }
 
 void Checker::CheckTrees(const Device &device, const std::vector<const ModuleFile *> &files,

@@ -13,6 +13,7 @@
 #include "check/file_rules.h"
 #include "check/finding_list.h"
 #include "check/report/ignores.h"
+#include "check/statement_uses.h"
 #include "check/yang/removed_targets.h"
 #include "check/yang/statement_check.h"
 #include "model/schema_places.h"
@@ -55,9 +56,9 @@ class Checker {
     void CheckFiles();
     void CheckAlone(const ModuleKey &key);
     void AddFacts(const Device &device);
-    void CheckRevision(const DeviceModule &module, const ModuleFacts &facts);
+    void CheckRevision(const DeviceModule &module, const FileHeader &header);
     void CheckTaskId(const DeviceModule &module);
-    void CheckSchema(const Device &device, QY_MOD *module, const LostTargets &lost);
+    void CheckSchema(const Device &device, QY_MOD *module, const LostTargets &lost, StatementUses *uses);
     void CheckSchemas(const Device &device);
     void CheckLast(Device *device);
     void CheckTurns(const Device &device, const Modules &modules, DeviceOrder::Turns toCome);

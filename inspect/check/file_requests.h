@@ -16,7 +16,7 @@ class FileRequests {
     /* True if an import or include asks for "NAME@REVISION". */
     bool AskFor(const std::string &revision);
 
-    /* True if a module or submodule includes the submodule. */
+    /* True if a module includes the submodule, or a submodule that one does. */
     bool Include(const std::string &submodule);
 
   private:

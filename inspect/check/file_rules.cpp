@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -46,8 +47,14 @@ bool IsFile(const std::string &path)
 bool IsDate(std::string_view text)
 {
     constexpr std::string_view FORM = "dddd-dd-dd";
-    return std::equal(text.begin(), text.end(), FORM.begin(), FORM.end(),
-                      [](char left, char form) { return form == 'd' ? left >= '0' && left <= '9' : left == form; });
+    if (!std::equal(text.begin(), text.end(), FORM.begin(), FORM.end(),
+                    [](char left, char form) { return form == 'd' ? left >= '0' && left <= '9' : left == form; }))
+        return false;
+    auto number = [text](size_t begin, size_t size) { return std::stoi(std::string(text.substr(begin, size))); };
+    return std::chrono::year_month_day(std::chrono::year(number(0, 4)),
+                                       std::chrono::month(static_cast<unsigned>(number(5, 2))),
+                                       std::chrono::day(static_cast<unsigned>(number(8, 2))))
+        .ok();
 }
 
 bool IsYin(std::string_view file)
@@ -232,6 +239,13 @@ void FileRules::CheckFolders(std::vector<Finding> *findings) const
                       "): deviation files and files of other revisions in it are not seen"}});
 }
 
+/* True if the line names a file that a load by the module's name does not take: what that would take is not known. */
+bool FileRules::IsGiven(const std::string &module) const
+{
+    auto found = listing_.Modules().find(module);
+    return found != listing_.Modules().end() && !dirs_.first.empty() && found->second.starts_with(dirs_.first + "/");
+}
+
 /* True if an import or include asks for the file's revision: one of the modules that were loaded, or else one in any file. */
 bool FileRules::IsAsked(const File &file, const Uses &uses)
 {
@@ -264,6 +278,8 @@ void FileRules::CheckFile(const File &file, const Uses &uses, std::vector<Findin
         findings->push_back({"unread-file",
                              file.module,
                              {file.shown, 0, 0, "nothing reads the file: no module includes the submodule"}});
+    if (!isRead && IsGiven(file.module))
+        return;
     if (!isRead)
         findings->push_back(
             {"unread-file", file.module, {file.shown, 0, 0, "nothing reads the file: " + WhyUnread(file)}});

@@ -53,6 +53,7 @@ class FileRules {
     std::string FirstDeviation(const std::string &base) const;
     void CheckFolders(std::vector<Finding> *findings) const;
     void CheckFile(const File &file, const Uses &uses, std::vector<Finding> *findings);
+    bool IsGiven(const std::string &module) const;
     bool IsAsked(const File &file, const Uses &uses);
     std::string WhyUnread(const File &file);
     std::string Winner(const std::string &module);

@@ -1,7 +1,6 @@
 #include "check/module_facts.h"
 
 #include <map>
-#include <new>
 #include <string_view>
 
 #include "model/module_search.h"
@@ -10,9 +9,9 @@
 namespace inspect {
 namespace {
 
-QXYANG_ORIGIN_S OriginAt(const QXYANG_ORIGIN_S &module, const QXYANG_STATEMENT_S &statement)
+QXYANG_ORIGIN_S OriginAt(const QXYANG_ORIGIN_S &root, const QXYANG_STATEMENT_S &statement)
 {
-    QXYANG_ORIGIN_S origin = module;
+    QXYANG_ORIGIN_S origin = root;
     origin.uiStatement = statement.uiIndex;
     origin.stPlace = statement.stPlace;
     return origin;
@@ -54,16 +53,18 @@ void AddFile(const QXYANG_FILE *file, ModuleFacts *facts)
     });
 }
 
-void AddHeader(const QXYANG_FILE *file, ModuleFacts *facts)
+FileHeader HeaderOf(const QXYANG_FILE *file, const LoadedFile &loaded)
 {
-    ForEachIn(file, StatementAt(file, facts->module.uiStatement), [&](const QXYANG_STATEMENT_S &statement) {
-        if (statement.pcArgument == nullptr)
-            return;
-        if (IsYang(statement, "revision") && statement.pcArgument > facts->revision) {
-            facts->revision = statement.pcArgument;
-            facts->revisionStatement = OriginAt(facts->module, statement);
+    QXYANG_STATEMENT_S root = StatementAt(file, 0);
+    FileHeader header = {{file, loaded.path, loaded.name, root.uiIndex, root.stPlace}};
+    ForEachIn(file, root, [&](const QXYANG_STATEMENT_S &statement) {
+        if (statement.pcArgument != nullptr && IsYang(statement, "revision") &&
+            statement.pcArgument > header.revision) {
+            header.revision = statement.pcArgument;
+            header.statement = OriginAt(header.root, statement);
         }
     });
+    return header;
 }
 
 } // namespace
@@ -71,17 +72,16 @@ void AddHeader(const QXYANG_FILE *file, ModuleFacts *facts)
 ModuleFacts FactsOf(const Instance &instance, QY_MOD *module)
 {
     ModuleFacts facts;
-    if (QXYANG_GetModuleOrigin(module, &facts.module) != 0)
-        throw std::bad_alloc();
-    if (facts.module.pstFile == nullptr)
-        return facts;
     for (const LoadedFile &loaded : FilesOf(module)) {
         facts.submodules.emplace_back(loaded.name);
-        if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(instance.Schema(), loaded.name))
-            AddFile(file, &facts);
+        const QXYANG_FILE *file = QXYANG_GetLoadedFile(instance.Schema(), loaded.name);
+        if (file == nullptr)
+            continue;
+        AddFile(file, &facts);
+        facts.headers.push_back(HeaderOf(file, loaded));
     }
-    facts.submodules.pop_back(); // the module's own file, which is the last
-    AddHeader(facts.module.pstFile, &facts);
+    if (!facts.submodules.empty())
+        facts.submodules.pop_back(); // the module's own file, which is the last
     return facts;
 }
 

@@ -12,10 +12,15 @@
 
 namespace inspect {
 
+/* Of the module's file or a submodule's. */
+struct FileHeader {
+    QXYANG_ORIGIN_S root;
+    std::string revision = {};      /* the newest, or "" */
+    QXYANG_ORIGIN_S statement = {}; /* that one's */
+};
+
 struct ModuleFacts {
-    std::string revision; /* the newest, or "" */
-    QXYANG_ORIGIN_S module = {};
-    QXYANG_ORIGIN_S revisionStatement = {};
+    std::vector<FileHeader> headers; /* submodules' files first */
     std::vector<std::string> submodules;
     std::set<std::string> imports; /* names; submodules say these, too */
     std::set<std::string> dated;   /* "NAME@REVISION" that an import or include asks for */

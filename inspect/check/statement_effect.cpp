@@ -11,6 +11,9 @@
 namespace inspect {
 namespace {
 
+/* Statements that are read with a class-id alone. */
+constexpr std::array<std::string_view, 2> OF_CLASSES = {"tlmt-sample-id", ANCESTOR_KEY};
+
 /* The first child that is no leaf, or null. */
 QY_NODE *FirstClassChild(QY_NODE *node)
 {
@@ -50,19 +53,22 @@ void StatementRules::CheckTree(QY_NODE *node, QY_NODE *out, const Extensions &ex
     std::string why = LostText(node, out);
     for (const Extension &extension : extensions)
         if (extension.keyword == "class-id")
-            return Report("class-without-tree", why + ": no host sees the class", extension);
+            return ReportUnread("class-without-tree", why + ": no host sees the class", extension);
     std::set<std::string> seen;
     for (const Extension &extension : extensions)
-        if (IsOneOf(LEAF_STATEMENTS, extension.keyword) && seen.insert(extension.keyword).second)
-            Report("no-effect", extension.keyword + " has no effect: " + why, extension);
+        if (IsOneOf(LEAF_STATEMENTS, extension.keyword) && QY_NODE_GetNodeType(node) == QY_NODE_TYPE_LEAF &&
+            seen.insert(extension.keyword).second)
+            ReportUnread("no-effect", extension.keyword + " has no effect: " + why, extension);
 }
 
 void StatementRules::CheckEffect(QY_NODE *node, const Extensions &extensions)
 {
     uint32_t type = QY_NODE_GetNodeType(node);
     bool isOperation = type >= QY_NODE_TYPE_RPC && type <= QY_NODE_TYPE_NOTIFICATION;
-    if (QY_NODE *out = OutOfTrees(node))
+    QY_NODE *out = OutOfTrees(node);
+    if (out != nullptr)
         CheckTree(node, out, extensions);
+    bool isClass = ClassIdOf(node) != 0;
     std::set<std::string> seen;
     for (const Extension &extension : extensions) {
         bool isClassId = isOperation && extension.keyword == "class-id"; // it stands in no tree
@@ -71,20 +77,22 @@ void StatementRules::CheckEffect(QY_NODE *node, const Extensions &extensions)
                          extension.keyword == TASK_ID;
         if (misplaced && seen.insert(extension.keyword).second)
             Report("no-effect", extension.keyword + " has no effect on " + WithArticle(KindOf(node)), extension);
+        if (!misplaced && out == nullptr && (isClass || !IsOneOf(OF_CLASSES, extension.keyword)))
+            uses_->Read(extension.origin);
         classes_ += !misplaced && (extension.keyword == "class-id" || extension.keyword == "field-id") ? 1 : 0;
     }
-    if (MayBeClass(node) && ClassIdOf(node) == 0)
+    if (MayBeClass(node) && !isClass)
         CheckClassStatements(extensions);
 }
 
 /* Looks at the statements of a node without class id. */
 void StatementRules::CheckClassStatements(const Extensions &extensions)
 {
-    for (const char *keyword : {"tlmt-sample-id", ANCESTOR_KEY}) {
+    for (std::string_view keyword : OF_CLASSES) {
         auto found = std::find_if(extensions.begin(), extensions.end(),
                                   [keyword](const Extension &extension) { return extension.keyword == keyword; });
         if (found != extensions.end())
-            Report("no-effect", std::string(keyword) + " has no effect without class-id", *found);
+            ReportUnread("no-effect", std::string(keyword) + " has no effect without class-id", *found);
     }
 }
 

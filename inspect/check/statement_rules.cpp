@@ -1,13 +1,16 @@
 #include "check/statement_rules.h"
 
+#include <algorithm>
 #include <new>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include "base/numbers.h"
 #include "check/class_schema.h"
 #include "check/number_faults.h"
 #include "check/statement_words.h"
+#include "model/module_search.h"
 #include "model/statements.h"
 
 namespace inspect {
@@ -24,15 +27,47 @@ bool ImportsExtensions(const QXYANG_ORIGIN_S &module)
     return imports;
 }
 
+/* True of a statement by which a refine or deviate takes back what a node has. */
+bool TakesBack(const Extension &extension)
+{
+    const QXYANG_FILE *file = extension.origin.pstFile;
+    if (file == nullptr)
+        return false;
+    uint32_t around = StatementAt(file, extension.origin.uiStatement).uiParent;
+    if (around == QXYANG_NO_STATEMENT)
+        return false;
+    QXYANG_STATEMENT_S statement = StatementAt(file, around);
+    return IsYang(statement, "refine") || IsYang(statement, "deviate");
+}
+
+/* True of the statements that make classes and attributes. */
+bool MakesClass(const QXYANG_STATEMENT_S &statement)
+{
+    std::string_view keyword = statement.pcKeyword;
+    return statement.pcPrefix != nullptr && statement.pcModule != nullptr &&
+           statement.pcModule == std::string_view(EXTENSION_MODULE_NAME) &&
+           (keyword == "class-id" || keyword == "field-id");
+}
+
 } // namespace
 
-void StatementRules::Report(Rule rule, const std::string &text, const std::optional<Position> &position)
+Finding StatementRules::FindingAt(Rule rule, const std::string &text, const std::optional<Position> &position) const
 {
     Finding finding = {rule, QY_MOD_GetModuleName(module_), {"", 0, 0, subject_ + ": " + text}, ""};
     if (node_ != nullptr)
         finding.path = DataPath(node_);
     PlaceAt(position, &finding);
-    findings_.push_back(finding);
+    return finding;
+}
+
+void StatementRules::Report(Rule rule, const std::string &text, const std::optional<Position> &position)
+{
+    findings_.push_back(FindingAt(rule, text, position));
+}
+
+void StatementRules::ReportUnread(Rule rule, const std::string &text, const Extension &extension)
+{
+    uses_->NotRead(extension.origin, FindingAt(rule, text, places_->Of(extension.origin)));
 }
 
 void StatementRules::Report(Rule rule, const std::string &text)
@@ -47,7 +82,10 @@ void StatementRules::Report(Rule rule, const std::string &text, const Extension 
 
 void StatementRules::CheckNumber(const Extension &extension)
 {
-    if (std::optional<NumberFault> fault = FaultOf(extension.keyword, extension.argument))
+    std::optional<NumberFault> fault = FaultOf(extension.keyword, extension.argument);
+    Number number = ReadNumber(extension.argument);
+    bool isNone = number.wellFormed && number.fits && number.value == 0;
+    if (fault && !(isNone && TakesBack(extension)))
         Report(fault->rule, fault->text, extension);
 }
 
@@ -73,9 +111,17 @@ void StatementRules::CheckAncestorKeyNumbers(const Extension &extension)
 {
     for (const std::string &word : Words(extension.argument))
         CheckRange(extension.keyword, word, extension);
-    for (const Extension &nested : ExtensionsWithin(schema_, extension.instance))
-        if (nested.keyword == "field-id")
-            CheckRange("field-id in " + extension.keyword, nested.argument, nested);
+    bool hasId = false;
+    for (const Extension &nested : ExtensionsWithin(schema_, extension.instance)) {
+        if (nested.keyword != "field-id")
+            continue;
+        CheckRange("field-id in " + extension.keyword, nested.argument, nested);
+        if (std::exchange(hasId, true))
+            Report("repeated-statement",
+                   "field-id '" + nested.argument + "' is not the first field-id in " + extension.keyword + " '" +
+                       extension.argument + "'",
+                   nested);
+    }
 }
 
 void StatementRules::CheckNumbers(const Extensions &extensions)
@@ -109,6 +155,7 @@ void StatementRules::CheckRepeated(const Extensions &extensions)
 void StatementRules::CheckNode(QY_NODE *node)
 {
     ++nodes_;
+    isInTrees_ = isInTrees_ || OutOfTrees(node) == nullptr;
     Extensions extensions = ExtensionsOf(node);
     bool mayBeClass = MayBeClass(node);
     if (extensions.empty() && !mayBeClass) // a class of class-type 'leafref' may have lost its own
@@ -142,8 +189,35 @@ void StatementRules::CheckModule()
     subject_ = std::string("module '") + QY_MOD_GetModuleName(module_) + "'";
     if (QXYANG_GetModuleOrigin(module_, &origin_) != 0)
         throw std::bad_alloc();
+    hasTask_ = std::any_of(extensions.begin(), extensions.end(),
+                           [](const Extension &extension) { return ReadNumber(extension.argument).value != 0; });
     CheckNumbers(extensions);
     CheckRepeated(extensions);
+}
+
+/* True if a statement of the module's files makes a class or attribute, wherever its grouping is used. */
+bool StatementRules::WritesClasses() const
+{
+    QXYANG_STATEMENT_S statement = {};
+    for (const LoadedFile &loaded : FilesOf(module_)) {
+        const QXYANG_FILE *file = QXYANG_GetLoadedFile(schema_, loaded.name);
+        for (uint32_t i = 0; file != nullptr && QXYANG_GetStatement(file, i, &statement) == 0; ++i)
+            if (MakesClass(statement))
+                return true;
+    }
+    return false;
+}
+
+/* A task id is for the operations of a module, too. */
+void StatementRules::CheckClassNum()
+{
+    if (nodes_ == 0 || classes_ != 0 || (hasTask_ && !isInTrees_) || origin_.pstFile == nullptr ||
+        !ImportsExtensions(origin_) || WritesClasses())
+        return;
+    Report("no-class",
+           std::string("none of its nodes has a class-id or field-id: ") +
+               (hasTask_ ? "a host sees no more of it than its task id"
+                         : std::string("it imports ") + EXTENSION_MODULE_NAME + " for nothing that a host sees"));
 }
 
 std::vector<Finding> StatementRules::Check()
@@ -152,9 +226,7 @@ std::vector<Finding> StatementRules::Check()
         return {};
     ForEachOwnNode(module_, [this](QY_NODE *node) { CheckNode(node); });
     CheckModule();
-    if (nodes_ != 0 && classes_ == 0 && origin_.pstFile != nullptr && ImportsExtensions(origin_))
-        Report("no-class", std::string("none of its nodes has a class-id or field-id: it imports ") +
-                               EXTENSION_MODULE_NAME + " for nothing that a host sees");
+    CheckClassNum();
     return std::move(findings_);
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "check/findings.h"
+#include "check/statement_uses.h"
 #include "model/schema_places.h"
 #include "model/schema_scan.h"
 
@@ -12,11 +13,13 @@ namespace inspect {
 
 class StatementRules {
   public:
-    StatementRules(QY_CTX *schema, QY_MOD *module, Places *places) : schema_(schema), module_(module), places_(places)
+    StatementRules(QY_CTX *schema, QY_MOD *module, Places *places, StatementUses *uses)
+        : schema_(schema), module_(module), places_(places), uses_(uses)
     {
     }
 
-    /* Checks the module and all nodes that it defines. */
+    /* Checks the module and all nodes that it defines. Findings that depend on the other nodes of a statement are left to
+     * `uses`. */
     std::vector<Finding> Check();
 
   private:
@@ -29,6 +32,8 @@ class StatementRules {
     void CheckAncestorKeyNumbers(const Extension &extension);
     void CheckRange(const std::string &keyword, const std::string &word, const Extension &extension);
     void CheckRepeated(const Extensions &extensions);
+    void CheckClassNum();
+    bool WritesClasses() const;
 
     /* Statements that nothing reads: statement_effect.cpp. */
     void CheckEffect(QY_NODE *node, const Extensions &extensions);
@@ -44,18 +49,23 @@ class StatementRules {
     bool HasMappingBelow(QY_NODE *list);
 
     /* Reports something about what is being checked, or about one of its statements. */
+    Finding FindingAt(Rule rule, const std::string &text, const std::optional<Position> &position) const;
     void Report(Rule rule, const std::string &text);
     void Report(Rule rule, const std::string &text, const Extension &extension);
     void Report(Rule rule, const std::string &text, const std::optional<Position> &position);
+    void ReportUnread(Rule rule, const std::string &text, const Extension &extension);
 
     QY_CTX *schema_;
     QY_MOD *module_;
     Places *places_;
+    StatementUses *uses_;
     QY_NODE *node_ = nullptr;     /* what is being checked; null: the module */
     std::string subject_;         /* "leaf 'x'" */
     QXYANG_ORIGIN_S origin_ = {}; /* its statement */
     size_t nodes_ = 0;            /* that the module defines */
     size_t classes_ = 0;          /* of them, and attributes that it gives to others */
+    bool isInTrees_ = false;      /* whether any of the nodes is */
+    bool hasTask_ = false;        /* whether the module has a task id */
     std::vector<Finding> findings_;
 };
 

@@ -130,7 +130,12 @@ UnmappedKey WhyUnmapped(QY_CTX *schema, QY_NODE *schemaNode, const KorvTreeNode 
     if (statements.empty())
         return {"add an " + std::string(ANCESTOR_KEY) + " for " + KeysText(keys)};
     if (ExtensionsWithin(schema, statements.front().instance).empty()) {
-        size_t named = std::min(Words(statements.front().argument).size(), keys.size());
+        std::vector<std::string> words = Words(statements.front().argument);
+        size_t named = std::min(words.size(), keys.size());
+        for (size_t i = 0; i < named; ++i)
+            if ((ReadNumber(words[i]).value & 0xFFU) == 0)
+                return {"'" + words[i] + "' in its " + ANCESTOR_KEY + " is no attribute id: write one for " +
+                        KeysText({keys[i]})};
         keys.erase(keys.begin(), keys.begin() + static_cast<std::ptrdiff_t>(named));
         return keys.empty() ? UnmappedKey{}
                             : UnmappedKey{"add an attribute id for " + KeysText(keys) + " to its " + ANCESTOR_KEY};

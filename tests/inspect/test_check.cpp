@@ -223,6 +223,57 @@ TEST_F(InspectCheck, StatementsThatDoNotSayWhatTheySeemToSay)
     EXPECT_NE(LineWith(text, "container 'more': it has 2 ancestor keys, but the lists above it have 1 key"), "");
 }
 
+TEST_F(InspectCheck, WhatIsReadOnOneNodeHasAnEffect)
+{
+    const std::string leaf = "grouping g { leaf x { e:field-id 1; type string; } } ";
+    const std::string node = "grouping g { container in { e:class-id 2; } } ";
+    const std::string box = "container box { e:class-id 1; uses g; } ";
+    const std::string keys =
+        "container c { list l { e:class-id 1; key k; leaf k { e:field-id 1; type string; } "
+        "container d { e:class-id 2; e:ancestor-key-fid ";
+    const struct {
+        std::string body;
+        const char *rules;
+    } cases[] = {
+        {leaf + "notification n { uses g; } list l { key x; uses g; }", " no-effect"},
+        {leaf + "notification n { uses g; } list l { key x; uses g; } " + box, ""},
+        {node + "rpc r { output { uses g; } }", " class-without-tree"},
+        {node + "rpc r { output { uses g; } } " + box, ""},
+        {"grouping g { container in { e:tlmt-sample-id 5; } } " + box, " no-effect"},
+        {"grouping g { container in { e:tlmt-sample-id 5; } } " + box +
+             "container b { uses g { refine in { e:class-id 3; } } }",
+         ""},
+        {node + "container box { e:class-id 1; uses g { refine in { e:class-id 0; } } }", ""},
+        {node + "container box { e:class-id 0; uses g; }", " misleading-number"},
+        {"container box { e:class-id 1; anydata any { e:field-id 1; } }", " no-effect"},
+        {"rpc r;", " no-class"},
+        {"e:aaa-task-id 5; rpc r;", ""},
+        {"e:aaa-task-id 5; container c;", " no-class"},
+        {"container c; " + leaf, ""},
+        {keys + "1 { e:field-id 10; e:field-id 11; } } } }", " repeated-statement"},
+        {keys + "0; } } }", " unmapped-ancestor-key"},
+    };
+    for (const auto &[body, rules] : cases) {
+        dir.AddFile("m.yang",
+                    "module m { yang-version 1.1; namespace \"urn:m\"; prefix p; import "
+                    "quelvo-mim-extensions { prefix e; } " +
+                        body + " }");
+        std::string found;
+        for (const Told &finding : FindingsOf(Run({"m", "--format", "json"})))
+            found += " " + finding.rule;
+        EXPECT_EQ(found, rules) << body;
+    }
+    EXPECT_NE(LineWith(Run({"m"}).out, "'0' in its ancestor-key-fid is no attribute id: write one for key 1 ["), "");
+
+    dir.Add("t", "<grouping name=\"g\">\n" + Leaf("x", "string", Id("1")) + "</grouping>\n");
+    dir.Add("r", "<rpc name=\"r\"><input><uses name=\"t:g\"/></input></rpc>\n", "t");
+    std::filesystem::remove(dir.Path() + "/m.yang");
+    EXPECT_EQ(Findings({"r"}), Texts{}) << "others may use it";
+    EXPECT_EQ(Findings({"--all"}), Texts{"no-effect at x"});
+    dir.Add("n", Container("c", ClassId("1") + "<uses name=\"t:g\"/>"), "t");
+    EXPECT_EQ(Findings({"--all"}), Texts{});
+}
+
 TEST_F(InspectCheck, LengthsThatDumpsAndLookupsCut)
 {
     const std::string name(65, 'n');
@@ -354,6 +405,8 @@ TEST_F(InspectCheck, FilesThatStandBesideOneAnother)
     dir.AddFile("m@2020-01-01.yin", Module("m", "<revision date=\"2020-01-01\"/>"));
     dir.Add("n", "<import module=\"m\"><prefix value=\"m\"/><revision-date date=\"2020-01-01\"/></import>");
     EXPECT_EQ(LineWith(Run({"--all"}).out, "/m@2020-01-01.yin: warning: nothing"), "") << "an import asks for it";
+    EXPECT_EQ(LineWith(Run({dir.Path() + "/m@2020-01-01.yin"}).out, "a load by name"), "")
+        << "nor is it loaded by name";
     std::filesystem::remove(dir.Path() + "/n.yin");
     std::filesystem::remove(dir.Path() + "/m@backup.yin");
     std::filesystem::remove(dir.Path() + "/m.yin");
@@ -375,8 +428,8 @@ TEST_F(InspectCheck, FilesThatNoLoadReaches)
     const auto module = [](const std::string &name, const std::string &body) {
         return "module " + name + " { namespace \"urn:" + name + "\"; prefix p; " + body + " }";
     };
-    const auto submodule = [](const std::string &name) {
-        return "submodule " + name + " { belongs-to broken { prefix b; } }";
+    const auto submodule = [](const std::string &name, const std::string &body = "") {
+        return "submodule " + name + " { belongs-to broken { prefix b; } " + body + " }";
     };
     const struct {
         std::string file;
@@ -386,10 +439,14 @@ TEST_F(InspectCheck, FilesThatNoLoadReaches)
         {"\xc3\xa9.yang", "", "'\xc3\xa9' cannot be the name of a module"},
         {"my mod.yin", "", "'my mod' cannot be the name of a module"},
         {"x@2020-1-1.yang", "", "'2020-1-1' is no revision"},
+        {"x@2021-02-29.yang", "", "'2021-02-29' is no revision"},
         {"ok.YANG", "", "a load looks for names that end in .yin or .yang, in small letters"},
         {"a.b.yang", module("a.b", ""), nullptr},
         {"orphan.yang", submodule("orphan"), "no module includes the submodule"},
-        {"part.yang", submodule("part"), nullptr},
+        {"part.yang", submodule("part", "include inner;"), nullptr},
+        {"inner.yang", submodule("inner"), nullptr},
+        {"left.yang", submodule("left", "include right;"), "no module includes the submodule"},
+        {"right.yang", submodule("right", "include left;"), "no module includes the submodule"},
         {"old@2020-01-01.yang", module("old", "revision 2020-01-01;"), nullptr},
         {"old@2019-01-01.yang", module("old", "revision 2019-01-01;"), nullptr},
         {"old@2018-01-01.yang", module("old", "revision 2018-01-01;"), "a load by name takes '@/old@2020-01-01.yang'"},
@@ -408,7 +465,7 @@ TEST_F(InspectCheck, FilesThatNoLoadReaches)
         EXPECT_EQ(LineWith(all, line), expected) << file;
         EXPECT_EQ(LineWith(one, line), file.starts_with("old@") ? expected : "") << file;
     }
-    EXPECT_TRUE(all.ends_with("\n4 modules checked: 1 error, 6 warnings\n")) << all;
+    EXPECT_TRUE(all.ends_with("\n4 modules checked: 1 error, 9 warnings\n")) << all;
     EXPECT_TRUE(Run({"old", "old@2020-01-01", "old"}).out.ends_with("\n1 module checked: no errors, 1 warning\n"));
 }
 
