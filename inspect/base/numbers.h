@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace inspect {
@@ -16,6 +17,10 @@ struct Number {
 
 /* Decimal, or with "0x" hexadecimal, or with "0" octal. */
 Number ReadNumber(const std::string &text);
+
+/* The same text for all ways to write a value of YANG; defaults may be hexadecimal or octal (RFC 7950, 9.2.1). */
+std::string IntegerText(std::string_view text);
+std::string DecimalText(std::string_view text);
 
 /* The words between white space. */
 std::vector<std::string> Words(const std::string &text);

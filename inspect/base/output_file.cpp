@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void Fail(const std::string &path, int error)
 {
-    throw Failure("cannot write '" + path + "': " + std::strerror(error));
+    throw BrokenRun("cannot write '" + path + "': " + std::strerror(error));
 }
 
 bool WriteAll(FILE *file, const std::string &text)

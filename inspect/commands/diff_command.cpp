@@ -190,7 +190,7 @@ int DiffCommand::CompareAll(const ModelRequest &oldSide, const ModelRequest &new
     std::set<std::string> names = NamesIn(oldSide);
     names.merge(NamesIn(newSide));
     if (names.empty())
-        throw Failure("no module in the directories");
+        throw Failure("the directories have no module file: --all compares the modules in them", EXIT_USAGE);
     Version before = diff::LoadModules(oldSide, names);
     Version after = diff::LoadModules(newSide, names);
     std::vector<ModuleChanges> all = ChangesOf(before, after, HostsGo());

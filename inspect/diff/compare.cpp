@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "base/numbers.h"
 #include "diff/changes.h"
 #include "diff/fact_pairs.h"
 #include "diff/match.h"
@@ -137,14 +138,20 @@ class Comparison {
         const Where &oldWhere = oldItem != nullptr ? oldItem->where : before_.where;
         const Where &newWhere = newItem != nullptr ? newItem->where : after_.where;
         bool hasOtherKeys = false;
-        bool hasOtherLeafref = false;
+        hasOtherLeafref_ = false;
         for (const auto &[oldFact, newFact] : DifferentFacts(before, after)) {
             Rule rule = oldFact != nullptr ? oldFact->rule : newFact->rule;
             hasOtherKeys |= rule == Rule("keys");
-            hasOtherLeafref |= rule == Rule("leafref");
-            if ((hasOtherKeys && rule == Rule("key")) || (hasOtherLeafref && rule == Rule("leafref-path")) ||
+            hasOtherLeafref_ |= rule == Rule("leafref");
+            if ((hasOtherKeys && rule == Rule("key")) || (hasOtherLeafref_ && rule == Rule("leafref-path")) ||
                 (rule == Rule("config") && IsInherited(oldItem)))
                 continue; /* said already */
+            if (rule == Rule("leafref") && (oldFact == nullptr || newFact == nullptr) && !IsLeafref(*oldItem) &&
+                !IsLeafref(*newItem))
+                continue; /* a member of a union comes or goes, which the types say */
+            if (rule == Rule("default") && oldFact != nullptr && newFact != nullptr &&
+                IsSameNumber(*oldItem, *oldFact, *newFact))
+                continue;
             Value oldValue = oldFact != nullptr ? oldFact->value : Value();
             Value newValue = newFact != nullptr ? newFact->value : Value();
             bool breaking = IsBreaking(*rule, oldValue, newValue) || (newFact == nullptr && Exposes(rule, newItem));
@@ -154,20 +161,23 @@ class Comparison {
         }
     }
 
+    /* True unless the leafref is a member of a union. */
+    static bool IsLeafref(const Item &item) { return item.Find("leafref-path") != nullptr; }
+
+    /* RFC 7950, 9.2.1 and 9.3: "1.0" and "1.00" are one number. */
+    static bool IsSameNumber(const Item &item, const Fact &before, const Fact &after)
+    {
+        bool isDecimal = item.type != nullptr && item.type->base == "decimal64";
+        if (!isDecimal && (item.type == nullptr || item.type->range == nullptr))
+            return false;
+        auto text = isDecimal ? DecimalText : IntegerText;
+        return text(ValueText(before.value)) == text(ValueText(after.value));
+    }
+
     /* RFC 7950, 11: a mandatory node must not become configuration, nor come to be there without its feature. */
     static bool Exposes(Rule gone, const Item *item)
     {
         return (gone == Rule("config") || gone == Rule("if-feature")) && item != nullptr && IsMandatory(*item);
-    }
-
-    /* What holds without a statement, as a value. */
-    static Value WithAbsent(Rule rule, Value value)
-    {
-        if (!IsNone(value) || rule->absent == nullptr)
-            return value;
-        if (rule == Rule("min-elements"))
-            return int64_t{0};
-        return std::string(rule->absent);
     }
 
     /* A node whose parent has become state or configuration has become it with the parent. */
@@ -195,7 +205,7 @@ class Comparison {
         for (const Definition &definition : before_.definitions) {
             auto same = newNames.find({definition.keyword, definition.name});
             if (same != newNames.end())
-                CompareFacts(definition.bases, same->second->bases, definition, *same->second);
+                CompareDefinition(definition, *same->second);
             else
                 Add({DefinitionRule(definition, "feature-removed", "identity-removed", "definition-removed"),
                      true,
@@ -231,16 +241,28 @@ class Comparison {
         return (isNamedByRule ? "" : definition.keyword + " ") + definition.name;
     }
 
-    /* The bases of an identity; the changes say of which. */
-    void CompareFacts(std::span<const Fact> before, std::span<const Fact> after, const Definition &oldOne,
-                      const Definition &newOne)
+    /* The changes say of which definition. */
+    void CompareDefinition(const Definition &before, const Definition &after)
     {
-        auto text = [&oldOne](const Fact *fact) {
-            return fact != nullptr ? Value(oldOne.name + " " + ValueText(fact->value)) : Value();
+        auto named = [&before](Rule rule, const Value &value) {
+            std::string name =
+                rule == Rule("identity-base") ? before.name + " " : before.keyword + " " + before.name + ": ";
+            return IsNone(value) ? Value() : Value(name + ValueText(value));
         };
-        for (const auto &[oldFact, newFact] : DifferentFacts(before, after))
-            Add({"identity-base", oldFact != nullptr, "", text(oldFact), text(newFact), PlaceOf(oldFact, oldOne.where),
-                 PlaceOf(newFact, newOne.where)},
+        for (const auto &[oldFact, newFact] : DifferentFacts(before.facts, after.facts)) {
+            Rule rule = oldFact != nullptr ? oldFact->rule : newFact->rule;
+            Value oldValue = oldFact != nullptr ? oldFact->value : Value();
+            Value newValue = newFact != nullptr ? newFact->value : Value();
+            Add({rule, IsBreaking(*rule, oldValue, newValue), "", named(rule, WithAbsent(rule, oldValue)),
+                 named(rule, WithAbsent(rule, newValue)), PlaceOf(oldFact, before.where),
+                 PlaceOf(newFact, after.where)},
+                nullptr);
+        }
+        if (before.type == nullptr || after.type == nullptr)
+            return;
+        for (const TypeChange &change : types_.Compare(*before.type, *after.type))
+            Add({change.rule, change.breaking, "", named(change.rule, change.before), named(change.rule, change.after),
+                 change.oldWhere, change.newWhere},
                 nullptr);
     }
 
@@ -279,8 +301,9 @@ class Comparison {
         if (before.type->base == "leafref" && after.type->base == "leafref")
             return; /* neither leads to a type, and what they say are facts of the leaves */
         for (const TypeChange &change : types_.Compare(*before.type, *after.type))
-            Add({change.rule, change.breaking, "", change.before, change.after, change.oldWhere, change.newWhere},
-                &before);
+            if (!hasOtherLeafref_ || change.rule != Rule("leafref-path"))
+                Add({change.rule, change.breaking, "", change.before, change.after, change.oldWhere, change.newWhere},
+                    &before);
     }
 
     /* RFC 7950, 3: a mandatory node. It stands in configuration or in what is sent to an operation. */
@@ -323,6 +346,7 @@ class Comparison {
     By by_;
     Match match_;
     std::vector<bool> hasOtherState_; /* by old index */
+    bool hasOtherLeafref_ = false;    /* of the item that is compared */
     TypeComparison types_;
     std::vector<Change> changes_;
 };

@@ -64,6 +64,15 @@ std::vector<FactPair> DifferentFacts(Facts before, Facts after)
     return pairs;
 }
 
+Value WithAbsent(Rule rule, Value value)
+{
+    if (!IsNone(value) || rule->absent == nullptr)
+        return value;
+    if (rule == Rule("min-elements"))
+        return int64_t{0};
+    return std::string(rule->absent);
+}
+
 bool IsBreaking(const RuleRow &row, const Value &before, const Value &after)
 {
     constexpr int64_t UNBOUNDED = std::numeric_limits<int64_t>::max();

@@ -18,6 +18,9 @@ struct FactPair {
  * paired in their order, then those that are gone or new. */
 std::vector<FactPair> DifferentFacts(std::span<const Fact> before, std::span<const Fact> after);
 
+/* The value, or what holds without a statement. */
+Value WithAbsent(Rule rule, Value value);
+
 /* True if the change is breaking where it is felt. Ranges, and what is new as a whole, are judged by who compares them. */
 bool IsBreaking(const RuleRow &row, const Value &before, const Value &after);
 

@@ -34,6 +34,7 @@ struct NamedNumber {
     std::string name;
     int64_t number;
     Where where;
+    std::vector<Fact> facts; /* by rule: features and status */
 };
 
 /* A range or length that a statement gives. */
@@ -51,6 +52,7 @@ struct TypeModel {
     std::unique_ptr<Limits> range;  /* null for a type without numbers, and for a decimal64 without range */
     std::unique_ptr<Limits> length; /* null for a type without length statement */
     std::vector<NamedNumber> names; /* of enumeration and bits */
+    std::string target;             /* path of a leafref, its names with their modules */
     std::vector<const TypeModel *> members;
 };
 
@@ -86,7 +88,8 @@ struct Definition {
     std::string keyword;
     std::string name;
     Where where;
-    std::vector<Fact> bases; /* of an identity */
+    std::vector<Fact> facts;         /* by rule */
+    const TypeModel *type = nullptr; /* of a typedef that has led no node to its type */
 };
 
 /* A statement as far as it takes to tell if it has changed. */

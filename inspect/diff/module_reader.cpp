@@ -81,11 +81,16 @@ void ModuleReader::ReadStatement(const QXYANG_FILE *file, const QXYANG_STATEMENT
         if (!IsYang(statement, keyword))
             continue;
         model->definitions.push_back({keyword, statement.pcArgument, where, {}});
+        std::vector<Fact> &facts = model->definitions.back().facts;
         ForEachIn(file, statement, [&](const QXYANG_STATEMENT_S &base) {
             if (IsYang(base, "base") && base.pcArgument != nullptr)
-                model->definitions.back().bases.push_back(
+                facts.push_back(
                     {"identity-base", types_.Names()->Qualified(file, base.pcArgument), files_.Of(file, base)});
         });
+        for (Fact &fact : FactsIn(file, statement, {Rule("if-feature"), Rule("status")}, &files_))
+            facts.push_back(std::move(fact));
+        if (model->definitions.back().keyword == "typedef")
+            typedefs_.emplace_back(model->definitions.size() - 1, StatementRef{file, statement.uiIndex});
     }
 }
 
@@ -102,6 +107,24 @@ void ModuleReader::ReadFiles(QY_MOD *module, ModuleModel *model)
     for (const auto &[name, path] : FilesOf(module))
         if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(instance_.Schema(), name))
             ReadFile(file, path, model);
+}
+
+/* Other modules may use them. What leads to a node's type shows there. */
+void ModuleReader::ReadUnusedTypedefs(ModuleModel *model)
+{
+    std::erase_if(typedefs_, [this](const auto &definition) { return types_.IsUsed(definition.second); });
+    for (const auto &[index, statement] : typedefs_) {
+        const QXYANG_FILE *file = statement.file;
+        Definition &definition = model->definitions[index];
+        QXYANG_STATEMENT_S around = StatementAt(file, statement.index);
+        ForEachIn(file, around, [&, file](const QXYANG_STATEMENT_S &type) {
+            if (IsYang(type, "type"))
+                definition.type = types_.Of({file, type.uiIndex});
+        });
+        std::vector<Fact> more = FactsIn(file, around, {Rule("units"), Rule("default")}, &files_);
+        definition.facts.insert(definition.facts.begin(), more.begin(), more.end());
+    }
+    typedefs_.clear();
 }
 
 std::unique_ptr<ModuleModel> ModuleReader::Read(const ModuleKey &key, Scope scope)
@@ -131,6 +154,7 @@ std::unique_ptr<ModuleModel> ModuleReader::Read(const ModuleKey &key, Scope scop
     ClassData classes(instance_, file);
     NodeFacts facts(classes, &files_, &types_);
     model->items = ItemReader(module, &facts).Read(scope == Scope::OwnTree);
+    ReadUnusedTypedefs(model.get());
     return model;
 }
 

@@ -1,7 +1,8 @@
 /* From a loaded module to its model. */
 #pragma once
 
-#include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "diff/model.h"
 #include "diff/node_facts.h"
@@ -30,10 +31,12 @@ class ModuleReader {
     void ReadFiles(QY_MOD *module, ModuleModel *model);
     void ReadFile(const QXYANG_FILE *file, const char *path, ModuleModel *model);
     void ReadStatement(const QXYANG_FILE *file, const QXYANG_STATEMENT_S &statement, ModuleModel *model);
+    void ReadUnusedTypedefs(ModuleModel *model);
 
     const Instance &instance_;
     FileNames files_;
     TypeReader types_;
+    std::vector<std::pair<size_t, StatementRef>> typedefs_; /* of the module, with their places in `definitions` */
 };
 
 } // namespace inspect::diff

@@ -144,13 +144,9 @@ void NodeFacts::AddNumber(QY_NODE *node, Rule rule, Item *item)
 void NodeFacts::AddConditions(const QXYANG_ORIGIN_S &around, Item *item)
 {
     files_->Learn(around.pstFile, around.pcFile);
-    ForEachIn(around.pstFile, StatementAt(around.pstFile, around.uiStatement),
-              [&](const QXYANG_STATEMENT_S &statement) {
-                  for (Rule rule : {Rule("when"), Rule("if-feature")})
-                      if (IsYang(statement, rule->name) && statement.pcArgument != nullptr)
-                          item->facts.push_back(
-                              {rule, Smoothed(statement.pcArgument), files_->Of(around.pstFile, statement)});
-              });
+    for (Fact &fact : FactsIn(around.pstFile, StatementAt(around.pstFile, around.uiStatement),
+                              {Rule("when"), Rule("if-feature")}, files_))
+        item->facts.push_back(std::move(fact));
 }
 
 /* Values that the node's own statements give, or else the nearest typedef that has any. */
@@ -186,6 +182,8 @@ void NodeFacts::AddType(QY_NODE *node, Item *item)
         files_->Learn(definition.pstFile, definition.pcFile);
     files_->Learn(own.back().pstFile, own.back().pcFile);
     item->type = types_->Of({own.back().pstFile, own.back().uiStatement});
+    if (item->type->base == "union")
+        AddMemberLeafrefs(QualifiedPathOf(node), *item->type, item);
     if (item->type->base != "leafref")
         return;
     AddLeafref(node, *item->type, item);
@@ -197,6 +195,21 @@ void NodeFacts::AddType(QY_NODE *node, Item *item)
         files_->Learn(definition.pstFile, definition.pcFile);
     files_->Learn(last.back().pstFile, last.back().pcFile);
     item->type = types_->Of({last.back().pstFile, last.back().uiStatement});
+}
+
+/* A leafref in a union leads on from the leaf by its path; no data has a choice or case in it. */
+void NodeFacts::AddMemberLeafrefs(const std::string &leaf, const TypeModel &type, Item *item)
+{
+    for (const TypeModel *member : type.members) {
+        AddMemberLeafrefs(leaf, *member, item);
+        if (member->target.empty())
+            continue;
+        std::string rest = member->target;
+        std::string path = rest.starts_with('/') ? "" : leaf;
+        for (; rest.starts_with("../") && !path.empty(); rest.erase(0, 3))
+            path.erase(path.rfind('/'));
+        item->facts.push_back({"leafref", path + (rest.starts_with('/') ? "" : "/") + rest, member->where});
+    }
 }
 
 void NodeFacts::AddLeafref(QY_NODE *leaf, const TypeModel &type, Item *item)

@@ -28,6 +28,7 @@ class NodeFacts {
     void AddInherited(QY_NODE *node, const char *keyword, Rule rule, const std::vector<std::string> &values,
                       Item *item);
     void AddType(QY_NODE *node, Item *item);
+    void AddMemberLeafrefs(const std::string &leaf, const TypeModel &type, Item *item);
     void AddLeafref(QY_NODE *leaf, const TypeModel &type, Item *item);
     void AddState(QY_NODE *node, const QXYANG_NODE_DETAILS_S &details, Item *item);
     void AddConditionsAround(const QXYANG_NODE_DETAILS_S &details, const QXYANG_ORIGIN_S &above, Item *item);

@@ -110,8 +110,8 @@ inline constexpr RuleRow RULE_ROWS[] = {
     {"must", WhenNew, Feels::Data, nullptr, "a condition, as a text"},
     {"when", WhenNew, Feels::Data, nullptr, "a condition, as a text; that of an augment or uses included"},
     {"if-feature", WhenNew, Feels::Data, nullptr,
-     "a feature; that of an augment or uses included; of a mandatory node, also when gone"},
-    {"status", Never, Feels::Path, "current", "current, deprecated or obsolete"},
+     "a feature; that of an augment, uses, definition, enum or bit included; of a mandatory node, also when gone"},
+    {"status", Never, Feels::Path, "current", "current, deprecated or obsolete; of a definition, enum or bit, too"},
     {"description", Never, Feels::Path, nullptr, "the description"},
 };
 

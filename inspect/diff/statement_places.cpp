@@ -103,6 +103,18 @@ std::string ArgumentOf(const QXYANG_ORIGIN_S &origin)
     return argument != nullptr ? argument : "";
 }
 
+std::vector<Fact> FactsIn(const QXYANG_FILE *file, const QXYANG_STATEMENT_S &around, std::initializer_list<Rule> rules,
+                          FileNames *files)
+{
+    std::vector<Fact> facts;
+    for (Rule rule : rules)
+        ForEachIn(file, around, [&](const QXYANG_STATEMENT_S &statement) {
+            if (IsYang(statement, rule->name) && statement.pcArgument != nullptr)
+                facts.push_back({rule, Smoothed(statement.pcArgument), files->Of(file, statement)});
+        });
+    return facts;
+}
+
 std::string Smoothed(std::string_view text)
 {
     std::string smoothed;

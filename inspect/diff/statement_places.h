@@ -3,6 +3,7 @@
 
 #include <qxyang.h>
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,6 +44,10 @@ std::vector<std::string> DefaultsOf(QY_NODE *node);
 
 /* The statement's argument, or "". */
 std::string ArgumentOf(const QXYANG_ORIGIN_S &origin);
+
+/* What YANG's statements with names of these rules, directly in the one given, say: in the order of the rules. */
+std::vector<Fact> FactsIn(const QXYANG_FILE *file, const QXYANG_STATEMENT_S &around, std::initializer_list<Rule> rules,
+                          FileNames *files);
 
 /* The text with one blank for each run of white space, and none around it. */
 std::string Smoothed(std::string_view text);

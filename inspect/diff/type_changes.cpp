@@ -45,7 +45,8 @@ class Comparison {
     void Add(Rule rule, Value before, Value after, const Where &oldWhere, const Where &newWhere)
     {
         bool breaking = IsBreaking(*rule, before, after);
-        changes_->push_back({rule, breaking, std::move(before), std::move(after), oldWhere, newWhere});
+        changes_->push_back({rule, breaking, WithAbsent(rule, std::move(before)), WithAbsent(rule, std::move(after)),
+                             oldWhere, newWhere});
     }
 
     /* A leafref that the leaf itself is was compared before: it refers to something else then. */
@@ -83,14 +84,28 @@ class Comparison {
         auto newNames = index(after_.names);
         for (const NamedNumber &name : before_.names) {
             auto same = newNames.find(name.name);
-            if (same == newNames.end())
+            if (same == newNames.end()) {
                 Add(rule, TextOf(name), {}, name.where, after_.where);
-            else if (same->second->number != name.number)
+                continue;
+            }
+            if (same->second->number != name.number)
                 Add(rule, TextOf(name), TextOf(*same->second), name.where, same->second->where);
+            for (const auto &[before, after] : DifferentFacts(name.facts, same->second->facts))
+                Add(before != nullptr ? before->rule : after->rule, Of(rule, name, before), Of(rule, name, after),
+                    before != nullptr ? before->where : name.where,
+                    after != nullptr ? after->where : same->second->where);
         }
         for (const NamedNumber &name : after_.names)
             if (!oldNames.contains(name.name))
                 Add(rule, {}, TextOf(name), before_.where, name.where);
+    }
+
+    /* "enum red: fast" */
+    static Value Of(Rule rule, const NamedNumber &name, const Fact *fact)
+    {
+        if (fact == nullptr)
+            return {};
+        return std::string(rule->name) + " " + name.name + ": " + ValueText(fact->value);
     }
 
     /* Members of the same kind are paired in their order: equal ones first, then those of one built-in type. */

@@ -37,8 +37,11 @@ std::string SignatureOf(const TypeModel &type)
     }
     for (const std::unique_ptr<Limits> *limits : {&type.range, &type.length})
         add(*limits != nullptr ? (*limits)->range.Text() : "");
-    for (const NamedNumber &name : type.names)
+    for (const NamedNumber &name : type.names) {
         add(name.name + " " + std::to_string(name.number));
+        for (const Fact &fact : name.facts)
+            add(std::string(fact.rule->name) + " " + ValueText(fact.value));
+    }
     for (const TypeModel *member : type.members)
         add("{" + member->signature + "}");
     return signature;
@@ -63,9 +66,11 @@ TypeReader::Chain TypeReader::ChainOf(StatementRef statement)
     while (chain.size() < MAX_CHAIN) {
         std::optional<StatementRef> definition = definitions_.TypedefOf(chain.back());
         size_t before = chain.size();
-        if (definition)
+        if (definition) {
+            used_.insert(*definition);
             ForEachNamed(*definition, "type",
                          [&chain](const StatementRef &type, const std::string &) { chain.push_back(type); });
+        }
         if (chain.size() == before)
             break;
     }
@@ -156,7 +161,9 @@ void TypeReader::ReadNames(const Chain &chain, const char *keyword, const char *
                             : given != numbers.end() ? given->second
                                                      : next;
             next = names.empty() ? value + 1 : std::max(next, value + 1);
-            names.push_back({name, value, WhereOf(statement, type->where)});
+            names.push_back({name, value, WhereOf(statement, type->where),
+                             FactsIn(statement.file, StatementAt(statement.file, statement.index),
+                                     {Rule("if-feature"), Rule("status")}, files_)});
         });
         if (names.empty())
             continue;
@@ -164,6 +171,21 @@ void TypeReader::ReadNames(const Chain &chain, const char *keyword, const char *
             numbers.emplace(name.name, name.number);
         type->names = std::move(names);
     }
+}
+
+/* "/m:c/m:x" or "../m:x" of a leafref's path, without predicates. */
+std::string TypeReader::Target(const QXYANG_FILE *file, std::string path)
+{
+    for (size_t open = path.find('['); open != std::string::npos; open = path.find('[', open))
+        path.erase(open, path.find(']', open) - open + 1);
+    std::string target;
+    for (size_t at = 0; at <= path.size();) {
+        size_t end = std::min(path.find('/', at), path.size());
+        std::string step = Smoothed(std::string_view(path).substr(at, end - at));
+        target += (at == 0 ? "" : "/") + (step.empty() || step == ".." ? step : definitions_.Qualified(file, step));
+        at = end + 1;
+    }
+    return target;
 }
 
 void TypeReader::ReadReference(const Chain &chain, TypeModel *type)
@@ -174,6 +196,7 @@ void TypeReader::ReadReference(const Chain &chain, TypeModel *type)
         });
         ForEachNamed(step, "path", [&](const StatementRef &statement, const std::string &argument) {
             AddFact("leafref-path", Smoothed(argument), statement, type);
+            type->target = Target(step.file, argument);
         });
         ForEachNamed(step, "require-instance", [&](const StatementRef &statement, const std::string &argument) {
             std::erase_if(type->facts, [](const Fact &fact) { return fact.rule == Rule("require-instance"); });

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <map>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "diff/definitions.h"
@@ -21,6 +23,9 @@ class TypeReader {
     /* The type that a type statement gives; leafrefs are not followed. */
     const TypeModel *Of(const StatementRef &statement) { return Of(statement, {}); }
 
+    /* True if a type that was read leads through the typedef. */
+    bool IsUsed(const StatementRef &definition) const { return used_.contains(definition); }
+
     Definitions *Names() { return &definitions_; }
 
   private:
@@ -34,12 +39,14 @@ class TypeReader {
     void ReadNames(const Chain &chain, const char *keyword, const char *numberKeyword, TypeModel *type);
     void ReadReference(const Chain &chain, TypeModel *type);
     void ReadMembers(const Chain &chain, TypeModel *type);
+    std::string Target(const QXYANG_FILE *file, std::string path);
     void AddFact(Rule rule, Value value, const StatementRef &statement, TypeModel *type);
 
     Definitions definitions_;
     FileNames *files_;
     Version *version_;
     std::map<StatementRef, const TypeModel *> known_;
+    std::set<StatementRef> used_;
 };
 
 } // namespace inspect::diff

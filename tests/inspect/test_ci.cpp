@@ -65,6 +65,13 @@ TEST(InspectCi, TheHookRefusesWhatIsStagedWithAFaultAndNothingElse)
     EXPECT_EQ(known.exitCode, 0) << known.out;
     EXPECT_NE(LineWith(known.out, "1 known finding of the baseline"), "") << known.out;
     EXPECT_EQ(commit("git rm -q -r models").exitCode, 0) << "no model is left";
+    const std::pair<std::string, std::string> wrong[] = {{"modls", "the repository has no folder 'modls'"},
+                                                         {"..", "is outside repository"}};
+    for (const auto &[folder, text] : wrong) {
+        const Result refused = commit("git config korv-inspect.models " + folder + "; git add .");
+        EXPECT_NE(refused.exitCode, 0);
+        EXPECT_NE(LineWith(refused.out, text), "") << refused.out;
+    }
 }
 
 TEST(InspectCi, TheJobChecksEveryModelAndComparesWithTheBranchItGoesTo)
@@ -83,6 +90,8 @@ TEST(InspectCi, TheJobChecksEveryModelAndComparesWithTheBranchItGoesTo)
     };
     repository.Write("m", classOf("string", "1"));
     repository.Run("rm .git/hooks/pre-commit; git add . && git commit -q -m models && git checkout -q -b change");
+    repository.Write("new", "");
+    repository.Run("git checkout -q main && git add . && git commit -q -m new && git checkout -q change");
     const std::string same = job(classOf("string", "1") + "<!-- a comment -->");
     EXPECT_EQ(same.find("Check the models\n"), 0U) << same;
     EXPECT_NE(same.find("exit status 0\nSay what hosts have to follow\n"), std::string::npos) << same;

@@ -152,6 +152,7 @@ container c { @leaf x { type int8; % } }
   @description a; -> @description b; = -description /c/x a>b
 container c { @leaf-list x { type int8; % } }
   default 1; @default 2; -> default 1; @default 3; = +default /c/x 2>3
+  default 1; default 0x10; -> default +1; default 16; =
   @min-elements 1; -> @min-elements 2; = +min-elements /c/x 1>2
   @min-elements 1; -> = -min-elements /c/x 1>0
   -> @max-elements 9; = +max-elements /c/x unbounded>9
@@ -198,11 +199,19 @@ typedef small { type string { length 1..8; } } container c { @leaf x { % } }
 container c { leaf x { type decimal64 { % } } }
   fraction-digits 2; @range '0.5..max'; -> fraction-digits 2; @range 0.50..9; = +range /c/x 0.5..92233720368547758.07>0.5..9.0
   @fraction-digits 2; range 1..2; -> @fraction-digits 3; range 1..2; = +fraction-digits /c/x 2>3
-container c { leaf x { @type union { % } } }
+container c { leaf x { type decimal64 { fraction-digits 2; } % } }
+  default -1.0; -> default -1.00; =
+  @default 1.01; -> @default 1.1; = +default /c/x 1.01>1.1
+leaf y { type int8; } container c { leaf x { @type union { % } } }
   type int8; type uint8 { @range 1..9; } -> type int8; type uint8 { @range 1..8; } = +range /c/x 1..9>1..8
+  type string; -> type string; @type leafref { path '/p:y'; } = -member /c/x >leafref
   type int8; type string; -> type string; type int8; = +member-order /c/x int8 string>string int8
 typedef t { type enumeration { enum red { value 4; } enum blue; } } container c { leaf x { @type t { % } } }
   @enum red; enum blue; -> enum blue; = +enum /c/x red 4>
+feature f; container c { leaf x { type enumeration { @enum red { % } enum blue; } } }
+  -> @if-feature f; = +if-feature /c/x >enum red: f
+  @if-feature f; -> = -if-feature /c/x enum red: f>
+  -> @status obsolete; = -status /c/x current>enum red: obsolete
 identity i; identity j; container c { leaf x { @type identityref { % } } }
   @base i; -> @base j; = +base /c/x m:i>m:j
   base i; @base j; -> base i; = -base /c/x m:j>
@@ -210,6 +219,11 @@ container c { leaf y { type int8; } leaf z { type int8; } @leaf x { type leafref
   @path '../y'; -> @path '../z'; = +leafref /c/x /m:c/m:y>/m:c/m:z
   @path '../y'; -> @path '/p:c/p:y'; = -leafref-path /c/x ../y>/p:c/p:y
   path '../y'; @require-instance false; -> path '../y'; = +require-instance /c/x false>true
+container c { leaf y { type int8; } leaf z { type int8; } leaf x { type union { @type leafref { % } type string; } } }
+  path '../y'; -> path '../z'; = +leafref /c/x /m:c/m:y>/m:c/m:z
+  @path '../y'; -> @path "/p:c/p:y"; = -leafref-path /c/x ../y>/p:c/p:y
+container c { leaf x { @type instance-identifier { % } } }
+  -> @require-instance false; = -require-instance /c/x true>false
 leaf y { type int8 { % } } leaf x { type leafref { path '../y'; } }
   @range 1..9; -> @range 1..8; = +range /y 1..9>1..8; +range /x 1..9>1..8
 )");
@@ -225,6 +239,10 @@ TEST(InspectDiff, ComparesTheModuleAsAWhole)
   @grouping g { leaf x { type int8; } } -> = +definition-removed  grouping g>
   @e:aaa-task-id 5; -> @e:aaa-task-id 6; = -task-id  5>6
   @rpc r { input { leaf x { type int8; } } } -> = +node-removed /r >; +leaf-removed /r/input/x >
+  typedef t { type int8 { @range 1..9; } } -> typedef t { type int8 { @range 1..8; } } = +range  typedef t: 1..9>typedef t: 1..8
+  typedef t { type int8; @units s; } -> typedef t { type int8; @units ms; } = +units  typedef t: s>typedef t: ms
+  feature f; feature g; identity i { @if-feature f; } -> feature f; feature g; identity i { @if-feature g; } = +if-feature  identity i: f>identity i: g
+  @grouping g; -> grouping g { @status obsolete; } = -status  grouping g: current>grouping g: obsolete
 feature f; @leaf x { type int8; % }
   -> @if-feature f; = +if-feature /x >f
 module m { %; }
@@ -334,6 +352,7 @@ TEST(InspectDiff, AVersionThatCannotBeLoadedEndsTheRun)
 
 TEST(InspectDiff, AllComparesTheModulesOfBothDirectories)
 {
+    EXPECT_EQ(Inspect({"diff", "--all", "docs", "docs"}).exitCode, 2) << "no module";
     ModelDir before;
     ModelDir after;
     const std::string leaf = "container c { leaf x { type int8; } }";

@@ -1,6 +1,5 @@
 /* Default values of leafs and leaf-lists, and what leafrefs refer to. */
 #include <algorithm>
-#include <cstdlib>
 
 #include "base/numbers.h"
 #include "base/text.h"
@@ -97,26 +96,6 @@ void CheckInstanceIdentifier(NodeCheck &check, const Defaults &defaults, const N
     std::string why = WhyNoInstanceIdentifier(value.argument, check.NamesOf(value));
     if (!why.empty())
         check.Report("bad-default", Which(value, defaults.leaf) + " is no instance-identifier: " + why, {value.origin});
-}
-
-/* The number without what does not count; defaults may be hexadecimal or octal (RFC 7950, 9.2.1). */
-std::string IntegerText(std::string_view text)
-{
-    std::string number(text.substr(text.starts_with('-') || text.starts_with('+') ? 1 : 0));
-    std::string digits = std::to_string(std::strtoull(number.c_str(), nullptr, 0));
-    return (text.starts_with('-') && digits != "0" ? "-" : "") + digits;
-}
-
-std::string DecimalText(std::string_view text)
-{
-    std::string sign = text.starts_with('-') ? "-" : "";
-    if (text.starts_with('-') || text.starts_with('+'))
-        text.remove_prefix(1);
-    text.remove_prefix(std::min(text.find_first_not_of('0'), text.size()));
-    std::string number(text);
-    if (number.find('.') != std::string::npos)
-        number.erase(number.find_last_not_of('0') + 1);
-    return number == "." || number.empty() ? "." : sign + number + (number.find('.') == std::string::npos ? "." : "");
 }
 
 /* The same text for all ways in which the type writes one value. */
