@@ -15,10 +15,11 @@ extern const CommandEntry ENUMS_COMMAND;
 extern const CommandEntry MODULES_COMMAND;
 extern const CommandEntry CHECK_COMMAND;
 extern const CommandEntry DIFF_COMMAND;
+extern const CommandEntry IDS_COMMAND;
 extern const CommandEntry CONVERT_COMMAND;
 
-inline constexpr std::array COMMANDS = {&TREE_COMMAND,  &FIND_COMMAND,  &WALK_COMMAND,
-                                        &DUMP_COMMAND,  &ENUMS_COMMAND, &MODULES_COMMAND,
-                                        &CHECK_COMMAND, &DIFF_COMMAND,  &CONVERT_COMMAND};
+inline constexpr std::array COMMANDS = {&TREE_COMMAND,  &FIND_COMMAND,    &WALK_COMMAND,  &DUMP_COMMAND,
+                                        &ENUMS_COMMAND, &MODULES_COMMAND, &CHECK_COMMAND, &DIFF_COMMAND,
+                                        &IDS_COMMAND,   &CONVERT_COMMAND};
 
 } // namespace inspect

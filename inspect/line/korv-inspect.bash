@@ -32,7 +32,7 @@ _korv_inspect_modules() {
 
 _korv_inspect() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
-    local commands="tree find walk dump enums modules check diff convert"
+    local commands="tree find walk dump enums modules check diff ids convert"
     local options="--verbose --load --install-path --recursive --format --config --no-config --help" formats="text json"
     COMPREPLY=()
     if [[ $cur == = ]]; then
@@ -52,6 +52,7 @@ _korv_inspect() {
         formats+=" github sarif junit gitlab"
         ;;
     diff) options+=" --old --new --dir --against --all --by --rules" ;;
+    ids) options+=" --dir --as --all --registry --accept --range --by" formats+=" csv" ;;
     convert) options="--config --no-config --output --to --dir --recursive --help" ;;
     find | walk | enums | modules) options+=" --dir --as" ;;
     *) return ;;
@@ -65,7 +66,7 @@ _korv_inspect() {
         mapfile -t COMPREPLY < <(compgen -W "$(korv-inspect check --rules --no-config 2>/dev/null | cut -d' ' -f1)" -- "$cur")
         return
         ;;
-    -o | --output | --config | --baseline | --write-baseline)
+    -o | --output | --config | --baseline | --write-baseline | --registry)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -- "$cur")
         return
@@ -83,7 +84,11 @@ _korv_inspect() {
         mapfile -t COMPREPLY < <(compgen -W "path id" -- "$cur")
         return
         ;;
-    --path | --depth | --augment | --against) return ;;
+    ids)
+        mapfile -t COMPREPLY < <(compgen -W "lock check list" -- "$cur")
+        return
+        ;;
+    --path | --depth | --augment | --against | --range) return ;;
     esac
     if [[ $cur == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")

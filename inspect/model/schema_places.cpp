@@ -24,7 +24,8 @@ std::string LeafrefPath(QY_NODE *leaf)
     return path;
 }
 
-/* True if the extension statement stands in the node's own statement, or in one that changes the node. */
+} // namespace
+
 bool IsOfNode(const QXYANG_ORIGIN_S &extension, const QXYANG_ORIGIN_S &node)
 {
     if (extension.pstFile == nullptr)
@@ -35,8 +36,6 @@ bool IsOfNode(const QXYANG_ORIGIN_S &extension, const QXYANG_ORIGIN_S &node)
     QXYANG_STATEMENT_S around = StatementAt(extension.pstFile, parent);
     return IsYang(around, "refine") || IsYang(around, "deviate");
 }
-
-} // namespace
 
 void PlaceAt(const std::optional<Position> &position, Cause *cause)
 {

@@ -58,6 +58,10 @@ std::string DataPath(QY_NODE *node);
 /* The statement that makes the node; without file when it is not known. */
 QXYANG_ORIGIN_S OriginOf(QY_NODE *node);
 
+/* True if the extension statement stands in the node's own statement, or in one that changes the node; false when the node has
+ * taken it over from another one. */
+bool IsOfNode(const QXYANG_ORIGIN_S &extension, const QXYANG_ORIGIN_S &node);
+
 /* What is wrong with a leafref leaf that has no final type, to follow its name: "is a leafref whose target is not found
  * (...)", or "leads through more than 64 leafrefs". "" for any other leaf. */
 std::string BrokenLeafrefText(QY_NODE *leaf);

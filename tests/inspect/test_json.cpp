@@ -111,9 +111,12 @@ TEST(InspectJson, EveryCommandWritesWhatItsSchemaSays)
                                         fans + "tests/inspect/yin/v1 --new examples/yin --format json",
                                         "diff --all examples/yin " + odd.Path() + " --format json"})
         validation.Add(negative.substr(0, negative.find(' ')), "korv-inspect " + negative);
+    const std::string registry = " --registry " + odd.Path() + "/ids.json";
+    for (const char *ids : {"ids lock example-interfaces --range m=1..9", "ids list", "ids check --all", "ids lock --all"})
+        validation.Add("ids", std::string("korv-inspect ") + ids + examples + registry);
     EXPECT_EQ(validation.Violations(), "");
     EXPECT_EQ(validation.Seen(),
-              (std::set<std::string>{"tree", "find", "walk", "dump", "enums", "modules", "check", "diff"}));
+              (std::set<std::string>{"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "ids"}));
 }
 
 TEST(InspectJson, AnErrorIsOneObjectAndTheExitStatusSaysOfWhichKind)

@@ -1,0 +1,339 @@
+/* ids: what the registry keeps over the life of a model, and what it refuses. */
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <tuple>
+
+#include "inspect/run_inspect.h"
+#include "support/models.h"
+
+using namespace test;
+
+namespace {
+
+std::string Class(const std::string &id)
+{
+    return Ext("class-id", id);
+}
+
+std::string Field(const std::string &name, const std::string &id)
+{
+    return Leaf(name, "string", Ext("field-id", id));
+}
+
+std::string Revision(const std::string &date)
+{
+    return "<revision date=\"" + date + "\"/>\n";
+}
+
+/* The class 0x10 with the class 0x11 in it, whose part `state` is; `more` stands in the latter. */
+std::string Slots(const std::string &more, const std::string &boxStatements = Ext("tlmt-sample-id", "5"))
+{
+    return Container(
+        "box", Class("0x10") + boxStatements +
+                   List("slot", "n",
+                        Class("0x11") + Field("n", "1") + more + Container("state", Class("0x11") + Field("up", "3"))));
+}
+
+std::string Fan(const std::string &id = "0x12")
+{
+    return Container("fan", Class(id) + Ext("ancestor-key-fid", "1", Ext("field-id", "9")) + Field("rpm", "1"));
+}
+
+/* A directory with the module m and its registry. */
+class Keeper {
+  public:
+    explicit Keeper(const std::string &body) { Change(body); }
+
+    void Change(const std::string &body) { dir.Add("m", body); }
+    Result Run(const std::string &words) const { return RunShell("korv-inspect ids " + words + " -d " + dir.Path()); }
+    Result Lock(const std::string &more = "") const { return Run("lock m " + more); }
+
+    std::string Registry() const
+    {
+        std::ostringstream text;
+        text << std::ifstream(dir.Path() + "/korv-ids.json", std::ios::binary).rdbuf();
+        return text.str();
+    }
+
+    void SetRegistry(const std::string &text) { dir.AddFile("korv-ids.json", text); }
+
+    /* "RULE TEXT" of each finding. */
+    std::vector<std::string> Findings(const std::string &words = "check m") const
+    {
+        const Result result = Run(words + " --format json");
+        rapidjson::Document json;
+        json.Parse(result.out.c_str());
+        std::vector<std::string> found;
+        if (json.HasParseError() || !json.HasMember("findings"))
+            return {result.err};
+        for (const rapidjson::Value &finding : json["findings"].GetArray())
+            found.push_back(std::string(finding["rule"].GetString()) + " " + finding["text"].GetString());
+        EXPECT_EQ(result.exitCode, found.empty() ? 0 : 1);
+        return found;
+    }
+
+    ModelDir dir;
+};
+
+using Texts = std::vector<std::string>;
+
+/* A registry with these lines. */
+std::string RegistryOf(const Texts &ids, const Texts &ranges = {})
+{
+    const auto joined = [](const Texts &lines) {
+        std::string text;
+        for (const std::string &line : lines)
+            text += (text.empty() ? "\n    {" : ",\n    {") + line + "}";
+        return text.empty() ? text : text + "\n  ";
+    };
+    return "{\n  \"version\": 1,\n  \"ranges\": [" + joined(ranges) + "],\n  \"ids\": [" + joined(ids) + "]\n}\n";
+}
+
+const Texts LOCKED = {R"("class": 16, "path": "/m:box", "sample": 5)",
+                      R"("class": 17, "path": "/m:box/slot")",
+                      R"("class": 17, "path": "/m:box/slot/state")",
+                      R"("class": 17, "field": 1, "path": "/m:box/slot/n")",
+                      R"("class": 17, "field": 3, "path": "/m:box/slot/state/up")",
+                      R"("class": 18, "path": "/m:box/slot/fan")",
+                      R"("class": 18, "field": 1, "path": "/m:box/slot/fan/rpm")",
+                      R"("class": 18, "key": 9, "path": "/m:box/slot/n")"};
+
+TEST(InspectIds, LockWritesALineForEachIdAndNothingWhenNothingIsNew)
+{
+    const Keeper keeper(Slots(Fan()));
+    EXPECT_EQ(keeper.Run("check m").exitCode, 3) << "there is no registry";
+    const Result first = keeper.Lock();
+    EXPECT_EQ(first.exitCode, 0) << first.err;
+    EXPECT_NE(first.out.find("4 classes and 4 attributes; reserved: 0 classes and 0 attributes\n"), std::string::npos)
+        << first.out;
+    EXPECT_EQ(keeper.Registry(), RegistryOf(LOCKED));
+    EXPECT_EQ(keeper.Findings(), Texts{});
+    RunShell("touch -d 2020-01-01 " + keeper.dir.Path() + "/korv-ids.json");
+    EXPECT_NE(keeper.Lock().out.find("(as before)"), std::string::npos);
+    EXPECT_EQ(RunShell("find " + keeper.dir.Path() + " -name 'korv-ids.json*' ! -newermt 2020-01-02 | wc -l").out,
+              "1\n")
+        << "the file is not written anew";
+}
+
+TEST(InspectIds, ModulesThatAugmentAddToTheClassesOfOthers)
+{
+    Keeper keeper(Slots(""));
+    keeper.dir.Add("n", "<augment target-node=\"/m:box/m:slot\">" + Field("depth", "4") + Fan() + "</augment>", "m");
+    EXPECT_EQ(keeper.Run("lock n").exitCode, 0);
+    EXPECT_EQ(keeper.Registry(), RegistryOf({R"("class": 17, "path": "/m:box/slot")",
+                                             R"("class": 17, "field": 4, "path": "/m:box/slot/n:depth")",
+                                             R"("class": 18, "path": "/m:box/slot/n:fan")",
+                                             R"("class": 18, "field": 1, "path": "/m:box/slot/n:fan/rpm")",
+                                             R"("class": 18, "key": 9, "path": "/m:box/slot/n")"}));
+    EXPECT_EQ(keeper.Lock().exitCode, 0);
+    EXPECT_EQ(keeper.Findings("check --all"), Texts{});
+    /* A module that has gone takes its ids with it when all are looked at. */
+    RunShell("rm " + keeper.dir.Path() + "/n.yin");
+    EXPECT_EQ(keeper.Findings("check m"), Texts{});
+    EXPECT_EQ(keeper.Findings("check --all").size(), 2U) << "the attribute and the class";
+    EXPECT_EQ(keeper.Run("lock --all").exitCode, 0);
+    EXPECT_NE(LineWith(keeper.Registry(), "n:fan/rpm").find("\"gone\": \"\""), std::string::npos);
+    EXPECT_EQ(keeper.Findings("check --all"), Texts{});
+}
+
+TEST(InspectIds, CheckSaysWhatChangedAndLockTakesOnlyWhatIsNewOrGone)
+{
+    struct Case {
+        std::string body;
+        Texts findings;
+        bool isTaken;
+    };
+    const std::string node = "/m:box/slot/";
+    const Case cases[] = {
+        {Slots(Fan() + Field("x", "2")),
+         {"not-locked " + node + "x: attribute id 2 of class 0x11 is not in the registry"},
+         true},
+        {Slots(Fan() + Container("led", Class("0x13") + Field("on", "1"))),
+         {"not-locked " + node + "led: class id 0x13 is not in the registry"},
+         true},
+        {Slots(Fan() + Container("more", Class("0x11"))),
+         {"not-locked " + node + "more: class id 0x11 is not in the registry"},
+         true},
+        {Slots(""),
+         {"not-reserved " + node + "fan: class id 0x12 is in the registry, and no node of the models has it"},
+         true},
+        {Slots(Container("fan", Field("rpm", "1"))),
+         {"missing " + node + "fan: class id 0x12 is in the registry, and the node has none"},
+         false},
+        {Slots(Container("fan", Class("0x12") + Field("rpm", "1"))),
+         {"not-reserved the key " + node + "n: ancestor key 9 of class 0x12"},
+         true},
+        {Slots(Fan("0x13")), {"changed " + node + "fan: class id 0x13 is 0x12 in the registry"}, false},
+        {Slots(Fan("0x10")),
+         {"moved " + node + "fan: class id 0x10 is that of /m:box in the registry, and this one has 0x12"},
+         false},
+        {Slots(Container("led", Class("0x12") + Field("rpm", "2"))),
+         {"moved " + node + "led: class id 0x12 is that of " + node + "fan in the registry",
+          "not-locked " + node + "led/rpm: attribute id 2 of class 0x12 is not in the registry",
+          "not-reserved " + node + "fan: class id 0x12", "not-reserved " + node + "fan/rpm: attribute id 1"},
+         false},
+        {Slots(Fan() + Container("a", Class("0x20")) + Container("b", Class("0x20"))),
+         {"not-locked " + node + "a: class id 0x20",
+          "twice " + node + "b: class id 0x20 is also that of " + node + "a"},
+         false},
+        {Slots(Fan(), Ext("tlmt-sample-id", "6")),
+         {"sample-id /m:box: class id 0x10 has the sample id 0x6, and 0x5 in the registry"},
+         false},
+    };
+    for (const Case &change : cases) {
+        Keeper keeper(Slots(Fan()));
+        ASSERT_EQ(keeper.Lock().exitCode, 0);
+        keeper.Change(change.body);
+        const Texts found = keeper.Findings();
+        bool isSaid = found.size() >= change.findings.size();
+        for (size_t i = 0; isSaid && i < change.findings.size(); ++i)
+            isSaid = found[i].starts_with(change.findings[i]);
+        EXPECT_TRUE(isSaid) << change.findings.front() << "\n"
+                            << keeper.Run("check m").out << keeper.Run("check m").err;
+        const std::string before = keeper.Registry();
+        EXPECT_EQ(keeper.Lock().exitCode, change.isTaken ? 0 : 1) << change.findings.front();
+        EXPECT_EQ(keeper.Registry() == before, !change.isTaken) << change.findings.front();
+        EXPECT_EQ(keeper.Findings().empty(), change.isTaken) << change.findings.front();
+        const bool isTwice = change.findings.back().starts_with("twice") || change.body == Slots(Fan("0x10"));
+        EXPECT_EQ(keeper.Lock("--accept").exitCode, isTwice ? 1 : 0) << change.findings.front();
+        EXPECT_EQ(keeper.Findings().empty(), !isTwice) << change.findings.front();
+    }
+}
+
+TEST(InspectIds, AnIdThatWentIsReservedInAllLaterRevisions)
+{
+    Keeper keeper(Revision("2026-01-01") + Slots(Field("x", "2")));
+    ASSERT_EQ(keeper.Lock().exitCode, 0);
+    keeper.Change(Revision("2026-02-01") + Slots(""));
+    ASSERT_EQ(keeper.Lock().exitCode, 0);
+    const std::string reserved = R"({"class": 17, "field": 2, "path": "/m:box/slot/x", "gone": "2026-02-01"})";
+    EXPECT_NE(LineWith(keeper.Registry(), reserved), "") << keeper.Registry();
+    keeper.Change(Revision("2026-03-01") + Slots(Field("y", "4")));
+    ASSERT_EQ(keeper.Lock().exitCode, 0);
+    EXPECT_NE(LineWith(keeper.Registry(), reserved), "") << "the revision stays";
+    keeper.Change(Revision("2026-04-01") + Slots(Field("z", "2")));
+    const Result reused = keeper.Run("check m");
+    EXPECT_EQ(reused.exitCode, 1);
+    EXPECT_NE(LineWith(reused.out, "/m.yin:")
+                  .find("/m:box/slot/z: attribute id 2 of class 0x11 is reserved since revision "
+                        "2026-02-01 in the registry: it was that of /m:box/slot/x [reused]"),
+              std::string::npos)
+        << reused.out;
+    EXPECT_EQ(keeper.Lock().exitCode, 1);
+    /* The node itself may come back. */
+    keeper.Change(Revision("2026-05-01") + Slots(Field("x", "2") + Field("y", "4")));
+    EXPECT_EQ(keeper.Lock().exitCode, 0);
+    EXPECT_EQ(LineWith(keeper.Registry(), "gone"), "");
+}
+
+TEST(InspectIds, ADamagedRegistryIsRefusedWithThePlace)
+{
+    const auto with = [](const std::string &line) {
+        Texts lines = LOCKED;
+        lines.push_back(line);
+        return RegistryOf(lines);
+    };
+    const std::string good = RegistryOf(LOCKED);
+    const std::string fan = R"("class": 18, "path": "/m:box/slot/fan")";
+    const std::pair<std::string, std::string> cases[] = {
+        {"<<<<<<< HEAD\n" + good, ":1:1: '<<<<<<<' is the mark of a merge conflict"},
+        {good.substr(0, good.size() / 2), ": Missing a"},
+        {good.substr(0, good.size() - 5), ":12:63: "},
+        {with(LOCKED[3]),
+         ":13:5: attribute id 1 of class 0x11 stands for /m:box/slot/n and for /m:box/slot/n (line 8)"},
+        {with(fan), ":13:5: class id 0x12 stands twice for /m:box/slot/fan (line 10)"},
+        {with(R"("class": 18, "path": "/m:other")"),
+         ":13:5: class id 0x12 stands for /m:box/slot/fan and for /m:other (line 10)"},
+        {with(R"("class": 19, "path": "/m:box/slot/fan")"),
+         ":13:5: /m:box/slot/fan has the class ids 0x12 and 0x13 (line 10)"},
+        {with(R"("class": 17, "field": 1, "path": "/m:box/slot/x")"),
+         ":13:5: attribute id 1 of class 0x11 stands for /m:box/slot/n and for /m:box/slot/x (line 8)"},
+        {with(R"("class": 17, "field": 7, "path": "/m:box/slot/n")"),
+         ":13:5: /m:box/slot/n has the attribute ids 1 and 7 in class 0x11 (line 8)"},
+        {with(R"("class": 99, "field": 1, "path": "/m:x")"), ":13:5: attribute id 1 of class 0x63 has no class"},
+        {with(R"("class": 17, "field": 300, "path": "/m:x")"), ": 'field' is no 300"},
+        {with(R"("class": 17, "feild": 3)"), ": a registry has no 'feild' here"},
+        {with(R"("class": 17, "class": 17)"), ": 'class' stands twice"},
+        {with(R"("class": 20, "path": "x")"), ": a class has 'class' and a 'path' that begins with '/MODULE:'"},
+        {"{\"version\": 2, \"ranges\": [], \"ids\": []}", ": a registry of version 2 is none of this program's"},
+        {"{\"version\": 1, \"ids\": []}", ": a registry has 'version', 'ranges' and 'ids'"},
+        {RegistryOf({}, {R"("module": "a", "first": 9, "last": 12)", R"("module": "b", "first": 1, "last": 9)"}),
+         ":5:5: the ranges 0x1..0x9 of 'b' and 0x9..0xc of 'a' overlap (line 4)"},
+        {RegistryOf({}, {R"("module": "a", "first": 9, "last": 8)"}), ": this range ends before it begins"},
+    };
+    Keeper keeper(Slots(Fan()));
+    for (const auto &[text, error] : cases) {
+        keeper.SetRegistry(text);
+        for (const char *words : {"list", "check m", "lock m --accept"}) {
+            const Result result = keeper.Run(words);
+            EXPECT_EQ(result.exitCode, 3) << error;
+            EXPECT_NE(LineWith(result.err, keeper.dir.Path() + "/korv-ids.json" + error), "") << error << "\n"
+                                                                                              << result.err;
+        }
+        EXPECT_EQ(keeper.Registry(), text);
+    }
+}
+
+TEST(InspectIds, NewClassIdsComeFromTheRangesOfTheirModule)
+{
+    Keeper keeper(Slots(""));
+    EXPECT_EQ(keeper.Run("lock --range m=0x10..0x1f --range other=0x20..0x2f").exitCode, 0);
+    const Result overlap = keeper.Run("lock --range third=0x1f..0x20");
+    EXPECT_EQ(overlap.exitCode, 1);
+    EXPECT_NE(LineWith(overlap.err, "the range 0x1f..0x20 of 'third' overlaps 0x10..0x1f of 'm'"), "") << overlap.err;
+    EXPECT_EQ(keeper.Run("lock m --range m=0x10..0x1f").exitCode, 0) << "the same once more";
+    keeper.Change(Slots(Container("a", Class("0x20")) + Container("b", Class("0x30"))));
+    EXPECT_EQ(keeper.Findings(), (Texts{"range /m:box/slot/a: class id 0x20 is in the range of module 'other'",
+                                        "range /m:box/slot/b: class id 0x30 is in no range of module 'm'"}));
+    EXPECT_EQ(keeper.Run("list other").out, "range 0x20..0x2f  other\n");
+    for (const char *wrong : {"m", "m=1", "=1..2", "m=0..2", "m=3..2", "m=1..x"})
+        EXPECT_EQ(keeper.Lock(std::string("--range ") + wrong).exitCode, 2) << wrong;
+}
+
+TEST(InspectIds, ListShowsIdsAndPaths)
+{
+    Keeper keeper("");
+    keeper.SetRegistry(
+        RegistryOf({R"("class": 17, "path": "/m:b", "sample": 5)",
+                    R"("class": 17, "field": 2, "path": "/m:b/x", "gone": "2026-02-01")",
+                    R"("class": 17, "key": 9, "path": "/n:a/k")", R"("class": 18, "path": "/n:a", "gone": "")"}));
+    const std::pair<const char *, const char *> cases[] = {
+        {"",
+         "0x11     /m:b  sample 0x5\n  2      /m:b/x  reserved since 2026-02-01\n  key 9  /n:a/k\n"
+         "0x12     /n:a  reserved\n"},
+        {" --by path",
+         "/m:b    0x11  sample 0x5\n/m:b/x  0x11 2  reserved since 2026-02-01\n/n:a    0x12  reserved\n"
+         "/n:a/k  0x11 key 9\n"},
+        {" n", "0x12  /n:a  reserved\n"},
+        {" --format csv",
+         "kind,class_id,field_id,path,sample_id,reserved,gone\nclass,17,0,/m:b,5,false,\n"
+         "leaf,17,2,/m:b/x,0,true,2026-02-01\nancestor-key,17,9,/n:a/k,0,false,\n"
+         "class,18,0,/n:a,0,true,\n"},
+    };
+    for (const auto &[words, out] : cases)
+        EXPECT_EQ(keeper.Run(std::string("list") + words).out, out) << words;
+}
+
+TEST(InspectIds, WhatCannotBeDoneIsSaidAndLeavesNothing)
+{
+    const Keeper keeper(Slots(""));
+    const std::tuple<const char *, int, const char *> cases[] = {
+        {"lok m", 2, "there is no action 'lok': did you mean 'lock'?"},
+        {"lock", 2, "name the modules, or give --all"},
+        {"check m --accept", 2, "--accept is an option of 'ids lock'"},
+        {"check m --format csv", 2, "'ids list' alone writes csv"},
+        {"lock m none", 3, "module 'none' cannot be loaded"},
+        {"lock m --registry no/such/dir/ids.json", 1, "cannot write 'no/such/dir/ids.json': No such file or directory"},
+        {"lock m --registry examples", 3, "cannot read the registry 'examples'"},
+    };
+    for (const auto &[words, exitCode, text] : cases) {
+        const Result result = keeper.Run(words);
+        EXPECT_EQ(result.exitCode, exitCode) << words << result.out;
+        EXPECT_NE(LineWith(result.err, text), "") << result.err;
+        EXPECT_EQ(keeper.Registry(), "") << words;
+    }
+}
+
+} // namespace
