@@ -37,6 +37,7 @@ struct IdsActionEntry {
     std::unique_ptr<IdsAction> (*make)();
 };
 
+extern const IdsActionEntry IDS_ASSIGN;
 extern const IdsActionEntry IDS_LOCK;
 extern const IdsActionEntry IDS_CHECK;
 extern const IdsActionEntry IDS_LIST;

@@ -14,6 +14,7 @@ namespace inspect {
 namespace {
 
 constexpr const char *HELP = R"(Actions:
+  assign  give ids to what has none, in the models' own files
   lock    write what the models' ids stand for into the registry, or extend it; ids that are
           gone from the models stay in it as reserved
   check   compare the models with the registry
@@ -29,7 +30,7 @@ Examples:
   korv-inspect ids check --all -d examples/yin --registry docs/models/korv-ids.json
   korv-inspect ids list --registry docs/models/korv-ids.json --by path)";
 
-constexpr std::array ACTIONS = {&IDS_LOCK, &IDS_CHECK, &IDS_LIST};
+constexpr std::array ACTIONS = {&IDS_ASSIGN, &IDS_LOCK, &IDS_CHECK, &IDS_LIST};
 
 /* What CLI11 says of a word that is no action; "" for one that is. */
 std::string ActionFault(const std::string &name)
@@ -64,7 +65,7 @@ void IdsCommand::AddTo(CLI::App *app)
 {
     app_ = app;
     app->add_option("ACTION", action_, "What to do")
-        ->option_text("lock|check|list")
+        ->option_text("assign|lock|check|list")
         ->required()
         ->check(CLI::Validator(ActionFault, ""));
     options_.models.AddCommon(app);

@@ -1,0 +1,28 @@
+/* A plan as edits of files, and files that are changed all together or not at all. */
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ids/assign/plan.h"
+#include "ids/assign/source_editor.h"
+
+namespace inspect::ids {
+
+struct FileChange {
+    std::string path;
+    std::string shown; /* as a person names it */
+    std::string before;
+    std::vector<Edit> edits;
+
+    std::string After() const { return Applied(before, edits); }
+};
+
+/* In the order of the modules and their files. Throws Failure for a file that cannot be changed. */
+std::vector<FileChange> ChangesOf(const Survey &survey, const Placement &placement, const Plan &plan);
+
+/* Writes all files, each by a new one that takes its name. Throws Failure when one cannot be written or has changed since it was
+ * read: all of them are then as they were. */
+void WriteChanges(const std::vector<FileChange> &changes);
+
+} // namespace inspect::ids

@@ -1,0 +1,50 @@
+/* Which nodes get which ids. */
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "ids/assign/placement.h"
+#include "ids/assign/survey.h"
+#include "ids/registry.h"
+
+namespace inspect::ids {
+
+/* Which containers become classes; lists always do. */
+enum class ClassRule : uint8_t {
+    Lists,       /* none */
+    LeafHolders, /* those with leaves */
+    All
+};
+
+struct AssignOptions {
+    ClassRule rule = ClassRule::LeafHolders;
+    std::vector<std::string> include{};             /* paths of nodes that become classes whatever the rule says */
+    std::vector<std::string> exclude{};             /* nothing at or below these paths gets ids */
+    std::map<std::string, std::string> datatypes{}; /* by type: "union", or "MODULE:TYPEDEF" */
+    uint32_t firstClassId = 0x1000;
+};
+
+/* A statement of the extension module that a node gets. */
+struct NewStatement {
+    std::string keyword;
+    std::string argument;
+    std::vector<NewStatement> nested{};
+};
+
+struct LeftOut {
+    uint32_t node;
+    std::string reason;
+};
+
+struct Plan {
+    std::map<uint32_t, std::vector<NewStatement>> statements; /* by node */
+    std::vector<LeftOut> leftOut;                             /* in the order of the nodes */
+};
+
+/* Throws Failure when class ids run out, or a path of the options is no node's. */
+Plan MakePlan(const Survey &survey, const Placement &placement, const Registry &registry, const AssignOptions &options);
+
+} // namespace inspect::ids

@@ -1,0 +1,369 @@
+/* ids assign: what gets which ids, and what else of a file may change (nothing). */
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "inspect/run_inspect.h"
+#include "support/models.h"
+
+using namespace test;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using Files = std::map<std::string, std::string>;
+
+class InspectIdsAssign : public ::testing::Test {
+  protected:
+    Result Run(const std::string &arguments) { return RunIn("korv-inspect ids assign " + arguments); }
+
+    Result RunIn(const std::string &command) { return RunShell("cd " + dir.Path() + " && " + command); }
+
+    std::string TextOf(const std::string &file)
+    {
+        std::ostringstream text;
+        text << std::ifstream(dir.Path() + "/" + file, std::ios::binary).rdbuf();
+        return text.str();
+    }
+
+    /* "m" in compact syntax with this body. */
+    void AddCompact(const std::string &body, const std::string &name = "m", const std::string &imports = "")
+    {
+        dir.AddFile(name + ".yang", "module " + name + " {\n  namespace \"urn:" + name + "\";\n  prefix " + name +
+                                        ";\n" + imports + body + "}\n");
+    }
+
+    /* What `tree` shows of a module's classes and attributes; the module must load. */
+    std::string Tree(const std::string &module, const std::string &options = "")
+    {
+        const Result result = RunIn("korv-inspect tree " + module + " " + options);
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+        return result.out.substr(result.out.find("\n\n") + 2);
+    }
+
+    ModelDir dir;
+};
+
+TEST_F(InspectIdsAssign, ChangesNothingButWhatItAdds)
+{
+    struct Case {
+        const char *file;
+        std::string before;
+        std::string after;
+    };
+    const std::string yin = R"(<?xml version="1.0" encoding="ISO-8859-1"?>
+<module name="m"
+        xmlns="urn:ietf:params:xml:ns:yang:yin:1"
+        xmlns:m="urn:m">
+	<namespace uri="urn:m"/><prefix value="m"/> <!-- head: )"
+                            "\xE9"
+                            R"( -->
+	<grouping name="g"><leaf name="x"><type name="string"/></leaf></grouping>
+	<container name='a>b' ></container>
+	<container name="c"> <!-- two
+	  lines --><uses name="g" /></container>
+	<container name="d"><uses name="g"/></container>
+</module>
+)";
+    std::string wantedYin = yin;
+    auto replace = [&wantedYin](const std::string &part, const std::string &other) {
+        wantedYin.replace(wantedYin.find(part), part.size(), other);
+    };
+    replace("        xmlns:m=\"urn:m\"",
+            "        xmlns:m=\"urn:m\"\n        xmlns:mimext=\"urn:quelvo:yang:mim-extensions\"");
+    replace("<prefix value=\"m\"/>",
+            "<prefix value=\"m\"/><import module=\"quelvo-mim-extensions\"><prefix value=\"mimext\"/></import>");
+    replace("<container name=\"c\">", "<container name=\"c\"><mimext:class-id value=\"0x1000\"/>");
+    replace("<uses name=\"g\" />",
+            "<uses name=\"g\" >\n\t\t<refine target-node=\"x\">\n\t\t\t<mimext:field-id "
+            "value=\"1\"/>\n\t\t</refine>\n\t  </uses>");
+    replace("<container name=\"d\"><uses name=\"g\"/>",
+            "<container name=\"d\"><mimext:class-id value=\"0x1001\"/><uses name=\"g\">\n\t\t<refine "
+            "target-node=\"x\">\n\t\t\t<mimext:field-id value=\"1\"/>\n\t\t</refine>\n\t</uses>");
+    std::string plainYin = yin;
+    for (std::string *text : {&plainYin, &wantedYin}) /* a name that XML alone allows */
+        text->erase(text->find("\t<container name='a>b' ></container>\n"), 37);
+
+    const Case cases[] = {
+        {"m.yang",
+         "module m { // head\r\n"
+         "    namespace \"urn:m\"; prefix m;\r\n"
+         "    import quelvo-mim-extensions { prefix x; }\r\n"
+         "    container c\r\n"
+         "    { /* one */ // two\r\n"
+         "        leaf a { type string; } leaf b {type uint8;}\r\n"
+         "        leaf c { // kept\r\n"
+         "            type string;\r\n"
+         "            x:field-id 7;\r\n"
+         "        }\r\n"
+         "    }\r\n"
+         "}",
+         "module m { // head\r\n"
+         "    namespace \"urn:m\"; prefix m;\r\n"
+         "    import quelvo-mim-extensions { prefix x; }\r\n"
+         "    container c\r\n"
+         "    { /* one */ // two\r\n"
+         "        x:class-id 0x1000;\r\n"
+         "        leaf a { x:field-id 8; type string; } leaf b { x:field-id 9; type uint8;}\r\n"
+         "        leaf c { // kept\r\n"
+         "            type string;\r\n"
+         "            x:field-id 7;\r\n"
+         "        }\r\n"
+         "    }\r\n"
+         "}"},
+        {"m.yang",
+         "module m {\n\tnamespace 'urn:m';\n\tprefix mimext;\n\n\tgrouping g { container \"in\" + 'ner' { leaf x { "
+         "type empty; } } }\n"
+         "\tcontainer c { uses g { refine inner { description 'd'; } } }\n\tcontainer d { uses g; }\n}\n",
+         "module m {\n\tnamespace 'urn:m';\n\tprefix mimext;\n\timport quelvo-mim-extensions {\n\t\tprefix "
+         "mimext2;\n\t}\n\n\tgrouping g { container \"in\" + 'ner' { leaf x { type empty; } } }\n"
+         "\tcontainer c { uses g { refine \"inner/x\" { mimext2:field-id 1; mimext2:datatype-id 0x40; } refine inner { "
+         "mimext2:class-id 0x1000; description 'd'; } } }\n"
+         "\tcontainer d { uses g {\n\t\trefine \"inner\" {\n\t\t\tmimext2:class-id 0x1001;\n\t\t}\n\t\trefine "
+         "\"inner/x\" "
+         "{\n\t\t\tmimext2:field-id 1;\n\t\t\tmimext2:datatype-id 0x40;\n\t\t}\n\t} }\n}\n"},
+        {"m.yin", plainYin, wantedYin},
+    };
+    for (const Case &one : cases) {
+        fs::remove(dir.Path() + "/m.yang");
+        dir.AddFile(one.file, one.before);
+        const Result dry = Run("m --datatype empty=0x40 --dry-run");
+        EXPECT_EQ(dry.exitCode, 0) << dry.err;
+        EXPECT_EQ(TextOf(one.file), one.before);
+        EXPECT_EQ(Run("m --datatype empty=0x40").exitCode, 0);
+        EXPECT_EQ(TextOf(one.file), one.after);
+        EXPECT_EQ(RunIn("korv-inspect check m").exitCode, 0);
+        EXPECT_EQ(Run("m --datatype empty=0x40").out, "1 module: nothing to do\n");
+        EXPECT_EQ(TextOf(one.file), one.after);
+
+        dir.AddFile(one.file, one.before); /* the diff says the same */
+        std::ofstream(dir.Path() + "/diff", std::ios::binary) << dry.out;
+        const Result patch = RunIn("git apply -p0 --whitespace=nowarn diff");
+        EXPECT_EQ(patch.exitCode, 0) << patch.err << dry.out;
+        EXPECT_EQ(TextOf(one.file), one.after);
+    }
+}
+
+TEST_F(InspectIdsAssign, Utf16StaysUtf16)
+{
+    const std::string yin =
+        "<module name='m' xmlns='urn:ietf:params:xml:ns:yang:yin:1'>\n  <namespace uri='urn:m'/>\n"
+        "  <prefix value='m'/>\n  <container name='c'>\n    <leaf name='l'>\n      <type "
+        "name='string'/>\n    </leaf>\n  </container>\n</module>\n";
+    for (const bool isBig : {false, true}) {
+        std::string wide = isBig ? "\xFE\xFF" : "\xFF\xFE";
+        for (const char c : yin)
+            wide += isBig ? std::string{'\0', c} : std::string{c, '\0'};
+        dir.AddFile("m.yin", wide);
+        EXPECT_EQ(Run("m").exitCode, 0);
+        const std::string after = TextOf("m.yin");
+        EXPECT_EQ(after.substr(0, 2), wide.substr(0, 2));
+        EXPECT_EQ(after.size() % 2, 0U);
+        EXPECT_EQ(Tree("m"), "c      class 0x1000\n  - l  1  string\n");
+    }
+}
+
+/* Keys first, then what the classes above give, then the rest; leaves of cases belong to the class around. */
+TEST_F(InspectIdsAssign, GivesKeysOfClassesAboveOverLevelsAndModules)
+{
+    AddCompact(
+        "  container top {\n    list a {\n      key \"k2 k1\";\n      leaf z { type string; }\n"
+        "      leaf k1 { type string; mimext:name2id-key-fid 9; }\n      leaf k2 { type uint8; }\n"
+        "      choice way { case one { leaf w { type int8; } } leaf v { type int16; } }\n"
+        "      container same { mimext:class-id 0x50; leaf s { type string; }\n"
+        "        list b { key n; leaf n { type uint16; } leaf-list ll { type string; } } }\n    }\n  }\n",
+        "m", "  import quelvo-mim-extensions { prefix mimext; }\n");
+    AddCompact(
+        "  augment \"/m:top/m:a/m:same/m:b\" {\n    container c { leaf l { type string; } }\n"
+        "    leaf extra { type string; }\n  }\n",
+        "n", "  import m { prefix m; }\n");
+    std::string text = TextOf("m.yang"); /* the class that goes on below itself */
+    text.replace(text.find("list a {"), 8, "list a { mimext:class-id 0x50;");
+    dir.AddFile("m.yang", text);
+    const Result result = Run("--all");
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(Tree("m", "--load n"), R"(top
+  a            class 0x50  keys 10 11
+    - z        12  string
+    * k1       10  string  index map 9
+    * k2       11  uint8
+    choice way
+      case one
+        - w    13  int8
+      case v
+        - v    14  int16
+    same       class 0x50  keys 10 11
+      - s      15  string
+      b        class 0x51  key 1  ancestor keys 2 3
+        * n      1  uint16
+        - ll     -  string
+        - extra  4  string  (n)
+        c      class 0x1000  ancestor keys 1 2 3  (n)
+          - l    4  string
+)");
+    EXPECT_EQ(RunIn("korv-inspect check --all --strict").exitCode, 0);
+}
+
+TEST_F(InspectIdsAssign, LeavesOutWhatCannotBeAClassAndSaysWhy)
+{
+    std::string many;
+    std::string keys;
+    for (int i = 0; i < 17; ++i) {
+        many += " leaf k" + std::to_string(i) + " { type uint8; }";
+        keys += (i == 0 ? "k" : " k") + std::to_string(i);
+    }
+    std::string wide;
+    for (int i = 0; i < 256; ++i)
+        wide += " leaf l" + std::to_string(i) + " { type uint8; }";
+    AddCompact(
+        "  list top { key k; leaf k { type string; } }\n"
+        "  container c {\n    list u { key k; leaf k { type union { type string; type int8; } } }\n"
+        "    list many { key \"" +
+        keys + "\";" + many + " }\n    container wide {" + wide +
+        " }\n"
+        "    container held { leaf f { type string; } leaf e { type empty; } }\n"
+        "    action act { input { list in { key k; leaf k { type string; } } } }\n  }\n");
+    dir.AddFile("m.yang", "module m { yang-version 1.1;" + TextOf("m.yang").substr(10));
+    const rapidjson::Document json = Json(Run("m --format json"));
+    std::string reasons;
+    for (const rapidjson::Value &node : json["nodes_left_out"].GetArray())
+        reasons += std::string(node["path"].GetString()) + ": " + node["reason"].GetString() + "\n";
+    EXPECT_EQ(reasons, R"(/m:top: no tree holds it: it is not below a container at a module's top
+/m:c/u: its key 'k' is of type union, for which there is no datatype
+/m:c/many: it has 17 keys, a class has at most 16
+/m:c/wide: it has 256 leaves, a class has at most 255
+/m:c/held/e: it is of type empty, for which there is no datatype
+/m:c/act/input/in: no tree holds it: it is not below a container at a module's top
+)");
+    EXPECT_EQ(json["classes"].GetInt(), 1);
+    EXPECT_EQ(json["attributes"].GetInt(), 1);
+    EXPECT_EQ(json["left_out"].GetInt(), 6);
+    (void)Tree("m");
+}
+
+TEST_F(InspectIdsAssign, TwoUsesNeverShareAndImportedGroupingsStayAsTheyAre)
+{
+    const std::string body =
+        "  grouping once { container o { leaf x { type string; } } }\n"
+        "  grouping twice { list t { key k; leaf k { type string; } choice c { container d { leaf y { "
+        "type string; } } } } }\n";
+    AddCompact(body, "g");
+    AddCompact(body +
+                   "  grouping outer { uses twice; }\n  container top {\n    uses once;\n    uses outer;\n"
+                   "    container in { uses twice; uses g:once; }\n  }\n",
+               "m", "  import g { prefix g; }\n");
+    const std::string imported = TextOf("g.yang");
+    EXPECT_EQ(Run("m").exitCode, 0);
+    EXPECT_EQ(TextOf("g.yang"), imported);
+    EXPECT_NE(
+        TextOf("m.yang").find("grouping once { container o { mimext:class-id 0x1000; leaf x { mimext:field-id 1;"),
+        std::string::npos)
+        << TextOf("m.yang");
+    EXPECT_EQ(Tree("m"), R"(top
+  o              class 0x1000
+    - x          1  string
+  t              class 0x1001  key 1
+    * k          1  string
+    choice c
+      case d
+        d        class 0x1002  ancestor key 1
+          - y    2  string
+  in
+    t            class 0x1003  key 1
+      * k        1  string
+      choice c
+        case d
+          d      class 0x1004  ancestor key 1
+            - y  2  string
+    o            class 0x1005
+      - x        1  string
+)");
+}
+
+TEST_F(InspectIdsAssign, KeepsToTheRegistry)
+{
+    dir.AddFile("korv-ids.json", R"({
+  "version": 1,
+  "ranges": [
+    {"module": "m", "first": 16, "last": 18},
+    {"module": "other", "first": 4096, "last": 4097}
+  ],
+  "ids": [
+    {"class": 16, "path": "/m:gone", "gone": "2026-01-01"},
+    {"class": 18, "path": "/m:back"},
+    {"class": 18, "field": 1, "path": "/m:back/gone", "gone": ""},
+    {"class": 18, "field": 5, "path": "/m:back/l"}
+  ]
+}
+)");
+    AddCompact(
+        "  container gone { leaf l { type string; } }\n"
+        "  container back { leaf n { type string; } leaf l { type string; } }\n");
+    AddCompact("  container c { leaf l { type string; } }\n", "n");
+    const Result result = Run("m n");
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(Tree("m"),
+              "gone     class 0x11\n  - l    1  string\nback     class 0x12\n  - n    6  string\n  - l    5  string\n");
+    EXPECT_EQ(Tree("n"), "c      class 0x1002\n  - l  1  string\n");
+
+    AddCompact("  container a { leaf l { type string; } }\n  container b { leaf l { type string; } }\n");
+    const std::string before = TextOf("m.yang");
+    const Result full = Run("m");
+    EXPECT_EQ(full.exitCode, 1);
+    EXPECT_EQ(full.err,
+              "korv-inspect: module 'm' has no class id left in 0x10..0x12: give it a further range; nothing "
+              "is written\n");
+    EXPECT_EQ(TextOf("m.yang"), before);
+}
+
+TEST_F(InspectIdsAssign, RulesAndPathsChooseTheClasses)
+{
+    const std::string body =
+        "  container a { container b { list l { key k; leaf k { type string; } } leaf x { type "
+        "string; } } }\n";
+    const std::map<std::string, std::string> cases = {
+        {"", "/a/b /a/b/l "},
+        {"--classes lists", "/a/b/l "},
+        {"--classes all", "/a /a/b /a/b/l "},
+        {"--classes lists --include /m:a", "/a /a/b/l "},
+        {"--exclude /a/b/l", "/a/b "},
+    };
+    for (const auto &[options, expected] : cases) {
+        AddCompact(body);
+        EXPECT_EQ(Run("m " + options).exitCode, 0);
+        std::istringstream lines(RunIn("korv-inspect dump m | grep -v 'class 0x0 '").out);
+        std::string classes;
+        for (std::string line; std::getline(lines, line);)
+            classes += line.starts_with("/") ? line.substr(0, line.find(' ')) + " " : "";
+        EXPECT_EQ(classes, expected) << options;
+    }
+    AddCompact(body);
+    const Result missed = Run("m --exclude /a/c");
+    EXPECT_EQ(missed.exitCode, 2);
+    EXPECT_EQ(missed.err, "korv-inspect: there is no node /a/c in the models\n");
+}
+
+TEST_F(InspectIdsAssign, WritesAllFilesOrNone)
+{
+    AddCompact("  container c { leaf l { type string; } }\n");
+    AddCompact("  container c { leaf l { type strng; } }\n", "broken");
+    const std::string before = TextOf("m.yang");
+    EXPECT_EQ(Run("m broken").exitCode, 3);
+    EXPECT_EQ(TextOf("m.yang"), before);
+    if (geteuid() == 0)
+        GTEST_SKIP() << "root may write everything";
+    AddCompact("  container c { leaf l { type string; } }\n", "n");
+    fs::permissions(dir.Path() + "/n.yang", fs::perms::owner_read);
+    const Result result = Run("m n");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "korv-inspect: cannot write './n.yang': Permission denied; nothing is written\n");
+    EXPECT_EQ(TextOf("m.yang"), before);
+}
+
+} // namespace
