@@ -301,6 +301,9 @@ void Planner::CompleteClass(uint32_t index, uint32_t classId)
         made.ancestors = same.ancestors;
         if (!same.own.empty())
             made.own = same.own;
+        for (Key &key : made.own)
+            if (!same.own.empty()) /* the library looks for index maps among this node's own leaves */
+                key.name = key.id;
         made.trouble = same.trouble;
     } else {
         AddAncestors(index, &made);
