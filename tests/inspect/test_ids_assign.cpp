@@ -175,7 +175,7 @@ TEST_F(InspectIdsAssign, Utf16StaysUtf16)
 TEST_F(InspectIdsAssign, GivesKeysOfClassesAboveOverLevelsAndModules)
 {
     AddCompact(
-        "  container top {\n    list a {\n      key \"k2 k1\";\n      leaf z { type string; }\n"
+        "  container top {\n    list a {\n      key \"k2 k1\";\n      leaf z { type string; mimext:field-id 9; }\n"
         "      leaf k1 { type string; mimext:name2id-key-fid 9; }\n      leaf k2 { type uint8; }\n"
         "      choice way { case one { leaf w { type int8; } } leaf v { type int16; } }\n"
         "      container same { mimext:class-id 0x50; leaf s { type string; }\n"
@@ -192,16 +192,16 @@ TEST_F(InspectIdsAssign, GivesKeysOfClassesAboveOverLevelsAndModules)
     EXPECT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(Tree("m", "--load n"), R"(top
   a class 0x50 keys 10 11
-    - z 12 string
+    - z 9 string
     * k1 10 string index map 9
     * k2 11 uint8
     choice way
       case one
-        - w 13 int8
+        - w 12 int8
       case v
-        - v 14 int16
+        - v 13 int16
     same class 0x50 keys 10 11
-      - s 15 string
+      - s 14 string
       b class 0x1000 key 1 ancestor keys 2 3
         * n 1 uint16
         - ll - string
