@@ -104,7 +104,7 @@ class Comparison {
         if (same != nullptr)
             return Report(Kind::NotLocked, item,
                           "is reserved" + SinceText(*same) + " in the registry: the node is back");
-        if (LookAtOthers(item) || IsTwice(item))
+        if (IsTwice(item) || LookAtOthers(item))
             return;
         if (const Item *before = locked_.AtPathOf(item))
             return Report(Kind::Changed, item, "is " + NumberText(*before) + " in the registry");
