@@ -27,8 +27,9 @@ The registry is the file korv-ids.json in the directory that is searched first, 
 of them. With --accept the models are right, and what the registry has is reserved.
 
 Examples:
-  korv-inspect ids check --all -d examples/yin --registry docs/models/korv-ids.json
-  korv-inspect ids list --registry docs/models/korv-ids.json --by path)";
+  korv-inspect ids check --all -d examples/yin
+  korv-inspect ids list -d examples/yin --by path
+  korv-inspect ids assign --all -d examples/yin --dry-run)";
 
 constexpr std::array ACTIONS = {&IDS_ASSIGN, &IDS_LOCK, &IDS_CHECK, &IDS_LIST};
 
@@ -114,6 +115,7 @@ void RequireModules(const IdsOptions &options)
         throw CLI::ValidationError("name the modules, or give --all");
 }
 
-const CommandEntry IDS_COMMAND = {"ids", "Keep what ids stand for in a registry", HELP, Make<IdsCommand>};
+const CommandEntry IDS_COMMAND = {"ids", "Give ids, and keep what they stand for in a registry", HELP,
+                                  Make<IdsCommand>};
 
 } // namespace inspect

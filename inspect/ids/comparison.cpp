@@ -92,7 +92,10 @@ class Comparison {
         const Item &first = *same.front();
         if (&first == &item || AreOne(first, item))
             return false;
-        Report(Kind::Twice, item, "is also that of " + PathText(first));
+        const Item *before = locked_.AtPathOf(item);
+        Report(Kind::Twice, item,
+               "is also that of " + PathText(first) +
+                   (before != nullptr ? "; the registry has " + NumberText(*before) + " for this one" : ""));
         return true;
     }
 

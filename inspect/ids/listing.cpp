@@ -103,7 +103,7 @@ void ListText(const Registry &registry, By by)
         width = std::max(width, by == By::Id ? IdText(row, by).size() : row.Path().size());
     for (const Row &row : rows) {
         std::string line = by == By::Id ? IdText(row, by) : Printable(row.Path());
-        PadTo(&line, width, 2);
+        PadTo(&line, width, 0);
         line += "  " + (by == By::Id ? Printable(row.Path()) : IdText(row, by));
         if (row.Sample() != 0)
             line += "  sample " + Hex(row.Sample());

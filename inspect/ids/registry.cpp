@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <tuple>
 
+#include "base/text.h"
+
 namespace inspect::ids {
 namespace {
 
@@ -69,18 +71,18 @@ std::string LineOf(const RangeEntry &entry)
 {
     Line line;
     line.Text("module", entry.module);
-    line.Number("first", entry.first);
-    line.Number("last", entry.last);
+    line.Text("first", Hex(entry.first));
+    line.Text("last", Hex(entry.last));
     return line.End();
 }
 
 std::string LineOf(const ClassEntry &entry)
 {
     Line line;
-    line.Number("class", entry.id);
+    line.Text("class", Hex(entry.id));
     line.Text("path", entry.path);
     if (entry.sample != 0)
-        line.Number("sample", entry.sample);
+        line.Text("sample", Hex(entry.sample));
     line.Gone(entry.gone);
     return line.End();
 }
@@ -88,7 +90,7 @@ std::string LineOf(const ClassEntry &entry)
 std::string LineOf(const FieldEntry &entry)
 {
     Line line;
-    line.Number("class", entry.classId);
+    line.Text("class", Hex(entry.classId));
     line.Number(entry.isAncestorKey ? "key" : "field", entry.id);
     line.Text("path", entry.path);
     line.Gone(entry.gone);

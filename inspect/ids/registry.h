@@ -1,5 +1,6 @@
 /* The registry of ids: what each class id and attribute id was given to, for as long as there are data with it. What is no
- * longer in the models stays as reserved. It is a JSON file beside the models, one id a line. */
+ * longer in the models stays as reserved. It is a JSON file beside the models, one id a line; class ids stand in
+ * it as in models, "0x1000". */
 #pragma once
 
 #include <cstdint>

@@ -4,12 +4,16 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "ids/node_path.h"
 #include "ids/registry.h"
 #include "ids/registry_rules.h"
 
 namespace inspect::ids {
 namespace {
+
+constexpr unsigned MAX_FIELD = 255;
 
 using Memory = rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream>;
 
@@ -83,6 +87,8 @@ class Handler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> 
             entry_.path.assign(text, size);
         else if (key_ == "gone")
             entry_.gone = std::string(text, size);
+        else if (uint32_t *member = HexMember())
+            return SetHex(std::string(text, size), member);
         else
             return Refuse("'" + key_ + "' is a number");
         return true;
@@ -95,16 +101,10 @@ class Handler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> 
                    Refuse("a registry of version " + std::to_string(number) + " is none of this program's");
         if (state_ != State::Entry)
             return Refuse("this number has no place in a registry");
-        uint32_t *member = key_ == "first"    ? &entry_.first
-                           : key_ == "last"   ? &entry_.last
-                           : key_ == "class"  ? &entry_.classId
-                           : key_ == "field"  ? &entry_.field
-                           : key_ == "key"    ? &entry_.key
-                           : key_ == "sample" ? &entry_.sample
-                                              : nullptr;
+        uint32_t *member = key_ == "field" ? &entry_.field : key_ == "key" ? &entry_.key : nullptr;
         if (member == nullptr)
             return Refuse("'" + key_ + "' is a text");
-        if (number == 0 || ((member == &entry_.field || member == &entry_.key) && number > 255))
+        if (number == 0 || number > MAX_FIELD)
             return Refuse("'" + key_ + "' is no " + std::to_string(number));
         *member = number;
         return true;
@@ -153,6 +153,22 @@ class Handler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> 
         line_ += static_cast<uint32_t>(std::count(counted_, end, '\n'));
         counted_ = end;
         return line_;
+    }
+
+    /* The member that has its number as models write it, "0x1000"; null for another key. */
+    uint32_t *HexMember()
+    {
+        return key_ == "first"    ? &entry_.first
+               : key_ == "last"   ? &entry_.last
+               : key_ == "class"  ? &entry_.classId
+               : key_ == "sample" ? &entry_.sample
+                                  : nullptr;
+    }
+
+    bool SetHex(const std::string &text, uint32_t *member)
+    {
+        *member = ReadNumber(text).value;
+        return (*member != 0 && Hex(*member) == text) || Refuse("'" + key_ + "' is no '" + text + "'");
     }
 
     bool AddRange()

@@ -52,7 +52,11 @@ _korv_inspect() {
         formats+=" github sarif junit gitlab"
         ;;
     diff) options+=" --old --new --dir --against --all --by --rules" ;;
-    ids) options+=" --dir --as --all --registry --accept --range --by" formats+=" csv" ;;
+    ids)
+        options+=" --dir --as --all --registry --accept --range --by --classes --include --exclude --datatype"
+        options+=" --first-class --dry-run"
+        formats+=" csv"
+        ;;
     convert) options="--config --no-config --output --to --dir --recursive --help" ;;
     find | walk | enums | modules) options+=" --dir --as" ;;
     *) return ;;
@@ -84,11 +88,15 @@ _korv_inspect() {
         mapfile -t COMPREPLY < <(compgen -W "path id" -- "$cur")
         return
         ;;
-    ids)
-        mapfile -t COMPREPLY < <(compgen -W "lock check list" -- "$cur")
+    --classes)
+        mapfile -t COMPREPLY < <(compgen -W "lists leaf-holders all" -- "$cur")
         return
         ;;
-    --path | --depth | --augment | --against | --range) return ;;
+    ids)
+        mapfile -t COMPREPLY < <(compgen -W "assign lock check list" -- "$cur")
+        return
+        ;;
+    --path | --depth | --augment | --against | --range | --include | --exclude | --datatype | --first-class) return ;;
     esac
     if [[ $cur == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")

@@ -294,14 +294,14 @@ TEST_F(InspectIdsAssign, KeepsToTheRegistry)
     dir.AddFile("korv-ids.json", R"({
   "version": 1,
   "ranges": [
-    {"module": "m", "first": 16, "last": 18},
-    {"module": "other", "first": 4096, "last": 4097}
+    {"module": "m", "first": "0x10", "last": "0x12"},
+    {"module": "other", "first": "0x1000", "last": "0x1001"}
   ],
   "ids": [
-    {"class": 16, "path": "/m:gone", "gone": "2026-01-01"},
-    {"class": 18, "path": "/m:back"},
-    {"class": 18, "field": 1, "path": "/m:back/gone", "gone": ""},
-    {"class": 18, "field": 5, "path": "/m:back/l"}
+    {"class": "0x10", "path": "/m:gone", "gone": "2026-01-01"},
+    {"class": "0x12", "path": "/m:back"},
+    {"class": "0x12", "field": 1, "path": "/m:back/gone", "gone": ""},
+    {"class": "0x12", "field": 5, "path": "/m:back/l"}
   ]
 }
 )");

@@ -112,7 +112,8 @@ TEST(InspectJson, EveryCommandWritesWhatItsSchemaSays)
                                         "diff --all examples/yin " + odd.Path() + " --format json"})
         validation.Add(negative.substr(0, negative.find(' ')), "korv-inspect " + negative);
     const std::string registry = " --registry " + odd.Path() + "/ids.json";
-    for (const char *ids : {"ids lock example-interfaces --range m=1..9", "ids list", "ids check --all", "ids lock --all"})
+    for (const char *ids : {"ids lock example-interfaces --range m=1..9", "ids list", "ids check --all",
+                            "ids lock --all", "ids assign example-interfaces --dry-run"})
         validation.Add("ids", std::string("korv-inspect ") + ids + examples + registry);
     EXPECT_EQ(validation.Violations(), "");
     EXPECT_EQ(validation.Seen(),

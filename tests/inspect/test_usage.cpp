@@ -223,7 +223,8 @@ TEST(InspectUsage, HelpHasExamplesThatWork)
 {
     EXPECT_EQ(RunShell("korv-inspect --version").out,
               "korv-inspect " KORV_LIB_YANG_VERSION " with libkorv_libyang " KORV_LIB_YANG_VERSION "\n");
-    for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "ids", "convert"}) {
+    for (const char *command :
+         {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "ids", "convert"}) {
         const Result help = Inspect({command, "--help"});
         EXPECT_EQ(help.exitCode, 0);
         EXPECT_NE(LineWith(help.out, " [OPTIONS]"), "");
@@ -298,7 +299,8 @@ TEST(InspectUsage, CompletesCommandsOptionsFormatsAndModules)
     RunShell("mkdir '" + dir.Path() + "/a b' && touch '" + dir.Path() + "/a b/some.yin'");
     EXPECT_EQ(Completed("korv-inspect tree -d \"" + dir.Path() + "/a\\ b\" s"), "some\n");
     /* Every option that completion offers is one, and every command is offered. */
-    for (const char *command : {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "ids", "convert"}) {
+    for (const char *command :
+         {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "ids", "convert"}) {
         const std::string help = Inspect({command, "--help"}).out + Inspect({"--help"}).out;
         std::istringstream offered(Completed(std::string("korv-inspect ") + command + " --"));
         for (std::string option; offered >> option;)
