@@ -23,7 +23,7 @@ struct SearchDirs {
     std::map<std::string, std::string> shown; /* names of files and directories that a person names in another way */
 
     /* Those of -d, each first in its list, and behind it the folders below that are searched as well. They are among `dirs`.
-     * `check --all` is about the modules in them. */
+     * `--all` is about the modules in them. */
     std::vector<std::vector<std::string>> own;
 };
 

@@ -5,9 +5,9 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 #include "base/failure.h"
 
@@ -16,27 +16,30 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void Fail(const std::string &path, int error)
+[[noreturn]] void Fail(const std::string &shown, int error)
 {
-    throw BrokenRun("cannot write '" + path + "': " + std::strerror(error));
+    throw BrokenRun("cannot write '" + shown + "': " + std::strerror(error));
 }
 
-bool WriteAll(FILE *file, const std::string &text)
+/* Nonzero: an errno value. */
+int WriteAll(FILE *file, const std::function<void(FILE *)> &print)
 {
-    bool written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-    int error = errno;
-    if (std::fclose(file) != 0)
-        return false;
-    errno = error;
-    return written;
+    errno = 0;
+    print(file);
+    int error = std::ferror(file) != 0 ? errno : 0;
+    if (std::fclose(file) != 0 && error == 0)
+        error = errno;
+    return error;
 }
 
-/* What a new file gets, or the one that is there has. */
-mode_t ModeFor(const std::string &path)
+std::function<void(FILE *)> Printing(const std::string &text)
 {
-    struct stat status = {};
-    if (::stat(path.c_str(), &status) == 0)
-        return status.st_mode & 07777;
+    return [&text](FILE *file) { (void)std::fwrite(text.data(), 1, text.size(), file); };
+}
+
+/* The mode that a new file gets. */
+mode_t DefaultMode()
+{
     mode_t mask = ::umask(0);
     ::umask(mask);
     return 0666 & ~mask;
@@ -45,34 +48,72 @@ mode_t ModeFor(const std::string &path)
 void WriteDirectly(const std::string &path, const std::string &text)
 {
     FILE *file = std::fopen(path.c_str(), "wb");
-    if (file == nullptr || !WriteAll(file, text))
-        Fail(path, errno);
+    int error = file == nullptr ? errno : WriteAll(file, Printing(text));
+    if (error != 0)
+        Fail(path, error);
+}
+
+std::string Resolved(const std::string &path)
+{
+    std::error_code error;
+    fs::path resolved = fs::weakly_canonical(path, error); /* a link stays a link */
+    return error ? path : resolved.string();
 }
 
 } // namespace
+
+NewFile::NewFile(const std::string &path, std::string shown) : path_(Resolved(path)), shown_(std::move(shown)) {}
+
+NewFile::NewFile(NewFile &&other) noexcept
+    : path_(std::move(other.path_)), shown_(std::move(other.shown_)), name_(std::exchange(other.name_, ""))
+{
+}
+
+NewFile::~NewFile()
+{
+    if (!name_.empty())
+        std::remove(name_.c_str());
+}
+
+void NewFile::Write(const std::function<void(FILE *)> &print)
+{
+    struct stat status = {};
+    bool isThere = ::stat(path_.c_str(), &status) == 0;
+    if (isThere && ::access(path_.c_str(), W_OK) != 0) /* a new one in its place would go round that */
+        Fail(shown_, errno);
+    std::string name = path_ + ".XXXXXX";
+    int descriptor = ::mkstemp(name.data());
+    if (descriptor < 0)
+        Fail(shown_, errno);
+    name_ = name;
+    FILE *file = ::fdopen(descriptor, "wb");
+    if (file == nullptr) {
+        int error = errno;
+        ::close(descriptor);
+        Fail(shown_, error);
+    }
+    if (isThere && ::fchown(descriptor, status.st_uid, status.st_gid) != 0)
+        errno = 0; /* whoever is not its owner becomes it */
+    (void)::fchmod(descriptor, isThere ? status.st_mode & 07777 : DefaultMode());
+    if (int error = WriteAll(file, print); error != 0)
+        Fail(shown_, error);
+}
+
+void NewFile::TakeName()
+{
+    if (std::rename(name_.c_str(), path_.c_str()) != 0)
+        Fail(shown_, errno);
+    name_.clear();
+}
 
 void WriteOutputFile(const std::string &path, const std::string &text)
 {
     std::error_code error;
     if (fs::exists(path, error) && !fs::is_regular_file(path, error))
         return WriteDirectly(path, text);
-    fs::path resolved = fs::weakly_canonical(path, error); // a link stays a link
-    std::string target = error ? path : resolved.string();
-    std::string fresh = target + ".XXXXXX";
-    int descriptor = ::mkstemp(fresh.data());
-    if (descriptor < 0)
-        Fail(path, errno);
-    FILE *file = ::fdopen(descriptor, "wb");
-    bool written = file != nullptr && ::fchmod(descriptor, ModeFor(target)) == 0;
-    if (file == nullptr)
-        ::close(descriptor);
-    if (!written && file != nullptr)
-        std::fclose(file);
-    if (written && WriteAll(file, text) && std::rename(fresh.c_str(), target.c_str()) == 0)
-        return;
-    int why = errno;
-    std::remove(fresh.c_str());
-    Fail(path, why);
+    NewFile file(path, path);
+    file.Write(Printing(text));
+    file.TakeName();
 }
 
 } // namespace inspect

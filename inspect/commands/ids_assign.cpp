@@ -67,6 +67,8 @@ void AssignIds::ReadDatatypes()
 void AssignIds::Understand(const IdsOptions &options)
 {
     RequireModules(options);
+    if (options.models.TakesStandardInput())
+        throw CLI::ValidationError("'ids assign' changes files: standard input is none");
     Number first = ReadNumber(firstClass_);
     if (!first.wellFormed || !first.fits || first.value == 0)
         throw CLI::ValidationError("--first-class: '" + firstClass_ + "' is no class id");
@@ -85,20 +87,23 @@ int AssignIds::Run(const IdsOptions &options)
     ids::Placement placement(survey);
     ids::Plan plan = ids::MakePlan(survey, placement, registry, assign_);
     std::vector<ids::FileChange> changes = ids::ChangesOf(survey, placement, plan);
-    ids::AssignReport report = ids::MakeReport(survey, plan, changes);
-    report.isDryRun = isDryRun_;
+    ids::AssignReport report = ids::MakeReport(survey, plan, changes, isDryRun_);
+    for (const auto &[type, id] : assign_.datatypes)
+        if (std::string fault = ids::TypeFault(models, type); !fault.empty())
+            options.models.Request().notes.Say("datatype '" + type + "': " + fault);
     bool asJson = options.models.OutputFormat() == Format::Json;
     if (!isDryRun_)
         ids::WriteChanges(changes);
     else if (!asJson)
-        for (const ids::FileChange &change : changes) {
-            std::string diff = ids::UnifiedDiff(change);
-            std::fwrite(diff.data(), 1, diff.size(), stdout);
-        }
+        for (const ids::FileChange &change : changes)
+            ids::WriteUnifiedDiff(change, stdout);
+    std::fflush(stdout);
     if (asJson)
         ids::WriteReportJson(report);
     else
         ids::WriteReportText(report, isDryRun_ ? stderr : stdout);
+    if (!asJson && !isDryRun_ && !changes.empty())
+        std::printf("'korv-inspect ids lock' keeps these ids in '%s'\n", Printable(options.registry).c_str());
     return EXIT_OK;
 }
 

@@ -10,6 +10,7 @@
 #include "commands/ids_action.h"
 #include "ids/lock.h"
 #include "ids/session.h"
+#include "model/module_search.h"
 
 namespace inspect {
 namespace {
@@ -29,19 +30,41 @@ ids::RangeEntry ToRange(const std::string &text)
     return {text.substr(0, equals), first.value, last.value};
 }
 
-/* Entries of one side that the other has not, by whether they are reserved. */
+/* Entries of a registry, those that are reserved or the others. */
 struct Sum {
     size_t classes = 0;
     size_t attributes = 0;
+    size_t ancestorKeys = 0;
 
-    std::string Text() const { return Count(classes, "class") + " and " + Count(attributes, "attribute"); }
+    std::string Text() const
+    {
+        return Count(classes, "class") + ", " + Count(attributes, "attribute") + ", " +
+               Count(ancestorKeys, "ancestor key");
+    }
 };
 
 Sum SumOf(const ids::Registry &registry, bool reserved)
 {
-    auto counts = [reserved](const auto &entry) { return entry.gone.has_value() == reserved; };
-    return {static_cast<size_t>(std::count_if(registry.classes.begin(), registry.classes.end(), counts)),
-            static_cast<size_t>(std::count_if(registry.fields.begin(), registry.fields.end(), counts))};
+    Sum sum;
+    for (const ids::ClassEntry &entry : registry.classes)
+        sum.classes += entry.gone.has_value() == reserved ? 1 : 0;
+    for (const ids::FieldEntry &entry : registry.fields)
+        if (entry.gone.has_value() == reserved)
+            ++(entry.isAncestorKey ? sum.ancestorKeys : sum.attributes);
+    return sum;
+}
+
+/* A range may be given out before there is a file of its module. */
+void TellUnknown(const ModelRequest &request, const std::vector<ids::RangeEntry> &ranges)
+{
+    std::vector<std::string> names = ModuleNames(request.dirs);
+    for (const ids::RangeEntry &range : ranges) {
+        NearestName nearest(range.module);
+        for (const std::string &name : names)
+            nearest.Offer(name);
+        if (std::find(names.begin(), names.end(), range.module) == names.end())
+            request.notes.Say("--range: the directories have no module '" + range.module + "'" + nearest.Hint());
+    }
 }
 
 class LockIds final : public IdsAction {
@@ -91,7 +114,8 @@ void LockIds::AddRanges(ids::Registry *registry) const
         if (other != registry->ranges.end())
             throw Failure("the range " + Hex(range.first) + ".." + Hex(range.last) + " of '" + range.module +
                           "' overlaps " + Hex(other->first) + ".." + Hex(other->last) + " of '" + other->module +
-                          "': nothing is written");
+                          (other->line != 0 ? "' (line " + std::to_string(other->line) + ")" : "'") +
+                          ": nothing is written");
         registry->ranges.push_back(range);
         registry->Sort();
     }
@@ -115,8 +139,11 @@ void LockIds::Write(const IdsOptions &options, const std::vector<ids::Finding> &
         out.Member("written", isNew);
         out.Member("classes", live.classes);
         out.Member("attributes", live.attributes);
+        out.Member("ancestor_keys", live.ancestorKeys);
         out.Member("reserved_classes", reserved.classes);
         out.Member("reserved_attributes", reserved.attributes);
+        out.Member("reserved_ancestor_keys", reserved.ancestorKeys);
+        out.Member("ranges", made.ranges.size());
         ids::WriteJson(&out, refused);
         out.EndObject();
         return;
@@ -125,14 +152,15 @@ void LockIds::Write(const IdsOptions &options, const std::vector<ids::Finding> &
     if (!refused.empty())
         std::printf("%s: nothing is written\n", Count(refused.size(), "finding").c_str());
     else
-        std::printf("%s: %s; reserved: %s%s\n", Printable(options.registry).c_str(), live.Text().c_str(),
-                    reserved.Text().c_str(), isNew ? "" : " (as before)");
+        std::printf("%s: %s, %s; reserved: %s%s\n", Printable(options.registry).c_str(), live.Text().c_str(),
+                    Count(made.ranges.size(), "range").c_str(), reserved.Text().c_str(), isNew ? "" : " (as before)");
 }
 
 int LockIds::Run(const IdsOptions &options)
 {
     ids::Registry before = ids::LoadRegistry(options.registry, ids::IfMissing::Empty);
     ids::Registry made = before;
+    TellUnknown(options.models.Request(), ranges_);
     AddRanges(&made);
     std::vector<ids::Finding> findings;
     if (options.all || !options.models.Request().modules.empty()) {

@@ -75,18 +75,23 @@ Registry Narrowed(const Registry &registry, const std::vector<std::string> &modu
         return registry;
     std::set<std::string_view> wanted(modules.begin(), modules.end());
     Registry narrowed;
-    std::set<uint32_t> classes;
+    std::set<uint32_t> own;     /* classes of the modules */
+    std::set<uint32_t> extended; /* classes to which they add attributes */
     for (const RangeEntry &range : registry.ranges)
         if (wanted.contains(range.module))
             narrowed.ranges.push_back(range);
     for (const ClassEntry &entry : registry.classes)
-        if (wanted.contains(ModuleOfPath(entry.path))) {
-            narrowed.classes.push_back(entry);
-            classes.insert(entry.id);
-        }
+        if (wanted.contains(ModuleOfPath(entry.path)))
+            own.insert(entry.id);
     for (const FieldEntry &entry : registry.fields)
-        if (entry.isAncestorKey ? classes.contains(entry.classId) : wanted.contains(ModuleOfPath(entry.path)))
+        if (entry.isAncestorKey ? own.contains(entry.classId) : wanted.contains(ModuleOfPath(entry.path))) {
             narrowed.fields.push_back(entry);
+            if (!own.contains(entry.classId))
+                extended.insert(entry.classId);
+        }
+    for (const ClassEntry &entry : registry.classes)
+        if (extended.contains(entry.id) || wanted.contains(ModuleOfPath(entry.path)))
+            narrowed.classes.push_back(entry);
     return narrowed;
 }
 

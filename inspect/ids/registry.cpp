@@ -117,28 +117,6 @@ class Lines {
 
 } // namespace
 
-bool Registry::IsTaken(uint32_t classId) const
-{
-    return std::binary_search(classes.begin(), classes.end(), ClassEntry{.id = classId, .path = ""},
-                              [](const ClassEntry &left, const ClassEntry &right) { return left.id < right.id; });
-}
-
-bool Registry::IsTaken(uint32_t classId, uint32_t fieldId) const
-{
-    auto order = [](const FieldEntry &left, const FieldEntry &right) {
-        return std::tie(left.classId, left.id) < std::tie(right.classId, right.id);
-    };
-    return std::binary_search(fields.begin(), fields.end(), FieldEntry{.classId = classId, .id = fieldId, .path = ""},
-                              order);
-}
-
-const ClassEntry *Registry::FindPath(std::string_view path) const
-{
-    auto found = std::find_if(classes.begin(), classes.end(),
-                              [path](const ClassEntry &entry) { return !entry.gone && entry.path == path; });
-    return found != classes.end() ? &*found : nullptr;
-}
-
 std::vector<RangeEntry> Registry::RangesOf(std::string_view module) const
 {
     std::vector<RangeEntry> own;

@@ -47,13 +47,6 @@ struct Registry {
     std::vector<ClassEntry> classes;
     std::vector<FieldEntry> fields;
 
-    /* True if the id is somebody's, or reserved. */
-    bool IsTaken(uint32_t classId) const;
-    bool IsTaken(uint32_t classId, uint32_t fieldId) const;
-
-    /* The entry of a node that has not gone, or null; linear in the number of entries. */
-    const ClassEntry *FindPath(std::string_view path) const;
-
     /* The ranges of a module, by number. */
     std::vector<RangeEntry> RangesOf(std::string_view module) const;
 

@@ -14,6 +14,8 @@ namespace {
 Failure CannotRead(const std::string &path)
 {
     std::string why = errno != 0 ? std::string(": ") + std::strerror(errno) : "";
+    if (errno == ENOENT)
+        why += " ('ids lock' makes it)";
     return Failure("cannot read the registry '" + path + "'" + why, EXIT_NOT_LOADED);
 }
 

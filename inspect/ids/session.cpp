@@ -19,7 +19,7 @@ std::vector<ModuleKey> ModulesOf(const ModelRequest &request, bool all)
     if (!all)
         return request.modules;
     std::vector<ModuleKey> modules;
-    for (const std::string &name : ModuleNames(request.dirs))
+    for (const std::string &name : OwnModuleNames(request.dirs))
         if (!HoldsSubmodule(ModulePath(request.dirs, name)))
             modules.push_back({name, ""});
     if (modules.empty())

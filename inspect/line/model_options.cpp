@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+
 #include "line/search_dirs.h"
 
 namespace inspect {
@@ -115,6 +117,11 @@ void ModelOptions::Understand()
     for (const std::string &text : modules_)
         request_.modules.push_back(ToModuleKey(text));
     files_.AddTo(&request_.dirs);
+}
+
+bool ModelOptions::TakesStandardInput() const
+{
+    return std::find(modules_.begin(), modules_.end(), "-") != modules_.end();
 }
 
 ModelRequest ModelOptions::RequestWith(const std::vector<std::string> &dirs) const

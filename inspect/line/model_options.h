@@ -42,6 +42,7 @@ class ModelOptions {
     ModuleKey ToModuleKey(const std::string &text);
 
     const ModelRequest &Request() const { return request_; }
+    bool TakesStandardInput() const;
     bool IsRecursive() const { return recursive_; }
     const ModuleKey &Module() const { return request_.modules.front(); }
     const std::string &Path() const { return path_; }

@@ -49,6 +49,14 @@ std::vector<std::string> ModuleNames(const SearchDirs &dirs)
     return names;
 }
 
+std::vector<std::string> OwnModuleNames(const SearchDirs &dirs)
+{
+    SearchDirs own;
+    for (const std::vector<std::string> &group : dirs.own)
+        own.dirs.insert(own.dirs.end(), group.begin(), group.end());
+    return ModuleNames(own);
+}
+
 std::string ModulePath(const SearchDirs &dirs, const std::string &name)
 {
     Texts paths;

@@ -13,6 +13,9 @@ namespace inspect {
 /* Names of all modules and submodules that the directories have a file of, in the order of the alphabet. */
 std::vector<std::string> ModuleNames(const SearchDirs &dirs);
 
+/* The same of the directories of -d. */
+std::vector<std::string> OwnModuleNames(const SearchDirs &dirs);
+
 /* The file that a load by this name takes; "" when there is none. */
 std::string ModulePath(const SearchDirs &dirs, const std::string &name);
 

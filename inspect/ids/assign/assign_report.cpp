@@ -1,6 +1,8 @@
 #include "ids/assign/assign_report.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <map>
 
 #include "base/json_out.h"
 #include "base/text.h"
@@ -10,24 +12,18 @@
 namespace inspect::ids {
 namespace {
 
-void Count(const std::vector<NewStatement> &statements, ModuleSum *sum)
+void Count(const NewStatement &statement, ModuleSum *sum)
 {
-    for (const NewStatement &statement : statements) {
-        sum->classes += statement.keyword == CLASS_ID ? 1 : 0;
-        sum->attributes += statement.keyword == FIELD_ID ? 1 : 0;
-        sum->ancestorKeys += statement.keyword == ANCESTOR_KEY ? 1 : 0;
-        sum->datatypes += statement.keyword == DATATYPE_ID ? 1 : 0;
-    }
-}
-
-std::string ClassesText(size_t number)
-{
-    return number == 1 ? "1 class" : std::to_string(number) + " classes";
+    std::string_view keyword = statement.keyword;
+    sum->classes += keyword == CLASS_ID ? 1 : 0;
+    sum->attributes += keyword == FIELD_ID ? 1 : 0;
+    sum->ancestorKeys += keyword == ANCESTOR_KEY ? 1 : 0;
+    sum->datatypes += keyword == DATATYPE_ID ? 1 : 0;
 }
 
 std::string SumText(const ModuleSum &sum)
 {
-    return ClassesText(sum.classes) + ", " + inspect::Count(sum.attributes, "attribute") + ", " +
+    return inspect::Count(sum.classes, "class") + ", " + inspect::Count(sum.attributes, "attribute") + ", " +
            inspect::Count(sum.ancestorKeys, "ancestor key") + ", " + inspect::Count(sum.datatypes, "datatype") +
            (sum.leftOut != 0 ? "; left out: " + inspect::Count(sum.leftOut, "node") : "");
 }
@@ -54,24 +50,69 @@ void WriteSum(const ModuleSum &sum, JsonOut *out)
     out->Member("left_out", sum.leftOut);
 }
 
+/* Where statements stand when their file has changed. */
+class MovedPlaces {
+  public:
+    explicit MovedPlaces(const FileChange &change) : change_(change), text_(change.before)
+    {
+        for (const Edit &edit : change.edits)
+            lines_.push_back(lines_.back() +
+                             static_cast<uint32_t>(std::count(edit.text.begin(), edit.text.end(), '\n')));
+    }
+
+    /* Line and column of the statement at an offset of the old text. */
+    void Move(size_t offset, LeftOutNode *entry) const
+    {
+        const std::vector<Edit> &edits = change_.edits;
+        auto isBefore = [](const Edit &edit, size_t other) { return edit.offset < other; };
+        size_t at = text_.LineBegin(offset);
+        auto edit = std::lower_bound(edits.begin(), edits.end(), at, isBefore);
+        auto end = std::lower_bound(edit, edits.end(), offset + 1, isBefore);
+        entry->line += lines_[static_cast<size_t>(end - edits.begin())];
+        std::string line; /* the new text from the old line's begin on */
+        for (; edit != end; ++edit) {
+            line.append(change_.before.substr(at, edit->offset - at)).append(edit->text);
+            at = edit->offset + edit->length;
+        }
+        line.append(change_.before.substr(at, offset - at));
+        line.erase(0, line.rfind('\n') + 1);
+        auto isCharacter = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; };
+        if (!text_.IsWide())
+            entry->column = 1 + static_cast<uint32_t>(std::count_if(line.begin(), line.end(), isCharacter));
+    }
+
+  private:
+    const FileChange &change_;
+    SourceText text_;
+    std::vector<uint32_t> lines_ = {0}; /* how many the edits before each one add */
+};
+
 } // namespace
 
-AssignReport MakeReport(const Survey &survey, const Plan &plan, const std::vector<FileChange> &changes)
+AssignReport MakeReport(const Survey &survey, const Plan &plan, const std::vector<FileChange> &changes, bool isDryRun)
 {
     const std::vector<LoadedModule> &modules = survey.Models().Modules();
     std::vector<ModuleSum> sums(modules.size());
-    for (const auto &[node, statements] : plan.statements)
-        Count(statements, &sums[survey.At(node).module]);
+    for (const NewStatement &statement : plan.statements)
+        Count(statement, &sums[survey.At(statement.node).module]);
     AssignReport report;
+    report.isDryRun = isDryRun;
+    std::map<const QXYANG_FILE *, MovedPlaces> moved;
+    for (const FileChange &change : changes)
+        if (!isDryRun)
+            moved.emplace(change.file, change);
     Places places(survey.Models().Dirs());
     for (const LeftOut &left : plan.leftOut) {
         QY_NODE *node = survey.At(left.node).node;
         LeftOutNode entry = {survey.ModuleOf(left.node).name, PathOf(node), left.reason, "", 0, 0};
-        if (std::optional<Position> position = places.Of(node)) {
+        QXYANG_ORIGIN_S origin = OriginOf(node);
+        if (std::optional<Position> position = places.Of(origin)) {
             entry.file = position->file;
             entry.line = position->line;
             entry.column = position->column;
         }
+        if (auto found = moved.find(origin.pstFile); found != moved.end())
+            found->second.Move(origin.stPlace.uiOffset, &entry);
         ++sums[survey.At(left.node).module].leftOut;
         report.leftOut.push_back(std::move(entry));
     }
@@ -93,7 +134,7 @@ void WriteReportText(const AssignReport &report, FILE *out)
                      Printable(node.path).c_str(), Printable(node.reason).c_str());
     }
     for (const ModuleSum &sum : report.modules)
-        if (sum.classes + sum.attributes + sum.ancestorKeys + sum.datatypes + sum.leftOut != 0)
+        if (report.modules.size() > 1 && sum.classes + sum.attributes + sum.ancestorKeys + sum.datatypes + sum.leftOut != 0)
             std::fprintf(out, "%s: %s\n", Printable(sum.module).c_str(), SumText(sum).c_str());
     std::string modules = inspect::Count(report.modules.size(), "module");
     if (report.files.empty())

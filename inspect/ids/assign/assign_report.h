@@ -35,7 +35,8 @@ struct AssignReport {
     bool isDryRun = false;
 };
 
-AssignReport MakeReport(const Survey &survey, const Plan &plan, const std::vector<FileChange> &changes);
+/* Places are those in the changed files, or of a dry run in the files as they are. */
+AssignReport MakeReport(const Survey &survey, const Plan &plan, const std::vector<FileChange> &changes, bool isDryRun);
 
 void WriteReportText(const AssignReport &report, FILE *out);
 void WriteReportJson(const AssignReport &report);

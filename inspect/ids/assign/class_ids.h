@@ -20,7 +20,6 @@ class ClassIds {
 
     /* The id is used in a model; `module` "" for one that is not among those of the run. */
     void Take(uint32_t id, const std::string &module);
-    bool IsTaken(uint32_t id) const { return taken_.contains(id); }
 
     /* An id for the module, behind those that it has as long as there is room. Throws Failure when there is none left. */
     uint32_t Next(const std::string &module);
@@ -47,7 +46,6 @@ class ClassIds {
 class FieldIds {
   public:
     void Take(uint32_t id);
-    bool IsTaken(uint32_t id) const { return used_.test(id & 0xFFU); }
     size_t Room() const { return LAST - used_.count(); }
 
     /* The id behind the highest, or when that is 255 the lowest free one; 0 when there is none. */

@@ -1,104 +1,72 @@
 #include "ids/assign/file_changes.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
+#include <array>
 #include <cstdio>
-#include <cstring>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
-#include <utility>
 
 #include "base/failure.h"
+#include "base/output_file.h"
 #include "model/instance.h"
 
 namespace inspect::ids {
 namespace {
 
-namespace fs = std::filesystem;
+using Statements = std::span<const NewStatement>;
 
 /* What one file gets, by statement. */
 struct FilePlan {
-    std::map<uint32_t, std::vector<NewStatement>> statements;
+    std::vector<std::pair<uint32_t, Statements>> statements;
     std::map<uint32_t, std::vector<Refinement>> refinements;
 };
 
-/* A file beside another one; it goes unless it has taken that one's name. */
-class NewFile {
-  public:
-    explicit NewFile(const FileChange &change) : change_(change), name_(change.path + ".XXXXXX") {}
-    NewFile(NewFile &&other) noexcept
-        : change_(other.change_), name_(std::move(other.name_)), isMade_(std::exchange(other.isMade_, false))
-    {
-    }
-    NewFile(const NewFile &) = delete;
-    NewFile &operator=(const NewFile &) = delete;
-    ~NewFile()
-    {
-        if (isMade_)
-            std::remove(name_.c_str());
-    }
+void Print(std::string_view text, FILE *file)
+{
+    (void)std::fwrite(text.data(), 1, text.size(), file);
+}
 
-    void Write(const std::string &text)
-    {
-        struct stat status = {};
-        int descriptor = ::stat(change_.path.c_str(), &status) == 0 ? ::mkstemp(name_.data()) : -1;
-        if (descriptor < 0)
-            Fail();
-        isMade_ = true;
-        FILE *file = ::fdopen(descriptor, "wb");
-        if (file == nullptr) {
-            ::close(descriptor);
-            Fail();
-        }
-        bool isWritten = std::fwrite(text.data(), 1, text.size(), file) == text.size() &&
-                         ::fchmod(descriptor, status.st_mode & 07777) == 0;
-        if (std::fclose(file) != 0 || !isWritten)
-            Fail();
+void PrintChanged(const FileChange &change, FILE *file)
+{
+    size_t at = 0;
+    for (const Edit &edit : change.edits) {
+        Print(change.before.substr(at, edit.offset - at), file);
+        Print(edit.text, file);
+        at = edit.offset + edit.length;
     }
-
-    /* Not for a file that nobody may write: a new one in its place would go round that. */
-    void RequireWritable() const
-    {
-        if (::access(change_.path.c_str(), W_OK) != 0)
-            Fail();
-    }
-
-    bool TakeName()
-    {
-        isMade_ = std::rename(name_.c_str(), change_.path.c_str()) != 0;
-        return !isMade_;
-    }
-
-    [[noreturn]] void Fail() const
-    {
-        throw Failure("cannot write '" + change_.shown + "': " + std::strerror(errno) + "; nothing is written");
-    }
-
-  private:
-    const FileChange &change_;
-    std::string name_;
-    bool isMade_ = false;
-};
+    Print(change.before.substr(at), file);
+}
 
 void RequireUnchanged(const FileChange &change)
 {
     std::ifstream file(change.path, std::ios::binary);
-    std::string now{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!file.good() && !file.eof())
-        throw Failure("cannot read '" + change.shown + "' again: nothing is written");
-    if (now != change.before)
-        throw Failure("'" + change.shown + "' has changed while it was read: nothing is written");
+    if (!file)
+        throw Failure("cannot read '" + change.shown + "' again");
+    std::array<char, 65536> block = {};
+    std::string_view left = change.before;
+    bool isSame = true;
+    while (isSame && file) {
+        file.read(block.data(), block.size());
+        std::string_view now(block.data(), static_cast<size_t>(file.gcount()));
+        isSame = left.starts_with(now);
+        left.remove_prefix(isSame ? now.size() : 0);
+    }
+    if (!isSame || !left.empty())
+        throw Failure("'" + change.shown + "' has changed while it was read");
 }
 
-std::string Resolved(const std::string &path)
+/* Gives those that have changed back what they held; returns what to say of it. */
+std::string Undone(const std::vector<FileChange> &changes, size_t count)
 {
-    std::error_code error;
-    fs::path resolved = fs::canonical(path, error); /* a link stays a link */
-    return error ? path : resolved.string();
+    std::string lost;
+    for (size_t i = 0; i < count; ++i)
+        try {
+            NewFile old(changes[i].path, changes[i].shown);
+            old.Write([&](FILE *file) { Print(changes[i].before, file); });
+            old.TakeName();
+        } catch (const Failure &failure) {
+            lost += std::string(lost.empty() ? "" : ", ") + failure.what();
+        }
+    return lost.empty() ? "nothing is written" : "files are changed that cannot be changed back: " + lost;
 }
 
 } // namespace
@@ -106,13 +74,17 @@ std::string Resolved(const std::string &path)
 std::vector<FileChange> ChangesOf(const Survey &survey, const Placement &placement, const Plan &plan)
 {
     std::map<const QXYANG_FILE *, FilePlan> plans;
-    for (const auto &[node, statements] : plan.statements) {
+    for (size_t begin = 0, end = 0; begin < plan.statements.size(); begin = end) {
+        uint32_t node = plan.statements[begin].node;
+        while (end < plan.statements.size() && plan.statements[end].node == node)
+            ++end;
         std::optional<Target> target = placement.Of(node);
-        if (!target || statements.empty())
+        if (!target)
             continue;
+        Statements statements(&plan.statements[begin], end - begin);
         FilePlan *file = &plans[target->spot.file];
         if (target->refine.empty())
-            file->statements[target->spot.statement] = statements;
+            file->statements.emplace_back(target->spot.statement, statements);
         else
             file->refinements[target->spot.statement].push_back({target->refine, statements});
     }
@@ -128,33 +100,26 @@ std::vector<FileChange> ChangesOf(const Survey &survey, const Placement &placeme
                 editor.Insert(statement, added);
             for (const auto &[uses, refinements] : found->second.refinements)
                 editor.Refine(uses, refinements);
-            changes.push_back({Resolved(source.path), shown, std::string(editor.Text().Bytes()), editor.Finish()});
+            changes.push_back({source.file, source.path, shown, editor.Text().Bytes(), editor.Finish()});
         }
     return changes;
 }
 
 void WriteChanges(const std::vector<FileChange> &changes)
 {
-    std::vector<NewFile> files;
-    files.reserve(changes.size());
-    for (const FileChange &change : changes) {
-        files.emplace_back(change);
-        files.back().RequireWritable();
-        files.back().Write(change.After());
-    }
-    for (const FileChange &change : changes)
-        RequireUnchanged(change);
-    for (size_t i = 0; i < files.size(); ++i) {
-        if (files[i].TakeName())
-            continue;
-        int why = errno;
-        for (size_t done = 0; done < i; ++done) {
-            NewFile old(changes[done]);
-            old.Write(changes[done].before);
-            (void)old.TakeName();
+    size_t done = 0;
+    try {
+        std::vector<NewFile> files;
+        for (const FileChange &change : changes) {
+            files.emplace_back(change.path, change.shown);
+            files.back().Write([&change](FILE *file) { PrintChanged(change, file); });
         }
-        errno = why;
-        files[i].Fail();
+        for (const FileChange &change : changes)
+            RequireUnchanged(change);
+        for (; done < files.size(); ++done)
+            files[done].TakeName();
+    } catch (const Failure &failure) {
+        throw Failure(std::string(failure.what()) + "; " + Undone(changes, done));
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ids/assign/plan.h"
@@ -10,12 +11,11 @@
 namespace inspect::ids {
 
 struct FileChange {
+    const QXYANG_FILE *file;
     std::string path;
     std::string shown; /* as a person names it */
-    std::string before;
+    std::string_view before; /* the text that was loaded */
     std::vector<Edit> edits;
-
-    std::string After() const { return Applied(before, edits); }
 };
 
 /* In the order of the modules and their files. Throws Failure for a file that cannot be changed. */

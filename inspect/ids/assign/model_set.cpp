@@ -1,16 +1,13 @@
 #include "ids/assign/model_set.h"
 
 #include <algorithm>
-#include <array>
 #include <new>
-#include <string_view>
 
 #include "base/failure.h"
-#include "base/numbers.h"
 #include "ids/assign/statement_names.h"
 #include "model/instance.h"
-#include "model/model_file.h"
 #include "model/module_search.h"
+#include "model/statements.h"
 
 namespace inspect::ids {
 namespace {
@@ -54,31 +51,6 @@ try {
     return 1;
 }
 
-/* True if the file holds a module that changes others and has no nodes of its own: those that it removes need ids, too. */
-bool OnlyDeviates(const std::string &path)
-{
-    constexpr std::array<std::string_view, 6> OWN = {"container", "list", "choice", "uses", "augment", "grouping"};
-    ModelFile file = ModelFile::Read(path, path);
-    bool deviates = false;
-    bool hasNodes = false;
-    if (file.HasRoot())
-        file.ForEachIn(file.Root(), [&](const QXYANG_STATEMENT_S &statement) {
-            deviates |= IsYang(statement, "deviation");
-            hasNodes |=
-                statement.pcPrefix == nullptr && std::find(OWN.begin(), OWN.end(), statement.pcKeyword) != OWN.end();
-        });
-    return deviates && !hasNodes;
-}
-
-void AddClassIds(const std::string &path, std::vector<uint32_t> *ids)
-{
-    ModelFile file = ModelFile::Read(path, path);
-    QXYANG_STATEMENT_S statement = {};
-    for (uint32_t i = 0; QXYANG_GetStatement(file.Handle(), i, &statement) == 0; ++i)
-        if (IsExtension(statement, CLASS_ID) && statement.pcArgument != nullptr)
-            ids->push_back(ReadNumber(statement.pcArgument).value);
-}
-
 } // namespace
 
 ModelSet::ModelSet(const ModelRequest &request, bool all)
@@ -92,60 +64,108 @@ ModelSet::ModelSet(const ModelRequest &request, bool all)
     for (const ModuleKey &load : request.loads)
         if (QY_CTX_LoadModule(schema_.get(), load.name.c_str(), nullptr) != 0)
             FailForLoad(load.name);
-    for (const std::string &name : WantedNames(all))
-        if (!Load(name, nullptr, true))
-            FailForLoad(name);
+    for (const ModuleKey &key : Wanted(all))
+        if (!Load(key, true))
+            FailForLoad(key.name);
     for (const ModuleKey &load : request.loads)
-        (void)Load(load.name, nullptr, false);
+        (void)Load({load.name, ""}, false);
+    LoadOthers();
     for (size_t i = 0; i < modules_.size(); ++i)
         LoadImports(i);
-    if (!Load(EXTENSION_MODULE, nullptr, false)) /* what gets ids will import it */
+    if (!Load({EXTENSION_MODULE, ""}, false)) /* what gets ids will import it */
         FailForLoad(EXTENSION_MODULE);
+    for (const std::string &name : ModuleNames(request.dirs))
+        if (!IsLoaded(name)) {
+            const std::vector<uint32_t> &classIds = FactsOf(name).classIds;
+            elsewhere_.insert(elsewhere_.end(), classIds.begin(), classIds.end());
+        }
 }
 
-std::vector<std::string> ModelSet::WantedNames(bool all) const
+const FileFacts &ModelSet::FactsOf(const std::string &name)
 {
-    std::vector<std::string> names;
-    for (const ModuleKey &key : request_.modules)
-        names.push_back(key.name);
+    auto [entry, isNew] = facts_.try_emplace(name);
+    if (isNew)
+        entry->second = FactsIn(ModulePath(request_.dirs, name));
+    return entry->second;
+}
+
+bool ModelSet::IsLoaded(const std::string &name) const
+{
+    return QXYANG_GetLoadedFile(schema_.get(), name.c_str()) != nullptr;
+}
+
+/* A module that only deviates others is left out: nodes that it removes need ids, too. */
+std::vector<ModuleKey> ModelSet::Wanted(bool all)
+{
     if (!all)
-        return names;
-    for (const std::string &name : ModuleNames(request_.dirs)) {
-        std::string path = ModulePath(request_.dirs, name);
-        if (!HoldsSubmodule(path) && !OnlyDeviates(path))
-            names.push_back(name);
+        return request_.modules;
+    std::vector<ModuleKey> keys;
+    for (const std::string &name : OwnModuleNames(request_.dirs)) {
+        if (IsPlainModule(ModulePath(request_.dirs, name))) {
+            keys.push_back({name, ""});
+            continue;
+        }
+        const FileFacts &facts = FactsOf(name);
+        if (facts.belongsTo.empty() && (facts.hasNodes || !facts.deviates))
+            keys.push_back({name, ""});
     }
-    if (names.empty())
+    if (keys.empty())
         throw Failure("no module in the directories");
-    return names;
+    return keys;
 }
 
 /* A module that came only by an import is known by name from now on; its nodes were there before. */
-bool ModelSet::Load(const std::string &name, const char *revision, bool isWanted)
+bool ModelSet::Load(const ModuleKey &key, bool isWanted)
 {
-    if (QY_CTX_LoadModule(schema_.get(), name.c_str(), revision) != 0)
+    const char *revision = key.revision.empty() ? nullptr : key.revision.c_str();
+    if (QY_CTX_LoadModule(schema_.get(), key.name.c_str(), revision) != 0)
         return false;
-    QY_MOD *module = QY_CTX_GetModuleByModName(schema_.get(), name.c_str());
+    QY_MOD *module = QY_CTX_GetModuleByModName(schema_.get(), key.name.c_str());
     if (module == nullptr)
         return false;
     (void)QY_MOD_EnableFeature(module, QY_FEATURE_ALL);
     if (indexes_.try_emplace(module, modules_.size()).second)
-        modules_.push_back({module, name, isWanted, FilesOf(schema_.get(), module)});
+        modules_.push_back({module, key.name, isWanted, FilesOf(schema_.get(), module)});
     return true;
 }
 
 /* One that is there by its import alone may have a second revision, which is left alone. */
 void ModelSet::LoadImports(size_t index)
 {
-    std::vector<std::pair<std::string, std::string>> imports;
+    std::vector<ModuleKey> imports;
     for (const SourceFile &source : modules_[index].files)
         ForEachIn(source.file, StatementAt(source.file, 0), [&](const QXYANG_STATEMENT_S &statement) {
             if (IsYang(statement, "import") && statement.pcArgument != nullptr)
-                imports.emplace_back(statement.pcArgument, ArgumentIn(source.file, statement, "revision-date"));
+                imports.push_back({statement.pcArgument, ArgumentIn(source.file, statement, "revision-date")});
         });
-    for (const auto &[name, revision] : imports)
-        if (QY_CTX_GetModuleByModName(schema_.get(), name.c_str()) == nullptr)
-            (void)Load(name, revision.empty() ? nullptr : revision.c_str(), false);
+    for (const ModuleKey &key : imports)
+        if (QY_CTX_GetModuleByModName(schema_.get(), key.name.c_str()) == nullptr)
+            (void)Load(key, false);
+}
+
+/* Modules of the directories that add to the ones that are loaded, and may have ids there, or use their groupings. One that
+ * deviates is left out, as it would remove nodes. */
+void ModelSet::LoadOthers()
+{
+    std::vector<std::string> names = ModuleNames(request_.dirs);
+    for (bool isMore = true; isMore;) {
+        isMore = false;
+        for (std::string &name : names) {
+            if (name.empty() || IsLoaded(name) || FactsOf(name).deviates)
+                continue;
+            const FileFacts &facts = FactsOf(name);
+            auto isKnown = [this](const std::string &module) {
+                return QY_CTX_GetModuleByModName(schema_.get(), module.c_str()) != nullptr;
+            };
+            if (std::none_of(facts.extended.begin(), facts.extended.end(), isKnown))
+                continue;
+            std::string module = facts.belongsTo.empty() ? name : facts.belongsTo;
+            if (!Load({module, ""}, false))
+                request_.notes.Say("module '" + module + "' cannot be loaded: what it adds to others is not looked at");
+            isMore = true;
+            name.clear();
+        }
+    }
 }
 
 void ModelSet::FailForLoad(const std::string &name) const
@@ -160,15 +180,6 @@ size_t ModelSet::IndexOf(QY_MOD *module) const
 {
     auto found = indexes_.find(module);
     return found != indexes_.end() ? found->second : modules_.size();
-}
-
-std::vector<uint32_t> ModelSet::ClassIdsElsewhere() const
-{
-    std::vector<uint32_t> ids;
-    for (const std::string &name : ModuleNames(request_.dirs))
-        if (QXYANG_GetLoadedFile(schema_.get(), name.c_str()) == nullptr)
-            AddClassIds(ModulePath(request_.dirs, name), &ids);
-    return ids;
 }
 
 } // namespace inspect::ids

@@ -3,12 +3,14 @@
 
 #include <qxyang.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "base/model_request.h"
+#include "ids/assign/file_facts.h"
 
 namespace inspect::ids {
 
@@ -27,8 +29,8 @@ struct LoadedModule {
 
 class ModelSet {
   public:
-    /* Loads the modules of the request, or with `all` those of the directories, and makes all that they import known.
-     * Throws Failure for one that cannot be loaded. */
+    /* Loads the modules of the request, or with `all` those of the directories, and makes known what they import, and what
+     * other modules of the directories add to them. Throws Failure for one that cannot be loaded. */
     ModelSet(const ModelRequest &request, bool all);
 
     const SearchDirs &Dirs() const { return request_.dirs; }
@@ -41,21 +43,26 @@ class ModelSet {
     size_t IndexOf(QY_MOD *module) const;
 
     /* Class ids that stand in files of the directories that no loaded module is in. */
-    std::vector<uint32_t> ClassIdsElsewhere() const;
+    const std::vector<uint32_t> &ClassIdsElsewhere() const { return elsewhere_; }
 
   private:
     struct Delete {
         void operator()(QY_CTX *schema) const { QY_CTX_Delete(schema); }
     };
 
-    std::vector<std::string> WantedNames(bool all) const;
-    bool Load(const std::string &name, const char *revision, bool isWanted);
+    std::vector<ModuleKey> Wanted(bool all);
+    const FileFacts &FactsOf(const std::string &name);
+    bool IsLoaded(const std::string &name) const;
+    bool Load(const ModuleKey &key, bool isWanted);
     void LoadImports(size_t index);
+    void LoadOthers();
     void FailForLoad(const std::string &name) const;
 
     const ModelRequest &request_;
     std::unique_ptr<QY_CTX, Delete> schema_;
     std::vector<LoadedModule> modules_;
+    std::map<std::string, FileFacts> facts_; /* of files, by name of the module or submodule */
+    std::vector<uint32_t> elsewhere_;
     std::unordered_map<QY_MOD *, size_t> indexes_;
 };
 

@@ -3,12 +3,13 @@
 #include <set>
 
 #include "base/failure.h"
+#include "base/text.h"
 #include "ids/node_path.h"
 #include "model/schema_places.h"
 
 namespace inspect::ids {
 
-PathChoice::PathChoice(const Survey &survey, const std::vector<std::string> &paths) : survey_(survey)
+PathChoice::PathChoice(const Survey &survey, const std::vector<std::string> &paths, const char *option) : survey_(survey)
 {
     if (paths.empty())
         return;
@@ -25,8 +26,12 @@ PathChoice::PathChoice(const Survey &survey, const std::vector<std::string> &pat
                 missed.erase(path);
             }
     }
-    if (!missed.empty())
-        throw Failure("there is no node " + *missed.begin() + " in the models", EXIT_USAGE);
+    if (missed.empty())
+        return;
+    NearestName nearest(*missed.begin());
+    for (uint32_t i = 0; i < chosen_.size(); ++i)
+        nearest.Offer(DataPath(survey.At(i).node));
+    throw Failure(std::string(option) + ": the models have no node " + *missed.begin() + nearest.Hint(), EXIT_USAGE);
 }
 
 bool PathChoice::HasAbove(uint32_t index) const

@@ -10,8 +10,9 @@ namespace inspect::ids {
 
 class PathChoice {
   public:
-    /* Paths as the registry has them, or without the modules' names. Throws Failure for one that is no node's. */
-    PathChoice(const Survey &survey, const std::vector<std::string> &paths);
+    /* Paths as the registry has them, or without the modules' names. Throws Failure, with the option's name, for one that is
+     * no node's. */
+    PathChoice(const Survey &survey, const std::vector<std::string> &paths, const char *option);
 
     bool Has(uint32_t index) const { return !chosen_.empty() && chosen_[index]; }
 

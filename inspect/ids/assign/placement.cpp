@@ -6,9 +6,16 @@ namespace inspect::ids {
 
 Placement::Placement(const Survey &survey) : survey_(survey)
 {
+    auto note = [](std::vector<bool> *statements, uint32_t index) {
+        if (statements->size() <= index)
+            statements->resize(index + size_t{1});
+        bool isNew = !(*statements)[index];
+        (*statements)[index] = true;
+        return isNew;
+    };
     for (const SurveyNode &node : survey.Nodes())
-        if (node.own.file != nullptr)
-            ++counts_[node.own];
+        if (node.own.file != nullptr && !note(&once_[node.own.file], node.own.statement))
+            (void)note(&again_[node.own.file], node.own.statement);
     const std::vector<LoadedModule> &modules = survey.Models().Modules();
     for (uint32_t i = 0; i < modules.size(); ++i)
         for (const SourceFile &source : modules[i].files)
@@ -23,8 +30,9 @@ bool Placement::IsOwnFile(const SurveyNode &node, const QXYANG_FILE *file) const
 
 bool Placement::IsShared(uint32_t index) const
 {
-    auto found = counts_.find(survey_.At(index).own);
-    return found != counts_.end() && found->second > 1;
+    Spot own = survey_.At(index).own;
+    auto found = again_.find(own.file);
+    return found != again_.end() && own.statement < found->second.size() && found->second[own.statement];
 }
 
 /* Nodes of groupings belong to the module that uses them: no step needs a prefix. */

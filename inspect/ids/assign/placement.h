@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "ids/assign/survey.h"
 
@@ -30,7 +31,8 @@ class Placement {
     std::string PathFromUses(uint32_t index) const;
 
     const Survey &survey_;
-    std::unordered_map<Spot, uint32_t, SpotHash> counts_; /* nodes that a statement makes */
+    std::unordered_map<const QXYANG_FILE *, std::vector<bool>> once_; /* by statement: it makes a node */
+    std::unordered_map<const QXYANG_FILE *, std::vector<bool>> again_; /* it makes a further one */
     std::unordered_map<const QXYANG_FILE *, uint32_t> modules_;
 };
 

@@ -9,6 +9,7 @@
 #include "ids/assign/path_choice.h"
 #include "ids/assign/statement_names.h"
 #include "ids/assign/type_table.h"
+#include "ids/node_path.h"
 #include "model/schema_scan.h"
 
 namespace inspect::ids {
@@ -50,10 +51,12 @@ class Planner {
         : survey_(survey),
           placement_(placement),
           options_(options),
-          include_(survey, options.include),
-          exclude_(survey, options.exclude),
+          include_(survey, options.include, "--include"),
+          exclude_(survey, options.exclude, "--exclude"),
           numbering_(survey, registry, options.firstClassId),
-          above_(survey.Nodes().size(), NO_NODE)
+          above_(survey.Nodes().size(), NO_NODE),
+          list_(survey.Nodes().size(), NO_NODE),
+          hasNewField_(survey.Nodes().size())
     {
     }
 
@@ -67,7 +70,7 @@ class Planner {
     void SetAbove(uint32_t index);
     void LeaveOut(uint32_t index, const std::string &reason) { plan_.leftOut.push_back({index, reason}); }
 
-    std::vector<uint32_t> KeyLeavesOf(uint32_t index) const;
+    bool FindsIndexMap(uint32_t leaf) const;
     std::string KeyTrouble(uint32_t leaf) const;
     std::string OwnTrouble(uint32_t index) const;
     std::string AboveTrouble(const Class &above) const;
@@ -88,6 +91,8 @@ class Planner {
     PathChoice exclude_;
     Numbering numbering_;
     std::vector<uint32_t> above_;                   /* the nearest class above each node */
+    std::vector<uint32_t> list_;                    /* the nearest list above each node that is no class, below that one */
+    std::vector<bool> hasNewField_;                 /* a leaf gets an attribute id */
     std::unordered_map<uint32_t, uint32_t> models_; /* class ids that nodes have and keep */
     std::unordered_map<uint32_t, Class> classes_;
     Plan plan_;
@@ -95,13 +100,14 @@ class Planner {
 
 void Planner::Write(uint32_t index, const char *keyword, const std::string &argument)
 {
-    plan_.statements[index].push_back({keyword, argument});
+    plan_.statements.push_back({index, keyword, argument});
 }
 
 /* A grouping that is used again brings its class ids once more: those that the registry has for the nodes of its first use
  * alone do not count in the second one. */
 void Planner::TakeModels()
 {
+    std::unordered_map<uint32_t, uint32_t> sharers;
     for (uint32_t i = 0; i < survey_.Nodes().size(); ++i) {
         const SurveyNode &node = survey_.At(i);
         if (node.classId == 0)
@@ -112,6 +118,13 @@ void Planner::TakeModels()
             continue;
         models_.emplace(i, node.classId);
         numbering_.TakeClass(node.classId, i);
+        if (!placement_.IsShared(i))
+            continue;
+        auto [first, isFirst] = sharers.try_emplace(node.classId, i);
+        if (!isFirst && survey_.At(first->second).own == node.own && MayWrite(i))
+            LeaveOut(i, "its grouping gives it class id " + Hex(node.classId) + ", as it does " +
+                            PathOf(survey_.At(first->second).node) +
+                            ": the registry has neither, so that both keep it");
     }
 }
 
@@ -132,18 +145,24 @@ bool Planner::IsChosen(uint32_t index) const
 void Planner::SetAbove(uint32_t index)
 {
     uint32_t parent = survey_.At(index).parent;
-    if (parent != NO_NODE)
-        above_[index] = classes_.contains(parent) ? parent : above_[parent];
+    if (parent == NO_NODE)
+        return;
+    bool isClass = classes_.contains(parent);
+    bool isLostList = survey_.At(parent).type == QY_NODE_TYPE_LIST && survey_.TakerOf(index) == NO_NODE;
+    above_[index] = isClass ? parent : above_[parent];
+    list_[index] = isClass ? NO_NODE : isLostList ? parent : list_[parent];
 }
 
-std::vector<uint32_t> Planner::KeyLeavesOf(uint32_t index) const
+/* The library looks for a key's index map among the children, up to the first leaf or leaf-list that has no attribute id. */
+bool Planner::FindsIndexMap(uint32_t leaf) const
 {
-    std::vector<uint32_t> keys;
-    if (survey_.At(index).type == QY_NODE_TYPE_LIST)
-        for (uint32_t i = survey_.At(index).child; i != NO_NODE; i = survey_.At(i).next)
-            if (survey_.At(i).type == QY_NODE_TYPE_LEAF && survey_.At(i).isKey)
-                keys.push_back(i);
-    return keys;
+    uint32_t i = survey_.At(survey_.At(leaf).parent).child;
+    for (; i != leaf && i != NO_NODE; i = survey_.At(i).next) {
+        bool isRead = survey_.At(i).type == QY_NODE_TYPE_LEAF && (survey_.At(i).field != 0 || hasNewField_[i]);
+        if (!isRead && (survey_.At(i).type == QY_NODE_TYPE_LEAF || survey_.At(i).type == QY_NODE_TYPE_LEAF_LIST))
+            return false;
+    }
+    return true;
 }
 
 /* Why a key cannot have an attribute id that the library reads; "" when it can. */
@@ -164,7 +183,10 @@ std::string Planner::KeyTrouble(uint32_t leaf) const
 
 std::string Planner::OwnTrouble(uint32_t index) const
 {
-    std::vector<uint32_t> keys = KeyLeavesOf(index);
+    if (list_[index] != NO_NODE && !include_.Has(index))
+        return "the list " + PathOf(survey_.At(list_[index]).node) +
+               " around it is no class: nothing would tell its objects apart";
+    std::vector<uint32_t> keys = survey_.KeyLeavesOf(index);
     if (keys.empty() && survey_.At(index).type == QY_NODE_TYPE_LIST && !include_.Has(index))
         return "it is a list without key: nothing would tell its objects apart";
     if (keys.size() > MAX_KEYS)
@@ -224,6 +246,7 @@ uint32_t Planner::AddField(uint32_t leaf, uint32_t classId)
         LeaveOut(leaf, "its class has no attribute id left");
         return 0;
     }
+    hasNewField_[leaf] = node.field == 0;
     if (node.field == 0)
         Write(leaf, FIELD_ID, std::to_string(id));
     if (datatype && !datatype->empty())
@@ -251,7 +274,7 @@ Key Planner::AddAncestor(uint32_t index, const Key &key, const AncestorStatement
                     return {id, id, key.leaf};
     uint32_t id = MayWrite(index) ? numbering_.GiveField(classId, key.leaf, true) : 0;
     if (id != 0)
-        plan_.statements[index].push_back({ANCESTOR_KEY, std::to_string(key.name), {{FIELD_ID, std::to_string(id)}}});
+        plan_.statements.push_back({index, ANCESTOR_KEY, std::to_string(key.name), id});
     else if (MayWrite(index))
         LeaveOut(index, "it has no attribute id left for a key of the classes above");
     return {id, id, key.leaf};
@@ -272,45 +295,49 @@ void Planner::AddAncestors(uint32_t index, Class *made)
             LeaveOut(index, "it gets no ancestor keys: " + trouble);
         return;
     }
-    auto before = plan_.statements.find(index);
-    size_t written = before != plan_.statements.end() ? before->second.size() : 0;
+    size_t written = plan_.statements.size();
     for (const Key &key : above.All())
         made->ancestors.push_back(AddAncestor(index, key, known, made->id));
-    auto after = plan_.statements.find(index);
-    bool isNew = after != plan_.statements.end() && after->second.size() > written;
+    bool isNew = plan_.statements.size() > written;
     if (!isNew || known == nullptr || !known->isInGrouping || placement_.Of(index)->refine.empty())
         return;
     for (const auto &[name, id] : known->keys) /* the refine takes the place of those of the grouping */
-        after->second.push_back({ANCESTOR_KEY, std::to_string(name), {{FIELD_ID, std::to_string(id)}}});
+        plan_.statements.push_back({index, ANCESTOR_KEY, std::to_string(name), id});
 }
 
 void Planner::CompleteClass(uint32_t index, uint32_t classId)
 {
     Class made = {.id = classId};
-    if (survey_.At(index).isLeafrefClass)
-        made.trouble = "the class above takes its ids from the one below it";
-    std::vector<uint32_t> keys = KeyLeavesOf(index);
+    std::vector<uint32_t> keys = survey_.KeyLeavesOf(index);
+    std::vector<uint32_t> leaves = survey_.LeavesOf(index);
+    auto isAmong = [](const std::vector<uint32_t> &all, uint32_t leaf) {
+        return std::find(all.begin(), all.end(), leaf) != all.end();
+    };
     for (uint32_t leaf : keys) {
-        uint32_t id = AddField(leaf, classId);
-        uint32_t map = survey_.At(leaf).indexMap;
-        made.own.push_back({id, map != 0 ? map : id, leaf});
+        uint32_t id = isAmong(leaves, leaf) ? AddField(leaf, classId) : survey_.At(leaf).field;
+        made.own.push_back({id, id, leaf});
     }
     uint32_t above = above_[index];
-    if (above != NO_NODE && classes_.at(above).id == classId) {
-        const Class &same = classes_.at(above);
-        made.ancestors = same.ancestors;
-        if (!same.own.empty())
-            made.own = same.own;
-        for (Key &key : made.own)
-            if (!same.own.empty()) /* the library looks for index maps among this node's own leaves */
-                key.name = key.id;
-        made.trouble = same.trouble;
+    bool isPart = above != NO_NODE && classes_.at(above).id == classId;
+    if (isPart) {
+        made.ancestors = classes_.at(above).ancestors;
+        made.trouble = classes_.at(above).trouble;
     } else {
         AddAncestors(index, &made);
     }
-    for (uint32_t leaf : survey_.LeavesOf(index))
-        if (std::find(keys.begin(), keys.end(), leaf) == keys.end())
+    for (uint32_t leaf : leaves)
+        if (!isAmong(keys, leaf))
             (void)AddField(leaf, classId);
+    for (Key &key : made.own)
+        if (survey_.At(key.leaf).indexMap != 0 && FindsIndexMap(key.leaf))
+            key.name = survey_.At(key.leaf).indexMap;
+    if (isPart && !classes_.at(above).own.empty()) {
+        made.own = classes_.at(above).own;
+        for (Key &key : made.own) /* the library looks for index maps among this node's own leaves */
+            key.name = key.id;
+    }
+    if (uint32_t taker = survey_.TakerOf(index); taker != NO_NODE)
+        classes_.emplace(taker, made);
     classes_.emplace(index, std::move(made));
 }
 
@@ -320,7 +347,7 @@ void Planner::AddClass(uint32_t index)
     if (!trouble.empty())
         return LeaveOut(index, trouble);
     uint32_t id = numbering_.GiveClass(index);
-    size_t needed = KeyLeavesOf(index).size();
+    size_t needed = survey_.KeyLeavesOf(index).size();
     if (above_[index] != NO_NODE)
         needed += classes_.at(above_[index]).All().size();
     if (numbering_.RoomIn(id) < needed)
@@ -336,15 +363,13 @@ void Planner::Visit(uint32_t index)
     if (node.type != QY_NODE_TYPE_CONTAINER && node.type != QY_NODE_TYPE_LIST)
         return;
     auto has = models_.find(index);
+    if (node.isLeafrefClass) /* it is made with the node from which it takes its ids */
+        return;
     bool isWanted = node.module < survey_.Models().Modules().size() && survey_.ModuleOf(index).isWanted;
     if (has != models_.end() && node.isInTree)
         return CompleteClass(index, has->second);
     if (!isWanted || has != models_.end() || exclude_.HasAbove(index) || !IsChosen(index))
         return;
-    if (node.isLeafrefClass) {
-        classes_.emplace(index, Class{.trouble = "the class above takes its ids from the one below it"});
-        return;
-    }
     if (!node.isInTree) {
         if (node.type == QY_NODE_TYPE_LIST || include_.Has(index))
             LeaveOut(index, "no tree holds it: it is not below a container at a module's top");
@@ -360,6 +385,9 @@ Plan Planner::Run()
     TakeModels();
     for (uint32_t i = 0; i < survey_.Nodes().size(); ++i)
         Visit(i);
+    auto isBefore = [](const auto &left, const auto &right) { return left.node < right.node; };
+    std::stable_sort(plan_.statements.begin(), plan_.statements.end(), isBefore);
+    std::stable_sort(plan_.leftOut.begin(), plan_.leftOut.end(), isBefore);
     return std::move(plan_);
 }
 

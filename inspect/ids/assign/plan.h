@@ -29,9 +29,10 @@ struct AssignOptions {
 
 /* A statement of the extension module that a node gets. */
 struct NewStatement {
-    std::string keyword;
+    uint32_t node;
+    const char *keyword;
     std::string argument;
-    std::vector<NewStatement> nested{};
+    uint32_t field = 0; /* of a field-id in it; 0: none */
 };
 
 struct LeftOut {
@@ -40,8 +41,8 @@ struct LeftOut {
 };
 
 struct Plan {
-    std::map<uint32_t, std::vector<NewStatement>> statements; /* by node */
-    std::vector<LeftOut> leftOut;                             /* in the order of the nodes */
+    std::vector<NewStatement> statements; /* sorted by node, as the next */
+    std::vector<LeftOut> leftOut;
 };
 
 /* Throws Failure when class ids run out, or a path of the options is no node's. */

@@ -37,17 +37,6 @@ std::string PlainPath(std::string_view path)
 
 } // namespace
 
-std::string Applied(std::string_view text, const std::vector<Edit> &edits)
-{
-    std::string result;
-    size_t at = 0;
-    for (const Edit &edit : edits) {
-        result.append(text.substr(at, edit.offset - at)).append(edit.text);
-        at = edit.offset + edit.length;
-    }
-    return result.append(text.substr(at));
-}
-
 SourceEditor::SourceEditor(const QXYANG_FILE *file, std::string shown)
     : file_(file),
       shown_(std::move(shown)),
@@ -82,8 +71,7 @@ void SourceEditor::ChoosePrefix()
         }
     });
     auto isFree = [&](const std::string &prefix) {
-        std::string bound = isCompact_ ? "" : NamespaceOf(prefix);
-        return !taken.contains(prefix) && (bound.empty() || bound == EXTENSION_NAMESPACE);
+        return !taken.contains(prefix) && !IsBoundToAnother(prefix);
     };
     for (size_t number = 2; prefix_.empty() || (!isImported_ && !isFree(prefix_)); ++number)
         prefix_ = number == 2 ? EXTENSION_PREFIX : EXTENSION_PREFIX + std::to_string(number - 1);
@@ -186,17 +174,19 @@ std::string SourceEditor::ChildIndent(const QXYANG_STATEMENT_S &statement, size_
 
 void SourceEditor::Render(const NewStatement &added, size_t level, Lines *lines) const
 {
-    std::string name = prefix_ + ":" + added.keyword;
-    std::string head = isCompact_ ? name + " " + added.argument
-                                  : "<" + name + " " + EXTENSION_ARGUMENT + "=\"" + added.argument + "\"";
-    if (added.nested.empty()) {
-        lines->push_back({level, head + (isCompact_ ? ";" : "/>")});
+    bool hasBlock = added.field != 0;
+    auto head = [this](const char *keyword, const std::string &argument, const char *end) {
+        std::string name = prefix_ + ":" + keyword;
+        if (isCompact_)
+            return name + " " + argument + end;
+        return "<" + name + " " + EXTENSION_ARGUMENT + "=\"" + argument + "\"" + end;
+    };
+    const char *end = isCompact_ ? ";" : "/>";
+    lines->push_back({level, head(added.keyword, added.argument, !hasBlock ? end : isCompact_ ? " {" : ">")});
+    if (!hasBlock)
         return;
-    }
-    lines->push_back({level, head + (isCompact_ ? " {" : ">")});
-    for (const NewStatement &nested : added.nested)
-        Render(nested, level + 1, lines);
-    lines->push_back({level, isCompact_ ? "}" : "</" + name + ">"});
+    lines->push_back({level + 1, head(FIELD_ID, std::to_string(added.field), end)});
+    lines->push_back({level, isCompact_ ? "}" : "</" + prefix_ + ":" + added.keyword + ">"});
 }
 
 /* `uses` is the name of the element around, whose prefix the new one takes. */
@@ -261,7 +251,7 @@ void SourceEditor::Put(const QXYANG_STATEMENT_S &statement, const Lines &lines)
     edits_.push_back({opening.offset, 0, text_.Encoded(text)});
 }
 
-void SourceEditor::Insert(uint32_t statement, const std::vector<NewStatement> &added)
+void SourceEditor::Insert(uint32_t statement, std::span<const NewStatement> added)
 {
     Lines lines;
     for (const NewStatement &one : added)
@@ -287,22 +277,42 @@ void SourceEditor::Refine(uint32_t uses, const std::vector<Refinement> &refineme
     Put(around, lines);
 }
 
-/* The namespace that the outermost element binds to the prefix, or "". */
-std::string SourceEditor::NamespaceOf(const std::string &prefix) const
+/* Calls visit(namespace, offset) wherever the text seems to bind the prefix, be it in a comment. */
+template <class Visit>
+void SourceEditor::ForEachBinding(const std::string &prefix, Visit visit) const
 {
-    QXYANG_STATEMENT_S root = StatementAt(file_, 0);
-    std::string tag = text_.Plain(root.stPlace.uiOffset, OpeningOf(root).offset);
     std::string name = "xmlns:" + prefix;
-    for (size_t at = tag.find(name); at != std::string::npos; at = tag.find(name, at + 1)) {
-        size_t equals = at + name.size();
-        while (equals < tag.size() && IsBlank(tag[equals]))
-            ++equals;
-        size_t quote = tag.find_first_of("\"'", equals);
-        if (equals >= tag.size() || tag[equals] != '=' || quote == std::string::npos)
+    std::string bytes = text_.Encoded(name);
+    for (size_t found = text_.Bytes().find(bytes); found != std::string_view::npos;
+         found = text_.Bytes().find(bytes, found + bytes.size())) {
+        size_t at = BehindBlanks(found + bytes.size(), false);
+        if (text_.At(at) != '=')
             continue;
-        return tag.substr(quote + 1, tag.find(tag[quote], quote + 1) - quote - 1);
+        at = BehindBlanks(text_.Next(at), false);
+        size_t begin = text_.Next(at);
+        size_t end = begin;
+        while (end < text_.Size() && text_.At(end) != text_.At(at))
+            end = text_.Next(end);
+        visit(text_.Plain(begin, end), found);
     }
-    return "";
+}
+
+bool SourceEditor::IsBoundToAnother(const std::string &prefix) const
+{
+    bool isBound = false;
+    if (!isCompact_)
+        ForEachBinding(prefix, [&](const std::string &name, size_t) { isBound |= name != EXTENSION_NAMESPACE; });
+    return isBound;
+}
+
+/* True if the outermost element binds the prefix. */
+bool SourceEditor::IsBound(const std::string &prefix) const
+{
+    size_t begin = StatementAt(file_, 0).stPlace.uiOffset;
+    size_t end = OpeningOf(StatementAt(file_, 0)).offset;
+    bool isBound = false;
+    ForEachBinding(prefix, [&](const std::string &, size_t offset) { isBound |= offset > begin && offset < end; });
+    return isBound;
 }
 
 /* Beside the other attributes of the outermost element, on a line of its own when the last one has one. */
@@ -353,10 +363,9 @@ std::vector<Edit> SourceEditor::Finish()
         return {};
     if (!isImported_)
         AddImport();
-    std::string bound = isCompact_ ? EXTENSION_NAMESPACE : NamespaceOf(prefix_);
-    if (bound.empty())
+    if (!isCompact_ && !IsBound(prefix_))
         AddNamespace();
-    else if (bound != EXTENSION_NAMESPACE)
+    if (IsBoundToAnother(prefix_))
         throw Failure(shown_ + ": the prefix '" + prefix_ + "' stands for another namespace than that of " +
                       EXTENSION_MODULE + ": nothing is written");
     std::stable_sort(edits_.begin(), edits_.end(),

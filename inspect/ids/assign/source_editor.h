@@ -3,6 +3,7 @@
 
 #include <qxyang.h>
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,13 +21,10 @@ struct Edit {
     std::string text;
 };
 
-/* The text with the edits, which are sorted. */
-std::string Applied(std::string_view text, const std::vector<Edit> &edits);
-
 /* New statements for a node that a uses brings. */
 struct Refinement {
     std::string path;
-    std::vector<NewStatement> statements;
+    std::span<const NewStatement> statements;
 };
 
 class SourceEditor {
@@ -34,7 +32,7 @@ class SourceEditor {
     /* `shown` is the file's name in messages. */
     SourceEditor(const QXYANG_FILE *file, std::string shown);
 
-    void Insert(uint32_t statement, const std::vector<NewStatement> &added);
+    void Insert(uint32_t statement, std::span<const NewStatement> added);
 
     /* A node that has a refine already gets its statements there. */
     void Refine(uint32_t uses, const std::vector<Refinement> &refinements);
@@ -75,7 +73,9 @@ class SourceEditor {
     void ChoosePrefix();
     void AddImport();
     void AddNamespace();
-    std::string NamespaceOf(const std::string &prefix) const;
+    template <class Visit> void ForEachBinding(const std::string &prefix, Visit visit) const;
+    bool IsBoundToAnother(const std::string &prefix) const;
+    bool IsBound(const std::string &prefix) const;
 
     const QXYANG_FILE *file_;
     std::string shown_;

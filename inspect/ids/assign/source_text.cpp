@@ -4,12 +4,14 @@ namespace inspect::ids {
 
 SourceText::SourceText(std::string_view bytes) : bytes_(bytes)
 {
-    if (bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE")) {
+    bool hasMark = bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE");
+    first_ = hasMark ? 2 : 0;
+    if (hasMark || (bytes.size() >= 2 && (bytes[0] == '\0') != (bytes[1] == '\0'))) {
         width_ = 2;
-        isBigEndian_ = bytes.starts_with("\xFE\xFF");
+        isBigEndian_ = bytes[0] == '\xFE' || bytes[0] == '\0';
     }
-    size_t end = LineEnd(First());
-    if (end >= First() + 2 * width_ && At(end - width_) == '\n' && At(end - 2 * width_) == '\r')
+    size_t end = LineEnd(first_);
+    if (end >= first_ + 2 * width_ && At(end - width_) == '\n' && At(end - 2 * width_) == '\r')
         lineBreak_ = "\r\n";
 }
 
@@ -25,7 +27,7 @@ char SourceText::At(size_t offset) const
 
 size_t SourceText::LineBegin(size_t offset) const
 {
-    while (offset >= First() + width_ && At(offset - width_) != '\n')
+    while (offset >= first_ + width_ && At(offset - width_) != '\n')
         offset -= width_;
     return offset;
 }

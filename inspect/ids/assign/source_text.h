@@ -43,9 +43,8 @@ class SourceText {
     std::string Encoded(std::string_view plain) const;
 
   private:
-    size_t First() const { return IsWide() ? 2 : 0; } /* behind the byte order mark */
-
     std::string_view bytes_;
+    size_t first_ = 0; /* behind a byte order mark of UTF-16 */
     size_t width_ = 1;
     bool isBigEndian_ = false;
     std::string lineBreak_ = "\n";

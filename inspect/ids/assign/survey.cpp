@@ -1,5 +1,6 @@
 #include "ids/assign/survey.h"
 
+#include <algorithm>
 #include <new>
 #include <string_view>
 
@@ -146,6 +147,37 @@ std::vector<uint32_t> Survey::LeavesOf(uint32_t index) const
     std::vector<uint32_t> leaves;
     AddLeaves(index, &leaves);
     return leaves;
+}
+
+uint32_t Survey::TakerOf(uint32_t index) const
+{
+    uint32_t parent = nodes_[index].parent;
+    if (parent == NO_NODE || !nodes_[parent].isLeafrefClass)
+        return NO_NODE;
+    uint32_t first = nodes_[parent].child;
+    while (first != NO_NODE && nodes_[first].type == QY_NODE_TYPE_LEAF)
+        first = nodes_[first].next;
+    return first == index ? parent : NO_NODE;
+}
+
+std::vector<uint32_t> Survey::KeyLeavesOf(uint32_t index) const
+{
+    uint32_t taker = TakerOf(index);
+    uint32_t list = taker != NO_NODE && nodes_[taker].type == QY_NODE_TYPE_LIST ? taker : index;
+    std::vector<uint32_t> keys;
+    for (uint32_t i = nodes_[list].child; i != NO_NODE; i = nodes_[i].next)
+        if (nodes_[i].type == QY_NODE_TYPE_LEAF && nodes_[i].isKey)
+            keys.push_back(i);
+    if (list == index)
+        return keys;
+    std::vector<uint32_t> leaves = LeavesOf(index);
+    for (uint32_t &key : keys) {
+        QY_NODE *target = QY_NODE_GetLeafrefTargetNode(nodes_[key].node, 0);
+        auto found = std::find_if(leaves.begin(), leaves.end(),
+                                  [&](uint32_t leaf) { return nodes_[leaf].node == target; });
+        key = found != leaves.end() ? *found : key;
+    }
+    return keys;
 }
 
 } // namespace inspect::ids

@@ -21,13 +21,6 @@ struct Spot {
     friend bool operator==(const Spot &, const Spot &) = default;
 };
 
-struct SpotHash {
-    size_t operator()(const Spot &spot) const
-    {
-        return std::hash<const void *>()(spot.file) * 1099511628211U ^ spot.statement;
-    }
-};
-
 struct SurveyNode {
     QY_NODE *node;
     uint32_t parent; /* NO_NODE: none */
@@ -68,6 +61,12 @@ class Survey {
 
     /* The leaves that belong to a node: its own and those of its choices and cases, in the order of the schema. */
     std::vector<uint32_t> LeavesOf(uint32_t index) const;
+
+    /* The class above of type leafref that takes its ids from this node, or NO_NODE. */
+    uint32_t TakerOf(uint32_t index) const;
+
+    /* The keys of a list; of a node from which a list takes its ids, the leaves to which the keys of that list refer. */
+    std::vector<uint32_t> KeyLeavesOf(uint32_t index) const;
 
   private:
     void AddTree(QY_NODE *top);

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/text.h"
 #include "model/schema_scan.h"
 #include "model/statements.h"
 
@@ -66,6 +67,34 @@ std::optional<std::string> DatatypeFor(QY_NODE *leaf, const std::map<std::string
         if (auto entry = table.find(name); entry != table.end())
             return entry->second;
     return std::nullopt;
+}
+
+std::string TypeFault(const ModelSet &models, const std::string &type)
+{
+    size_t colon = type.find(':');
+    std::string word = type.substr(0, colon);
+    std::string name = colon != std::string::npos ? type.substr(colon + 1) : "";
+    for (const LoadedModule &module : models.Modules()) {
+        if (colon == std::string::npos || module.files.empty())
+            continue;
+        const QXYANG_FILE *own = module.files.back().file;
+        if (module.name != word && ArgumentIn(own, StatementAt(own, 0), "prefix") == word && module.isWanted)
+            return "the prefix '" + word + "' is that of module '" + module.name + "': write '" + module.name + ":" +
+                   name + "'";
+        if (module.name != word)
+            continue;
+        NearestName nearest(name);
+        QXYANG_STATEMENT_S statement = {};
+        for (const SourceFile &source : module.files)
+            for (uint32_t i = 0; QXYANG_GetStatement(source.file, i, &statement) == 0; ++i)
+                if (IsYang(statement, "typedef") && statement.pcArgument != nullptr) {
+                    if (name == statement.pcArgument)
+                        return "";
+                    nearest.Offer(statement.pcArgument);
+                }
+        return "module '" + word + "' has no such typedef" + nearest.Hint();
+    }
+    return "";
 }
 
 bool IsTableType(const std::string &word)

@@ -27,17 +27,6 @@ size_t LineEnd(std::string_view text, size_t offset)
     return end == std::string_view::npos ? text.size() : end + 1;
 }
 
-std::vector<std::string_view> LinesOf(std::string_view text)
-{
-    std::vector<std::string_view> lines;
-    for (size_t begin = 0; begin < text.size();) {
-        size_t end = LineEnd(text, begin);
-        lines.push_back(text.substr(begin, end - begin));
-        begin = end;
-    }
-    return lines;
-}
-
 std::vector<Span> SpansOf(const FileChange &change)
 {
     std::string_view text = change.before;
@@ -63,99 +52,110 @@ std::vector<Span> SpansOf(const FileChange &change)
     return spans;
 }
 
-void Add(char mark, std::string_view lines, std::string *out)
-{
-    for (std::string_view line : LinesOf(lines)) {
-        *out += mark;
-        out->append(line);
-        if (!line.ends_with('\n'))
-            out->append("\n\\ No newline at end of file\n");
-    }
-}
-
+/* Goes through the old text once, from span to span. */
 class Hunks {
   public:
-    explicit Hunks(std::string_view text) : lines_(LinesOf(text)) {}
+    Hunks(std::string_view text, FILE *out) : text_(text), out_(out) {}
 
-    std::string Write(const std::vector<Span> &spans)
+    void Write(const std::vector<Span> &spans)
     {
-        for (size_t i = 0; i < spans.size();) {
-            size_t last = i;
-            Locate(spans[i]);
-            size_t first = begin_ > CONTEXT ? begin_ - CONTEXT : 0;
-            at_ = first;
-            for (;; ++last) {
-                Copy(begin_);
-                Change(spans[last]);
-                if (last + 1 == spans.size())
-                    break;
-                Locate(spans[last + 1]);
-                if (begin_ > at_ + 2 * CONTEXT)
-                    break;
+        for (size_t i = 0; i < spans.size(); ++i) {
+            Begin(spans[i].begin);
+            Change(spans[i]);
+            for (; i + 1 < spans.size() && IsNear(spans[i + 1].begin); ++i) {
+                CopyTo(spans[i + 1].begin);
+                Change(spans[i + 1]);
             }
-            Copy(std::min(at_ + CONTEXT, lines_.size()));
-            Finish(first);
-            i = last + 1;
+            for (size_t line = 0; line < CONTEXT && at_ < text_.size(); ++line)
+                CopyTo(LineEnd(text_, at_));
+            Finish();
         }
-        return out_;
     }
 
   private:
-    void Locate(const Span &span)
+    /* Up to the lines in front of an offset. */
+    void Begin(size_t offset)
     {
-        while (offset_ < span.begin)
-            offset_ += lines_[located_++].size();
-        begin_ = located_;
+        size_t begin = offset;
+        for (size_t line = 0; line < CONTEXT && begin > at_; ++line)
+            begin = LineBegin(text_, begin - 1);
+        for (; at_ < begin; at_ = LineEnd(text_, at_))
+            ++line_;
+        first_ = line_;
+        CopyTo(offset);
     }
 
-    void Copy(size_t end)
+    /* True if the context of a change at the offset would meet that of the latest one. */
+    bool IsNear(size_t offset) const
     {
-        for (; at_ < end; ++at_) {
-            Add(' ', lines_[at_], &body_);
-            ++old_;
-            ++new_;
+        size_t end = at_;
+        for (size_t line = 0; line < 2 * CONTEXT && end < text_.size(); ++line)
+            end = LineEnd(text_, end);
+        return offset <= end;
+    }
+
+    size_t Add(char mark, std::string_view lines)
+    {
+        size_t count = 0;
+        for (size_t begin = 0; begin < lines.size(); ++count) {
+            size_t end = LineEnd(lines, begin);
+            body_ += mark;
+            body_.append(lines.substr(begin, end - begin));
+            if (!body_.ends_with('\n'))
+                body_.append("\n\\ No newline at end of file\n");
+            begin = end;
         }
+        return count;
+    }
+
+    void CopyTo(size_t offset)
+    {
+        size_t count = Add(' ', text_.substr(at_, offset - at_));
+        old_ += count;
+        new_ += count;
+        at_ = offset;
     }
 
     void Change(const Span &span)
     {
-        for (size_t size = span.begin; size < span.end; size += lines_[at_ - 1].size(), ++old_)
-            Add('-', lines_[at_++], &body_);
-        Add('+', span.text, &body_);
-        new_ += LinesOf(span.text).size();
+        old_ += Add('-', text_.substr(span.begin, span.end - span.begin));
+        new_ += Add('+', span.text);
+        at_ = span.end;
     }
 
-    void Finish(size_t first)
+    void Finish()
     {
         auto range = [](size_t begin, size_t count) {
             return std::to_string(count == 0 ? begin : begin + 1) + "," + std::to_string(count);
         };
-        out_ += "@@ -" + range(first, old_) + " +" + range(first + shift_, new_) + " @@\n" + body_;
+        body_.insert(0, "@@ -" + range(first_, old_) + " +" + range(first_ + shift_, new_) + " @@\n");
+        std::fwrite(body_.data(), 1, body_.size(), out_);
+        line_ += old_;
         shift_ += new_ - old_;
         old_ = new_ = 0;
         body_.clear();
     }
 
-    std::vector<std::string_view> lines_;
-    size_t offset_ = 0; /* of the line `located_` */
-    size_t located_ = 0;
-    size_t begin_ = 0; /* line of the span that was located last */
-    size_t at_ = 0;    /* the next old line */
+    std::string_view text_;
+    FILE *out_;
+    size_t at_ = 0;    /* the next old line's begin */
+    size_t line_ = 0;  /* lines in front of this hunk, and then in front of `at_` */
+    size_t first_ = 0; /* lines in front of this hunk */
     size_t old_ = 0;   /* lines of this hunk */
     size_t new_ = 0;
     size_t shift_ = 0; /* new lines so far */
     std::string body_;
-    std::string out_;
 };
 
 } // namespace
 
-std::string UnifiedDiff(const FileChange &change)
+void WriteUnifiedDiff(const FileChange &change, FILE *out)
 {
-    std::string head = "--- " + change.shown + "\n+++ " + change.shown + "\n";
+    std::fprintf(out, "--- %s\n+++ %s\n", change.shown.c_str(), change.shown.c_str());
     if (SourceText(change.before).IsWide())
-        return head + "(in UTF-16: not shown)\n";
-    return head + Hunks(change.before).Write(SpansOf(change));
+        std::fputs("(in UTF-16: not shown)\n", out);
+    else
+        Hunks(change.before, out).Write(SpansOf(change));
 }
 
 } // namespace inspect::ids

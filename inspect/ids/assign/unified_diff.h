@@ -1,12 +1,12 @@
 /* Edits of a file as a unified diff, which `patch -p0` and `git apply -p0` take. */
 #pragma once
 
-#include <string>
+#include <cstdio>
 
 #include "ids/assign/file_changes.h"
 
 namespace inspect::ids {
 
-std::string UnifiedDiff(const FileChange &change);
+void WriteUnifiedDiff(const FileChange &change, FILE *out);
 
 } // namespace inspect::ids
