@@ -75,7 +75,7 @@ Registry Narrowed(const Registry &registry, const std::vector<std::string> &modu
         return registry;
     std::set<std::string_view> wanted(modules.begin(), modules.end());
     Registry narrowed;
-    std::set<uint32_t> own;     /* classes of the modules */
+    std::set<uint32_t> own;      /* classes of the modules */
     std::set<uint32_t> extended; /* classes to which they add attributes */
     for (const RangeEntry &range : registry.ranges)
         if (wanted.contains(range.module))

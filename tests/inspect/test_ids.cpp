@@ -106,7 +106,10 @@ TEST(InspectIds, LockWritesALineForEachIdAndNothingWhenNothingIsNew)
     EXPECT_EQ(keeper.Run("check m").exitCode, 3) << "there is no registry";
     const Result first = keeper.Lock();
     EXPECT_EQ(first.exitCode, 0) << first.err;
-    EXPECT_NE(first.out.find("4 classes, 3 attributes, 1 ancestor key, 0 ranges; reserved: 0 classes, 0 attributes, 0 ancestor keys\n"), std::string::npos)
+    EXPECT_NE(
+        first.out.find(
+            "4 classes, 3 attributes, 1 ancestor key, 0 ranges; reserved: 0 classes, 0 attributes, 0 ancestor keys\n"),
+        std::string::npos)
         << first.out;
     EXPECT_EQ(keeper.Registry(), RegistryOf(LOCKED));
     EXPECT_EQ(keeper.Findings(), Texts{});
@@ -286,9 +289,10 @@ TEST(InspectIds, NewClassIdsComeFromTheRangesOfTheirModule)
     EXPECT_EQ(keeper.Run("lock --range m=0x10..0x1f --range other=0x20..0x2f").exitCode, 0);
     const Result overlap = keeper.Run("lock --range third=0x1f..0x20");
     EXPECT_EQ(overlap.exitCode, 1);
-    EXPECT_EQ(overlap.err, "korv-inspect: --range: the directories have no module 'third'\n"
-                           "korv-inspect: the range 0x1f..0x20 of 'third' overlaps 0x10..0x1f of 'm' (line 4): nothing is "
-                           "written\n");
+    EXPECT_EQ(overlap.err,
+              "korv-inspect: --range: the directories have no module 'third'\n"
+              "korv-inspect: the range 0x1f..0x20 of 'third' overlaps 0x10..0x1f of 'm' (line 4): nothing is "
+              "written\n");
     EXPECT_EQ(keeper.Run("lock m --range m=0x10..0x1f").exitCode, 0) << "the same once more";
     keeper.Change(Slots(Container("a", Class("0x20")) + Container("b", Class("0x30"))));
     EXPECT_EQ(keeper.Findings(), (Texts{"range /m:box/slot/a: class id 0x20 is in the range of module 'other'",

@@ -304,8 +304,9 @@ TEST_F(InspectIdsAssign, RespectsWhatOtherModulesAddAndRepeat)
     AddCompact("  augment /m:none { leaf b { type string; } }\n", "broken", "  import m { prefix m; }\n");
     const Result result = Run("m");
     EXPECT_EQ(result.err, "korv-inspect: module 'broken' cannot be loaded: what it adds to others is not looked at\n");
-    EXPECT_NE(LineWith(result.out, "m.yang:6:18: /m:d/e/o is left out: its grouping gives it class id 0x5, as it does "
-                                   "/m:d/o: the registry has neither, so that both keep it"),
+    EXPECT_NE(LineWith(result.out,
+                       "m.yang:6:18: /m:d/e/o is left out: its grouping gives it class id 0x5, as it does "
+                       "/m:d/o: the registry has neither, so that both keep it"),
               "")
         << result.out;
     EXPECT_EQ(Tree("m", "--load n --path /c"),
@@ -317,7 +318,8 @@ TEST_F(InspectIdsAssign, RespectsWhatOtherModulesAddAndRepeat)
 TEST_F(InspectIdsAssign, NamesKeysAsTheLibraryFindsThem)
 {
     AddCompact(
-        "  container top {\n    list l { x:class-type leafref; key k;\n      leaf k { type leafref { path ../in/k; } }\n"
+        "  container top {\n    list l { x:class-type leafref; key k;\n      leaf k { type leafref { path ../in/k; } "
+        "}\n"
         "      container in { leaf a { type string; } leaf k { type string; x:name2id-key-fid 2; }\n"
         "        container deep { leaf d { type string; } } } }\n"
         "    list h { key k; leaf-list hidden { type string; } leaf k { type string; x:name2id-key-fid 9; }\n"
@@ -347,13 +349,16 @@ TEST_F(InspectIdsAssign, WritesTheFilesThatAreMeant)
     const std::string body = "  container c { leaf l { type strange; } leaf m { type empty; } }\n";
     const std::string type = "  typedef strange { type union { type string; type int8; } }\n";
     AddCompact(body, "m", "  revision 2026-01-01;\n" + type);
-    RunIn("mv m.yang m@2026-01-01.yang; sed s/2026/2025/ m@2026-01-01.yang > m@2025-01-01.yang; mkdir more; "
-          "printf '[ids]\ndatatype = [\"m:strange=0x41\", \"o:strang=1\", \"other:t=2\", \"union=3\"]' "
-          "> korv-inspect.toml");
-    dir.AddFile("more/o.yang", "module o { namespace 'urn:o'; prefix o; typedef strange { type empty; } container c { leaf "
-                               "l { type strange; } } }\n");
+    RunIn(
+        "mv m.yang m@2026-01-01.yang; sed s/2026/2025/ m@2026-01-01.yang > m@2025-01-01.yang; mkdir more; "
+        "printf '[ids]\ndatatype = [\"m:strange=0x41\", \"o:strang=1\", \"other:t=2\", \"union=3\"]' "
+        "> korv-inspect.toml");
+    dir.AddFile("more/o.yang",
+                "module o { namespace 'urn:o'; prefix o; typedef strange { type empty; } container c { leaf "
+                "l { type strange; } } }\n");
     const Result result = Run("m@2025-01-01");
-    EXPECT_EQ(result.out, R"(m@2025-01-01.yang:9:110: /m:c/m is left out: it is of type empty, for which there is no datatype
+    EXPECT_EQ(result.out,
+              R"(m@2025-01-01.yang:9:110: /m:c/m is left out: it is of type empty, for which there is no datatype
 1 module, 1 file changed: 1 class, 1 attribute, 0 ancestor keys, 1 datatype; left out: 1 node
 'korv-inspect ids lock' keeps these ids in 'korv-ids.json'
 )") << TextOf("m@2025-01-01.yang");

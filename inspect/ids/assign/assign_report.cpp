@@ -134,7 +134,8 @@ void WriteReportText(const AssignReport &report, FILE *out)
                      Printable(node.path).c_str(), Printable(node.reason).c_str());
     }
     for (const ModuleSum &sum : report.modules)
-        if (report.modules.size() > 1 && sum.classes + sum.attributes + sum.ancestorKeys + sum.datatypes + sum.leftOut != 0)
+        if (report.modules.size() > 1 &&
+            sum.classes + sum.attributes + sum.ancestorKeys + sum.datatypes + sum.leftOut != 0)
             std::fprintf(out, "%s: %s\n", Printable(sum.module).c_str(), SumText(sum).c_str());
     std::string modules = inspect::Count(report.modules.size(), "module");
     if (report.files.empty())

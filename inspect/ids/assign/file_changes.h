@@ -13,7 +13,7 @@ namespace inspect::ids {
 struct FileChange {
     const QXYANG_FILE *file;
     std::string path;
-    std::string shown; /* as a person names it */
+    std::string shown;       /* as a person names it */
     std::string_view before; /* the text that was loaded */
     std::vector<Edit> edits;
 };

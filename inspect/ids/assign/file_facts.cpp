@@ -57,7 +57,8 @@ bool IsPlainModule(const std::string &path)
 {
     std::ifstream file(path, std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    for (std::string_view word : {std::string_view("submodule"), std::string_view("deviation"), std::string_view("\0", 1)})
+    for (std::string_view word :
+         {std::string_view("submodule"), std::string_view("deviation"), std::string_view("\0", 1)})
         if (text.find(word) != std::string::npos)
             return false;
     return !text.empty();

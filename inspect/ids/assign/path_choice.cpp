@@ -9,7 +9,8 @@
 
 namespace inspect::ids {
 
-PathChoice::PathChoice(const Survey &survey, const std::vector<std::string> &paths, const char *option) : survey_(survey)
+PathChoice::PathChoice(const Survey &survey, const std::vector<std::string> &paths, const char *option)
+    : survey_(survey)
 {
     if (paths.empty())
         return;

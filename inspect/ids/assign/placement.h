@@ -31,7 +31,7 @@ class Placement {
     std::string PathFromUses(uint32_t index) const;
 
     const Survey &survey_;
-    std::unordered_map<const QXYANG_FILE *, std::vector<bool>> once_; /* by statement: it makes a node */
+    std::unordered_map<const QXYANG_FILE *, std::vector<bool>> once_;  /* by statement: it makes a node */
     std::unordered_map<const QXYANG_FILE *, std::vector<bool>> again_; /* it makes a further one */
     std::unordered_map<const QXYANG_FILE *, uint32_t> modules_;
 };

@@ -90,9 +90,9 @@ class Planner {
     PathChoice include_;
     PathChoice exclude_;
     Numbering numbering_;
-    std::vector<uint32_t> above_;                   /* the nearest class above each node */
-    std::vector<uint32_t> list_;                    /* the nearest list above each node that is no class, below that one */
-    std::vector<bool> hasNewField_;                 /* a leaf gets an attribute id */
+    std::vector<uint32_t> above_;   /* the nearest class above each node */
+    std::vector<uint32_t> list_;    /* the nearest list above each node that is no class, below that one */
+    std::vector<bool> hasNewField_; /* a leaf gets an attribute id */
     std::unordered_map<uint32_t, uint32_t> models_; /* class ids that nodes have and keep */
     std::unordered_map<uint32_t, Class> classes_;
     Plan plan_;

@@ -70,9 +70,7 @@ void SourceEditor::ChoosePrefix()
             isImported_ = true;
         }
     });
-    auto isFree = [&](const std::string &prefix) {
-        return !taken.contains(prefix) && !IsBoundToAnother(prefix);
-    };
+    auto isFree = [&](const std::string &prefix) { return !taken.contains(prefix) && !IsBoundToAnother(prefix); };
     for (size_t number = 2; prefix_.empty() || (!isImported_ && !isFree(prefix_)); ++number)
         prefix_ = number == 2 ? EXTENSION_PREFIX : EXTENSION_PREFIX + std::to_string(number - 1);
 }

@@ -73,7 +73,8 @@ class SourceEditor {
     void ChoosePrefix();
     void AddImport();
     void AddNamespace();
-    template <class Visit> void ForEachBinding(const std::string &prefix, Visit visit) const;
+    template <class Visit>
+    void ForEachBinding(const std::string &prefix, Visit visit) const;
     bool IsBoundToAnother(const std::string &prefix) const;
     bool IsBound(const std::string &prefix) const;
 

@@ -173,8 +173,8 @@ std::vector<uint32_t> Survey::KeyLeavesOf(uint32_t index) const
     std::vector<uint32_t> leaves = LeavesOf(index);
     for (uint32_t &key : keys) {
         QY_NODE *target = QY_NODE_GetLeafrefTargetNode(nodes_[key].node, 0);
-        auto found = std::find_if(leaves.begin(), leaves.end(),
-                                  [&](uint32_t leaf) { return nodes_[leaf].node == target; });
+        auto found =
+            std::find_if(leaves.begin(), leaves.end(), [&](uint32_t leaf) { return nodes_[leaf].node == target; });
         key = found != leaves.end() ? *found : key;
     }
     return keys;
