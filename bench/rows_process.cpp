@@ -15,6 +15,8 @@ std::string LargestExample(const std::string &dir)
 {
     std::filesystem::path largest;
     for (const auto &entry : std::filesystem::directory_iterator(dir)) {
+        if (entry.path().extension() != ".yin")
+            continue;
         if (largest.empty() || entry.file_size() > std::filesystem::file_size(largest))
             largest = entry.path();
     }

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -269,6 +268,16 @@ std::string Path(QY_NODE *node)
 {
     QY_NODE *parent = QY_NODE_GetParentNode(node);
     return (parent != nullptr ? Path(parent) : "") + "/" + QY_NODE_GetNodeName(node);
+}
+
+std::vector<std::filesystem::path> YinFiles(const std::string &dir)
+{
+    std::vector<std::filesystem::path> files;
+    for (const auto &entry : std::filesystem::directory_iterator(dir)) {
+        if (entry.path().extension() == ".yin")
+            files.push_back(entry.path());
+    }
+    return files;
 }
 
 } // namespace test

@@ -4,6 +4,7 @@
 
 #include <korv_platform.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -68,6 +69,9 @@ std::string Extensions(QY_NODE *node);
 std::string Extensions(QY_MOD *module);
 
 std::string Path(QY_NODE *node);
+
+/* The YIN files of a directory. */
+std::vector<std::filesystem::path> YinFiles(const std::string &dir);
 
 } // namespace test
 

@@ -131,13 +131,13 @@ TEST(CompactTwins, OfTheExamplesGiveTheSameSchema)
     Schema compact;
     QY_CTX_SetSearchDir(yin.Context(), KORV_SOURCE_DIR "/examples/yin");
     size_t modules = 0;
-    for (const auto &entry : std::filesystem::directory_iterator(KORV_SOURCE_DIR "/examples/yin")) {
-        std::ifstream file(entry.path(), std::ios::binary);
-        compact.File(entry.path().stem().string() + ".yang",
+    for (const auto &path : test::YinFiles(KORV_SOURCE_DIR "/examples/yin")) {
+        std::ifstream file(path, std::ios::binary);
+        compact.File(path.stem().string() + ".yang",
                      CompactTwin(std::string(std::istreambuf_iterator<char>(file), {})));
     }
-    for (const auto &entry : std::filesystem::directory_iterator(KORV_SOURCE_DIR "/examples/yin")) {
-        const std::string name = entry.path().stem();
+    for (const auto &path : test::YinFiles(KORV_SOURCE_DIR "/examples/yin")) {
+        const std::string name = path.stem();
         yin.Load(name);
         compact.Load(name);
         EXPECT_EQ(yin.Tree(name), compact.Tree(name));

@@ -183,10 +183,10 @@ TEST(StatementFiles, TheNamespaceOfAnElementTellsItsModule)
 TEST(StatementFiles, SayTheSameInBothSyntaxes)
 {
     size_t compared = 0;
-    for (const auto &entry : std::filesystem::directory_iterator(KORV_SOURCE_DIR "/examples/yin")) {
-        std::ifstream in(entry.path(), std::ios::binary);
+    for (const auto &path : test::YinFiles(KORV_SOURCE_DIR "/examples/yin")) {
+        std::ifstream in(path, std::ios::binary);
         const std::string yin(std::istreambuf_iterator<char>(in), {});
-        File plain(QXYANG_ReadFile(entry.path().c_str(), 0));
+        File plain(QXYANG_ReadFile(path.c_str(), 0));
         File twin = ReadText("twin.yang", test::CompactTwin(yin));
         EXPECT_EQ(Events(plain, false), Events(twin, false));
         EXPECT_EQ(Failures(plain) + Failures(twin), "");

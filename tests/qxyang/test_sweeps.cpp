@@ -414,21 +414,21 @@ TEST(FileSweep, CutAtEveryByte)
 TEST(FileSweep, ExamplesCutAtEveryByte)
 {
     Schema schema;
-    for (const auto &entry : std::filesystem::directory_iterator(KORV_SOURCE_DIR "/examples/yin"))
-        std::filesystem::copy(entry.path(), schema.Dir());
-    for (const auto &entry : std::filesystem::directory_iterator(KORV_SOURCE_DIR "/examples/yin")) {
-        std::ifstream file(entry.path(), std::ios::binary);
+    for (const auto &path : test::YinFiles(KORV_SOURCE_DIR "/examples/yin"))
+        std::filesystem::copy(path, schema.Dir());
+    for (const auto &path : test::YinFiles(KORV_SOURCE_DIR "/examples/yin")) {
+        std::ifstream file(path, std::ios::binary);
         const std::string yin(std::istreambuf_iterator<char>(file), {});
         ASSERT_FALSE(yin.empty());
         for (const char *suffix : {".yin", ".yang"}) {
             const std::string text = std::string(suffix) == ".yin" ? yin : test::CompactTwin(yin);
             for (size_t size = 0; size <= text.size() && !HasFatalFailure(); ++size)
-                ExpectLoadOrFailure(schema, entry.path().stem(), text.substr(0, size), size, suffix);
-            schema.Load(entry.path().stem());
-            EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), entry.path().stem().c_str()), 0u);
-            std::filesystem::remove(schema.Dir() + "/" + entry.path().stem().string() + suffix);
+                ExpectLoadOrFailure(schema, path.stem(), text.substr(0, size), size, suffix);
+            schema.Load(path.stem());
+            EXPECT_EQ(QY_CTX_UnloadModule(schema.Context(), path.stem().c_str()), 0u);
+            std::filesystem::remove(schema.Dir() + "/" + path.stem().string() + suffix);
         }
-        schema.File(entry.path().filename(), yin);
+        schema.File(path.filename(), yin);
     }
 }
 
