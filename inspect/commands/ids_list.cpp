@@ -25,7 +25,12 @@ class ListIds final : public IdsAction {
 
     int Run(const IdsOptions &options) override
     {
-        ids::Registry registry = Narrowed(ids::LoadRegistry(options.registry, ids::IfMissing::Fail), modules_);
+        ids::Registry all = ids::LoadRegistry(options.registry, ids::IfMissing::Fail);
+        ids::Registry registry = Narrowed(all, modules_);
+        for (const std::string &module : modules_)
+            if (ids::Registry own = Narrowed(all, {module});
+                own.ranges.empty() && own.classes.empty() && own.fields.empty())
+                options.models.Request().notes.Say("the registry has nothing of module '" + module + "'");
         ids::By by = by_ == "id" ? ids::By::Id : ids::By::Path;
         if (options.models.OutputFormat() == Format::Json)
             ListJson(registry, by);

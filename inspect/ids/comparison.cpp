@@ -104,32 +104,45 @@ class Comparison {
         const Item *same = locked_.SameAs(item);
         if (same != nullptr && same->IsLive())
             return LookAtSample(item, *same);
-        if (same != nullptr)
-            return Report(Kind::NotLocked, item,
-                          "is reserved" + SinceText(*same) + " in the registry: the node is back");
-        if (IsTwice(item) || LookAtOthers(item))
+        if (IsTwice(item) || LookAtOthers(item, same != nullptr))
             return;
         if (const Item *before = locked_.AtPathOf(item))
             return Report(Kind::Changed, item, "is " + NumberText(*before) + " in the registry");
+        if (same != nullptr)
+            return Report(Kind::NotLocked, item,
+                          "is reserved" + SinceText(*same) + " in the registry: the node is back");
         if (item.scope == 0 ? !IsOutOfRange(item)
                             : locked_.HasClass(item.scope)) // a new class stands for its attributes
             Report(Kind::NotLocked, item, "is not in the registry");
     }
 
-    /* True if the id is one that the registry has for another node. */
-    bool LookAtOthers(const Item &item)
+    /* True if the item is a further part of a class of the registry, whose other parts may be of modules that are not
+     * looked at. */
+    bool IsPartOf(const std::vector<const Item *> &others, const Item &item) const
+    {
+        return std::any_of(others.begin(), others.end(), [&](const Item *other) {
+            const Item *there = given_.SameAs(*other);
+            bool isTop = item.modelClass != nullptr && item.modelClass->top == other->path;
+            return other->IsLive() && (isTop || (there != nullptr && AreOne(*there, item)));
+        });
+    }
+
+    /* True if the id is one that the registry has for another node. What was reserved for both may come back. */
+    bool LookAtOthers(const Item &item, bool isBack)
     {
         std::vector<const Item *> others = locked_.WithIdOf(item);
+        if (IsPartOf(others, item))
+            return false;
         for (const Item *other : others) {
             if (!other->IsLive())
                 continue;
-            const Item *there = given_.SameAs(*other);
-            if (there != nullptr && AreOne(*there, item))
-                return false; // a further part of the class
-            Report(Kind::Moved, item, "is that of " + PathText(*other) + " in the registry" + BeforeText(item));
+            if (given_.SameAs(*other) != nullptr)
+                Report(Kind::Twice, item, "is also that of " + PathText(*other) + ", which has it in the registry");
+            else
+                Report(Kind::Moved, item, "is that of " + PathText(*other) + " in the registry" + BeforeText(item));
             return true;
         }
-        if (others.empty())
+        if (others.empty() || isBack)
             return false;
         Report(Kind::Reused, item,
                "is reserved" + SinceText(*others.front()) + " in the registry: it was that of " +
@@ -144,8 +157,11 @@ class Comparison {
         return before != nullptr ? ", and this one has " + NumberText(*before) : "";
     }
 
+    /* Parts of a class have its id, wherever they stand. */
     bool IsOutOfRange(const Item &item)
     {
+        if (item.modelClass->top != item.path)
+            return false;
         std::string_view module = ModuleOfPath(item.path);
         const RangeEntry *range = sides_.registry.RangeAt(item.id);
         if (range != nullptr && range->module != module)

@@ -72,7 +72,7 @@ Registry ReadRegistry(const std::string &path, const std::string &text);
 /* The text of the file: the same for the same entries. */
 std::string RegistryText(const Registry &registry);
 
-/* Makes the file, by a new one that takes its name. `before` is what the file has held so far: throws Failure when somebody
+/* Makes the file of a sorted registry, by a new one that takes its name. `before` is what the file has held so far: throws Failure when somebody
  * else has changed it, when the registry contradicts itself, or when it cannot be written. */
 void SaveRegistry(const std::string &path, const Registry &registry, const Registry &before);
 

@@ -7,6 +7,7 @@
 #include "base/failure.h"
 #include "base/output_file.h"
 #include "ids/registry.h"
+#include "ids/registry_rules.h"
 
 namespace inspect::ids {
 namespace {
@@ -14,7 +15,8 @@ namespace {
 Failure CannotRead(const std::string &path)
 {
     std::string why = errno != 0 ? std::string(": ") + std::strerror(errno) : "";
-    if (errno == ENOENT)
+    std::error_code error;
+    if (errno == ENOENT && !std::filesystem::is_symlink(path, error))
         why += " ('ids lock' makes it)";
     return Failure("cannot read the registry '" + path + "'" + why, EXIT_NOT_LOADED);
 }
@@ -41,9 +43,10 @@ void SaveRegistry(const std::string &path, const Registry &registry, const Regis
 {
     if (RegistryText(LoadRegistry(path, IfMissing::Empty)) != RegistryText(before))
         throw Failure("the registry '" + path + "' has changed since it was read: nothing is written");
-    std::string text = RegistryText(registry);
-    ReadRegistry(path, text);
-    WriteOutputFile(path, text);
+    if (RegistryFault fault = FaultOf(registry); !fault.text.empty())
+        throw Failure("the registry '" + path + "' would contradict itself: " + fault.text +
+                      ": nothing is written (look at all modules that it has)");
+    WriteOutputFile(path, RegistryText(registry));
 }
 
 } // namespace inspect::ids

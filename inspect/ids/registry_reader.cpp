@@ -6,7 +6,6 @@
 #include "base/failure.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "ids/node_path.h"
 #include "ids/registry.h"
 #include "ids/registry_rules.h"
 
@@ -173,7 +172,7 @@ class Handler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> 
 
     bool AddRange()
     {
-        if (entry_.members.size() != 3)
+        if (entry_.members.size() != 3 || entry_.module.empty())
             return Refuse("a range has 'module', 'first' and 'last'");
         if (entry_.last < entry_.first)
             return Refuse("this range ends before it begins");
@@ -181,7 +180,11 @@ class Handler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> 
         return true;
     }
 
-    bool HasPath() const { return entry_.path.starts_with("/") && !ModuleOfPath(entry_.path).empty(); }
+    bool HasPath() const
+    {
+        size_t colon = entry_.path.find(':');
+        return entry_.path.starts_with("/") && colon > 1 && colon < entry_.path.find('/', 1);
+    }
 
     bool AddClass()
     {

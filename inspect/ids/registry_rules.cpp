@@ -92,8 +92,13 @@ class FieldRules {
     {
         if (!live_.contains(entry.classId) && !reserved_.contains(entry.classId))
             return {entry.line, Named(entry) + " has no class: no line says what the class stands for"};
+        const FieldEntry *before = before_;
+        before_ = &entry;
+        if (before != nullptr && before->classId == entry.classId && before->id == entry.id &&
+            before->path == entry.path && before->isAncestorKey == entry.isAncestorKey)
+            return Against(entry, *before, Named(entry) + " stands twice for " + entry.path);
         if (entry.gone)
-            return LookAtReserved(entry);
+            return {};
         if (!live_.contains(entry.classId))
             return {entry.line, Named(entry) + " is in use, but its class is reserved"};
         auto [same, isNew] = byId_.try_emplace({entry.classId, entry.id}, &entry);
@@ -109,16 +114,6 @@ class FieldRules {
     }
 
   private:
-    RegistryFault LookAtReserved(const FieldEntry &entry)
-    {
-        const FieldEntry *before = lastReserved_;
-        lastReserved_ = &entry;
-        if (before == nullptr || before->classId != entry.classId || before->id != entry.id ||
-            before->path != entry.path || before->isAncestorKey != entry.isAncestorKey)
-            return {};
-        return Against(entry, *before, Named(entry) + " is reserved twice for " + entry.path);
-    }
-
     static RegistryFault Against(const FieldEntry &entry, const FieldEntry &other, const std::string &text)
     {
         return {std::max(entry.line, other.line), text + Beside(std::min(entry.line, other.line))};
@@ -128,7 +123,7 @@ class FieldRules {
     std::set<uint32_t> reserved_;
     std::map<std::pair<uint32_t, uint32_t>, const FieldEntry *> byId_;
     std::map<std::tuple<uint32_t, bool, std::string_view>, const FieldEntry *> byPath_;
-    const FieldEntry *lastReserved_ = nullptr;
+    const FieldEntry *before_ = nullptr;
 };
 
 RegistryFault FieldFault(const Registry &registry)

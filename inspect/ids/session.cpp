@@ -1,5 +1,6 @@
 #include "ids/session.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 
@@ -16,9 +17,13 @@ constexpr uint32_t REGISTRY_COLUMN = 5; /* of an entry's line */
 
 std::vector<ModuleKey> ModulesOf(const ModelRequest &request, bool all)
 {
-    if (!all)
-        return request.modules;
     std::vector<ModuleKey> modules;
+    for (const ModuleKey &key : request.modules)
+        if (std::none_of(modules.begin(), modules.end(),
+                         [&key](const ModuleKey &other) { return other.name == key.name; }))
+            modules.push_back(key);
+    if (!all)
+        return modules;
     for (const std::string &name : OwnModuleNames(request.dirs))
         if (!HoldsSubmodule(ModulePath(request.dirs, name)))
             modules.push_back({name, ""});
@@ -43,12 +48,21 @@ Session::Session(const ModelRequest &request, bool all, std::string registryPath
     models_ = IdsOf(*instance_, modules_);
     for (const ModuleKey &key : modules_)
         covered_.insert(key.name);
+    if (all)
+        CoverGone();
+}
+
+/* Modules of the registry that no directory has any more. */
+void Session::CoverGone()
+{
+    std::set<std::string> modules;
     for (const ClassEntry &entry : registry_.classes)
-        if (all)
-            covered_.emplace(ModuleOfPath(entry.path));
+        modules.emplace(ModuleOfPath(entry.path));
     for (const FieldEntry &entry : registry_.fields)
-        if (all)
-            covered_.emplace(ModuleOfPath(entry.path));
+        modules.emplace(ModuleOfPath(entry.path));
+    for (const std::string &module : modules)
+        if (ModulePath(dirs_, module).empty())
+            covered_.insert(module);
 }
 
 Cause Session::CauseOf(const Difference &difference)

@@ -35,6 +35,7 @@ class Session {
 
   private:
     Cause CauseOf(const Difference &difference);
+    void CoverGone();
 
     const SearchDirs &dirs_;
     std::string registryPath_;

@@ -132,8 +132,18 @@ TEST(InspectIds, ModulesThatAugmentAddToTheClassesOfOthers)
                                              R"("class": "0x12", "key": 9, "path": "/m:box/slot/n")"}));
     EXPECT_EQ(keeper.Lock().exitCode, 0);
     EXPECT_EQ(keeper.Findings("check --all"), Texts{});
-    /* A module that has gone takes its ids with it when all are looked at. */
-    RunShell("rm " + keeper.dir.Path() + "/n.yin");
+    /* A part of a class of a module that is not looked at, whose range it is in. */
+    keeper.dir.Add("p", "<augment target-node=\"/m:box/m:slot\">" + Container("part", Class("0x11")) + "</augment>",
+                   "m");
+    EXPECT_EQ(keeper.Run("lock --range m=0x10..0x1f --range p=0x20..0x2f").exitCode, 0);
+    EXPECT_EQ(keeper.Findings("check p"), Texts{"not-locked /m:box/slot/p:part: class id 0x11 is not in the registry"});
+    EXPECT_EQ(keeper.Run("lock p p").exitCode, 0);
+    RunShell("rm " + keeper.dir.Path() + "/p.yin");
+    EXPECT_EQ(keeper.Run("lock --all").exitCode, 0);
+    /* A module that has gone takes its ids with it when all are looked at; one that is elsewhere keeps them. */
+    const ModelDir elsewhere;
+    RunShell("mv " + keeper.dir.Path() + "/n.yin " + elsewhere.Path());
+    EXPECT_EQ(keeper.Findings("check --all --install-path " + elsewhere.Path()), Texts{});
     EXPECT_EQ(keeper.Findings("check m"), Texts{});
     EXPECT_EQ(keeper.Findings("check --all").size(), 2U) << "the attribute and the class";
     EXPECT_EQ(keeper.Run("lock --all").exitCode, 0);
@@ -181,6 +191,9 @@ TEST(InspectIds, CheckSaysWhatChangedAndLockTakesOnlyWhatIsNewOrGone)
          {"not-locked " + node + "a: class id 0x20",
           "twice " + node + "b: class id 0x20 is also that of " + node + "a"},
          false},
+        {Slots(Container("led", Class("0x12")) + Fan()),
+         {"twice " + node + "led: class id 0x12 is also that of " + node + "fan, which has it in the registry"},
+         false},
         {Slots(Fan(), Ext("tlmt-sample-id", "6")),
          {"sample-id /m:box: class id 0x10 has the sample id 0x6, and 0x5 in the registry"},
          false},
@@ -203,6 +216,19 @@ TEST(InspectIds, CheckSaysWhatChangedAndLockTakesOnlyWhatIsNewOrGone)
         EXPECT_EQ(keeper.Lock("--accept").exitCode, isTwice ? 1 : 0) << change.findings.front();
         EXPECT_EQ(keeper.Findings().empty(), !isTwice) << change.findings.front();
     }
+}
+
+TEST(InspectIds, AnotherModulesIdIsNotTakenWithoutIt)
+{
+    Keeper keeper(Container("a", Class("0x10")));
+    keeper.dir.Add("n", Container("b", Class("0x10")));
+    ASSERT_EQ(keeper.Lock().exitCode, 0);
+    const std::string before = keeper.Registry();
+    const Result result = keeper.Run("lock n --accept");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.err.find("would contradict itself: class id 0x10 stands for /m:a and for /n:b"), std::string::npos)
+        << result.err;
+    EXPECT_EQ(keeper.Registry(), before);
 }
 
 TEST(InspectIds, AnIdThatWentIsReservedInAllLaterRevisions)
@@ -229,6 +255,16 @@ TEST(InspectIds, AnIdThatWentIsReservedInAllLaterRevisions)
     keeper.Change(Revision("2026-05-01") + Slots(Field("x", "2") + Field("y", "4")));
     EXPECT_EQ(keeper.Lock().exitCode, 0);
     EXPECT_EQ(LineWith(keeper.Registry(), "gone"), "");
+    /* Not while another node has its id, or the node another id. */
+    for (const std::string &now : {Field("z", "2"), Field("z", "2") + Field("x", "5")}) {
+        keeper.Change(Slots(now + Field("y", "4")));
+        ASSERT_EQ(keeper.Lock("--accept").exitCode, 0);
+        keeper.Change(Slots(Field("x", "2") + Field("y", "4")));
+        EXPECT_EQ(keeper.Findings().front(),
+                  "moved /m:box/slot/x: attribute id 2 of class 0x11 is that of /m:box/slot/z in the registry" +
+                      std::string(now == Field("z", "2") ? "" : ", and this one has 5"));
+        EXPECT_EQ(keeper.Lock().exitCode, 1);
+    }
 }
 
 TEST(InspectIds, ADamagedRegistryIsRefusedWithThePlace)
@@ -244,8 +280,9 @@ TEST(InspectIds, ADamagedRegistryIsRefusedWithThePlace)
         {"<<<<<<< HEAD\n" + good, ":1:1: '<<<<<<<' is the mark of a merge conflict"},
         {good.substr(0, good.size() / 2), ":8:53: Missing a closing quotation mark"},
         {good.substr(0, good.size() - 5), ":13:2: Missing a comma or ']'"},
-        {with(LOCKED[3]),
-         ":13:5: attribute id 1 of class 0x11 stands for /m:box/slot/n and for /m:box/slot/n (line 8)"},
+        {with(LOCKED[3]), ":13:5: attribute id 1 of class 0x11 stands twice for /m:box/slot/n (line 8)"},
+        {with(LOCKED[3] + R"(, "gone": "")"),
+         ":13:5: attribute id 1 of class 0x11 stands twice for /m:box/slot/n (line 8)"},
         {with(fan), ":13:5: class id 0x12 stands twice for /m:box/slot/fan (line 10)"},
         {with(R"("class": "0x12", "path": "/m:other")"),
          ":13:5: class id 0x12 stands for /m:box/slot/fan and for /m:other (line 10)"},
@@ -260,8 +297,8 @@ TEST(InspectIds, ADamagedRegistryIsRefusedWithThePlace)
         {with(R"("class": "17", "path": "/m:x")"), ":13:19: 'class' is no '17'"},
         {with(R"("class": "0x11", "feild": 3)"), ":13:30: a registry has no 'feild' here"},
         {with(R"("class": "0x11", "class": "0x11")"), ":13:30: 'class' stands twice"},
-        {with(R"("class": "0x14", "path": "x")"),
-         ":13:35: a class has 'class' and a 'path' that begins with '/MODULE:'"},
+        {with(R"("class": "0x14", "path": "/x/m:y")"),
+         ":13:40: a class has 'class' and a 'path' that begins with '/MODULE:'"},
         {"{\"version\": 2, \"ranges\": [], \"ids\": []}", ":1:13: a registry of version 2 is none of this program's"},
         {"{\"version\": 1, \"ids\": []}", ":1:26: a registry has 'version', 'ranges' and 'ids'"},
         {RegistryOf({}, {R"("module": "a", "first": "0x9", "last": "0xc")",
@@ -269,6 +306,8 @@ TEST(InspectIds, ADamagedRegistryIsRefusedWithThePlace)
          ":5:5: the ranges 0x1..0x9 of 'b' and 0x9..0xc of 'a' overlap (line 4)"},
         {RegistryOf({}, {R"("module": "a", "first": "0x9", "last": "0x8")"}),
          ":4:51: this range ends before it begins"},
+        {RegistryOf({}, {R"("module": "", "first": "0x9", "last": "0x9")"}),
+         ":4:50: a range has 'module', 'first' and 'last'"},
     };
     Keeper keeper(Slots(Fan()));
     for (const auto &[text, error] : cases) {
@@ -297,7 +336,9 @@ TEST(InspectIds, NewClassIdsComeFromTheRangesOfTheirModule)
     keeper.Change(Slots(Container("a", Class("0x20")) + Container("b", Class("0x30"))));
     EXPECT_EQ(keeper.Findings(), (Texts{"range /m:box/slot/a: class id 0x20 is in the range of module 'other'",
                                         "range /m:box/slot/b: class id 0x30 is in no range of module 'm'"}));
-    EXPECT_EQ(keeper.Run("list other").out, "range 0x20..0x2f  other\n");
+    const Result list = keeper.Run("list other none");
+    EXPECT_EQ(list.out, "range 0x20..0x2f  other\n");
+    EXPECT_EQ(list.err, "korv-inspect: the registry has nothing of module 'none'\n");
     for (const char *wrong : {"m", "m=1", "=1..2", "m=0..2", "m=3..2", "m=1..x"})
         EXPECT_EQ(keeper.Lock(std::string("--range ") + wrong).exitCode, 2) << wrong;
 }
