@@ -95,15 +95,27 @@ class Comparison {
         const Item *before = locked_.AtPathOf(item);
         Report(Kind::Twice, item,
                "is also that of " + PathText(first) +
-                   (before != nullptr ? "; the registry has " + NumberText(*before) + " for this one" : ""));
+                   (before != nullptr && before->id != item.id
+                        ? "; the registry has " + NumberText(*before) + " for this one"
+                        : ""));
         return true;
+    }
+
+    /* Parts of a class may lose the node above that made one of them. */
+    bool AreNoLongerOne(const Item &item)
+    {
+        const Item *first = locked_.SameAs(*given_.WithIdOf(item).front());
+        return first != nullptr && first->IsLive() && IsTwice(item);
     }
 
     void LookAt(const Item &item)
     {
         const Item *same = locked_.SameAs(item);
-        if (same != nullptr && same->IsLive())
-            return LookAtSample(item, *same);
+        if (same != nullptr && same->IsLive()) {
+            if (!AreNoLongerOne(item))
+                LookAtSample(item, *same);
+            return;
+        }
         if (IsTwice(item) || LookAtOthers(item, same != nullptr))
             return;
         if (const Item *before = locked_.AtPathOf(item))

@@ -218,7 +218,7 @@ TEST(InspectIds, CheckSaysWhatChangedAndLockTakesOnlyWhatIsNewOrGone)
     }
 }
 
-TEST(InspectIds, AnotherModulesIdIsNotTakenWithoutIt)
+TEST(InspectIds, AnIdIsNotTakenFromWhoeverHasIt)
 {
     Keeper keeper(Container("a", Class("0x10")));
     keeper.dir.Add("n", Container("b", Class("0x10")));
@@ -229,6 +229,12 @@ TEST(InspectIds, AnotherModulesIdIsNotTakenWithoutIt)
     EXPECT_NE(result.err.find("would contradict itself: class id 0x10 stands for /m:a and for /n:b"), std::string::npos)
         << result.err;
     EXPECT_EQ(keeper.Registry(), before);
+    /* Parts of one class, which are two when the node above them is none. */
+    const std::string parts = Container("b", Class("0x10")) + Container("c", Class("0x10"));
+    keeper.Change(Container("a", Class("0x10") + parts));
+    ASSERT_EQ(keeper.Lock().exitCode, 0);
+    keeper.Change(Container("a", parts));
+    EXPECT_EQ(keeper.Findings("lock m --accept").front(), "twice /m:a/c: class id 0x10 is also that of /m:a/b");
 }
 
 TEST(InspectIds, AnIdThatWentIsReservedInAllLaterRevisions)
