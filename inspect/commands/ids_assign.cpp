@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "commands/ids_action.h"
 #include "ids/assign/assign_report.h"
+#include "ids/assign/class_ids.h"
 #include "ids/assign/type_table.h"
 #include "ids/assign/unified_diff.h"
 
@@ -70,7 +71,7 @@ void AssignIds::Understand(const IdsOptions &options)
     if (options.models.TakesStandardInput())
         throw CLI::ValidationError("'ids assign' changes files: standard input is none");
     Number first = ReadNumber(firstClass_);
-    if (!first.wellFormed || !first.fits || first.value == 0)
+    if (!first.wellFormed || !first.fits || first.value == 0 || first.value > ids::LAST_CLASS_ID)
         throw CLI::ValidationError("--first-class: '" + firstClass_ + "' is no class id");
     assign_.firstClassId = first.value;
     assign_.rule = rule_ == "lists" ? ids::ClassRule::Lists

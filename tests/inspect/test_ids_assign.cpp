@@ -312,6 +312,23 @@ TEST_F(InspectIdsAssign, RespectsWhatOtherModulesAddAndRepeat)
     EXPECT_EQ(Tree("m", "--load n --path /c"),
               "c class 0x1000\n  - a 10 string\n  - l 11 string\n  - b 9 string (n)\n");
     EXPECT_EQ(Tree("n"), "n\n  - l - string\n\naugment 0 of /m:c\n  c class 0x1000 (m)\n    - b 9 string\n");
+
+    AddCompact(/* what a deviation removes keeps its ids */
+               "  container c { x:class-id 5; leaf a { x:field-id 1; type string; } leaf b { type string; }\n"
+               "    container r { x:class-id 0x1000; } }\n  container d { leaf l { type string; } }\n",
+               "m", mim);
+    AddCompact(
+        "  deviation /m:c/m:a { deviate not-supported; }\n  deviation /m:c/m:r { deviate not-supported; }\n"
+        "  augment /m:d { leaf f { type string; } }\n",
+        "n", "  import m { prefix m; }\n");
+    RunIn("rm broken.yang");
+    EXPECT_EQ(Run("m --dry-run --exclude /c --include /d/l").err,
+              "korv-inspect: module 'n' deviates others: what it adds to them, or uses of them, is not looked at\n"
+              "m.yang:7:17: /m:d/l is left out: no class can be made of it: it is neither a list nor a container\n"
+              "1 module, 1 file to change: 1 class, 1 attribute, 0 ancestor keys, 0 datatypes; left out: 1 node\n");
+    EXPECT_EQ(Run("--all").exitCode, 0);
+    EXPECT_EQ(Tree("m"),
+              "c class 0x5\n  - a 1 string\n  - b 2 string\n  r class 0x1000\nd class 0x1001\n  - l 1 string\n");
 }
 
 /* The ids of a class that takes them from the one below it are written there, for keys as well. */
@@ -447,6 +464,7 @@ TEST_F(InspectIdsAssign, WritesAllFilesOrNone)
     expectNothingDone(Run("m broken"), 3, "module 'broken' cannot be loaded");
     expectNothingDone(RunIn("trap '' XFSZ; ulimit -f 8; korv-inspect ids assign m n"), 1,
                       "cannot write 'n.yang': File too large; nothing is written");
+    expectNothingDone(Run("m --first-class 0xFFFFFFFF"), 2, "--first-class: '0xFFFFFFFF' is no class id");
     expectNothingDone(Run("- <m.yang"), 2, "'ids assign' changes files: standard input is none");
 }
 

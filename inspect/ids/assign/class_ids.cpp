@@ -8,8 +8,6 @@
 namespace inspect::ids {
 namespace {
 
-constexpr uint32_t LAST_CLASS_ID = 0xFFFFFFFE;
-
 std::string RangesText(const std::vector<RangeEntry> &ranges)
 {
     std::string text;

@@ -13,6 +13,8 @@
 
 namespace inspect::ids {
 
+inline constexpr uint32_t LAST_CLASS_ID = 0xFFFFFFFE;
+
 class ClassIds {
   public:
     /* `first` is where modules begin that have no range in the registry. */

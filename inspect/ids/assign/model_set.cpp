@@ -151,7 +151,7 @@ void ModelSet::LoadOthers()
     for (bool isMore = true; isMore;) {
         isMore = false;
         for (std::string &name : names) {
-            if (name.empty() || IsLoaded(name) || FactsOf(name).deviates)
+            if (name.empty() || IsLoaded(name))
                 continue;
             const FileFacts &facts = FactsOf(name);
             auto isKnown = [this](const std::string &module) {
@@ -160,7 +160,10 @@ void ModelSet::LoadOthers()
             if (std::none_of(facts.extended.begin(), facts.extended.end(), isKnown))
                 continue;
             std::string module = facts.belongsTo.empty() ? name : facts.belongsTo;
-            if (!Load({module, ""}, false))
+            if (facts.deviates)
+                request_.notes.Say("module '" + module +
+                                   "' deviates others: what it adds to them, or uses of them, is not looked at");
+            else if (!Load({module, ""}, false))
                 request_.notes.Say("module '" + module + "' cannot be loaded: what it adds to others is not looked at");
             isMore = true;
             name.clear();

@@ -1,6 +1,9 @@
 #include "ids/assign/numbering.h"
 
+#include "base/numbers.h"
+#include "ids/assign/statement_names.h"
 #include "ids/node_path.h"
+#include "model/statements.h"
 
 namespace inspect::ids {
 
@@ -9,6 +12,9 @@ Numbering::Numbering(const Survey &survey, const Registry &registry, uint32_t fi
 {
     for (uint32_t id : survey.Models().ClassIdsElsewhere())
         classIds_.Take(id, "");
+    for (const LoadedModule &module : survey.Models().Modules())
+        for (const SourceFile &source : module.files)
+            TakeStatements(source.file);
     for (const ClassEntry &entry : registry.classes)
         if (!entry.gone) {
             lockedClasses_.emplace(entry.path, entry.id);
@@ -18,6 +24,35 @@ Numbering::Numbering(const Survey &survey, const Registry &registry, uint32_t fi
         fields_[entry.classId].ids.Take(entry.id);
         if (!entry.gone && !entry.path.empty())
             lockedFields_.emplace(FieldKey(entry.classId, entry.path, entry.isAncestorKey), entry.id);
+    }
+}
+
+/* What nodes have that a deviation removed, or that stand in groupings which nothing uses. */
+void Numbering::TakeStatements(const QXYANG_FILE *file)
+{
+    std::unordered_map<uint32_t, uint32_t> classes; /* class ids, by the statement that has one */
+    QXYANG_STATEMENT_S statement = {};
+    auto isOurs = [&statement](const char *keyword) {
+        return statement.pcPrefix != nullptr && statement.pcArgument != nullptr && IsExtension(statement, keyword);
+    };
+    for (uint32_t i = 0; QXYANG_GetStatement(file, i, &statement) == 0; ++i)
+        if (isOurs(CLASS_ID)) {
+            uint32_t id = ReadNumber(statement.pcArgument).value;
+            classIds_.Take(id, "");
+            classes.emplace(statement.uiParent, id);
+        }
+    for (uint32_t i = 0; !classes.empty() && QXYANG_GetStatement(file, i, &statement) == 0; ++i) {
+        if (!isOurs(FIELD_ID))
+            continue;
+        uint32_t id = ReadNumber(statement.pcArgument).value & 0xFFU;
+        QXYANG_STATEMENT_S around = StatementAt(file, statement.uiParent);
+        if (!IsYang(around, "leaf"))
+            continue;
+        do
+            around = StatementAt(file, around.uiParent);
+        while (IsYang(around, "choice") || IsYang(around, "case"));
+        if (auto found = classes.find(around.uiIndex); found != classes.end())
+            fields_[found->second].ids.Take(id);
     }
 }
 

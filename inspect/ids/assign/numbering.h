@@ -38,6 +38,7 @@ class Numbering {
         std::bitset<256> inModels;
     };
 
+    void TakeStatements(const QXYANG_FILE *file);
     static std::string FieldKey(uint32_t classId, const std::string &path, bool isAncestorKey);
 
     const Survey &survey_;

@@ -360,8 +360,11 @@ void Planner::Visit(uint32_t index)
 {
     const SurveyNode &node = survey_.At(index);
     SetAbove(index);
-    if (node.type != QY_NODE_TYPE_CONTAINER && node.type != QY_NODE_TYPE_LIST)
+    if (node.type != QY_NODE_TYPE_CONTAINER && node.type != QY_NODE_TYPE_LIST) {
+        if (include_.Has(index))
+            LeaveOut(index, "no class can be made of it: it is neither a list nor a container");
         return;
+    }
     auto has = models_.find(index);
     if (node.isLeafrefClass) /* it is made with the node from which it takes its ids */
         return;
