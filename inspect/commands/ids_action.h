@@ -13,6 +13,7 @@ struct IdsOptions {
     ModelOptions models;
     bool all = false;
     std::string registry; /* path of the registry, given or not */
+    bool isRegistryGiven = false;
 };
 
 class IdsAction {

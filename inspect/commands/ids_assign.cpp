@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
+#include <filesystem>
 
 #include "base/failure.h"
 #include "base/numbers.h"
@@ -83,6 +84,9 @@ void AssignIds::Understand(const IdsOptions &options)
 int AssignIds::Run(const IdsOptions &options)
 {
     ids::Registry registry = ids::LoadRegistry(options.registry, ids::IfMissing::Empty);
+    if (std::error_code error; options.isRegistryGiven && !std::filesystem::exists(options.registry, error))
+        options.models.Request().notes.Say("there is no registry '" + options.registry +
+                                           "': ids of nodes that have gone are not known");
     ids::ModelSet models(options.models.Request(), options.all);
     ids::Survey survey(models);
     ids::Placement placement(survey);

@@ -99,7 +99,8 @@ void IdsCommand::Understand()
     options_.models.Understand();
     if (options_.models.OutputFormat() == Format::Csv && action_ != "list")
         throw CLI::ValidationError("'ids list' alone writes csv");
-    if (options_.registry.empty())
+    options_.isRegistryGiven = !options_.registry.empty();
+    if (!options_.isRegistryGiven)
         options_.registry = ids::DefaultRegistryPath(options_.models.Request().dirs);
     for (size_t i = 0; i < ACTIONS.size(); ++i)
         if (action_ == ACTIONS[i]->name)

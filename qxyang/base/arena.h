@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <new>
 #include <string_view>
 #include <type_traits>
@@ -48,7 +47,7 @@ class Arena {
     const char *Text(std::string_view source)
     {
         char *copy = static_cast<char *>(Allocate(source.size() + 1, 1));
-        std::memcpy(copy, source.data(), source.size());
+        source.copy(copy, source.size());
         copy[source.size()] = '\0';
         return copy;
     }

@@ -383,6 +383,7 @@ TEST_F(InspectIdsAssign, WritesTheFilesThatAreMeant)
     EXPECT_EQ(Run("--all --install-path more").exitCode, 0);
     EXPECT_EQ(RunIn("grep -l mimext *.yang more/*").out, "m@2025-01-01.yang\nm@2026-01-01.yang\n");
     EXPECT_EQ(Run("o -d more -d . --registry ids.json").err,
+              "korv-inspect: there is no registry 'ids.json': ids of nodes that have gone are not known\n"
               "korv-inspect: datatype 'o:strang': module 'o' has no such typedef: did you mean 'strange'?\n");
     EXPECT_EQ(RunIn("korv-inspect ids lock o -d more -d . --registry ids.json && ls *.json").exitCode, 0);
 }

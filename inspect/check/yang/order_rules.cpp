@@ -54,8 +54,10 @@ void CheckSections(StatementCheck &check, const QXYANG_STATEMENT_S &root)
         Section section = SectionOf(statement);
         if (firsts[section] == QXYANG_NO_STATEMENT)
             firsts[section] = statement.uiIndex;
+        if (section == BODY)
+            return;
         uint32_t later = *std::min_element(firsts.begin() + section + 1, firsts.end());
-        if (section == BODY || later == QXYANG_NO_STATEMENT)
+        if (later == QXYANG_NO_STATEMENT)
             return;
         isReported = true;
         QXYANG_STATEMENT_S before = StatementAt(check.File().file, later);
