@@ -21,23 +21,6 @@ std::vector<QY_MOD *> SchemaModules(const Instance &instance, const std::vector<
     return modules;
 }
 
-/* Every node of the trees in which nodes of the modules stand, each once, parents first. */
-void ForEachNodeAround(const std::vector<QY_MOD *> &modules, const NodeVisitor &visit)
-{
-    std::vector<QY_NODE *> tops;
-    for (QY_MOD *module : modules) {
-        ForEachTop(module, [&tops](QY_NODE *top) { tops.push_back(top); });
-        ForEachAugment(module, [&tops](QY_NODE *augment) {
-            if (QY_NODE *target = QY_NODE_GetAugmentTargetNode(augment))
-                tops.push_back(TopOf(target));
-        });
-    }
-    std::unordered_set<QY_NODE *> seen;
-    for (QY_NODE *top : tops)
-        if (seen.insert(top).second)
-            ForEachBelow(top, visit);
-}
-
 class Collector {
   public:
     Collector(QY_CTX *schema, const std::vector<QY_MOD *> &modules)
@@ -96,7 +79,7 @@ ModelIds IdsOf(const Instance &instance, const std::vector<ModuleKey> &modules)
 {
     std::vector<QY_MOD *> all = SchemaModules(instance, modules);
     Collector collector(instance.Schema(), all);
-    ForEachNodeAround(all, [&collector](QY_NODE *node) { collector.Visit(node); });
+    ForEachNode(all, [&collector](QY_NODE *node) { collector.Visit(node); });
     for (const ModuleKey &key : modules) {
         const char *revision = instance.Revision(key.name);
         collector.ids.revisions[key.name] = revision != nullptr ? revision : "";
@@ -110,7 +93,7 @@ std::map<std::string, QY_NODE *> NodesAt(const Instance &instance, const std::ve
     std::map<std::string, QY_NODE *> found;
     if (paths.empty())
         return found;
-    ForEachNodeAround(SchemaModules(instance, modules), [&](QY_NODE *node) {
+    ForEachNode(SchemaModules(instance, modules), [&](QY_NODE *node) {
         uint32_t type = QY_NODE_GetNodeType(node);
         if (type == QY_NODE_TYPE_CHOICE || type == QY_NODE_TYPE_CASE)
             return;

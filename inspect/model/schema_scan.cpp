@@ -131,14 +131,16 @@ void ForEachBelow(QY_NODE *node, const NodeVisitor &visit)
     scan.End();
 }
 
-void ForEachNode(QY_MOD *module, const NodeVisitor &visit)
+void ForEachNode(std::span<QY_MOD *const> modules, const NodeVisitor &visit)
 {
     std::vector<QY_NODE *> tops;
-    ForEachTop(module, [&tops](QY_NODE *top) { tops.push_back(top); });
-    ForEachAugment(module, [&tops](QY_NODE *augment) {
-        if (QY_NODE *target = QY_NODE_GetAugmentTargetNode(augment))
-            tops.push_back(TopOf(target));
-    });
+    for (QY_MOD *module : modules) {
+        ForEachTop(module, [&tops](QY_NODE *top) { tops.push_back(top); });
+        ForEachAugment(module, [&tops](QY_NODE *augment) {
+            if (QY_NODE *target = QY_NODE_GetAugmentTargetNode(augment))
+                tops.push_back(TopOf(target));
+        });
+    }
     std::unordered_set<QY_NODE *> seen;
     for (QY_NODE *top : tops)
         if (seen.insert(top).second)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -18,9 +19,13 @@ void ForEachAugment(QY_MOD *module, const NodeVisitor &visit);
 /* The node and everything below it, parents first. */
 void ForEachBelow(QY_NODE *node, const NodeVisitor &visit);
 
-/* Every node of the trees that the library reads for a module, each once: the module's own, then those to which its
+/* Every node of the trees that the library reads for the modules, each once: a module's own, then those to which its
  * augments add. */
-void ForEachNode(QY_MOD *module, const NodeVisitor &visit);
+void ForEachNode(std::span<QY_MOD *const> modules, const NodeVisitor &visit);
+inline void ForEachNode(QY_MOD *module, const NodeVisitor &visit)
+{
+    ForEachNode(std::span(&module, 1), visit);
+}
 
 /* Every node that the module defines, each once, wherever its augments put it. */
 void ForEachOwnNode(QY_MOD *module, const NodeVisitor &visit);
