@@ -30,14 +30,14 @@ std::string_view StemOf(std::string_view file)
     return {};
 }
 
-/* True if the name would be a module file's one in small letters. */
+/* True if the name ends in one of the suffixes when capital letters count as small ones, ".YANG" say. */
 bool EndsInOtherLetters(std::string_view file)
 {
-    auto isLetter = [](char small, char found) { return small == found || small - 'a' + 'A' == found; };
+    auto isSame = [](char small, char found) { return small == found || (small != '.' && small - 'a' + 'A' == found); };
     return std::any_of(std::begin(SUFFIXES), std::end(SUFFIXES), [&](std::string_view suffix) {
         return file.size() > suffix.size() &&
                std::equal(suffix.begin(), suffix.end(), file.end() - static_cast<std::ptrdiff_t>(suffix.size()),
-                          isLetter);
+                          isSame);
     });
 }
 
@@ -130,26 +130,36 @@ std::string SearchPath::PlaceOf(std::string_view directory) const
     return place != places_.end() ? place->second : AbsolutePath(directory);
 }
 
-const Listings::Directory &Listings::Of(const std::string &directory)
+namespace {
+
+Listings::Directory ReadDirectory(const std::string &directory)
 {
-    auto [entry, isNew] = directories_.try_emplace(directory);
-    if (!isNew)
-        return entry->second;
+    Listings::Directory read;
     std::unique_ptr<DIR, DirectoryClose> open(::opendir(directory.c_str()));
     if (open == nullptr) {
-        entry->second.error = errno;
-        return entry->second;
+        read.error = errno;
+        return read;
     }
     while (const dirent *file = ::readdir(open.get())) {
         std::string_view name = file->d_name;
         if (!StemOf(name).empty())
-            entry->second.files.emplace_back(name);
+            read.files.emplace_back(name);
         else if (EndsInOtherLetters(name))
-            entry->second.misses.emplace_back(name);
+            read.misses.emplace_back(name);
     }
-    std::sort(entry->second.files.begin(), entry->second.files.end());
-    std::sort(entry->second.misses.begin(), entry->second.misses.end());
-    return entry->second;
+    std::sort(read.files.begin(), read.files.end());
+    std::sort(read.misses.begin(), read.misses.end());
+    return read;
+}
+
+} // namespace
+
+const Listings::Directory &Listings::Of(const std::string &directory)
+{
+    auto known = directories_.find(directory);
+    if (known == directories_.end())
+        known = directories_.emplace(directory, ReadDirectory(directory)).first;
+    return known->second;
 }
 
 std::string_view ModuleOfFile(std::string_view file)

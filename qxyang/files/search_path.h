@@ -37,6 +37,7 @@ class Listings {
         int error = 0;                   /* why the directory cannot be listed, or 0 */
     };
 
+    /* Nothing is kept of a directory whose reading ran out of memory. */
     const Directory &Of(const std::string &directory);
 
   private:

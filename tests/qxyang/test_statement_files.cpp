@@ -301,6 +301,7 @@ TEST(StatementFiles, PathsOfAModuleAreThoseThatALoadTries)
 
     schema.File("sub/b.Yin", "");
     schema.File("sub/A.YANG", "");
+    schema.File("sub/c\x0eyin", ""); // no capital dot
     schema.File("backup@old.yin", "");
     schema.File("dated@2020-01-01.yang", "");
     schema.File("2020.yin", "");

@@ -256,6 +256,19 @@ TEST(AllocationSweep, OtherCalls)
                   }),
                   3);
     }
+    const char *dir = schema.Dir().c_str();
+    QXYANG_LISTINGS *listings = QXYANG_OpenListings(&dir, 1);
+    uint32_t files = 0; // a listing that failed half way is read again
+    EXPECT_GT(sweep([&] {
+                  auto count = [](uint32_t, const char *, int32_t, void *cookie) {
+                      ++*static_cast<uint32_t *>(cookie);
+                      return 0u;
+                  };
+                  return QXYANG_ScanListedFiles(listings, count, &files);
+              }),
+              3);
+    EXPECT_EQ(files, 7u);
+    QXYANG_CloseListings(listings);
     const long blocks = g_liveBlocks;
     EXPECT_GT(sweep([&schema] {
                   auto ask = [](QY_NODE *node, void *, void *) {
