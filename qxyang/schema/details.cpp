@@ -1,5 +1,7 @@
 #include "schema/details.h"
 
+#include <algorithm>
+
 #include "schema/model.h"
 
 namespace qxyang {
@@ -36,11 +38,14 @@ KeptFile *Details::FileOf(const QY_MOD &module)
 void Details::ForgetDying(const QY_MOD *first) noexcept
 {
     for (const QY_MOD *module = first; module != nullptr; module = module->nextDying) {
-        const ModuleDetails *going = module->details.get();
+        ModuleDetails *going = module->details.get();
         if (going == nullptr) // the load failed before it was built
             continue;
         for (const QY_TYPE *type : going->typedefs)
             typedefs.erase(type);
+        std::sort(going->changed.begin(), going->changed.end()); // each node's changes are read once
+        auto end = std::unique(going->changed.begin(), going->changed.end());
+        going->changed.erase(end, going->changed.end());
         for (const QY_NODE *node : going->changed)
             if (!node->module->dying)
                 std::erase_if(node->module->details->nodes.find(node)->second.changes,
