@@ -329,6 +329,17 @@ TEST_F(InspectIdsAssign, RespectsWhatOtherModulesAddAndRepeat)
     EXPECT_EQ(Run("--all").exitCode, 0);
     EXPECT_EQ(Tree("m"),
               "c class 0x5\n  - a 1 string\n  - b 2 string\n  r class 0x1000\nd class 0x1001\n  - l 1 string\n");
+
+    /* of two revisions of a module an import brings the other one */
+    const std::string old = "  import m { prefix m; }\n  revision 2020-01-01;\n";
+    AddCompact("  augment /m:d { container o { x:class-id 0x1002; leaf p { type string; } } }\n", "n", mim + old);
+    RunIn("mv n.yang n@2020-01-01.yang");
+    AddCompact("  container e { leaf l { type string; } }\n", "n");
+    AddCompact("", "u", "  import n { prefix n; revision-date 2020-01-01; }\n");
+    const Result both = Run("m u n --dry-run --include /m:d/n:o/p");
+    EXPECT_NE(LineWith(both.err, "n@2020-01-01.yang:7:51: /m:d/n:o/p is left out: no class can be made of it"), "")
+        << both.err;
+    EXPECT_NE(LineWith(both.out, "+  container e { mimext:class-id 0x1003; "), "") << both.out;
 }
 
 /* The ids of a class that takes them from the one below it are written there, for keys as well. */

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <string_view>
 
 #include "base/json_out.h"
 #include "base/text.h"
 #include "ids/assign/statement_names.h"
 #include "ids/node_path.h"
+#include "model/schema_scan.h"
 
 namespace inspect::ids {
 namespace {
@@ -91,10 +93,9 @@ class MovedPlaces {
 
 AssignReport MakeReport(const Survey &survey, const Plan &plan, const std::vector<FileChange> &changes, bool isDryRun)
 {
-    const std::vector<LoadedModule> &modules = survey.Models().Modules();
-    std::vector<ModuleSum> sums(modules.size());
+    std::map<std::string_view, ModuleSum> sums;
     for (const NewStatement &statement : plan.statements)
-        Count(statement, &sums[survey.At(statement.node).module]);
+        Count(statement, &sums[ModuleNameOf(survey.At(statement.node).node)]);
     AssignReport report;
     report.isDryRun = isDryRun;
     std::map<const QXYANG_FILE *, MovedPlaces> moved;
@@ -104,7 +105,7 @@ AssignReport MakeReport(const Survey &survey, const Plan &plan, const std::vecto
     Places places(survey.Models().Dirs());
     for (const LeftOut &left : plan.leftOut) {
         QY_NODE *node = survey.At(left.node).node;
-        LeftOutNode entry = {survey.ModuleOf(left.node).name, PathOf(node), left.reason, "", 0, 0};
+        LeftOutNode entry = {ModuleNameOf(node), PathOf(node), left.reason, "", 0, 0};
         QXYANG_ORIGIN_S origin = OriginOf(node);
         if (std::optional<Position> position = places.Of(origin)) {
             entry.file = position->file;
@@ -113,13 +114,13 @@ AssignReport MakeReport(const Survey &survey, const Plan &plan, const std::vecto
         }
         if (auto found = moved.find(origin.pstFile); found != moved.end())
             found->second.Move(origin.stPlace.uiOffset, &entry);
-        ++sums[survey.At(left.node).module].leftOut;
+        ++sums[ModuleNameOf(node)].leftOut;
         report.leftOut.push_back(std::move(entry));
     }
-    for (size_t i = 0; i < modules.size(); ++i)
-        if (modules[i].isWanted) {
-            sums[i].module = modules[i].name;
-            report.modules.push_back(sums[i]);
+    for (const LoadedModule &module : survey.Models().Modules())
+        if (module.isWanted) {
+            report.modules.push_back(sums[module.name]);
+            report.modules.back().module = module.name;
         }
     for (const FileChange &change : changes)
         report.files.push_back(change.shown);

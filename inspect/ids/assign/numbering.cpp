@@ -3,6 +3,7 @@
 #include "base/numbers.h"
 #include "ids/assign/statement_names.h"
 #include "ids/node_path.h"
+#include "model/schema_scan.h"
 #include "model/statements.h"
 
 namespace inspect::ids {
@@ -70,7 +71,7 @@ void Numbering::TakeField(uint32_t classId, uint32_t id)
 
 void Numbering::TakeClass(uint32_t classId, uint32_t index)
 {
-    classIds_.Take(classId, survey_.ModuleOf(index).name);
+    classIds_.Take(classId, ModuleNameOf(survey_.At(index).node));
     inModels_.insert(classId);
     for (uint32_t leaf : survey_.LeavesOf(index)) {
         TakeField(classId, survey_.At(leaf).field);
@@ -89,7 +90,7 @@ uint32_t Numbering::GiveClass(uint32_t index)
         if (auto locked = lockedClasses_.find(PathOf(survey_.At(index).node)); locked != lockedClasses_.end())
             id = inModels_.contains(locked->second) ? 0 : locked->second;
     if (id == 0)
-        id = classIds_.Next(survey_.ModuleOf(index).name);
+        id = classIds_.Next(ModuleNameOf(survey_.At(index).node));
     TakeClass(id, index);
     return id;
 }

@@ -130,8 +130,7 @@ void Planner::TakeModels()
 
 bool Planner::MayWrite(uint32_t index) const
 {
-    return survey_.At(index).module < survey_.Models().Modules().size() && survey_.ModuleOf(index).isWanted &&
-           !exclude_.HasAbove(index) && placement_.Of(index).has_value();
+    return survey_.IsWanted(index) && !exclude_.HasAbove(index) && placement_.Of(index).has_value();
 }
 
 bool Planner::IsChosen(uint32_t index) const
@@ -368,10 +367,9 @@ void Planner::Visit(uint32_t index)
     auto has = models_.find(index);
     if (node.isLeafrefClass) /* it is made with the node from which it takes its ids */
         return;
-    bool isWanted = node.module < survey_.Models().Modules().size() && survey_.ModuleOf(index).isWanted;
     if (has != models_.end() && node.isInTree)
         return CompleteClass(index, has->second);
-    if (!isWanted || has != models_.end() || exclude_.HasAbove(index) || !IsChosen(index))
+    if (!survey_.IsWanted(index) || has != models_.end() || exclude_.HasAbove(index) || !IsChosen(index))
         return;
     if (!node.isInTree) {
         if (node.type == QY_NODE_TYPE_LIST || include_.Has(index))

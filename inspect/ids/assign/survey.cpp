@@ -127,6 +127,12 @@ void Survey::ReadStatements(uint32_t index)
         entry->field = entry->reference;
 }
 
+bool Survey::IsWanted(uint32_t index) const
+{
+    const std::vector<LoadedModule> &modules = models_.Modules();
+    return nodes_[index].module < modules.size() && modules[nodes_[index].module].isWanted;
+}
+
 const AncestorStatements *Survey::AncestorsOf(uint32_t index) const
 {
     auto found = ancestors_.find(index);

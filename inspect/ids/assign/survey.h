@@ -26,7 +26,7 @@ struct SurveyNode {
     uint32_t parent; /* NO_NODE: none */
     uint32_t child;  /* the first one */
     uint32_t next;   /* the next beside it */
-    uint32_t module; /* index in the set of models */
+    uint32_t module; /* index in the set of models; behind the last for a revision that is not among them */
     uint32_t classId = 0;
     uint32_t field = 0;     /* attribute id, that of a reference key if it has one */
     uint32_t reference = 0; /* attribute id of a reference key */
@@ -54,7 +54,9 @@ class Survey {
     const ModelSet &Models() const { return models_; }
     const std::vector<SurveyNode> &Nodes() const { return nodes_; }
     const SurveyNode &At(uint32_t index) const { return nodes_[index]; }
-    const LoadedModule &ModuleOf(uint32_t index) const { return models_.Modules()[nodes_[index].module]; }
+
+    /* True if the node's module is to get ids. */
+    bool IsWanted(uint32_t index) const;
 
     /* Null for a class without such statements. */
     const AncestorStatements *AncestorsOf(uint32_t index) const;
