@@ -176,7 +176,7 @@ void GitFolders::Write(const std::string &blobs, const std::vector<Entry> &entri
         std::string line = blobs.substr(at, lineEnd == std::string::npos ? lineEnd : lineEnd - at);
         size_t size = std::strtoull(line.substr(line.rfind(' ') + 1).c_str(), nullptr, 10);
         std::filesystem::path file = std::filesystem::path(target) / entry.path;
-        if (!line.starts_with(entry.object + " blob ") || lineEnd + 1 + size > blobs.size())
+        if (!line.starts_with(entry.object + " blob ") || lineEnd + 1 + size >= blobs.size())
             throw Failure("git does not tell what is in " + shown + entry.path, EXIT_NOT_LOADED);
         MakeFolder(file.parent_path());
         std::ofstream out(file, std::ios::binary);

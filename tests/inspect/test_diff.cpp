@@ -445,8 +445,10 @@ TEST(InspectDiff, AgainstSaysWhatKeepsGitFromReading)
     const std::string damaged = repository.Path() + "/damaged";
     ModelDir outside;
     RunShell("cd " + repository.Path() +
-             " && mkdir damaged locked killed && echo >damaged/.git && echo >locked/git && " +
-             "printf '#!/bin/sh\nkill -9 $$' >killed/git && chmod +x killed/git");
+             " && mkdir damaged locked killed cut && echo >damaged/.git && echo >locked/git && " +
+             "printf '#!/bin/sh\nkill -9 $$' >killed/git && " +
+             R"(printf '#!/bin/sh\ncase "$*" in *cat-file*) %s "$@" | %s -c -1;; *) exec %s "$@";; esac' )" +
+             "$(command -v git) $(command -v head) $(command -v git) >cut/git && chmod +x killed/git cut/git");
     const struct {
         std::string start;
         std::string args;
@@ -469,6 +471,8 @@ TEST(InspectDiff, AgainstSaysWhatKeepsGitFromReading)
          "git cannot be run: Permission denied"},
         {"PATH=" + repository.Path() + "/killed", "m --against=HEAD --new " + models, 3,
          "git has been ended by signal 9"},
+        {"PATH=" + repository.Path() + "/cut", "m --against=HEAD --new " + models, 3,
+         "git does not tell what is in HEAD:models/"},
         {"TMPDIR=/no/where", "m --against=HEAD --new " + models, 3, "no directory can be made in /no/where: "},
     };
     for (const auto &[start, args, exitCode, text] : failures) {
