@@ -38,7 +38,7 @@ struct Difference {
 /* True if locking takes the difference for what it is there for: what is new, and what has gone. */
 bool IsOrdinary(const Difference &difference);
 
-/* A run over some modules: of the others, neither side counts. */
+/* A registry and what some modules say. Entries of other modules are not compared. */
 struct Sides {
     const Registry &registry;
     const ModelIds &models;

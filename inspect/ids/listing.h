@@ -1,7 +1,6 @@
 /* A registry as it is shown. */
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "ids/registry.h"

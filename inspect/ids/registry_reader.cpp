@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "base/line_and_column.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "ids/registry.h"
@@ -218,10 +219,8 @@ class Handler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> 
 
 [[noreturn]] void Fail(const std::string &path, const std::string &text, size_t offset, const std::string &what)
 {
-    std::string_view before = std::string_view(text).substr(0, offset);
-    auto lines = static_cast<uint32_t>(std::count(before.begin(), before.end(), '\n'));
-    size_t column = before.size() - (lines != 0 ? before.rfind('\n') + 1 : 0);
-    Cause cause = {path, lines + 1, static_cast<uint32_t>(column) + 1, what};
+    auto [line, column] = PlaceIn(text, offset);
+    Cause cause = {path, line, column, what};
     throw Failure("the registry '" + path + "' is damaged", EXIT_NOT_LOADED, {cause});
 }
 

@@ -10,10 +10,12 @@
 namespace inspect::ids {
 namespace {
 
-/* Names the line of an entry that contradicts another one. */
-std::string Beside(uint32_t line)
+/* Two entries that contradict each other: the text names the line of the upper one. */
+template <class Entry>
+RegistryFault Against(const Entry &entry, const Entry &other, const std::string &text)
 {
-    return line != 0 ? " (line " + std::to_string(line) + ")" : "";
+    uint32_t upper = std::min(entry.line, other.line);
+    return {std::max(entry.line, other.line), text + (upper != 0 ? " (line " + std::to_string(upper) + ")" : "")};
 }
 
 RegistryFault RangeFault(const Registry &registry)
@@ -21,10 +23,10 @@ RegistryFault RangeFault(const Registry &registry)
     const RangeEntry *before = nullptr;
     for (const RangeEntry &range : registry.ranges) {
         if (before != nullptr && range.first <= before->last)
-            return {std::max(range.line, before->line), "the ranges " + Hex(before->first) + ".." + Hex(before->last) +
-                                                            " of '" + before->module + "' and " + Hex(range.first) +
-                                                            ".." + Hex(range.last) + " of '" + range.module +
-                                                            "' overlap" + Beside(std::min(range.line, before->line))};
+            return Against(range, *before,
+                           "the ranges " + Hex(before->first) + ".." + Hex(before->last) + " of '" + before->module +
+                               "' and " + Hex(range.first) + ".." + Hex(range.last) + " of '" + range.module +
+                               "' overlap");
         before = &range;
     }
     return {};
@@ -55,11 +57,6 @@ class ClassRules {
     }
 
   private:
-    static RegistryFault Against(const ClassEntry &entry, const ClassEntry &other, const std::string &text)
-    {
-        return {std::max(entry.line, other.line), text + Beside(std::min(entry.line, other.line))};
-    }
-
     const ClassEntry *before_ = nullptr;
     const ClassEntry *top_ = nullptr;
     std::map<std::string_view, const ClassEntry *> byPath_;
@@ -114,11 +111,6 @@ class FieldRules {
     }
 
   private:
-    static RegistryFault Against(const FieldEntry &entry, const FieldEntry &other, const std::string &text)
-    {
-        return {std::max(entry.line, other.line), text + Beside(std::min(entry.line, other.line))};
-    }
-
     std::set<uint32_t> live_;
     std::set<uint32_t> reserved_;
     std::map<std::pair<uint32_t, uint32_t>, const FieldEntry *> byId_;

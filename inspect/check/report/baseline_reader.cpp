@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/failure.h"
+#include "base/line_and_column.h"
 
 namespace inspect {
 namespace {
@@ -125,14 +126,6 @@ class Handler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> 
     bool hasFindings_ = false;
 };
 
-std::string PlaceOf(const std::string &text, size_t offset)
-{
-    std::string_view before = std::string_view(text).substr(0, offset);
-    size_t lines = static_cast<size_t>(std::count(before.begin(), before.end(), '\n'));
-    size_t column = before.size() - (lines != 0 ? before.rfind('\n') + 1 : 0);
-    return std::to_string(lines + 1) + ":" + std::to_string(column + 1);
-}
-
 } // namespace
 
 std::vector<Baseline::Entry> ReadBaselineText(const std::string &path, const std::string &text)
@@ -142,10 +135,12 @@ std::vector<Baseline::Entry> ReadBaselineText(const std::string &path, const std
     rapidjson::MemoryStream memory(text.data(), text.size());
     rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> stream(memory);
     rapidjson::ParseResult result = reader.Parse<rapidjson::kParseValidateEncodingFlag>(stream, handler);
-    if (!result)
-        throw Failure(path + ":" + PlaceOf(text, result.Offset()) + ": the baseline is damaged: " +
+    if (!result) {
+        auto [line, column] = PlaceIn(text, result.Offset());
+        throw Failure(path + ":" + std::to_string(line) + ":" + std::to_string(column) + ": the baseline is damaged: " +
                           (handler.fault.empty() ? rapidjson::GetParseError_En(result.Code()) : handler.fault),
                       EXIT_USAGE);
+    }
     return std::move(handler.entries);
 }
 

@@ -54,7 +54,7 @@ void RequireUnchanged(const FileChange &change)
         throw Failure("'" + change.shown + "' has changed while it was read");
 }
 
-/* Gives those that have changed back what they held; returns what to say of it. */
+/* Gives the first `count` files their old text again. Returns the end of the message about the failure. */
 std::string Undone(const std::vector<FileChange> &changes, size_t count)
 {
     std::string lost;

@@ -12,22 +12,11 @@
 namespace inspect::ids {
 namespace {
 
-uint32_t AddPath(const char *name, const char *path, uint32_t, void *paths)
-try {
-    static_cast<std::vector<std::pair<std::string, std::string>> *>(paths)->emplace_back(name, path);
-    return 0;
-} catch (const std::bad_alloc &) {
-    return 1;
-}
-
-std::vector<SourceFile> FilesOf(const QY_CTX *schema, const QY_MOD *module)
+std::vector<SourceFile> SourcesOf(const QY_CTX *schema, const QY_MOD *module)
 {
-    std::vector<std::pair<std::string, std::string>> paths;
-    if (QXYANG_ScanModuleFiles(module, AddPath, &paths) != 0)
-        throw std::bad_alloc();
     std::vector<SourceFile> files;
-    for (const auto &[name, path] : paths)
-        if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(schema, name.c_str()))
+    for (const auto &[name, path] : FilesOf(module))
+        if (const QXYANG_FILE *file = QXYANG_GetLoadedFile(schema, name))
             files.push_back({file, path});
     return files;
 }
@@ -125,7 +114,7 @@ bool ModelSet::Load(const ModuleKey &key, bool isWanted)
         return false;
     (void)QY_MOD_EnableFeature(module, QY_FEATURE_ALL);
     if (indexes_.try_emplace(module, modules_.size()).second)
-        modules_.push_back({module, key.name, isWanted, FilesOf(schema_.get(), module)});
+        modules_.push_back({module, key.name, isWanted, SourcesOf(schema_.get(), module)});
     return true;
 }
 

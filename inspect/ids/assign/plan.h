@@ -41,7 +41,7 @@ struct LeftOut {
 };
 
 struct Plan {
-    std::vector<NewStatement> statements; /* sorted by node, as the next */
+    std::vector<NewStatement> statements; /* sorted by node, as leftOut is */
     std::vector<LeftOut> leftOut;
 };
 
