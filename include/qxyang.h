@@ -233,7 +233,8 @@ KORV_PLATFORM_API uint32_t QXYANG_ScanListedModules(QXYANG_LISTINGS *pstListings
                                                     void *pvCookie);
 
 /** Makes the context look for files in these listings from now on, wherever it needs the listing of one of its search
- * directories. It does not see files that come later. */
+ * directories. Of files that come later it finds those that it looks up by their full name, as NAME.yin: for that it needs
+ * no listing. */
 KORV_PLATFORM_API void QXYANG_UseListings(QY_CTX *pCtx, QXYANG_LISTINGS *pstListings);
 
 /** @} */
