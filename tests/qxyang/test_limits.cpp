@@ -309,15 +309,6 @@ TEST(Limits, FilesAfterTheLastRecordedFailure)
     }
 }
 
-TEST(Limits, FailuresAreCapped)
-{
-    Schema schema;
-    schema.Module(
-        "m", Repeat(1000, [](int i) { return "<leaf name=\"l" + Number(i) + "\"><type name=\"none\"/></leaf>\n"; }));
-    std::string failures = schema.Failures("m");
-    EXPECT_EQ(std::count(failures.begin(), failures.end(), '\n'), 64);
-}
-
 /* What costs one node each costs no more when there are many. */
 TEST(Limits, LargeFlatModelsLoad)
 {
