@@ -50,7 +50,10 @@ if(KORV_BUILD_INSPECT)
   install(TARGETS korv-inspect RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
   install(FILES inspect/line/korv-inspect.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
           RENAME korv-inspect COMPONENT tools)
+  install(FILES inspect/line/korv-inspect.zsh DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions
+          RENAME _korv-inspect COMPONENT tools)
+  install(FILES inspect/line/korv-inspect.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
+          COMPONENT tools)
   install(DIRECTORY docs/schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/korv-inspect COMPONENT tools)
-  configure_file(inspect/line/korv-inspect.1.in korv-inspect.1 @ONLY)
-  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korv-inspect.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/inspect/korv-inspect.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
 endif()

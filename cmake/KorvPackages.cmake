@@ -31,6 +31,7 @@ set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME korv-inspect)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS "graphviz, less")
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION
     "The program korv-inspect shows and checks what a device makes of YANG modules.")
 

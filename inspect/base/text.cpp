@@ -6,11 +6,6 @@
 namespace inspect {
 namespace {
 
-size_t Characters(std::string_view text)
-{
-    return static_cast<size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
 struct Character {
     uint32_t code;
     size_t size; /* in bytes, 0: no UTF-8 */
@@ -127,6 +122,11 @@ std::string ValidUtf8(std::string_view text)
         text.remove_prefix(std::max<size_t>(size, 1));
     }
     return valid;
+}
+
+size_t Characters(std::string_view text)
+{
+    return static_cast<size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
 void PadTo(std::string *text, size_t width, size_t gap)

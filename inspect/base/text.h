@@ -20,6 +20,9 @@ std::string Printable(std::string_view text);
 /* The text with a replacement character for each byte that is no UTF-8. */
 std::string ValidUtf8(std::string_view text);
 
+/* The number of characters of UTF-8. */
+size_t Characters(std::string_view text);
+
 /* Fills up with blanks to a width, counted in characters of UTF-8; a longer text gets `gap` blanks. */
 void PadTo(std::string *text, size_t width, size_t gap = 0);
 

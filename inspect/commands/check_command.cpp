@@ -1,5 +1,4 @@
 /* check: what a device would trip over. */
-#include <unistd.h>
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <optional>
 
 #include "base/failure.h"
+#include "base/progress.h"
 #include "check/checker.h"
 #include "check/report/baseline.h"
 #include "check/report/ignores.h"
@@ -41,28 +41,6 @@ Examples:
   korv-inspect check example-interfaces -d examples/yin
   korv-inspect check --all -d examples/yin --strict --off 'missing-field-id:drafts/**'
   korv-inspect check --all -d examples/yin --format sarif)";
-
-/* A line on standard error that each module overwrites; nothing unless that is a terminal. */
-class Progress {
-  public:
-    void Show(size_t number, size_t total, const std::string &module)
-    {
-        if (total < 2 || !isTerminal_)
-            return;
-        std::fprintf(stderr, "\r\033[K[%zu/%zu] %s", number, total, module.c_str());
-        isShown_ = true;
-    }
-
-    void Clear() const
-    {
-        if (isShown_)
-            std::fputs("\r\033[K", stderr);
-    }
-
-  private:
-    bool isTerminal_ = isatty(STDERR_FILENO) == 1;
-    bool isShown_ = false;
-};
 
 /* What CLI11 says of a value that is not right; "" for one that is. */
 std::string RuleFault(const std::string &text)
@@ -245,6 +223,7 @@ int CheckCommand::Run()
                                {policy_, baseline ? &*baseline : nullptr, all_});
     report.hidden = hidden;
     report.strict = strict_;
+    report.paint = options_.Colors();
     for (const ReportFormat &format : ReportFormats())
         if (format.name == options_.FormatName())
             format.write(report);

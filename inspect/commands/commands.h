@@ -9,6 +9,7 @@ namespace inspect {
 
 extern const CommandEntry TREE_COMMAND;
 extern const CommandEntry FIND_COMMAND;
+extern const CommandEntry PATHS_COMMAND;
 extern const CommandEntry WALK_COMMAND;
 extern const CommandEntry DUMP_COMMAND;
 extern const CommandEntry ENUMS_COMMAND;
@@ -18,8 +19,8 @@ extern const CommandEntry DIFF_COMMAND;
 extern const CommandEntry IDS_COMMAND;
 extern const CommandEntry CONVERT_COMMAND;
 
-inline constexpr std::array COMMANDS = {&TREE_COMMAND,  &FIND_COMMAND,    &WALK_COMMAND,  &DUMP_COMMAND,
-                                        &ENUMS_COMMAND, &MODULES_COMMAND, &CHECK_COMMAND, &DIFF_COMMAND,
-                                        &IDS_COMMAND,   &CONVERT_COMMAND};
+inline constexpr std::array COMMANDS = {&TREE_COMMAND, &FIND_COMMAND,  &PATHS_COMMAND,   &WALK_COMMAND,
+                                        &DUMP_COMMAND, &ENUMS_COMMAND, &MODULES_COMMAND, &CHECK_COMMAND,
+                                        &DIFF_COMMAND, &IDS_COMMAND,   &CONVERT_COMMAND};
 
 } // namespace inspect

@@ -158,7 +158,7 @@ int DiffCommand::CompareOne(const ModelRequest &oldSide, const ModelRequest &new
     if (options_.OutputFormat() == Format::Json)
         diff::WriteJson(changes);
     else
-        diff::WriteText(changes);
+        diff::WriteText(changes, options_.Colors());
     return diff::CountBreaking(changes.changes) != 0 ? EXIT_NEGATIVE : EXIT_OK;
 }
 
@@ -200,7 +200,7 @@ int DiffCommand::CompareAll(const ModelRequest &oldSide, const ModelRequest &new
     if (options_.OutputFormat() == Format::Json)
         diff::WriteAllJson(all, failed);
     else
-        diff::WriteAllText(all);
+        diff::WriteAllText(all, options_.Colors());
     if (!failed.empty())
         return EXIT_NOT_LOADED;
     bool isBreaking = std::any_of(all.begin(), all.end(),

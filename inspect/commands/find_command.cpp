@@ -1,210 +1,154 @@
-/* find: one node or leaf, and how a host asks for it. */
+/* find: nodes and leaves, and how a host asks for them. */
+#include <CLI/CLI.hpp>
 #include <cstdio>
 
-#include "base/text.h"
+#include "base/failure.h"
 #include "commands/commands.h"
-#include "commands/node_command.h"
+#include "line/model_options.h"
 #include "model/load_causes.h"
-#include "model/node_request.h"
-#include "tree/tree_json.h"
-#include "tree/tree_rows.h"
+#include "model/module_set.h"
+#include "paths/answer.h"
+#include "paths/path_rows.h"
+#include "paths/search.h"
 
 namespace inspect {
 namespace {
 
-constexpr const char *HELP = R"(The path may be plain (/interfaces/interface/mtu) or qualified with prefixes or module
-names (/if:interfaces/if:interface); choices and cases have no component. It is looked
+constexpr const char *HELP = R"(WHAT is a path, a pattern of paths, or an id.
+
+A path of a module may be plain (/interfaces/interface/mtu) or qualified with prefixes or
+module names (/if:interfaces/if:interface); choices and cases have no component. It is looked
 for in the module's own tree and in the target trees of its augments. 'pcPath' and
 'pcXpathMain' are the two forms with which a host asks the library for the node.
+
+Without a module, all modules in the directories of -d are looked through, with what their
+augments add to others; without -d, those in the current one, or else those of KORV_MODEL_PATH. '*' stands for any characters of a step, '?' for one, '**' for any number of
+steps, and what does not begin with '/' fits the ends of paths. Of several paths that fit, the
+rows of 'paths' are shown.
+
+An id is that of a class (0x1001), with an attribute's behind a point (0x1001.6), or with
+--sample that of a sample. All places are shown at which it stands.
 
 Examples:
   korv-inspect find example-interfaces /interfaces/interface -d examples/yin
   korv-inspect find example-interfaces interfaces/interface/mtu -d examples/yin
-  korv-inspect find example-interface-qos /if:interfaces/if:interface/ifq:traffic -d examples/yin)";
+  korv-inspect find example-interface-qos /if:interfaces/if:interface/ifq:traffic -d examples/yin
+  korv-inspect find mtu -d examples/yin
+  korv-inspect find '/interfaces/**/*octets' -d examples/yin
+  korv-inspect find 0x1001.6 -d examples/yin
+  korv-inspect find --sample 0x52 -d examples/yin)";
 
-constexpr size_t LABEL_WIDTH = 15;
-
-struct Answer {
-    Place place;
-    std::optional<NodeRequest> request;
-    bool toHolder; /* the library finds the leaf by no path of its own: the request is its holder's */
-    bool asked;    /* the module to ask is loaded */
-    bool answered; /* and the library finds the node */
-};
-
-bool Holds(const KorvTreeNode &node, const KorvTreeLeaf &wanted)
-{
-    for (const VEC_VECTOR_S *list : {node.pstLeafList, node.pstCaseLeafList}) {
-        for (const KorvTreeLeaf &leaf : Leaves(list))
-            if (leaf.pYinNode == wanted.pYinNode)
-                return true;
-    }
-    return false;
-}
-
-/* Asks what the answer's request says. */
-void Ask(const Instance &instance, Answer *answer)
-{
-    const Place &place = answer->place;
-    answer->asked = instance.Find(answer->request->module) != nullptr;
-    const KorvTreeNode *node = Ask(instance, *answer->request);
-    answer->answered = node != nullptr &&
-                       QualifiedPath({{}, node, nullptr}) == QualifiedPath({{}, place.node, nullptr}) &&
-                       (place.leaf == nullptr || Holds(*node, *place.leaf));
-}
-
-Answer AskFor(const Instance &instance, const Place &place)
-{
-    Answer answer = {place, MakeRequest(instance, place), false, false, false};
-    if (!answer.request)
-        return answer;
-    Ask(instance, &answer);
-    if (!answer.asked || answer.answered || place.leaf == nullptr)
-        return answer;
-    answer.toHolder = true;
-    answer.request = MakeHolderRequest(instance, place);
-    Ask(instance, &answer);
-    return answer;
-}
-
-void PrintLine(const char *label, const std::string &value)
-{
-    std::string line = label;
-    PadTo(&line, LABEL_WIDTH, 1);
-    std::printf("%s%s\n", line.c_str(), value.c_str());
-}
-
-std::string TreeText(const ModuleFile &file, const Place &place)
-{
-    if (!place.augment)
-        return std::string("own tree of ") + file.pcModuleName;
-    return "target tree of augment " + std::to_string(*place.augment) + " of " + file.pcModuleName + ", " +
-           file.astAugment[*place.augment].acAugNodeName;
-}
-
-/* The node with its leaves, those of its cases included, and the names below it. */
-void AddFound(TreeRows *rows, const KorvTreeNode &node, uint32_t indent)
-{
-    rows->AddNode(node, indent);
-    for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList))
-        rows->AddLeaf(leaf, indent + 1);
-    for (const KorvTreeNode &child : Children(node))
-        if (IsOrdinary(child))
-            rows->AddNode(child, indent + 1);
-        else
-            AddFound(rows, child, indent + 1);
-}
-
-/* The leaf below its holder, with the choices and cases between them. */
-void AddLeafBelow(TreeRows *rows, const KorvTreeNode &holder, const KorvTreeLeaf &leaf)
-{
-    uint32_t indent = 0;
-    rows->AddNode(holder, indent++);
-    for (const KorvTreeNode *step : CasesAbove(holder, leaf))
-        rows->AddNode(*step, indent++);
-    rows->AddLeaf(leaf, indent);
-}
-
-void PrintRequest(const Answer &answer)
-{
-    if (!answer.request) {
-        PrintLine("pcPath", "none: no host's path names a choice or case");
-        return;
-    }
-    PrintLine("pcModuleName", answer.request->module.name);
-    if (!answer.request->module.revision.empty())
-        PrintLine("pcRevision", answer.request->module.revision);
-    PrintLine("pcPath", answer.request->path);
-    PrintLine("pcXpathMain", answer.request->xpathMain);
-    if (answer.toHolder)
-        PrintLine("", "(this asks for the leaf's holder: the library does not find the leaf itself)");
-    if (!answer.asked)
-        PrintLine("", "(once " + answer.request->module.name + " is loaded: see --load)");
-    else if (!answer.answered)
-        PrintLine("", "(the library does not find it: see -v)");
-}
-
-void PrintText(const ModuleFile &file, const Answer &answer)
-{
-    const Place &place = answer.place;
-    bool isLeaf = place.leaf != nullptr;
-    PrintLine(isLeaf ? "leaf" : KindName(*place.node), PlainPath(place));
-    PrintLine("module", isLeaf ? place.leaf->pcModuleName : place.node->pcModuleName);
-    PrintLine("tree", TreeText(file, place));
-    PrintRequest(answer);
-    std::printf("\n");
-    TreeRows rows(place.node->pcModuleName);
-    if (isLeaf)
-        AddLeafBelow(&rows, *place.node, *place.leaf);
-    else
-        AddFound(&rows, *place.node, 0);
-    rows.Print();
-}
-
-void PrintJson(const ModuleFile &file, const Answer &answer, TreePlaces *places)
-{
-    const Place &place = answer.place;
-    JsonOut out;
-    TreeJson tree(&out, places);
-    out.Object();
-    out.Member("path", PlainPath(place));
-    out.Member("module", place.leaf != nullptr ? place.leaf->pcModuleName : place.node->pcModuleName);
-    out.NumberOrNull("task_id", TaskId(file));
-    WritePlace(&out, places->Of(place));
-    out.Key("tree");
-    out.Object();
-    out.Member("kind", place.augment ? "target" : "own");
-    out.Member("module", file.pcModuleName);
-    if (place.augment) {
-        out.Member("augment", *place.augment);
-        out.Member("target", file.astAugment[*place.augment].acAugNodeName);
-    }
-    out.EndObject();
-    out.Key("request");
-    if (answer.request) {
-        out.Object();
-        out.Member("module", answer.request->module.name);
-        out.Member("revision",
-                   answer.request->module.revision.empty() ? nullptr : answer.request->module.revision.c_str());
-        out.Member("path", answer.request->path);
-        out.Member("xpath_main", answer.request->xpathMain);
-        out.Member("for_holder", answer.toHolder);
-        out.Member("answered", answer.answered);
-        out.EndObject();
-    } else {
-        out.Null();
-    }
-    out.Key("node");
-    tree.Write(*place.node, place.augment, 1);
-    out.Key("leaf");
-    if (place.leaf != nullptr)
-        tree.Write(*place.leaf);
-    else
-        out.Null();
-    out.EndObject();
-}
-
-class FindCommand final : public NodeCommand {
+class FindCommand final : public Command {
   public:
+    void AddTo(CLI::App *app) override;
+    void Understand() override;
     int Run() override;
+
+  private:
+    bool IsOnePath() const;
+    int FindPath() const;
+    void Print(const Instance &instance, const std::vector<PathNode> &found) const;
+
+    ModelOptions options_;
+    std::string what_;
+    std::string sample_;
+    std::optional<IdQuery> id_;
 };
+
+void FindCommand::AddTo(CLI::App *app)
+{
+    options_.AddCommon(app);
+    options_.AddWords(app, "WHAT", "[MODULE] PATH|PATTERN|ID",
+                      "What to find, behind its module or file if that is known");
+    app->add_option("--sample", sample_, "Find the nodes with this sample id")->option_text("ID");
+    options_.AddFormats(app, {"text", "json"});
+}
+
+void FindCommand::Understand()
+{
+    std::vector<std::string> &words = options_.Words();
+    if (sample_.empty() && words.empty())
+        throw CLI::ValidationError("WHAT is required: a path, a pattern or an id");
+    if (words.size() > (sample_.empty() ? 2U : 1U))
+        throw CLI::ValidationError(sample_.empty() ? "name one module at most, and one thing to find"
+                                                   : "with --sample, name one module at most");
+    if (sample_.empty()) {
+        what_ = words.back();
+        words.pop_back();
+        id_ = ToIdQuery(what_);
+    } else {
+        id_ = ToIdQuery(sample_, true);
+    }
+    if (words.empty() && (what_.ends_with(".yin") || what_.ends_with(".yang")))
+        throw CLI::ValidationError("'" + what_ + "' looks like a file: say behind it what to find");
+    options_.Understand();
+}
+
+/* A path of one module: its place is told, also when it is that of a choice, or below a node of another module. */
+bool FindCommand::IsOnePath() const
+{
+    return !id_ && !options_.Request().modules.empty() && !PathPattern::HasWildcards(what_);
+}
+
+int FindCommand::FindPath() const
+{
+    const ModelRequest &request = options_.Request();
+    Instance instance(request.dirs, request.verbose);
+    LoadRequested(&instance, request);
+    const ModuleFile &file = Loaded(instance, options_.Module());
+    Place place = PathFinder(instance, file).Require(what_, request.notes);
+    Answers answers(instance, request.dirs, options_.Colors());
+    if (options_.OutputFormat() == Format::Json) {
+        JsonOut out;
+        answers.WriteJson(file, place, &out);
+    } else {
+        answers.WriteText(file, place);
+    }
+    return EXIT_OK;
+}
+
+void FindCommand::Print(const Instance &instance, const std::vector<PathNode> &found) const
+{
+    const SearchDirs &dirs = options_.Request().dirs;
+    Answers answers(instance, dirs, options_.Colors());
+    if (options_.OutputFormat() == Format::Json) {
+        JsonOut out;
+        out.Array();
+        for (const PathNode &node : found)
+            answers.WriteJson(node, &out);
+        out.EndArray();
+    } else if (!id_ && found.size() > 1) {
+        PathRowReader reader(instance, dirs);
+        std::unique_ptr<PathWriter> writer = NewTextWriter(ColumnsOf(USUAL_COLUMNS), options_.Colors());
+        for (const PathNode &node : found)
+            writer->Write(reader.Read(node));
+    } else {
+        for (const PathNode &node : found) {
+            if (&node != &found.front())
+                std::printf("\n");
+            answers.WriteText(node);
+        }
+    }
+}
 
 int FindCommand::Run()
 {
-    Instance instance(options_.Request().dirs, options_.Request().verbose);
-    LoadRequested(&instance, options_.Request());
-    const ModuleFile &file = Loaded(instance, options_.Module());
-    Answer answer = AskFor(instance, PathFinder(instance, file).Require(options_.Path(), options_.Request().notes));
-    TreePlaces places(instance, file, options_.Request().dirs);
-    if (options_.OutputFormat() == Format::Json)
-        PrintJson(file, answer, &places);
-    else
-        PrintText(file, answer);
-    return 0;
+    if (IsOnePath())
+        return FindPath();
+    std::optional<PathPattern> pattern;
+    if (!id_)
+        pattern.emplace(what_);
+    const ModelRequest &request = options_.Request();
+    ModuleListing listing(request.dirs);
+    Instance instance(request.dirs, request.verbose, listing.Handle());
+    ModuleSet set = LoadSet(&instance, request, listing);
+    Search search(instance, set);
+    Print(instance, id_ ? search.Ids(*id_) : search.Paths(*pattern, what_));
+    return set.failed == 0 ? EXIT_OK : EXIT_NOT_LOADED;
 }
 
 } // namespace
 
-const CommandEntry FIND_COMMAND = {"find", "Look up a node or leaf", HELP, Make<FindCommand>};
+const CommandEntry FIND_COMMAND = {"find", "Look up nodes and leaves by path, pattern or id", HELP, Make<FindCommand>};
 
 } // namespace inspect

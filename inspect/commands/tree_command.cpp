@@ -1,8 +1,12 @@
 /* tree: a module's class trees. */
 #include <CLI/CLI.hpp>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
+#include "base/child_process.h"
 #include "base/failure.h"
+#include "base/temporary_folder.h"
 #include "commands/commands.h"
 #include "line/model_options.h"
 #include "model/instance.h"
@@ -28,7 +32,8 @@ Examples:
   korv-inspect tree example-interfaces -d examples/yin --depth 2
   korv-inspect tree example-interfaces -d examples/yin --path /interfaces/interface/address
   korv-inspect tree example-interface-qos -d examples/yin --own --format json
-  korv-inspect tree example-interfaces -d examples/yin --format dot | dot -Tsvg -o tree.svg)";
+  korv-inspect tree example-interfaces -d examples/yin --format dot | dot -Tsvg -o tree.svg
+  korv-inspect tree example-interfaces -d examples/yin --format dot --classes --depth 2)";
 
 /* What of the trees is to be shown. */
 struct Selection {
@@ -36,6 +41,7 @@ struct Selection {
     uint32_t depth = 0; /* levels of nodes, 0: all */
     bool full = false;
     bool own = false;
+    bool classes = false; /* of graphs: nothing else */
 };
 
 TreeView EmptyView(const Instance &instance, const ModuleFile &file, const Selection &selection)
@@ -46,6 +52,7 @@ TreeView EmptyView(const Instance &instance, const ModuleFile &file, const Selec
     view.taskId = TaskId(file);
     view.depth = selection.depth;
     view.full = selection.full;
+    view.classes = selection.classes;
     return view;
 }
 
@@ -101,6 +108,20 @@ void PrintText(const std::vector<TreeView> &views)
     }
 }
 
+/* The graph as Graphviz draws it. */
+std::string Drawn(const std::string &graph)
+{
+    TemporaryFolder folder;
+    Finished dot = RunProgram({"dot", "-Tsvg"}, graph, folder.Make());
+    if (dot.startError == ENOENT)
+        throw BrokenRun(
+            "SVG is drawn by Graphviz, and there is no program 'dot': install graphviz, or give --format dot");
+    std::string why = dot.startError != 0 ? std::strerror(dot.startError) : dot.err.substr(0, dot.err.find('\n'));
+    if (dot.startError != 0 || dot.signal != 0 || dot.exitCode != 0)
+        throw BrokenRun("'dot' did not draw the graph" + (why.empty() ? "" : ": " + why));
+    return dot.out;
+}
+
 class TreeCommand final : public Command {
   public:
     void AddTo(CLI::App *app) override
@@ -113,14 +134,18 @@ class TreeCommand final : public Command {
             ->check(CLI::Range(1U, 1000U));
         app->add_flag("--full", selection_.full, "Show the whole target tree of each augment");
         app->add_flag("--own", selection_.own, "Show what the module itself defines, each node once");
-        options_.AddFormats(app, {"text", "json", "dot"});
+        app->add_flag("--classes", selection_.classes, "Of a graph: show classes alone, without their leaves");
+        options_.AddFormats(app, {"text", "json", "dot", "svg"});
     }
 
     void Understand() override
     {
         options_.Understand();
-        if (options_.Request().modules.size() > 1 && options_.OutputFormat() == Format::Dot)
+        bool isGraph = options_.OutputFormat() == Format::Dot || options_.OutputFormat() == Format::Svg;
+        if (options_.Request().modules.size() > 1 && isGraph)
             throw CLI::ValidationError("a graph shows one module: name one only");
+        if (selection_.classes && !isGraph)
+            throw CLI::ValidationError("--classes is of graphs: give --format dot or svg");
         if (selection_.own && (selection_.full || !selection_.path.empty()))
             throw CLI::ValidationError("--own shows whole modules without copies: give neither --full nor --path");
     }
@@ -142,11 +167,14 @@ int TreeCommand::Run()
         const ModuleFile &file = Loaded(instance, module);
         views.push_back(selection_.path.empty() ? WholeView(instance, file, selection_)
                                                 : PathView(instance, file, selection_, request.notes));
+        views.back().paint = options_.Colors();
     }
     if (options_.OutputFormat() == Format::Json)
         PrintJson(instance, request, views);
     else if (options_.OutputFormat() == Format::Dot)
-        WriteTreeDot(views.front());
+        std::fputs(TreeDot(views.front()).c_str(), stdout);
+    else if (options_.OutputFormat() == Format::Svg)
+        std::fputs(Drawn(TreeDot(views.front())).c_str(), stdout);
     else
         PrintText(views);
     return EXIT_OK;

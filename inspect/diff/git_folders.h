@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
+#include "base/child_process.h"
 #include "base/model_request.h"
 #include "base/temporary_folder.h"
-#include "diff/child_process.h"
 
 namespace inspect::diff {
 

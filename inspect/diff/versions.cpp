@@ -1,5 +1,6 @@
 #include "diff/versions.h"
 
+#include "base/progress.h"
 #include "diff/module_reader.h"
 #include "model/load_causes.h"
 #include "model/module_search.h"
@@ -42,13 +43,17 @@ Version LoadModules(const ModelRequest &request, const std::set<std::string> &na
     for (const ModuleKey &key : request.loads)
         LoadOrFail(&instance, request, key);
     std::vector<std::string> loaded;
+    Progress progress;
+    size_t number = 0;
     for (const std::string &name : ModuleNames(request.dirs)) {
         if (!names.contains(name) || IsKnownSubmodule(instance, name))
             continue;
+        progress.Show(++number, names.size(), name);
         LoadReport report = instance.Load({name, ""});
         if (report.loaded) {
             loaded.push_back(name);
         } else if (!HoldsSubmodule(ModulePath(request.dirs, name))) {
+            progress.Clear();
             ReportFailure(instance, request, name, report);
             version.failed.insert(name);
         }

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/paint.h"
 #include "diff/changes.h"
 
 namespace inspect::diff {
@@ -17,11 +18,11 @@ struct ModuleChanges {
 };
 
 /* One module's changes. */
-void WriteText(const ModuleChanges &module);
+void WriteText(const ModuleChanges &module, const Paint &paint);
 void WriteJson(const ModuleChanges &module);
 
 /* Those of many modules, with a summary. `failed` are the modules that are not compared. */
-void WriteAllText(const std::vector<ModuleChanges> &modules);
+void WriteAllText(const std::vector<ModuleChanges> &modules, const Paint &paint);
 void WriteAllJson(const std::vector<ModuleChanges> &modules, const std::vector<std::string> &failed);
 
 } // namespace inspect::diff

@@ -53,17 +53,18 @@ std::string PlaceText(const Where &where)
                                  : *where.file + ":" + std::to_string(where.line) + ":" + std::to_string(where.column);
 }
 
-void WriteChanges(const ModuleChanges &module)
+void WriteChanges(const ModuleChanges &module, const Paint &paint)
 {
     size_t width = 0;
     for (const Change &change : module.changes)
         width = std::max(width, std::min(change.path.size(), MAX_PATH_WIDTH));
     for (const Change &change : module.changes) {
-        std::string line = change.breaking ? "breaking" : "compatible";
-        PadTo(&line, MARK_WIDTH);
+        std::string mark = change.breaking ? "breaking" : "compatible";
+        std::string gap(MARK_WIDTH - mark.size(), ' ');
+        mark = paint.Text(change.breaking ? Tone::Bad : Tone::Good, mark) + gap;
         std::string path = change.path.empty() ? module.module : change.path;
         PadTo(&path, width);
-        std::printf("%s%s  %s\n", line.c_str(), path.c_str(), Printable(ChangeText(change)).c_str());
+        std::printf("%s%s  %s\n", mark.c_str(), path.c_str(), Printable(ChangeText(change)).c_str());
         std::string oldPlace = PlaceText(change.oldWhere);
         std::string newPlace = PlaceText(change.newWhere);
         if (!oldPlace.empty() || !newPlace.empty())
@@ -72,10 +73,10 @@ void WriteChanges(const ModuleChanges &module)
     }
 }
 
-void WriteHeading(const ModuleChanges &module)
+void WriteHeading(const ModuleChanges &module, const Paint &paint)
 {
-    std::printf("%s, revision %s -> %s\n", module.module.c_str(), OrNone(module.oldRevision).c_str(),
-                OrNone(module.newRevision).c_str());
+    std::printf("%s, revision %s -> %s\n", paint.Text(Tone::Name, module.module).c_str(),
+                OrNone(module.oldRevision).c_str(), OrNone(module.newRevision).c_str());
 }
 
 bool IsNew(const ModuleChanges &module)
@@ -90,10 +91,10 @@ bool IsGone(const ModuleChanges &module)
 
 } // namespace
 
-void WriteText(const ModuleChanges &module)
+void WriteText(const ModuleChanges &module, const Paint &paint)
 {
-    WriteHeading(module);
-    WriteChanges(module);
+    WriteHeading(module, paint);
+    WriteChanges(module, paint);
     size_t breaking = CountBreaking(module.changes);
     if (module.changes.empty())
         std::printf("no difference\n");
@@ -102,7 +103,7 @@ void WriteText(const ModuleChanges &module)
                     module.changes.size() - breaking);
 }
 
-void WriteAllText(const std::vector<ModuleChanges> &modules)
+void WriteAllText(const std::vector<ModuleChanges> &modules, const Paint &paint)
 {
     size_t changes = 0;
     size_t breaking = 0;
@@ -110,8 +111,8 @@ void WriteAllText(const std::vector<ModuleChanges> &modules)
     for (const ModuleChanges &module : modules) {
         if (module.changes.empty())
             continue;
-        WriteHeading(module);
-        WriteChanges(module);
+        WriteHeading(module, paint);
+        WriteChanges(module, paint);
         std::printf("\n");
         ++changed;
         changes += module.changes.size();

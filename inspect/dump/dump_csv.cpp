@@ -2,6 +2,7 @@
  * lines end in a line feed alone, as the tools of this system expect. */
 #include <cstdio>
 
+#include "base/csv.h"
 #include "base/text.h"
 #include "dump/dump_records.h"
 
@@ -12,21 +13,11 @@ constexpr const char *HEADING =
     "node_path,class_id,sample_id,self_keys,ancestor_keys,leaf_path,leaf,mask,field_id,data_type,index_map,range_min,"
     "range_max\n";
 
-std::string Quoted(const std::string &field)
-{
-    if (field.find_first_of(",\"\r\n") == std::string::npos)
-        return field;
-    std::string quoted = "\"";
-    for (const char c : field)
-        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return quoted + "\"";
-}
-
 std::string NodeFields(const YangDumpNodeData &record)
 {
-    return Quoted(record.pcXpath) + "," + std::to_string(record.uiClassId) + "," + std::to_string(record.uiSampleId) +
-           "," + Quoted(JoinNumbers(KeyIds(record.aucSelfNodeKey), " ")) + "," +
-           Quoted(JoinNumbers(KeyIds(record.aucAncestorKey), " "));
+    return CsvField(record.pcXpath) + "," + std::to_string(record.uiClassId) + "," + std::to_string(record.uiSampleId) +
+           "," + CsvField(JoinNumbers(KeyIds(record.aucSelfNodeKey), " ")) + "," +
+           CsvField(JoinNumbers(KeyIds(record.aucAncestorKey), " "));
 }
 
 } // namespace
@@ -37,8 +28,8 @@ void WriteDumpCsv(DumpRecords records)
     for (const YangDumpNodeData *record : records) {
         std::string node = NodeFields(*record);
         for (const YangDumpLeafData &leaf : DumpLeaves(record->pstLeafList)) {
-            std::printf("%s,%s,%s,%u,%u,%u,%u,%llu,%llu\n", node.c_str(), Quoted(leaf.pcPath).c_str(),
-                        Quoted(leaf.pcName).c_str(), leaf.ucMask, leaf.uiFieldId, leaf.uiDataType, leaf.uiIndexMap,
+            std::printf("%s,%s,%s,%u,%u,%u,%u,%llu,%llu\n", node.c_str(), CsvField(leaf.pcPath).c_str(),
+                        CsvField(leaf.pcName).c_str(), leaf.ucMask, leaf.uiFieldId, leaf.uiDataType, leaf.uiIndexMap,
                         static_cast<unsigned long long>(leaf.llRangeMin),
                         static_cast<unsigned long long>(leaf.llRangeMax));
         }

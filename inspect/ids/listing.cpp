@@ -5,6 +5,7 @@
 #include <set>
 #include <tuple>
 
+#include "base/csv.h"
 #include "base/json_out.h"
 #include "base/text.h"
 #include "ids/node_path.h"
@@ -54,17 +55,6 @@ std::string IdText(const Row &row, By by)
     if (row.field == nullptr)
         return Hex(row.ClassId());
     return (by == By::Id ? "  " : Hex(row.ClassId()) + " ") + kind + std::to_string(row.FieldId());
-}
-
-/* RFC 4180, 2. */
-std::string Quoted(const std::string &field)
-{
-    if (field.find_first_of(",\"\r\n") == std::string::npos)
-        return field;
-    std::string quoted = "\"";
-    for (char character : field)
-        quoted += character == '"' ? std::string("\"\"") : std::string(1, character);
-    return quoted + "\"";
 }
 
 } // namespace
@@ -151,8 +141,9 @@ void ListCsv(const Registry &registry, By by)
 {
     std::fputs("kind,class_id,field_id,path,sample_id,reserved,gone\n", stdout);
     for (const Row &row : RowsOf(registry, by))
-        std::printf("%s,%u,%u,%s,%u,%s,%s\n", row.KindText(), row.ClassId(), row.FieldId(), Quoted(row.Path()).c_str(),
-                    row.Sample(), row.Gone() ? "true" : "false", Quoted(row.Gone().value_or("")).c_str());
+        std::printf("%s,%u,%u,%s,%u,%s,%s\n", row.KindText(), row.ClassId(), row.FieldId(),
+                    CsvField(row.Path()).c_str(), row.Sample(), row.Gone() ? "true" : "false",
+                    CsvField(row.Gone().value_or("")).c_str());
 }
 
 } // namespace inspect::ids

@@ -11,24 +11,21 @@
 #include "base/failure.h"
 #include "base/notes.h"
 #include "base/text.h"
+#include "line/completion.h"
 #include "line/config_file.h"
+#include "line/help.h"
+#include "line/manual.h"
+#include "line/pager.h"
 
 namespace inspect {
 namespace {
 
-constexpr const char *HELP = R"(Examples:
-  korv-inspect tree example-interfaces -d examples/yin
-  korv-inspect find example-interfaces /interfaces/interface/mtu -d examples/yin
-  korv-inspect check --all -d examples/yin
-  korv-inspect diff example-interfaces --old examples/yin --new examples/yin
-
-The examples run where examples/yin is: in the project's directory, or in that of the
-installed documents.
-
-'korv-inspect COMMAND --help' says more about a command.
-Exit status: 0 success; 1 a node is not found, check has findings that count, diff found
-breaking changes, a file cannot be converted, the result cannot be written; 2 wrong usage;
-3 a module cannot be loaded, a file cannot be read.)";
+/* What --help says behind the options. */
+std::string Footer()
+{
+    return std::string("Examples:\n") + EXAMPLES + "\n\n'korv-inspect help COMMAND' says more about a command.\n\n" +
+           GENERAL + "\n\nEnvironment:\n" + ENVIRONMENT + "\n\nExit status: " + EXIT_STATUS;
+}
 
 std::string LibraryVersion()
 {
@@ -43,24 +40,11 @@ std::string VersionText()
     return "korv-inspect " KORV_LIB_YANG_VERSION " with libkorv_libyang " + LibraryVersion();
 }
 
-/* Shows the required options of a command in its usage line. */
 class HelpFormatter : public CLI::Formatter {
   public:
     std::string make_usage(const CLI::App *app, std::string name) const override
     {
-        std::string usage = "Usage: " + name;
-        for (const CLI::Option *option : app->get_options())
-            usage += option->get_positional() ? " " + make_option_usage(option) : "";
-        for (const CLI::Option *option : app->get_options())
-            if (option->get_required() && !option->get_positional())
-                usage += " " + ShortName(*option) + " " + option->get_option_text();
-        return usage + (app->get_require_subcommand_min() != 0 ? " COMMAND ..." : " [OPTIONS]") + "\n";
-    }
-
-  private:
-    static std::string ShortName(const CLI::Option &option)
-    {
-        return option.get_snames().empty() ? "--" + option.get_lnames().front() : "-" + option.get_snames().front();
+        return "Usage: " + UsageOf(*app, name) + "\n";
     }
 };
 
@@ -81,7 +65,9 @@ bool AsksForJson(std::span<char *const> words)
 {
     for (size_t i = 1; i < words.size(); ++i) {
         std::string_view word = words[i];
-        if (word == "--format=json" || (word == "json" && std::string_view(words[i - 1]) == "--format"))
+        bool isFormat = word.starts_with("--format=") || std::string_view(words[i - 1]) == "--format";
+        word.remove_prefix(word.starts_with("--format=") ? word.find('=') + 1 : 0);
+        if (isFormat && (word == "json" || word == "jsonl"))
             return true;
     }
     return false;
@@ -94,13 +80,23 @@ void FlushOutput()
         throw BrokenRun("cannot write to standard output");
 }
 
+/* Who has seen enough of a result ends the pager: it is a success without a reader as well. */
+int RunPaged(Command *command)
+{
+    Pager pager;
+    int exitCode = command->Run();
+    if (!pager.IsOn())
+        FlushOutput();
+    return exitCode;
+}
+
 class CommandLine {
   public:
     explicit CommandLine(std::span<const CommandEntry *const> commands)
     {
         app_.name("korv-inspect");
         app_.description("Shows what a device makes of YANG modules: classes, attributes and keys.");
-        app_.footer(HELP);
+        app_.footer(Footer());
         app_.formatter(std::make_shared<HelpFormatter>());
         app_.set_version_flag("--version", VersionText());
         app_.require_subcommand(1);
@@ -120,6 +116,8 @@ class CommandLine {
             *exitCode = EXIT_USAGE;
             return nullptr;
         }
+        if (IsServed({argv + 1, static_cast<size_t>(argc) - 1}))
+            return nullptr;
         if (argv[1][0] != '-')
             CheckCommand(argv[1]);
         app_.parse(argc, argv);
@@ -139,6 +137,27 @@ class CommandLine {
         std::unique_ptr<Command> command = entry.make();
         command->AddTo(app);
         commands_.emplace(app, std::move(command));
+    }
+
+    /* True if the words are for no command: they ask for help, or a shell or the build asks. */
+    bool IsServed(std::span<char *const> words)
+    {
+        std::string_view first = words.front();
+        std::string text;
+        if (first == "help") {
+            if (words.size() > 1)
+                CheckCommand(words[1]);
+            text = words.size() > 1 ? app_.get_subcommand(words[1])->help(PROGRAM) : app_.help();
+        } else if (first == "complete") {
+            for (const Candidate &candidate : Complete(app_, {words.begin() + 1, words.end()}))
+                text += candidate.word + (candidate.description.empty() ? "" : "\t" + candidate.description) + "\n";
+        } else if (first == "manual") {
+            text = ManualPage(app_);
+        } else {
+            return false;
+        }
+        std::fputs(text.c_str(), stdout);
+        return true;
     }
 
     int Report(const CLI::ParseError &error)
@@ -203,7 +222,7 @@ int RunCommandLine(int argc, char **argv, std::span<const CommandEntry *const> c
         CommandLine line(commands);
         int exitCode = EXIT_OK;
         if (Command *command = line.Parse(argc, argv, &exitCode))
-            exitCode = command->Run();
+            return RunPaged(command);
         FlushOutput();
         return exitCode;
     } catch (const WrongUsage &failure) {

@@ -27,6 +27,9 @@ void ModelOptions::AddCommon(CLI::App *app)
         ->allow_extra_args(false);
     AddDirList(app, "--install-path", &installPaths_, "Directory searched after all others; may be repeated");
     app->add_flag("-r,--recursive", recursive_, "Search the folders below the directories as well");
+    app->add_option("--color", color_, "Paint text (auto: on terminals, unless NO_COLOR is set)")
+        ->option_text("auto|always|never")
+        ->check(CLI::IsMember({"auto", "always", "never"}));
 }
 
 void ModelOptions::AddDirs(CLI::App *app)
@@ -48,6 +51,12 @@ void ModelOptions::AddModule(CLI::App *app)
 void ModelOptions::AddModules(CLI::App *app, const char *description, bool required)
 {
     app->add_option("MODULE", modules_, description)->option_text("[@REVISION]|FILE ...")->required(required);
+    AddDirs(app);
+}
+
+void ModelOptions::AddWords(CLI::App *app, const char *name, const char *text, const char *description)
+{
+    app->add_option(name, modules_, description)->option_text(text);
     AddDirs(app);
 }
 
@@ -101,6 +110,7 @@ std::vector<std::string> ModelOptions::Expanded(const std::vector<std::string> &
 void ModelOptions::Understand()
 {
     request_.notes = Notes(OutputFormat() == Format::Json);
+    paint_ = Paint(color_);
     if (takesFiles_ && dirs_.empty())
         dirs_.emplace_back(".");
     for (const std::string &dir : dirs_) {
@@ -134,10 +144,12 @@ ModelRequest ModelOptions::RequestWith(const std::vector<std::string> &dirs) con
 
 Format ModelOptions::OutputFormat() const
 {
-    if (format_ == "json")
+    if (format_ == "json" || format_ == "jsonl")
         return Format::Json;
     if (format_ == "csv")
         return Format::Csv;
+    if (format_ == "svg")
+        return Format::Svg;
     return format_ == "dot" ? Format::Dot : Format::Text;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/model_request.h"
+#include "base/paint.h"
 #include "line/given_files.h"
 
 namespace CLI {
@@ -19,16 +20,21 @@ enum class Format {
     Json,
     Csv,
     Dot,
+    Svg,
 };
 
 class ModelOptions {
   public:
-    /* Of every command: --verbose, --load, --install-path, --recursive. */
+    /* Of every command: --verbose, --load, --install-path, --recursive, --color. */
     void AddCommon(CLI::App *app);
 
     /* A module by name or file, or several; with them come -d and --as. */
     void AddModule(CLI::App *app);
     void AddModules(CLI::App *app, const char *description, bool required = false);
+
+    /* Words of which a command takes out what is no module before it calls Understand. */
+    void AddWords(CLI::App *app, const char *name, const char *text, const char *description);
+    std::vector<std::string> &Words() { return modules_; }
 
     void AddPath(CLI::App *app);
     void AddFormats(CLI::App *app, const std::vector<std::string> &formats);
@@ -48,6 +54,7 @@ class ModelOptions {
     const std::string &Path() const { return path_; }
     Format OutputFormat() const;
     const std::string &FormatName() const { return format_; }
+    const Paint &Colors() const { return paint_; }
 
     /* The request with these directories in front of those of --install-path and the environment. */
     ModelRequest RequestWith(const std::vector<std::string> &dirs) const;
@@ -66,6 +73,8 @@ class ModelOptions {
     std::string inputName_; /* of the module on standard input */
     std::string path_;
     std::string format_ = "text";
+    std::string color_ = "auto";
+    Paint paint_;
     bool takesOne_ = false;
     bool takesFiles_ = false;
     bool recursive_ = false;

@@ -1,5 +1,6 @@
 /* Class trees as a graph for Graphviz: a box a node, classes bold, choices and cases dashed. */
-#include <cstdio>
+#include <optional>
+#include <string>
 
 #include "model/trees.h"
 #include "tree/own_rows.h"
@@ -13,21 +14,22 @@ class DotOut {
   public:
     explicit DotOut(const TreeView &view) : view_(view) {}
 
-    void Write()
+    std::string Graph()
     {
-        std::printf("digraph \"%s\" {\n  rankdir=LR;\n  node [shape=box, fontname=\"monospace\"];\n",
-                    view_.module.c_str());
+        text_ = "digraph \"" + view_.module + "\" {\n  rankdir=LR;\n  node [shape=box, fontname=\"monospace\"];\n";
         Part(view_.origin);
         for (const AugmentView &augment : view_.augments)
             Augment(augment);
-        std::printf("}\n");
+        return text_ + "}\n";
     }
 
   private:
+    using Above = std::optional<uint32_t>; /* the number of the box above, if there is one */
+
     void Part(const TreePart &part)
     {
         for (const KorvTreeNode &node : Chain(part.first)) {
-            Tree(node, view_.depth);
+            Tree(node, {}, view_.depth);
             if (!part.withSiblings)
                 break;
         }
@@ -42,51 +44,52 @@ class DotOut {
             return;
         }
         Additions added = AdditionsOf(view_, augment);
-        uint32_t above = 0;
+        Above above;
         const KorvTreeNode *target = way.missing.empty() ? way.nodes.back() : nullptr;
-        for (const KorvTreeNode *step : way.nodes) {
+        for (const KorvTreeNode *step : way.nodes)
             // A way has no absent steps. NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker)
-            uint32_t number = Box(*step, step == target ? LeafLines(added.leaves) : "");
-            if (step != way.nodes.front())
-                Edge(above, number);
-            above = number;
-        }
+            above = Box(*step, step == target ? LeafLines(added.leaves) : "", above);
         if (target == nullptr)
             return;
         for (const KorvTreeNode *node : added.nodes)
-            Edge(above, Tree(*node, view_.depth));
+            Tree(*node, above, view_.depth);
     }
 
-    /* Draws the node and those below it; the node's number in the graph. */
-    uint32_t Tree(const KorvTreeNode &node, uint32_t depth)
+    /* Draws the node and those below it. */
+    void Tree(const KorvTreeNode &node, const Above &above, uint32_t depth)
     {
         std::string leaves;
         for (const KorvTreeLeaf &leaf : Leaves(node.pstLeafList))
             if (view_.own == nullptr || view_.own->Shows(leaf))
                 leaves += LeafLine(leaf);
-        uint32_t number = Box(node, leaves);
-        if (depth == 1)
-            return number;
+        Above box = Box(node, leaves, above);
+        bool isShown = box != above;
+        if (depth == 1 && isShown)
+            return;
         for (const KorvTreeNode &child : Children(node))
             if (view_.own == nullptr || view_.own->Shows(child))
-                Edge(number, Tree(child, depth == 0 ? 0 : depth - 1));
-        return number;
+                Tree(child, box, depth == 0 || !isShown ? depth : depth - 1);
     }
 
-    uint32_t Box(const KorvTreeNode &node, const std::string &leaves)
+    /* The number of the node's box; that of the box above where the node is not to be seen. */
+    Above Box(const KorvTreeNode &node, const std::string &leaves, const Above &above)
     {
+        bool isClass = IsOrdinary(node) && node.uiClassId != 0;
+        if (view_.classes && !isClass)
+            return above;
         std::string label = node.pcName;
         std::string summary = NodeSummary(node);
         if (!summary.empty())
             label += "\\n" + summary;
-        if (!leaves.empty())
+        if (!leaves.empty() && !view_.classes)
             label += "\\n\\n" + leaves;
-        const char *style = !IsOrdinary(node) ? "dashed" : node.uiClassId != 0 ? "bold" : "solid";
-        std::printf("  n%u [style=%s, label=\"%s\"];\n", next_, style, label.c_str());
+        const char *style = !IsOrdinary(node) ? "dashed" : isClass ? "bold" : "solid";
+        std::string number = std::to_string(next_);
+        text_ += "  n" + number + " [style=" + style + ", label=\"" + label + "\"];\n";
+        if (above)
+            text_ += "  n" + std::to_string(*above) + " -> n" + number + ";\n";
         return next_++;
     }
-
-    static void Edge(uint32_t from, uint32_t to) { std::printf("  n%u -> n%u;\n", from, to); }
 
     static std::string LeafLines(const std::vector<const KorvTreeLeaf *> &leaves)
     {
@@ -107,14 +110,15 @@ class DotOut {
     }
 
     const TreeView &view_;
+    std::string text_;
     uint32_t next_ = 0;
 };
 
 } // namespace
 
-void WriteTreeDot(const TreeView &view)
+std::string TreeDot(const TreeView &view)
 {
-    DotOut(view).Write();
+    return DotOut(view).Graph();
 }
 
 } // namespace inspect

@@ -98,7 +98,7 @@ void TreeRows::AddNode(const KorvTreeNode &node, uint32_t indent)
     std::string kind = IsOrdinary(node) ? "" : std::string(KindName(node)) + " ";
     std::string rest = NodeSummary(node);
     AddWord(&rest, From(node.pcModuleName, node.pstParent != nullptr ? node.pstParent->pcModuleName : nullptr));
-    rows_.push_back({Indented(kind + node.pcName, indent), "", "", rest});
+    rows_.push_back({Indented(kind + node.pcName, indent), "", "", rest, Tone::Name});
 }
 
 void TreeRows::AddLeaf(const KorvTreeLeaf &leaf, uint32_t indent)
@@ -106,12 +106,12 @@ void TreeRows::AddLeaf(const KorvTreeLeaf &leaf, uint32_t indent)
     std::string id = Has(leaf, KORV_MASK_FIELD_ID) ? std::to_string(leaf.uiFieldId) : "-";
     id.insert(0, ID_WIDTH - std::min(ID_WIDTH, id.size()), ' ');
     rows_.push_back({Indented((leaf.ucIsKey != 0 ? "* " : "- ") + std::string(leaf.pcName), indent), id, TypeName(leaf),
-                     LeafSummary(leaf)});
+                     LeafSummary(leaf), leaf.ucIsKey != 0 ? Tone::Key : Tone::Plain});
 }
 
 void TreeRows::AddText(const std::string &text, uint32_t indent)
 {
-    rows_.push_back({Indented(text, indent), "", "", ""});
+    rows_.push_back({Indented(text, indent), "", "", "", Tone::Plain});
 }
 
 void TreeRows::AddTree(const KorvTreeNode &node, uint32_t indent, uint32_t depth)
@@ -145,20 +145,20 @@ void TreeRows::Print()
         nameWidth = std::max(nameWidth, std::min(row.name.size(), MAX_NAME_WIDTH));
         typeWidth = std::max(typeWidth, row.type.size());
     }
-    std::string line;
+    PaintedLine line(paint_);
     for (const Row &row : rows_) {
-        line = row.name;
+        line.Add(row.name, row.tone);
+        line.PadTo(nameWidth);
         if (!row.id.empty()) {
-            PadTo(&line, nameWidth);
-            line += GAP + row.id + GAP + row.type;
-            PadTo(&line, nameWidth + ID_WIDTH + typeWidth + 4);
-        } else {
-            PadTo(&line, nameWidth);
+            line.Add(GAP);
+            line.Add(row.id, Tone::Id);
+            line.Add(GAP);
+            line.Add(row.type);
+            line.PadTo(nameWidth + ID_WIDTH + typeWidth + 4);
         }
-        line += GAP + row.rest;
-        line.erase(line.find_last_not_of(' ') + 1);
-        line += '\n';
-        std::fwrite(line.data(), 1, line.size(), stdout);
+        line.Add(GAP);
+        line.Add(row.rest, row.id.empty() ? Tone::Id : Tone::Faint);
+        line.Print();
     }
     rows_.clear();
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <korv_lib_yang.h>
+#include "base/paint.h"
 
 namespace inspect {
 
@@ -23,7 +24,10 @@ std::string LeafSummary(const KorvTreeLeaf &leaf);
 class TreeRows {
   public:
     /* Rows of modules other than `module` say whose they are. */
-    explicit TreeRows(std::string module, const OwnRows *own = nullptr) : module_(std::move(module)), own_(own) {}
+    TreeRows(std::string module, const Paint &paint, const OwnRows *own = nullptr)
+        : module_(std::move(module)), paint_(paint), own_(own)
+    {
+    }
 
     /* The node with `depth` levels of nodes, itself included; 0 for all. */
     void AddTree(const KorvTreeNode &node, uint32_t indent, uint32_t depth);
@@ -42,11 +46,13 @@ class TreeRows {
         std::string id; /* of a leaf; these two are empty otherwise */
         std::string type;
         std::string rest;
+        Tone tone; /* of the name */
     };
 
     std::string From(const char *module, const char *parentModule) const;
 
     std::string module_;
+    Paint paint_;
     const OwnRows *own_; /* null: everything is shown */
     std::vector<Row> rows_;
 };

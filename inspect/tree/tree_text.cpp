@@ -71,7 +71,7 @@ std::string Heading(const TreeView &view)
 void WriteTreeText(const TreeView &view)
 {
     std::fputs(Heading(view).c_str(), stdout);
-    TreeRows rows(view.module, view.own.get());
+    TreeRows rows(view.module, view.paint, view.own.get());
     if (view.whole || view.origin.first != nullptr)
         rows.AddText("", 0);
     AddPart(&rows, view.origin, 0, view.depth);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <korv_lib_yang.h>
+#include "base/paint.h"
 
 namespace inspect {
 
@@ -33,10 +34,12 @@ struct TreeView {
     uint32_t taskId;      /* 0: none */
     TreePart origin;
     std::vector<AugmentView> augments;
-    bool whole;     /* of the module: nothing was asked for in particular */
-    uint32_t depth; /* levels to show, 0: all */
-    bool full;      /* text and dot: target trees with everything that the module does not touch */
+    bool whole;           /* of the module: nothing was asked for in particular */
+    uint32_t depth;       /* levels to show, 0: all */
+    bool full;            /* text and graphs: target trees with everything that the module does not touch */
+    bool classes = false; /* graphs: classes alone, without their leaves */
     std::shared_ptr<const OwnRows> own = {}; /* null: everything is shown */
+    Paint paint = Paint();                   /* of text */
 };
 
 /* The nodes from the top of an augment's target tree down to the augment's target. */
@@ -50,6 +53,8 @@ TargetWay WayToTarget(const AugmentView &augment);
 bool IsAdded(const TreeView &view, const AugmentView &augment, const char *name, const char *module);
 
 void WriteTreeText(const TreeView &view);
-void WriteTreeDot(const TreeView &view);
+
+/* A graph in the language of Graphviz. */
+std::string TreeDot(const TreeView &view);
 
 } // namespace inspect

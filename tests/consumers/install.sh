@@ -40,5 +40,8 @@ if [ -e bin/korv-inspect ]; then
     grep -q 'models/quelvo-mim-extensions.yin:1:' "$work/error" || fail "$(cat "$work/error")"
     [ -s share/korv-inspect/schemas/tree.schema.json ] || fail "no schemas of the JSON"
     [ -s share/man/man1/korv-inspect.1 ] || fail "no manual page"
-    [ -s share/bash-completion/completions/korv-inspect ] || fail "no completion"
+    for completion in bash-completion/completions/korv-inspect zsh/vendor-completions/_korv-inspect \
+        fish/vendor_completions.d/korv-inspect.fish; do
+        [ -s "share/$completion" ] || fail "no share/$completion"
+    done
 fi

@@ -17,9 +17,10 @@ class Validation {
     int Add(const std::string &schema, const std::string &command)
     {
         const std::string base = dir.Path() + "/" + std::to_string(++count);
-        const Result result = RunShell("{ " + command + "; } >" + base + ".json 2>" + base + ".lines");
-        if (RunShell("[ -s " + base + ".json ]").exitCode == 0) {
-            arguments += " " + schema + " " + base + ".json";
+        const std::string out = base + (schema == "paths" ? ".out.lines" : ".json");
+        const Result result = RunShell("{ " + command + "; } >" + out + " 2>" + base + ".lines");
+        if (RunShell("[ -s " + out + " ]").exitCode == 0) {
+            arguments += " " + schema + " " + out;
             seen.insert(schema);
         }
         arguments += " message " + base + ".lines";
@@ -89,6 +90,8 @@ TEST(InspectJson, EveryCommandWritesWhatItsSchemaSays)
         {"find", "example-interfaces /interfaces/interface/mode" + examples},
         {"find", "more /top/cased" + own},
         {"find", "odd /top/back" + own},
+        {"find", "0x1001" + examples},
+        {"find", "--sample 0x51" + examples},
         {"walk", "example-interfaces /interfaces/interface/mtu" + examples},
         {"walk", "more /top/boxed" + own},
         {"dump", "example-interfaces" + examples},
@@ -106,18 +109,20 @@ TEST(InspectJson, EveryCommandWritesWhatItsSchemaSays)
     for (const auto &[command, arguments] : runs)
         EXPECT_EQ(validation.Add(command, std::string("korv-inspect ") + command + " " + arguments), 0) << arguments;
     const std::string fans = "diff example-fans --old tests/inspect/yin/v1 --old examples/yin --new ";
-    for (const std::string &negative : {"check example-faulty example-qos" + faulty, "check --all" + own,
-                                        fans + "tests/inspect/yin/v2 --new examples/yin --format json",
-                                        fans + "tests/inspect/yin/v1 --new examples/yin --format json",
-                                        "diff --all examples/yin " + odd.Path() + " --format json"})
+    for (const std::string &negative :
+         {"find why" + own, std::string("paths -d examples/yin --format jsonl"),
+          "paths -d " + odd.Path() + " --format jsonl", "check example-faulty example-qos" + faulty,
+          "check --all" + own, fans + "tests/inspect/yin/v2 --new examples/yin --format json",
+          fans + "tests/inspect/yin/v1 --new examples/yin --format json",
+          "diff --all examples/yin " + odd.Path() + " --format json"})
         validation.Add(negative.substr(0, negative.find(' ')), "korv-inspect " + negative);
     const std::string registry = " --registry " + odd.Path() + "/ids.json";
     for (const char *ids : {"ids lock example-interfaces --range m=1..9", "ids list", "ids check --all",
                             "ids lock --all", "ids assign example-interfaces --dry-run"})
         validation.Add("ids", std::string("korv-inspect ") + ids + examples + registry);
     EXPECT_EQ(validation.Violations(), "");
-    EXPECT_EQ(validation.Seen(),
-              (std::set<std::string>{"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "ids"}));
+    EXPECT_EQ(validation.Seen(), (std::set<std::string>{"tree", "find", "walk", "dump", "enums", "modules", "check",
+                                                        "diff", "ids", "paths"}));
 }
 
 TEST(InspectJson, AnErrorIsOneObjectAndTheExitStatusSaysOfWhichKind)

@@ -158,6 +158,40 @@ TEST(InspectTree, DrawsAGraph)
     if (RunShell("command -v dot").exitCode == 0) {
         EXPECT_EQ(RunShell("korv-inspect tree example-interfaces -d examples/yin --format dot | dot -Tsvg").err, "");
     }
+    const std::pair<const char *, const char *> classes[] = {
+        {"--depth 1", "interfaces "},
+        {"--depth 2", "interfaces interface n0->n1 "},
+        {"--path /interfaces/interface/mode", "negotiated "},
+        {"--path /interfaces/interface",
+         "interface negotiated n0->n1 statistics n0->n2 address n0->n3 history n3->n4 "},
+    };
+    for (const auto &[options, drawn] : classes)
+        EXPECT_EQ(
+            RunShell(
+                std::string("korv-inspect tree example-interfaces -d examples/yin --format dot --classes ") + options +
+                " | sed -nE 's/.*label=\"([a-z]+).*/\\1/p; s/^  (n[0-9]+) -> (n[0-9]+);/\\1->\\2/p' | tr '\\n' ' '")
+                .out,
+            drawn)
+            << options;
+}
+
+TEST(InspectTree, GraphvizDrawsWhereItIs)
+{
+    ModelDir dir;
+    dir.AddFile("dot", "#!/bin/sh\necho \"<svg $* $(wc -l)/>\"\n");
+    dir.AddFile("bad", "#!/bin/sh\necho out of ink >&2; exit 1\n");
+    const std::string tree = "tree example-qos -d examples/yin --format svg";
+    const std::string only = "chmod +x " + dir.Path() + "/*; run=$(command -v korv-inspect); ";
+    EXPECT_EQ(RunShell(only + "PATH=" + dir.Path() + ":$PATH; $run " + tree).out, "<svg -Tsvg 21/>\n");
+    const Result none = RunShell(only + "PATH=/no/such/dir $run " + tree);
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_EQ(none.err,
+              "korv-inspect: SVG is drawn by Graphviz, and there is no program 'dot': install graphviz, or give "
+              "--format dot\n");
+    const Result failed = RunShell(only + "cd " + dir.Path() + "; mv bad dot; PATH=" + dir.Path() +
+                                   ":$PATH; $run tree example-qos -d " KORV_SOURCE_DIR "/examples/yin --format svg");
+    EXPECT_EQ(failed.exitCode, 1);
+    EXPECT_EQ(failed.err, "korv-inspect: 'dot' did not draw the graph: out of ink\n");
 }
 
 TEST(InspectTree, SaysSoWhereThereIsNoTree)

@@ -24,17 +24,34 @@ TEST(InspectUsage, WrongUsageIsSaidOnStandardErrorAndGivesTwo)
         {{"tree", "examples/yin/example-qos.yin", "./examples/yin/example-qos.yin"},
          "are both of module 'example-qos'"},
         {{"tree", "a", "b", "--format", "dot"}, "a graph shows one module"},
+        {{"tree", "a", "--classes"}, "--classes is of graphs: give --format dot or svg"},
+        {{"tree", "a", "--color", "red"}, "--color: red not in {"},
         {{"tree", "example-qos@", "-d", "examples/yin"}, "is not MODULE or MODULE@REVISION"},
         {{"tree", "", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
         {{"dump", "", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
         {{"find", "", "/x", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
+        {{"find", "-d", "examples/yin"}, "WHAT is required: a path, a pattern or an id"},
+        {{"find", "", "-d", "examples/yin"}, "'' is no path: a step is empty"},
+        {{"find", "examples/yin/example-qos.yin"}, "looks like a file: say behind it what to find"},
+        {{"find", "example-qos", "/qos", "/qos"}, "name one module at most"},
+        {{"find", "0x10g1", "-d", "examples/yin"}, "'0x10g1' is no id"},
+        {{"find", "0x1001.", "-d", "examples/yin"}, "'0x1001.' is no id"},
+        {{"find", "--sample", "0x1.2", "-d", "examples/yin"}, "'0x1.2' is no id"},
+        {{"find", std::string(120, '/') + "x"}, "a step is empty"},
+        {{"paths", "--all", "example-qos", "mtu", "-d", "examples/yin"}, "name modules, or give --all"},
+        {{"paths", "example-qos", "", "-d", "examples/yin"}, "'' is no path: a step is empty"},
+        {{"paths", "--class", "1.2", "-d", "examples/yin"}, "'1.2' is no class id"},
+        {{"paths", "--columns", "path,clas_id", "-d", "examples/yin"}, "no column 'clas_id': did you mean 'class_id'?"},
+        {{"paths", "--columns", "path", "--format", "jsonl"}, "JSON has all columns"},
+        {{"paths", "--regex", "(a", "-d", "examples/yin"}, "'(a' is no regular expression"},
+        {{"paths", "--regex", "((a?){99}){99}", "-d", "examples/yin"}, "repeats nothing more than 100 times"},
         {{"walk", "", "/x", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
         {{"enums", "", "/x", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
         {{"diff", "", "--old", "examples/yin", "--new", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
         {{"check", "", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
         {{"modules", "", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
         {{"tree", "example-qos", "--load", "", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
-        {{"tree", "example-qos", "-d", "examples/yin", "--format", "csv"}, "csv not in {text,json,dot}"},
+        {{"tree", "example-qos", "-d", "examples/yin", "--format", "csv"}, "csv not in {text,json,dot,svg}"},
         {{"check", "-d", "examples/yin"}, "name the modules to check, or give --all"},
         {{"check", "--all", "example-qos", "-d", "examples/yin"}, "name the modules to check, or give --all"},
         {{"check", "--rules", "--format", "sarif"}, "the rules are listed as text or json"},
@@ -224,7 +241,7 @@ TEST(InspectUsage, HelpHasExamplesThatWork)
     EXPECT_EQ(RunShell("korv-inspect --version").out,
               "korv-inspect " KORV_LIB_YANG_VERSION " with libkorv_libyang " KORV_LIB_YANG_VERSION "\n");
     for (const char *command :
-         {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "ids", "convert"}) {
+         {"tree", "find", "paths", "walk", "dump", "enums", "modules", "check", "diff", "ids", "convert"}) {
         const Result help = Inspect({command, "--help"});
         EXPECT_EQ(help.exitCode, 0);
         EXPECT_NE(LineWith(help.out, " [OPTIONS]"), "");
@@ -255,10 +272,9 @@ std::set<std::string> OptionsIn(const std::string &text)
     return options;
 }
 
-TEST(InspectUsage, TheManualPageHasEveryCommandAndOptionOfTheHelp)
+TEST(InspectUsage, TheManualPageHasEveryOptionOfTheHelp)
 {
-    const std::string page = RunShell("sed 's/\\\\-/-/g' inspect/line/korv-inspect.1.in").out;
-    std::string help = Inspect({"--help"}).out;
+    std::string help = Inspect({"help"}).out;
     std::istringstream commands(help.substr(help.find("Commands:\n") + 10));
     std::string line;
     while (std::getline(commands, line) && line != "Examples:") {
@@ -266,47 +282,121 @@ TEST(InspectUsage, TheManualPageHasEveryCommandAndOptionOfTheHelp)
         std::string command;
         if (!(words >> command))
             continue;
-        std::string description;
-        std::getline(words >> std::ws, description);
-        EXPECT_NE(page.find("\n.B " + command + "\n" + description), std::string::npos) << line;
-        help += Inspect({command, "--help"}).out;
+        const std::string more = Inspect({"help", command}).out;
+        EXPECT_EQ(more, Inspect({command, "--help"}).out);
+        help += more;
     }
-    EXPECT_EQ(OptionsIn(page), OptionsIn(help));
+    EXPECT_EQ(OptionsIn(RunShell("korv-inspect manual | sed 's/\\\\-/-/g'").out), OptionsIn(help));
+    if (RunShell("command -v groff").exitCode == 0) {
+        EXPECT_EQ(RunShell("korv-inspect manual | groff -man -Tutf8 -ww -z 2>&1").out, "");
+    }
+    EXPECT_EQ(Inspect({"help", "tre"}).err.find("korv-inspect: there is no command 'tre': did you mean 'tree'?"), 0U);
 }
 
-/* What completion offers at the end of a line. */
-std::string Completed(const std::string &words)
+/* What the program offers for the last of the words, in the order of the alphabet. */
+std::string Offered(const std::string &words)
 {
-    return RunShell("exec bash -c 'source inspect/line/korv-inspect.bash; COMP_WORDS=(" + words +
-                    "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _korv_inspect; echo ${COMPREPLY[@]}'")
+    return RunShell("korv-inspect complete " + words + " | cut -f1 | sort | tr '\\n' ' '").out;
+}
+
+TEST(InspectUsage, CompletesWhatAWordMayBecome)
+{
+    ModelDir dir;
+    RunShell("mkdir '" + dir.Path() + "/a b' && touch '" + dir.Path() + "/a b/some.yin'");
+    const std::pair<std::string, const char *> cases[] = {
+        {"d", "diff dump "},
+        {"help fi", "find "},
+        {"dump x --format ''", "csv json text "},
+        {"dump x --format=j", "--format=json "},
+        {"diff m --o", "--old "},
+        {"tree m --f", "--format --full "},
+        {"check --off bad-n", "bad-number "},
+        {"diff --by ''", "id path "},
+        {"ids l", "list lock "},
+        {"ids assign --classes le", "leaf-holders "},
+        {"tree -d examples/yin example-interface-", "example-interface-qos example-interface-shaping "},
+        {"tree --dir=examples/yin example-q", "example-qos "},
+        {"tree --load example-q -d examples/yin --load example-q", "example-qos "},
+        {"tree examples/yin/example-q", "examples/yin/example-qos.yin "},
+        {"convert examples/yin/example-q", "examples/yin/example-qos.yin "},
+        {"tree m -d examples/y", "examples/yin/ "},
+        {"tree -d '" + dir.Path() + "/a b' s", "some "},
+        {"find -d examples/yin example-interfaces /interfaces/interface/a",
+         "/interfaces/interface/address/ "
+         "/interfaces/interface/alarm-threshold "},
+        {"walk -d examples/yin example-interfaces /if:interfaces/num", "/if:interfaces/number "},
+        {"tree examples/yin/example-qos.yin --path /qos/q", "/qos/queues/ "},
+        {"find -d examples/yin /qos/q", "/qos/queues/ "},
+        {"find -d examples/yin 0x200", "0x2001 0x2002 "},
+        {"find -d examples/yin 0x2001.", "0x2001.1 0x2001.2 "},
+        {"find -d examples/yin --sample 0x5", "0x51 0x52 "},
+        {"paths --columns path,base", "path,base_type "},
+        {"paths --type ui", "uint16 uint32 uint64 uint8 "},
+        {"nothing ''", ""},
+        {"tree -d /no/such/dir x", ""},
+    };
+    for (const auto &[words, offered] : cases)
+        EXPECT_EQ(Offered(words), offered) << words;
+    EXPECT_NE(Offered("''").find(" tree "), std::string::npos);
+    EXPECT_EQ(RunShell("korv-inspect complete find -d examples/yin 0x2002").out, "0x2002\t/qos/policy/rule\n");
+}
+
+/* What bash makes of a line. */
+std::string Completed(const std::string &line)
+{
+    return RunShell(
+               "exec bash -c 'source inspect/line/korv-inspect.bash; COMP_LINE=$1 COMP_POINT=${#1}; _korv_inspect; "
+               "printf \"%s \" \"${COMPREPLY[@]}\"' - \"" +
+               line + "\"")
         .out;
 }
 
-TEST(InspectUsage, CompletesCommandsOptionsFormatsAndModules)
+TEST(InspectUsage, BashPutsWordsInTheirPlace)
 {
     if (RunShell("command -v bash").exitCode != 0)
         GTEST_SKIP() << "no bash";
-    EXPECT_EQ(Completed("korv-inspect d"), "dump diff\n");
-    EXPECT_EQ(Completed("korv-inspect dump x --format \"\""), "text json csv\n");
-    EXPECT_EQ(Completed("korv-inspect diff m --o"), "--old\n");
-    EXPECT_EQ(Completed("korv-inspect check --off bad-n"), "bad-number\n");
-    EXPECT_EQ(Completed("korv-inspect tree -d examples/yin example-interface-"),
-              "example-interface-qos example-interface-shaping\n");
-    EXPECT_EQ(Completed("korv-inspect tree m -d examples/y"), "examples/yin\n");
-    EXPECT_EQ(Completed("korv-inspect tree m --dir = examples/y"), "examples/yin\n");
-    EXPECT_EQ(Completed("korv-inspect tree --dir = examples/yin example-q"), "example-qos\n");
+    EXPECT_EQ(Completed("korv-inspect conv"), "convert ");
+    EXPECT_EQ(Completed("korv-inspect diff --by "), "path id ");
+    EXPECT_EQ(Completed("korv-inspect dump x --format=j"), "json ");
+    EXPECT_EQ(Completed("korv-inspect walk -d examples/yin example-interfaces /if:interfaces/num"),
+              "interfaces/number ");
     ModelDir dir;
     RunShell("mkdir '" + dir.Path() + "/a b' && touch '" + dir.Path() + "/a b/some.yin'");
-    EXPECT_EQ(Completed("korv-inspect tree -d \"" + dir.Path() + "/a\\ b\" s"), "some\n");
-    /* Every option that completion offers is one, and every command is offered. */
-    for (const char *command :
-         {"tree", "find", "walk", "dump", "enums", "modules", "check", "diff", "ids", "convert"}) {
-        const std::string help = Inspect({command, "--help"}).out + Inspect({"--help"}).out;
-        std::istringstream offered(Completed(std::string("korv-inspect ") + command + " --"));
-        for (std::string option; offered >> option;)
-            EXPECT_NE(help.find(option), std::string::npos) << command << " " << option;
-        EXPECT_NE(Completed("korv-inspect \"\"").find(command), std::string::npos);
+    EXPECT_EQ(Completed("korv-inspect tree -d " + dir.Path() + "/a\\\\ b s"), "some ");
+    EXPECT_EQ(Completed("korv-inspect tree -d " + dir.Path() + "/a"), dir.Path() + "/a\\ b/ ");
+}
+
+TEST(InspectUsage, ATerminalGetsColorsAndAPager)
+{
+    const std::string terminal = "unset NO_COLOR PAGER KORV_PAGER; TERM=xterm; export TERM; ";
+    const std::string on = "python3 tests/inspect/terminal.py korv-inspect ";
+    const std::string tree = "tree example-qos -d examples/yin ";
+    const std::string plain = RunShell("korv-inspect " + tree).out;
+    const std::string painted = RunShell("korv-inspect " + tree + "--color always").out;
+    EXPECT_EQ(plain.find('\033'), std::string::npos);
+    EXPECT_EQ(LineWith(painted, "committed"), "      - committed     \033[36m5\033[m  uint32");
+    EXPECT_EQ(RunShell("korv-inspect " + tree + "--color always | sed 's/\\x1b\\[[0-9;]*m//g'").out, plain);
+    const std::pair<std::string, std::string> cases[] = {
+        {"KORV_PAGER= " + on + tree, painted},
+        {"KORV_PAGER=cat " + on + tree, painted},
+        {"KORV_PAGER=no-such-program " + on + tree, painted},
+        {"NO_COLOR=1 KORV_PAGER= " + on + tree, plain},
+        {"NO_COLOR=1 KORV_PAGER= " + on + tree + "--color always", painted},
+        {"KORV_PAGER= " + on + tree + "--color never", plain},
+        {"TERM=dumb KORV_PAGER= " + on + tree, plain},
+        {"PAGER='sed -n 1p' " + on + tree, "module example-qos, revision 2026-05-11, task id 121\n"},
+        {"PAGER=false KORV_PAGER='head -n 1' " + on + tree, "module example-qos, revision 2026-05-11, task id 121\n"},
+        {"PAGER='sed -n 1p' korv-inspect " + tree, plain},
+    };
+    for (const auto &[command, shown] : cases) {
+        const Result result = RunShell(terminal + command);
+        EXPECT_EQ(result.exitCode, 0) << command;
+        EXPECT_EQ(result.out, shown) << command;
     }
+    const Result failed =
+        RunShell(terminal + "PAGER='sed s/^/paged:/' " + on + "find example-qos /nope -d examples/yin");
+    EXPECT_EQ(failed.exitCode, 1) << "the pager does not hide how the command ended";
+    EXPECT_EQ(failed.out.find("korv-inspect: no node /nope"), 0U) << failed.out;
 }
 
 } // namespace

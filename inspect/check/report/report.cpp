@@ -88,11 +88,13 @@ std::string SentenceText(const Finding &finding)
     return TextOf(finding) + (section.empty() ? "" : " (" + section + ")");
 }
 
-std::string FindingText(const ReportedFinding &reported)
+std::string FindingText(const ReportedFinding &reported, const Paint &paint)
 {
     const Finding &finding = reported.finding;
-    return Printable(PlaceText(finding.cause, finding.module) + SeverityText(reported.severity) + ": " +
-                     SentenceText(finding) + " [" + finding.rule->name + "]");
+    Tone tone = reported.severity == Severity::Error ? Tone::Bad : Tone::Warning;
+    return paint.Text(Tone::Name, Printable(PlaceText(finding.cause, finding.module))) +
+           paint.Text(tone, SeverityText(reported.severity)) + ": " + Printable(SentenceText(finding)) +
+           paint.Text(Tone::Faint, std::string(" [") + finding.rule->name + "]");
 }
 
 std::string SummaryText(const Report &report)

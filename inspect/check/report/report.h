@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/paint.h"
 #include "check/findings.h"
 #include "check/report/baseline.h"
 #include "check/report/policy.h"
@@ -26,6 +27,7 @@ struct Report {
     size_t known = 0;  /* findings of the baseline */
     size_t gone = 0;   /* what the baseline has and the run has not found in the modules that were checked */
     bool strict = false;
+    Paint paint = Paint(); /* of text */
 };
 
 /* How a report is made of findings. */
@@ -47,7 +49,7 @@ int ExitCodeOf(const Report &report);
 const char *SeverityText(Severity severity);
 
 /* "models/m.yin:12:3: warning: key 'x' ... (RFC 7950, 7.8.2) [key-config]" */
-std::string FindingText(const ReportedFinding &reported);
+std::string FindingText(const ReportedFinding &reported, const Paint &paint = Paint());
 
 /* The finding's text with the number of its places and the section of the RFC that has its rule. */
 std::string SentenceText(const Finding &finding);

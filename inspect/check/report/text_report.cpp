@@ -53,7 +53,7 @@ void WriteReportText(const Report &report)
         if (file != nullptr && *file != finding.finding.cause.file)
             std::printf("\n");
         file = &finding.finding.cause.file;
-        std::printf("%s\n", FindingText(finding).c_str());
+        std::printf("%s\n", FindingText(finding, report.paint).c_str());
     }
     if (!report.findings.empty())
         std::printf("\n");

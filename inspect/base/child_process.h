@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace inspect::diff {
+namespace inspect {
 
 /* How a run went. */
 struct Finished {
@@ -21,4 +21,4 @@ struct Finished {
 Finished RunProgram(const std::vector<std::string> &words, const std::string &input,
                     const std::filesystem::path &folder);
 
-} // namespace inspect::diff
+} // namespace inspect

@@ -1,4 +1,4 @@
-#include "diff/child_process.h"
+#include "base/child_process.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -14,7 +14,7 @@
 
 #include "base/failure.h"
 
-namespace inspect::diff {
+namespace inspect {
 namespace {
 
 /* A hook of git's runs with variables that say which repository git works on. Here the directory says so. LC_ALL is set
@@ -127,4 +127,4 @@ Finished RunProgram(const std::vector<std::string> &words, const std::string &in
     return finished;
 }
 
-} // namespace inspect::diff
+} // namespace inspect
