@@ -1,12 +1,13 @@
 #!/bin/sh
-# Shows the class trees of the example models. Fails when a command fails.
+# Shows the class trees of the example models, and makes a page of them. Fails when a command fails.
 set -eu
 
-if [ $# -ne 1 ]; then
-    echo "usage: $0 KORV-INSPECT" >&2
+if [ $# -ne 2 ]; then
+    echo "usage: $0 KORV-INSPECT PAGE" >&2
     exit 2
 fi
 inspect=$1
+page=$2
 models=$(dirname "$0")/yin
 
 show() { # HEADING ARGUMENT...
@@ -26,3 +27,6 @@ show "Users: the deviations of quelvo-bras-user-manage-deviations-edge change a 
     tree quelvo-bras-user-manage -d "$models"
 show "One attribute of them, as a host asks for it" \
     find example-interface-qos /interfaces/interface/traffic/matched -d "$models"
+show "All of them in one file for a browser" \
+    page --all -d "$models" -o "$page"
+printf 'The page: %s\nThe programs: %s\n' "$page" "$(dirname "$inspect")"

@@ -319,7 +319,7 @@ CheckResult Checker::Check(const Progress &progress)
     if (all_)
         files_.RequireFiles();
     std::vector<ModuleKey> keys = Keys();
-    Device device(request_, listing_);
+    Device &device = device_.emplace(request_, listing_);
     Load(&device, keys, progress);
     for (const DeviceModule &module : modules_)
         AddCauses(module, "");

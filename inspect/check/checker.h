@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -36,6 +37,7 @@ struct CheckResult {
  * loaded once. */
 class Checker {
   public:
+    using Modules = std::vector<DeviceModule>;
     using Progress = std::function<void(size_t number, size_t total, const std::string &module)>;
 
     Checker(const ModelRequest &request, bool all)
@@ -48,9 +50,11 @@ class Checker {
     /* Files of the modules that were checked in which comments hide findings. */
     const MarkedFiles &Marked() const { return marked_; }
 
-  private:
-    using Modules = std::vector<DeviceModule>;
+    /* The device that was checked, which lives as long as the checker, and what it was to load. */
+    const Device &Checked() const { return *device_; }
+    const Modules &CheckedModules() const { return modules_; }
 
+  private:
     std::vector<ModuleKey> Keys() const;
     void Load(Device *device, const std::vector<ModuleKey> &keys, const Progress &progress);
     void CheckFiles();
@@ -75,6 +79,7 @@ class Checker {
     ModuleListing listing_;
     FileRules files_;
 
+    std::optional<Device> device_;             /* the first one */
     Modules modules_;                          /* as the first device has them */
     std::map<std::string, ModuleFacts> facts_; /* of these and of the modules of --load, by name */
     std::set<std::string> judged_;             /* names of both */

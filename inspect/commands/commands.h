@@ -18,9 +18,10 @@ extern const CommandEntry CHECK_COMMAND;
 extern const CommandEntry DIFF_COMMAND;
 extern const CommandEntry IDS_COMMAND;
 extern const CommandEntry CONVERT_COMMAND;
+extern const CommandEntry PAGE_COMMAND;
 
 inline constexpr std::array COMMANDS = {&TREE_COMMAND, &FIND_COMMAND,  &PATHS_COMMAND,   &WALK_COMMAND,
                                         &DUMP_COMMAND, &ENUMS_COMMAND, &MODULES_COMMAND, &CHECK_COMMAND,
-                                        &DIFF_COMMAND, &IDS_COMMAND,   &CONVERT_COMMAND};
+                                        &DIFF_COMMAND, &IDS_COMMAND,   &CONVERT_COMMAND, &PAGE_COMMAND};
 
 } // namespace inspect

@@ -162,29 +162,6 @@ int DiffCommand::CompareOne(const ModelRequest &oldSide, const ModelRequest &new
     return diff::CountBreaking(changes.changes) != 0 ? EXIT_NEGATIVE : EXIT_OK;
 }
 
-/* All modules of either version. Those that one version cannot load are left out. */
-std::vector<ModuleChanges> ChangesOf(const Version &before, const Version &after, By by)
-{
-    std::set<std::string> names;
-    for (const auto *modules : {&before.modules, &after.modules})
-        for (const auto &[name, model] : *modules)
-            if (!before.failed.contains(name) && !after.failed.contains(name))
-                names.insert(name);
-    std::vector<ModuleChanges> all;
-    for (const std::string &name : names) {
-        auto oldModel = before.modules.find(name);
-        auto newModel = after.modules.find(name);
-        if (newModel == after.modules.end())
-            all.push_back({name, oldModel->second->revision, "", {diff::ModuleRemoved(*oldModel->second)}});
-        else if (oldModel == before.modules.end())
-            all.push_back({name, "", newModel->second->revision, {diff::ModuleAdded(*newModel->second)}});
-        else
-            all.push_back({name, oldModel->second->revision, newModel->second->revision,
-                           diff::Compare(*oldModel->second, *newModel->second, by)});
-    }
-    return all;
-}
-
 int DiffCommand::CompareAll(const ModelRequest &oldSide, const ModelRequest &newSide) const
 {
     std::set<std::string> names = NamesIn(oldSide);
@@ -193,7 +170,7 @@ int DiffCommand::CompareAll(const ModelRequest &oldSide, const ModelRequest &new
         throw Failure("the directories have no module file: --all compares the modules in them", EXIT_USAGE);
     Version before = diff::LoadModules(oldSide, names);
     Version after = diff::LoadModules(newSide, names);
-    std::vector<ModuleChanges> all = ChangesOf(before, after, HostsGo());
+    std::vector<ModuleChanges> all = diff::CompareAll(before, after, HostsGo());
     std::vector<std::string> failed;
     std::set_union(before.failed.begin(), before.failed.end(), after.failed.begin(), after.failed.end(),
                    std::back_inserter(failed));

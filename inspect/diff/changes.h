@@ -27,6 +27,17 @@ enum class By : uint8_t {
 /* Changes in the order of the old version, then what was added in the order of the new one. */
 std::vector<Change> Compare(const ModuleModel &before, const ModuleModel &after, By by);
 
+/* What has changed in one module. */
+struct ModuleChanges {
+    std::string module;
+    std::string oldRevision; /* "" for none */
+    std::string newRevision;
+    std::vector<Change> changes;
+};
+
+/* All modules of either version, by name. Those that one version cannot load are left out. */
+std::vector<ModuleChanges> CompareAll(const Version &before, const Version &after, By by);
+
 /* The one change of a module that is gone or new. */
 Change ModuleRemoved(const ModuleModel &before);
 Change ModuleAdded(const ModuleModel &after);

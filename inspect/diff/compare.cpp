@@ -368,6 +368,28 @@ Change ModuleAdded(const ModuleModel &after)
     return {"module-added", false, "", {}, TextOrNone(after.revision), {}, after.where};
 }
 
+std::vector<ModuleChanges> CompareAll(const Version &before, const Version &after, By by)
+{
+    std::set<std::string> names;
+    for (const auto *modules : {&before.modules, &after.modules})
+        for (const auto &[name, model] : *modules)
+            if (!before.failed.contains(name) && !after.failed.contains(name))
+                names.insert(name);
+    std::vector<ModuleChanges> all;
+    for (const std::string &name : names) {
+        auto oldModel = before.modules.find(name);
+        auto newModel = after.modules.find(name);
+        if (newModel == after.modules.end())
+            all.push_back({name, oldModel->second->revision, "", {ModuleRemoved(*oldModel->second)}});
+        else if (oldModel == before.modules.end())
+            all.push_back({name, "", newModel->second->revision, {ModuleAdded(*newModel->second)}});
+        else
+            all.push_back({name, oldModel->second->revision, newModel->second->revision,
+                           Compare(*oldModel->second, *newModel->second, by)});
+    }
+    return all;
+}
+
 size_t CountBreaking(const std::vector<Change> &changes)
 {
     return static_cast<size_t>(

@@ -1,6 +1,8 @@
 /* One version of a module as `diff` compares it, by value: what hosts can address, what readers of data feel. */
 #pragma once
 
+#include <qxyang.h>
+
 #include <cstdint>
 #include <deque>
 #include <map>
@@ -35,6 +37,8 @@ struct NamedNumber {
     int64_t number;
     Where where;
     std::vector<Fact> facts; /* by rule: features and status */
+    const QXYANG_FILE *file; /* the file and the index of the statement that gives it */
+    uint32_t statement;
 };
 
 /* A range or length that a statement gives. */

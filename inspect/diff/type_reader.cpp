@@ -163,7 +163,8 @@ void TypeReader::ReadNames(const Chain &chain, const char *keyword, const char *
             next = names.empty() ? value + 1 : std::max(next, value + 1);
             names.push_back({name, value, WhereOf(statement, type->where),
                              FactsIn(statement.file, StatementAt(statement.file, statement.index),
-                                     {Rule("if-feature"), Rule("status")}, files_)});
+                                     {Rule("if-feature"), Rule("status")}, files_),
+                             statement.file, statement.index});
         });
         if (names.empty())
             continue;

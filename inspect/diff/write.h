@@ -9,14 +9,6 @@
 
 namespace inspect::diff {
 
-/* What has changed in one module. */
-struct ModuleChanges {
-    std::string module;
-    std::string oldRevision; /* "" for none */
-    std::string newRevision;
-    std::vector<Change> changes;
-};
-
 /* One module's changes. */
 void WriteText(const ModuleChanges &module, const Paint &paint);
 void WriteJson(const ModuleChanges &module);

@@ -49,6 +49,8 @@ class ModelOptions {
 
     const ModelRequest &Request() const { return request_; }
     bool TakesStandardInput() const;
+    /* The directories of -d, as they were given. */
+    const std::vector<std::string> &Dirs() const { return dirs_; }
     bool IsRecursive() const { return recursive_; }
     const ModuleKey &Module() const { return request_.modules.front(); }
     const std::string &Path() const { return path_; }

@@ -57,6 +57,10 @@ TEST(InspectUsage, WrongUsageIsSaidOnStandardErrorAndGivesTwo)
         {{"check", "--rules", "--format", "sarif"}, "the rules are listed as text or json"},
         {{"check", "--all", "--warn", "bad-numbr"}, "--warn: there is no rule 'bad-numbr': did you mean 'bad-number'?"},
         {{"check", "--all", "--off", "long-nam:x"}, "--off: there is no rule 'long-nam': did you mean 'long-name'?"},
+        {{"page", "-d", "examples/yin"}, "name the modules to show, or give --all"},
+        {{"page", "--all", "-d", "examples/yin", "--against", "-x"}, "'-x' is no revision of git's"},
+        {{"page", "--all", "-d", "examples/yin", "--against", "examples", "--against", "no/such"},
+         "Directory does not exist: no/such"},
         {{"modules", "-d", "examples/yin"}, "name a module to load"},
         {{"diff", "m", "--old", "examples/yin"}, "--new is required"},
         {{"diff", "m", "--new", "examples/yin"}, "--old or --against is required"},
@@ -241,7 +245,7 @@ TEST(InspectUsage, HelpHasExamplesThatWork)
     EXPECT_EQ(RunShell("korv-inspect --version").out,
               "korv-inspect " KORV_LIB_YANG_VERSION " with libkorv_libyang " KORV_LIB_YANG_VERSION "\n");
     for (const char *command :
-         {"tree", "find", "paths", "walk", "dump", "enums", "modules", "check", "diff", "ids", "convert"}) {
+         {"tree", "find", "paths", "walk", "dump", "enums", "modules", "check", "diff", "ids", "convert", "page"}) {
         const Result help = Inspect({command, "--help"});
         EXPECT_EQ(help.exitCode, 0);
         EXPECT_NE(LineWith(help.out, " [OPTIONS]"), "");
