@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <unordered_map>
 
+#include "model/schema_scan.h"
 #include "model/statements.h"
 
 namespace inspect::diff {
@@ -47,6 +48,15 @@ std::string SignatureOf(const TypeModel &type)
     return signature;
 }
 
+/* The type statement that holds for the leaf. */
+std::optional<StatementRef> TypeStatementOf(QY_NODE *leaf)
+{
+    std::vector<QXYANG_ORIGIN_S> statements = StatementsOf(leaf, "type");
+    if (statements.empty() || statements.back().pstFile == nullptr)
+        return std::nullopt;
+    return StatementRef{statements.back().pstFile, statements.back().uiStatement};
+}
+
 } // namespace
 
 Where TypeReader::WhereOf(const StatementRef &statement, const Where &otherwise) const
@@ -76,6 +86,19 @@ TypeReader::Chain TypeReader::ChainOf(StatementRef statement)
     }
     std::reverse(chain.begin(), chain.end());
     return chain;
+}
+
+std::optional<LeafType> TypeReader::OfLeaf(QY_NODE *leaf)
+{
+    std::optional<StatementRef> statement = TypeStatementOf(leaf);
+    if (!statement)
+        return std::nullopt;
+    const TypeModel *own = Of(*statement);
+    LeafType type{StatementAt(statement->file, statement->index).pcArgument, own, own};
+    QY_NODE *end = own->base == "leafref" ? LeafrefEnd(leaf) : nullptr;
+    if (std::optional<StatementRef> last = end != nullptr ? TypeStatementOf(end) : std::nullopt)
+        type.last = Of(*last);
+    return type;
 }
 
 const TypeModel *TypeReader::Of(const StatementRef &statement, const Where &around)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,6 +12,13 @@
 #include "diff/statement_places.h"
 
 namespace inspect::diff {
+
+/* The type of a leaf. */
+struct LeafType {
+    const char *written;   /* the argument of the leaf's type statement: "et:percent"; null: it has none */
+    const TypeModel *own;  /* what that statement gives */
+    const TypeModel *last; /* what holds at the end of leafrefs; their own type when the end is not found */
+};
 
 /* Reads each type statement once, however many leaves have it. */
 class TypeReader {
@@ -22,6 +30,9 @@ class TypeReader {
 
     /* The type that a type statement gives; leafrefs are not followed. */
     const TypeModel *Of(const StatementRef &statement) { return Of(statement, {}); }
+
+    /* The type of a leaf or leaf-list, behind all leafrefs; none when its statement is not known. */
+    std::optional<LeafType> OfLeaf(QY_NODE *leaf);
 
     /* True if a type that was read leads through the typedef. */
     bool IsUsed(const StatementRef &definition) const { return used_.contains(definition); }

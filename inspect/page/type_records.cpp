@@ -8,15 +8,6 @@
 namespace inspect::page {
 namespace {
 
-/* The type statement that holds for the leaf. */
-std::optional<diff::StatementRef> TypeStatementOf(QY_NODE *leaf)
-{
-    std::vector<QXYANG_ORIGIN_S> statements = diff::StatementsOf(leaf, "type");
-    if (statements.empty() || statements.back().pstFile == nullptr)
-        return std::nullopt;
-    return diff::StatementRef{statements.back().pstFile, statements.back().uiStatement};
-}
-
 /* [["up",1,"Ready to pass packets."],["down",2]] */
 std::string NamesJson(const std::vector<diff::NamedNumber> &names)
 {
@@ -76,40 +67,32 @@ std::string LinkPath(QY_NODE *node)
 
 uint32_t TypeRecords::Of(const KorvTreeLeaf &leaf)
 {
-    std::optional<diff::StatementRef> statement = TypeStatementOf(leaf.pYinNode);
-    if (!statement)
+    std::optional<diff::LeafType> type = types_.OfLeaf(leaf.pYinNode);
+    if (!type)
         return tables_->types.Add("{}");
-    Type own = types_.Of(*statement);
-    Type last = own;
-    QY_NODE *target = nullptr;
-    if (own->base == "leafref") {
-        target = QY_NODE_GetLeafrefTargetNode(leaf.pYinNode, 1);
-        QY_NODE *end = LeafrefEnd(leaf.pYinNode);
-        std::optional<diff::StatementRef> lastStatement = end != nullptr ? TypeStatementOf(end) : std::nullopt;
-        last = lastStatement ? types_.Of(*lastStatement) : own;
-    }
-    const char *written = StatementAt(statement->file, statement->index).pcArgument;
-    auto [known, isNew] = known_.try_emplace({written, own, last, target}, 0);
+    QY_NODE *target = type->own->base == "leafref" ? QY_NODE_GetLeafrefTargetNode(leaf.pYinNode, 1) : nullptr;
+    auto [known, isNew] = known_.try_emplace({type->written, type->own, type->last, target}, 0);
     if (isNew)
-        known->second = Record(leaf, written != nullptr ? written : "", own, last, target);
+        known->second = Record(leaf, *type, target);
     return known->second;
 }
 
-uint32_t TypeRecords::Record(const KorvTreeLeaf &leaf, const std::string &written, Type own, Type last, QY_NODE *target)
+uint32_t TypeRecords::Record(const KorvTreeLeaf &leaf, const diff::LeafType &type, QY_NODE *target)
 {
+    std::string written = type.written != nullptr ? type.written : "";
     Remarks record;
     const char *base = TypeName(leaf);
-    record.Add("base", std::string_view(base != nullptr ? base : last->base.c_str()));
-    if (written != last->base)
+    record.Add("base", std::string_view(base != nullptr ? base : type.last->base.c_str()));
+    if (written != type.last->base)
         record.Add("written", written);
-    if (own->base == "leafref") {
-        record.Add("path", FactTexts(*own, "leafref-path"));
+    if (type.own->base == "leafref") {
+        record.Add("path", FactTexts(*type.own, "leafref-path"));
         if (target != nullptr)
             record.Add("to", LinkPath(target));
     }
-    Describe(last, &record);
+    Describe(type.last, &record);
     std::string kept = RangeText(leaf);
-    if (!kept.empty() && (last->range == nullptr || kept != last->range->range.Text()))
+    if (!kept.empty() && (type.last->range == nullptr || kept != type.last->range->range.Text()))
         record.Add("kept", kept);
     return tables_->types.Add(record.Json());
 }

@@ -30,7 +30,7 @@ class TypeRecords {
   private:
     using Type = const diff::TypeModel *;
 
-    uint32_t Record(const KorvTreeLeaf &leaf, const std::string &written, Type own, Type last, QY_NODE *target);
+    uint32_t Record(const KorvTreeLeaf &leaf, const diff::LeafType &type, QY_NODE *target);
     uint32_t Member(Type type);
     void Describe(Type type, Remarks *record);
 

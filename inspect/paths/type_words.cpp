@@ -1,7 +1,8 @@
 #include "paths/type_words.h"
 
+#include <functional>
+
 #include "model/schema_places.h"
-#include "model/schema_scan.h"
 #include "model/statements.h"
 
 namespace inspect {
@@ -16,14 +17,6 @@ struct Phrase {
 
 constexpr Phrase PHRASES[] = {
     {"fraction-digits", "", " digits behind the point"}, {"pattern", "pattern ", ""}, {"base", "derived from ", ""}};
-
-std::optional<diff::StatementRef> TypeStatementOf(QY_NODE *leaf)
-{
-    std::vector<QXYANG_ORIGIN_S> statements = diff::StatementsOf(leaf, "type");
-    if (statements.empty() || statements.back().pstFile == nullptr)
-        return std::nullopt;
-    return diff::StatementRef{statements.back().pstFile, statements.back().uiStatement};
-}
 
 void AddPart(std::string *text, const std::string &part)
 {
@@ -89,22 +82,16 @@ const std::string &TypeWords::LimitsOf(const diff::TypeModel &type)
 
 TypeText TypeWords::Of(QY_NODE *leaf)
 {
-    std::optional<diff::StatementRef> statement = TypeStatementOf(leaf);
-    if (!statement)
+    std::optional<diff::LeafType> type = types_.OfLeaf(leaf);
+    if (!type)
         return {};
-    const diff::TypeModel *own = types_.Of(*statement);
-    const diff::TypeModel *last = own;
     TypeText text;
-    text.written = StatementAt(statement->file, statement->index).pcArgument;
-    if (own->base == "leafref") {
-        QY_NODE *end = LeafrefEnd(leaf);
-        std::optional<diff::StatementRef> lastStatement = end != nullptr ? TypeStatementOf(end) : std::nullopt;
-        last = lastStatement ? types_.Of(*lastStatement) : own;
-        text.limits = TargetText(leaf, *own);
-    }
-    text.base = last->base;
-    text.names = last->names.empty() ? nullptr : last;
-    if (const std::string &limits = LimitsOf(*last); !limits.empty())
+    text.written = type->written != nullptr ? type->written : "";
+    if (type->own->base == "leafref")
+        text.limits = TargetText(leaf, *type->own);
+    text.base = type->last->base;
+    text.names = type->last->names.empty() ? nullptr : type->last;
+    if (const std::string &limits = LimitsOf(*type->last); !limits.empty())
         AddPart(&text.limits, limits);
     return text;
 }
