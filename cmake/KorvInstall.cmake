@@ -21,6 +21,10 @@ endfunction()
 korv_install_piece(korv_libyang "${PROJECT_DESCRIPTION}")
 korv_install_piece(qxyang "Schema layer of libkorv_libyang: loads, expands and checks YIN files")
 korv_install_piece(korv_platform "Host services of libkorv_libyang, for hosts that bring none of their own")
+if(KORV_FIND_LAYERS) # nobody links it
+  set_target_properties(korv_layers PROPERTIES INSTALL_RPATH "$ORIGIN")
+  install(TARGETS korv_layers LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_SKIP)
+endif()
 
 install(EXPORT korv_libyang NAMESPACE korv_libyang:: FILE korv_libyangConfig.cmake DESTINATION ${package_dir}
         COMPONENT development)

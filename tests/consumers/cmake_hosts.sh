@@ -1,5 +1,5 @@
 #!/bin/sh
-# Two hosts by find_package: one with all pieces, one with layers of its own, which must not get ours.
+# Hosts by find_package: one with all pieces, and two with layers of their own, which must not get ours.
 # usage: cmake_hosts.sh WORK OWN-LAYERS
 set -eu
 
@@ -7,8 +7,16 @@ work=$1 own_layers=$2
 cmake -S "$(dirname "$0")/cmake_host" -B "$work/cmake_host" -DCMAKE_PREFIX_PATH="$work/moved" -DOWN_LAYERS="$own_layers"
 cmake --build "$work/cmake_host"
 "$work/cmake_host/whole_host" "$work/moved/share/doc/korv_libyang/examples/yin"
-"$work/cmake_host/own_layers_host"
-if readelf -d "$work/cmake_host/own_layers_host" | grep -E 'NEEDED.*(qxyang|korv_platform)'; then
-    echo "a host with layers of its own was linked with ours" >&2
-    exit 1
-fi
+mkdir -p "$work/alone"
+cp -P "$(dirname "$(find "$work/moved" -name libkorv_libyang.so)")"/libkorv_libyang.so* "$work/alone"
+for host in own_layers_host own_shared_layers_host; do
+    "$work/cmake_host/$host" # beside our layers, which the library may load and which must not win
+    LD_LIBRARY_PATH=$work/alone "$work/cmake_host/$host"
+    if readelf -d "$work/cmake_host/$host" | grep -E 'NEEDED.*(qxyang|korv_platform)'; then
+        echo "$host, which has layers of its own, was linked with ours" >&2
+        exit 1
+    fi
+done
+# Linked where there is nothing but the library.
+"$CC" -I "$work/moved/include" "$own_layers"/*.c -L "$work/alone" -lkorv_libyang -Wl,-rpath,"$work/alone" -o "$work/alone/host"
+"$work/alone/host"

@@ -26,6 +26,19 @@ for file in bin/* lib*/*.so lib*/*/*.so; do
     fi
 done
 
+# The library alone finds its layers, whoever opens it.
+cat >"$work/open.py" <<'END'
+import ctypes, sys
+lib = ctypes.CDLL(sys.argv[1])
+lib.YANGLIB_Initial.restype = ctypes.c_void_p
+instance = lib.YANGLIB_Initial(ctypes.c_uint64(1), ctypes.c_uint64(0), None, sys.argv[2].encode(), None)
+assert lib.YANGLIB_LoadYangModule(ctypes.c_void_p(instance), b"example-qos", None) == 0
+lib.YANGLIB_Uninitial(ctypes.c_void_p(instance))
+END
+library=$(find . -name libkorv_libyang.so)
+env -u LD_LIBRARY_PATH python3 "$work/open.py" "$library" share/doc/korv_libyang/examples/yin ||
+    fail "the library alone does not find its layers"
+
 if [ -e bin/korv-inspect ]; then
     bin/korv-inspect tree example-qos -d share/doc/korv_libyang/examples/yin >/dev/null
     # The extension module is found without being told, and a file of a registered directory wins over it.
