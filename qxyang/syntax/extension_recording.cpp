@@ -97,16 +97,18 @@ const char *StatementRecorder::KeptAttribute(ExtensionUse &use, const char *name
 ExtensionUse *StatementRecorder::UseOf(std::string_view space, std::string_view name, const Frame &parent,
                                        uint32_t offset)
 {
+    // Both stand in one text, with the separator in between.
+    std::string_view key(space.data(), space.size() + 1 + name.size());
     bool isWithin = parent.use != nullptr && parent.use->space == space;
-    key_.clear();
-    if (isWithin)
-        key_.append(parent.use->keyword).append(1, NAMESPACE_SEPARATOR);
-    key_.append(space).append(1, NAMESPACE_SEPARATOR).append(name);
-    if (ExtensionUse *known = unit_.extensionUses.Find(key_))
+    if (isWithin) {
+        key_.assign(parent.use->keyword).append(1, NAMESPACE_SEPARATOR).append(key);
+        key = key_;
+    }
+    if (ExtensionUse *known = unit_.extensionUses.Find(key))
         return known;
     auto *use = unit_.statements.Make<ExtensionUse>();
-    use->name = unit_.statements.Text(key_);
-    use->keyword = use->name + key_.size() - name.size();
+    use->name = unit_.statements.Text(key);
+    use->keyword = use->name + key.size() - name.size();
     use->space = std::string_view(use->keyword - 1 - space.size(), space.size());
     use->above = isWithin ? parent.use : nullptr;
     use->offset = offset;

@@ -7,15 +7,13 @@
 #include <exception>
 
 #include "base/text.h"
-#include "syntax/plain_xml.h"
 #include "syntax/statement_recorder.h"
 
 namespace qxyang {
 
 namespace {
 
-/* Tells the recorder what the text holds: first what PlainXml reads, and then what it leaves, which expat reads. expat
- * begins with the text again; what it tells of the part that was read is passed over. */
+/* Runs expat over the text and tells the recorder what it finds. */
 class YinParser {
   public:
     YinParser(Unit &unit, Failures &failures)
@@ -27,10 +25,6 @@ class YinParser {
     bool Run();
 
   private:
-    bool RunPlain();
-    bool RunExpat(Failures::Mark before);
-    bool WasRead() const;
-
     static void XMLCALL OnStart(void *self, const XML_Char *name, const XML_Char **attributes);
     static void XMLCALL OnEnd(void *self, const XML_Char *name);
     static void XMLCALL OnText(void *self, const XML_Char *text, int length);
@@ -42,9 +36,7 @@ class YinParser {
     static void Guard(void *self, Handle &&handle);
 
     void Start(std::string_view name, const char **attributes);
-    void Start(PlainXml &xml);
-    void StartForeign(std::string_view space, std::string_view name, const char **attributes);
-    void StopAtDepth();
+    void StartForeign(std::string_view name, const char **attributes);
     void CheckText(uint32_t at);
     void FindText(uint32_t end);
     void FollowText();
@@ -54,16 +46,13 @@ class YinParser {
     void FailXml(XML_Error error);
     bool FailCompact();
     std::string UnboundPrefix(uint32_t at) const;
-    uint32_t XmlOffset() const { return static_cast<uint32_t>(XML_GetCurrentByteIndex(parser_)); }
-    uint32_t XmlLength() const { return static_cast<uint32_t>(XML_GetCurrentByteCount(parser_)); }
+    uint32_t Offset() const { return static_cast<uint32_t>(XML_GetCurrentByteIndex(parser_)); }
 
     Unit &unit_;
     Failures &failures_;
     StatementRecorder recorder_;
     XML_Parser parser_;                 /* the source's */
     std::vector<std::string> prefixes_; /* that xmlns attributes bind, for hints */
-    uint32_t read_ = 0;                 /* up to here PlainXml has read the text */
-    uint32_t at_ = 0;                   /* where the event stands that is being told */
     uint32_t tagEnd_ = 0;               /* behind the latest tag */
     bool hasTextHandler_ = false;
     bool stopped_ = false;
@@ -73,51 +62,11 @@ class YinParser {
 bool YinParser::Run()
 {
     Failures::Mark before = failures_.Now();
-    if (!RunPlain())
-        return RunExpat(before);
-    return !stopped_ && unit_.root != nullptr && !failures_.AnySince(before);
-}
-
-/* False if there is more to read. */
-bool YinParser::RunPlain()
-{
-    PlainXml xml(unit_.source);
-    while (!stopped_) {
-        PlainXml::Kind kind = xml.Next(recorder_.WantsText());
-        at_ = xml.Begin();
-        switch (kind) {
-            case PlainXml::Kind::Start:
-                Start(xml);
-                break;
-            case PlainXml::Kind::End:
-                if (xml.HasText())
-                    FindText(at_);
-                tagEnd_ = xml.End();
-                recorder_.End();
-                break;
-            case PlainXml::Kind::Text:
-                recorder_.AddText(xml.Text());
-                break;
-            case PlainXml::Kind::Comment:
-                break;
-            case PlainXml::Kind::Finished:
-                return true;
-            case PlainXml::Kind::Left:
-                read_ = at_;
-                return false;
-        }
-    }
-    return true;
-}
-
-bool YinParser::RunExpat(Failures::Mark before)
-{
     XML_SetUserData(parser_, this);
     XML_SetElementHandler(parser_, OnStart, OnEnd);
     XML_SetStartDoctypeDeclHandler(parser_, OnDoctype);
     XML_SetStartNamespaceDeclHandler(parser_, OnPrefix);
     XML_SetXmlDeclHandler(parser_, OnDeclaration);
-    FollowText();
 
     XML_Status status = unit_.source.Parse();
     if (thrown_)
@@ -133,13 +82,6 @@ bool YinParser::RunExpat(Failures::Mark before)
     return false;
 }
 
-/* True if PlainXml has told of what expat tells now. The end of an element that is one tag stands behind that. */
-bool YinParser::WasRead() const
-{
-    uint32_t at = XmlOffset();
-    return at < read_ || (at == read_ && XmlLength() == 0);
-}
-
 /* Runs a handler. An exception must not pass through expat: it is kept until expat has returned. */
 template <class Handle>
 void YinParser::Guard(void *self, Handle &&handle)
@@ -147,7 +89,6 @@ void YinParser::Guard(void *self, Handle &&handle)
     auto &parser = *static_cast<YinParser *>(self);
     if (parser.stopped_)
         return;
-    parser.at_ = parser.XmlOffset();
     try {
         handle(parser);
     } catch (...) {
@@ -161,7 +102,7 @@ inline void YinParser::CheckText(uint32_t at)
 {
     if (!unit_.source.IsBlank(tagEnd_, at))
         FindText(at);
-    tagEnd_ = at + XmlLength();
+    tagEnd_ = at + static_cast<uint32_t>(XML_GetCurrentByteCount(parser_));
 }
 
 void YinParser::FindText(uint32_t end)
@@ -174,18 +115,13 @@ void YinParser::FindText(uint32_t end)
 
 void YinParser::OnStart(void *self, const XML_Char *name, const XML_Char **attributes)
 {
-    Guard(self, [=](YinParser &parser) {
-        if (!parser.WasRead())
-            parser.Start(name, attributes);
-    });
+    Guard(self, [=](YinParser &parser) { parser.Start(name, attributes); });
 }
 
 void YinParser::OnEnd(void *self, const XML_Char *)
 {
     Guard(self, [](YinParser &parser) {
-        if (parser.WasRead())
-            return;
-        parser.CheckText(parser.at_);
+        parser.CheckText(parser.Offset());
         parser.recorder_.End();
         parser.FollowText();
     });
@@ -193,10 +129,7 @@ void YinParser::OnEnd(void *self, const XML_Char *)
 
 void YinParser::OnText(void *self, const XML_Char *text, int length)
 {
-    Guard(self, [=](YinParser &parser) {
-        if (!parser.WasRead())
-            parser.recorder_.AddText({text, static_cast<size_t>(length)});
-    });
+    Guard(self, [=](YinParser &parser) { parser.recorder_.AddText({text, static_cast<size_t>(length)}); });
 }
 
 void YinParser::OnDoctype(void *self, const XML_Char *, const XML_Char *, const XML_Char *, int)
@@ -222,52 +155,35 @@ void YinParser::OnDeclaration(void *self, const XML_Char *, const XML_Char *enco
 void YinParser::Start(std::string_view name, const char **attributes)
 {
     if (recorder_.Depth() >= limits::XML_DEPTH)
-        return StopAtDepth();
+        return Stop("elements are nested deeper than " + std::to_string(limits::XML_DEPTH) + " levels");
     bool hasSeveral = attributes[0] != nullptr && attributes[2] != nullptr;
     if (hasSeveral && XML_GetSpecifiedAttributeCount(parser_) > static_cast<int>(2 * limits::ATTRIBUTES))
         return Stop("an element has more than " + std::to_string(limits::ATTRIBUTES) + " attributes");
-    CheckText(at_);
-    size_t separator = name.find(NAMESPACE_SEPARATOR);
-    bool isQualified = separator != std::string_view::npos;
-    std::string_view space = isQualified ? name.substr(0, separator) : std::string_view();
-    std::string_view local = isQualified ? name.substr(separator + 1) : name;
-    if (space == YIN_SPACE)
-        return recorder_.StartStatement(local, attributes, at_);
-    StartForeign(space, local, attributes);
+    uint32_t at = Offset();
+    CheckText(at);
+    constexpr size_t SPACE = YIN_SPACE.size();
+    if (name.size() > SPACE && name[SPACE] == NAMESPACE_SEPARATOR &&
+        std::memcmp(name.data(), YIN_SPACE.data(), SPACE) == 0)
+        return recorder_.StartStatement(name.substr(SPACE + 1), attributes, at);
+    StartForeign(name, attributes);
     FollowText();
 }
 
-void YinParser::Start(PlainXml &xml)
+void YinParser::StartForeign(std::string_view name, const char **attributes)
 {
-    if (recorder_.Depth() >= limits::XML_DEPTH)
-        return StopAtDepth();
-    if (xml.HasText())
-        FindText(at_);
-    tagEnd_ = xml.End();
-    if (xml.Space() == YIN_SPACE)
-        return recorder_.StartStatement(xml.Name(), xml.Attributes(), at_);
-    StartForeign(xml.Space(), xml.Name(), xml.Attributes());
-}
-
-void YinParser::StopAtDepth()
-{
-    Stop("elements are nested deeper than " + std::to_string(limits::XML_DEPTH) + " levels");
-}
-
-/* The data of `space` are null if the element is in no namespace. */
-void YinParser::StartForeign(std::string_view space, std::string_view name, const char **attributes)
-{
-    bool isQualified = space.data() != nullptr;
-    if (space.size() + (isQualified ? 1 : 0) + name.size() > limits::NAME_LENGTH)
-        return Stop("the element name " + Quoted(name) + " is longer, with its namespace, than " +
+    size_t separator = name.find(NAMESPACE_SEPARATOR);
+    bool isQualified = separator != std::string_view::npos;
+    std::string_view local = isQualified ? name.substr(separator + 1) : name;
+    if (name.size() > limits::NAME_LENGTH)
+        return Stop("the element name " + Quoted(local) + " is longer, with its namespace, than " +
                     std::to_string(limits::NAME_LENGTH) + " bytes");
     if (recorder_.Depth() == 0)
-        return Stop("the root element is " + Quoted(name) + "; expected 'module' or 'submodule' in the namespace " +
+        return Stop("the root element is " + Quoted(local) + "; expected 'module' or 'submodule' in the namespace " +
                     Quoted(YIN_SPACE));
     if (!isQualified)
         return recorder_.SkipElement(
-            at_, "element " + Quoted(name) + " is in no namespace; expected the namespace " + Quoted(YIN_SPACE));
-    recorder_.StartExtension(space, name, attributes, at_);
+            Offset(), "element " + Quoted(name) + " is in no namespace; expected the namespace " + Quoted(YIN_SPACE));
+    recorder_.StartExtension(name.substr(0, separator), local, attributes, Offset());
 }
 
 /* Lets expat report text only where it may be an argument, since expat reports it in many small pieces. */
@@ -282,20 +198,21 @@ void YinParser::FollowText()
 void YinParser::Stop()
 {
     stopped_ = true;
-    XML_StopParser(parser_, XML_FALSE); // does nothing before expat has begun
+    XML_StopParser(parser_, XML_FALSE);
 }
 
 void YinParser::Stop(std::string_view sentence)
 {
-    recorder_.Fail(at_, sentence);
+    recorder_.Fail(Offset(), sentence);
     Stop();
 }
 
 /* expat calls the handler when it has read past the name. */
 void YinParser::StopAtDoctype()
 {
-    size_t begin = unit_.source.Text().rfind("<!DOCTYPE", at_);
-    recorder_.Fail(begin != std::string_view::npos ? static_cast<uint32_t>(begin) : at_, "a DOCTYPE is not allowed");
+    size_t begin = unit_.source.Text().rfind("<!DOCTYPE", Offset());
+    recorder_.Fail(begin != std::string_view::npos ? static_cast<uint32_t>(begin) : Offset(),
+                   "a DOCTYPE is not allowed");
     Stop();
 }
 
@@ -319,7 +236,7 @@ void YinParser::FailXml(XML_Error error)
 {
     if (recorder_.Depth() == 0 && FailCompact())
         return;
-    uint32_t at = XmlOffset();
+    uint32_t at = Offset();
     std::string sentence = std::string("not well-formed XML: ") + XML_ErrorString(error);
     std::string open = recorder_.DescribeOpen();
     if (error == XML_ERROR_NO_ELEMENTS)
