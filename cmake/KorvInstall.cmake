@@ -32,7 +32,7 @@ write_basic_package_version_file(korv_libyangConfigVersion.cmake COMPATIBILITY $
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korv_libyangConfigVersion.cmake DESTINATION ${package_dir}
         COMPONENT development)
 
-install(FILES include/korv_lib_yang.h include/korv_platform.h include/qxyang.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+install(FILES include/korv_lib_yang.h include/korv_lib_yang_query.h include/korv_platform.h include/qxyang.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         COMPONENT development)
 # For hosts that call the lower units: <korv_lib_yang/telem_yang/telem_yang.h>, and so on.
 foreach(unit telem_yang_lib telem_yang korv_lib_yang)

@@ -77,8 +77,8 @@ KORV_LIB_API uint32_t YANGLIB_GetLibVersion(void);
 #define KORV_OK 0u               /**< success */
 #define KORV_FAIL 1u             /**< the library's own failures */
 #define KORV_TRAVEL_NOT_FOUND 3u /**< travel found no start node */
-#define KORV_NO_MEMORY 12u       /**< no memory for a tree node */
-#define KORV_INVALID 22u         /**< a tree node cannot be linked */
+#define KORV_NO_MEMORY 12u       /**< no memory for a tree node, or for what a question needs */
+#define KORV_INVALID 22u /**< a tree node cannot be linked; a question with a null argument that it does not allow */
 
 /** No id. No function of this header answers it; those of the units' own headers do. A class or sample id may have this
  * value. */
@@ -654,5 +654,7 @@ KORV_LIB_API uint32_t YANGLIB_ScanNameValuePair(const KorvTreeLeaf *pstLeaf, YAN
 #ifdef __cplusplus
 }
 #endif
+
+#include "korv_lib_yang_query.h"
 
 #endif /* KORV_LIB_YANG_H */

@@ -1,6 +1,7 @@
 /* The table of a module's augments in its registry record. */
 #include "korv_lib_yang/korv_lib_yang.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/refusal.h"
 #include "telem_yang_lib/schema_nodes.h"
 
 namespace {
@@ -34,6 +35,7 @@ uint32_t TELEMYANG_ImplFillAugmentDataToYangFileCb(QY_NODE *pNode, void *, void 
     TELMYANG_YANG_FILE_INFO_S *pstFile = pstFill->pstFile;
     if (pstFile->ucAugmentNum == KORV_AUGMENT_NUM) {
         KORV_LOG_ERROR(pstFill->pstLocal, "augment cnt over max, ModName(%s)", pstFill->pcModuleName);
+        korv::Refuse(pstFill->pstLocal, {korv::Why::AugmentNum, pNode, nullptr, nullptr, nullptr});
         return STOP;
     }
     if (QY_NODE_GetNodeType(pNode) == QY_NODE_TYPE_LEAF) {

@@ -1,5 +1,5 @@
 /* Loading a module: all or nothing, as far as the registry goes. */
-#include "korv_lib_yang/korv_lib_yang.h"
+#include "korv_lib_yang/load_steps.h"
 #include "telem_yang/file_list.h"
 #include "telem_yang/leaf_nodes.h"
 #include "telem_yang_lib/host_memory.h"
@@ -109,6 +109,13 @@ uint32_t LoadNewModule(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcModuleName
 
 } // namespace
 
+uint32_t korv::ReadAndBuild(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE_INFO_S *pstFile,
+                            const char *pcModuleName, const char *pcRevision, QY_MOD *pMod)
+{
+    const uint32_t uiRet = ReadExtensions(pstLocal, pstFile, pcModuleName, pcRevision, pMod);
+    return uiRet == KORV_OK ? GenerateTrees(pstLocal, pstFile, pcModuleName, pcRevision, pMod) : uiRet;
+}
+
 uint32_t YANGLIB_LoadYangModule(TELMYANG_LOCAL_DATA_S *pYangModule, const char *pcModuleName, const char *pcReversionIn)
 {
     if (pYangModule == nullptr || pcModuleName == nullptr) {
@@ -132,7 +139,7 @@ uint32_t YANGLIB_PrepareYangModuleData_(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYAN
                                         TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName,
                                         const char *pcRevision)
 {
-    uint32_t uiRet = LoadSchema(pstLocal, pstYangCtx, pcModuleName, pcRevision);
+    const uint32_t uiRet = LoadSchema(pstLocal, pstYangCtx, pcModuleName, pcRevision);
     if (uiRet != KORV_OK)
         return uiRet;
     QY_MOD *pMod = QY_CTX_GetModuleByModName(pstYangCtx->pSchemaCtx, pcModuleName);
@@ -142,8 +149,5 @@ uint32_t YANGLIB_PrepareYangModuleData_(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYAN
                        uiRet, pcModuleName, korv::Shown(pcRevision), FirstSearchDir(pstYangCtx));
         return KORV_OK;
     }
-    uiRet = ReadExtensions(pstLocal, pstFile, pcModuleName, pcRevision, pMod);
-    if (uiRet != KORV_OK)
-        return uiRet;
-    return GenerateTrees(pstLocal, pstFile, pcModuleName, pcRevision, pMod);
+    return korv::ReadAndBuild(pstLocal, pstFile, pcModuleName, pcRevision, pMod);
 }

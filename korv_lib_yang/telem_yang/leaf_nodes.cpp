@@ -7,6 +7,7 @@
 
 #include <cstring>
 
+#include "telem_yang/id_index.h"
 #include "telem_yang/name_index.h"
 
 namespace {
@@ -115,6 +116,7 @@ void MarkTwins(TELMYANG_YANG_CTX_S *pstYangCtx, const char *pcModuleName)
 void korv::MarkBorrower(TELMYANG_LOCAL_DATA_S *pstLocal, RegistryEntry *pstEntry, bool bTwin)
 {
     TELMYANG_YANG_CTX_S *pstYangCtx = pstLocal->pstYangCtx;
+    DropIds(pstYangCtx);
     pstEntry->stFile.ucBorrows = BORROWS_NOTHING;
     JoinNames(pstYangCtx, pstEntry);
     JoinIndex(pstYangCtx, pstEntry);
@@ -134,6 +136,8 @@ void korv::GiveNotesUp(TELMYANG_LOCAL_DATA_S *pstLocal)
     TELMYANG_YANG_CTX_S *pstYangCtx = pstLocal != nullptr ? pstLocal->pstYangCtx : nullptr;
     if (pstYangCtx == nullptr)
         return;
+    if (pstYangCtx->stYangFileList.pstNext != nullptr)
+        DropIds(pstYangCtx);
     TELMYANG_YANG_FILE_INFO_S *const pstEnd = ListEnd(pstYangCtx);
     for (auto *pstFile = pstYangCtx->stYangFileList.pstNext; pstFile != nullptr && pstFile != pstEnd;
          pstFile = pstFile->pstNext) {

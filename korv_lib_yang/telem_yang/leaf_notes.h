@@ -10,6 +10,7 @@
 
 namespace korv {
 
+struct IdIndex;
 struct LeafIndex;
 struct NotedModule;
 struct RegistryEntry;
@@ -52,13 +53,16 @@ struct NotedModule {
 /* What a load allocates for a record; hosts know its first member. */
 struct RegistryEntry {
     TELMYANG_YANG_FILE_INFO_S stFile;
-    LeafIndex *pstIndex; /* null until a record of the registry has notes; every entry has the same */
+    uint32_t uiNameHash : 31;
+    uint32_t bBehindOthers : 1; /* records that no load has registered stand in the list before it */
+    LeafIndex *pstIndex;        /* null until a record of the registry has notes; every entry has the same */
     LeafNote *pstNotes;
-    RegistryEntry *pstAbove; /* this and the next three: name_index.h */
+    RegistryEntry *pstAbove; /* this, the next one, uiNameHash and bBehindOthers: name_index.h */
     RegistryEntry *apstBelow[2];
-    uint32_t uiNameHash;
-    bool bBehindOthers; /* records that no load has registered stand in the list before it */
+    IdIndex *pstIds; /* of the registry's first entry, once a host has asked for an id: id_index.h */
 };
+static_assert(sizeof(void *) != 8 || sizeof(RegistryEntry) == 6184,
+              "a host that asks for no id pays nothing for pstIds");
 
 inline RegistryEntry *EntryOf(TELMYANG_YANG_FILE_INFO_S *pstFile)
 {

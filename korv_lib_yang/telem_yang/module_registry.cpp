@@ -1,4 +1,5 @@
 /* The registry of loaded modules, keyed by name and revision as the host gave them. */
+#include "telem_yang/id_index.h"
 #include "telem_yang/name_index.h"
 #include "telem_yang/tree_release.h"
 #include "telem_yang_lib/host_memory.h"
@@ -101,7 +102,9 @@ void TELMYANG_RemoveYangFile(TELMYANG_LOCAL_DATA_S *pstLocal, TELMYANG_YANG_FILE
         korv::LeaveIndex(pstEntry);
         korv::LeaveNames(pstEntry);
     }
+    korv::IdIndex *pstIds = korv::TakeIds(pstLocal->pstYangCtx);
     korv::Unlink(pstLocal->pstYangCtx, pstFile);
+    korv::HostFree(pstIds);
     pstFile->ucInUse = 0;
     FreeTexts(pstFile);
     korv::HostFree(pstFile);

@@ -1,4 +1,5 @@
 /* The trees of a module together: its own tree, and those of its augments. */
+#include "telem_yang/id_index.h"
 #include "telem_yang/top_chain.h"
 #include "telem_yang/tree_release.h"
 #include "telem_yang_lib/log.h"
@@ -34,6 +35,7 @@ uint32_t TELEMYANG_DestroyYangMouleTree(TELMYANG_LOCAL_DATA_S *pstLocal, const c
     }
     KorvTreeNode *pstOriginTree = pstFile->pstOriginTree;
     pstFile->pstOriginTree = nullptr;
+    korv::DropIds(pstLocal->pstYangCtx);
     (void)korv::ReleaseTree(pstLocal, pstOriginTree);
     (void)TELMYANG_FreeYangtreeAllAugmentNodes(pstLocal, pstFile);
     return KORV_OK;

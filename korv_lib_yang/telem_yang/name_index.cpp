@@ -26,8 +26,8 @@ void korv::JoinNames(TELMYANG_YANG_CTX_S *pstYangCtx, RegistryEntry *pstEntry)
 {
     TELMYANG_YANG_FILE_INFO_S *pstBefore = pstEntry->stFile.pstPrev;
     if (pstBefore != ListEnd(pstYangCtx))
-        pstEntry->bBehindOthers = EntryOf(pstBefore) == nullptr || EntryOf(pstBefore)->bBehindOthers;
-    pstEntry->uiNameHash = HashOf(pstEntry->stFile.pcModuleName);
+        pstEntry->bBehindOthers = EntryOf(pstBefore) == nullptr || EntryOf(pstBefore)->bBehindOthers ? 1 : 0;
+    pstEntry->uiNameHash = HashOf(pstEntry->stFile.pcModuleName) & 0x7FFFFFFFu;
     RegistryEntry *pstAbove = FirstEntry(pstYangCtx);
     if (pstAbove == pstEntry)
         return;

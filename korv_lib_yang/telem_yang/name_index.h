@@ -12,13 +12,13 @@
 
 namespace korv {
 
-/* FNV-1a. A null name has the hash of the empty one. */
+/* FNV-1a, of which RegistryEntry::uiNameHash keeps 31 bits. A null name has the hash of the empty one. */
 inline uint32_t HashOf(const char *pcName)
 {
     uint32_t uiHash = 2166136261u;
     for (; pcName != nullptr && *pcName != '\0'; ++pcName)
         uiHash = (uiHash ^ static_cast<uint8_t>(*pcName)) * 16777619u;
-    return uiHash;
+    return uiHash & 0x7FFFFFFFu;
 }
 
 /* The first entry of the registry's list, or null. */
@@ -39,7 +39,7 @@ inline bool HasAllNames(TELMYANG_YANG_CTX_S *pstYangCtx)
     if (pstLast == ListEnd(pstYangCtx))
         return true;
     const RegistryEntry *pstEntry = EntryOf(pstLast);
-    return pstEntry != nullptr && !pstEntry->bBehindOthers;
+    return pstEntry != nullptr && pstEntry->bBehindOthers == 0;
 }
 
 /* Adds an entry that has just been put at the end of the registry's list. */
@@ -51,7 +51,7 @@ void LeaveNames(RegistryEntry *pstEntry);
 /* What stands below the entry on the way to that hash. The entry has uiDepth others above it. */
 inline RegistryEntry *&NextOnWay(RegistryEntry *pstEntry, uint32_t uiHash, uint32_t uiDepth)
 {
-    return pstEntry->apstBelow[uiHash >> uiDepth % 32 & 1];
+    return pstEntry->apstBelow[uiHash >> uiDepth % 31 & 1];
 }
 
 inline RegistryEntry *TopOf(RegistryEntry *pstEntry)

@@ -1,6 +1,7 @@
 /* Filling a tree node from its schema node and record. */
 #include "telem_yang/telem_yang.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/refusal.h"
 #include "telem_yang_lib/schema_nodes.h"
 
 namespace {
@@ -8,11 +9,13 @@ namespace {
 using korv::NameOf;
 
 /* Copies at most 16 keys; a class with more cannot be placed in the tree. */
-uint32_t CopyKeys(TELMYANG_LOCAL_DATA_S *pstLocal, uint8_t *pucTo, const uint8_t *pucFrom, uint32_t uiNum)
+uint32_t CopyKeys(TELMYANG_LOCAL_DATA_S *pstLocal, uint8_t *pucTo, const uint8_t *pucFrom, uint32_t uiNum,
+                  const korv::Refusal &stRefusal)
 {
     for (uint32_t uiLoop = 0; uiLoop < uiNum; ++uiLoop) {
         if (uiLoop == NODE_KEY_LIST_NUM) {
             KORV_LOG_ERROR(pstLocal, "NODE_KEY_LIST_NUM error!");
+            korv::Refuse(pstLocal, stRefusal);
             return KORV_FAIL;
         }
         pucTo[uiLoop] = pucFrom[uiLoop];
@@ -50,11 +53,13 @@ uint32_t TELMYANG_FillSelfAndAncestorKeyList(TELMYANG_LOCAL_DATA_S *pstLocal, QY
         return KORV_OK;
     pstNode->uiClassId = pstInst->uiClassId;
     pstNode->uiSampleId = pstInst->uiSampleId;
-    if (CopyKeys(pstLocal, pstNode->aucSelfNodeKey, pstInst->pucSelfKeyAttributes, pstInst->ucKeyNum) != KORV_OK)
+    if (CopyKeys(pstLocal, pstNode->aucSelfNodeKey, pstInst->pucSelfKeyAttributes, pstInst->ucKeyNum,
+                 {korv::Why::TreeKeyNum, pNode, nullptr, nullptr, nullptr}) != KORV_OK)
         return KORV_FAIL;
     if (pstInst->pstKeyRefArray == nullptr)
         return KORV_OK;
-    return CopyKeys(pstLocal, pstNode->aucAncestorKey, pstInst->pstKeyRefArray->pucKeyAttributes, pstInst->ucAncKeyNum);
+    return CopyKeys(pstLocal, pstNode->aucAncestorKey, pstInst->pstKeyRefArray->pucKeyAttributes, pstInst->ucAncKeyNum,
+                    {korv::Why::TreeAncestorKeyNum, pNode, nullptr, nullptr, nullptr});
 }
 
 uint32_t TELMYANG_FillDataFromYangNode(TELMYANG_LOCAL_DATA_S *pstLocal, KorvTreeNode *pstNode, QY_NODE *pNode)

@@ -3,6 +3,7 @@
 #include "telem_yang/tree_release.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/refusal.h"
 #include "telem_yang_lib/schema_nodes.h"
 
 namespace {
@@ -58,6 +59,7 @@ uint32_t CreateNode(QY_NODE *pNode, TELMYANG_LOCAL_DATA_S *pstLocal, korv::TreeB
         return uiRet;
     KORV_LOG_ERROR(pstLocal, "the trees of one load have more than %u nodes, leaf lists and leaves, node(%s)!",
                    korv::TREE_RECORDS_MAX, (*ppstNode)->pcName);
+    korv::Refuse(pstLocal, {korv::Why::TreeSize, pNode, nullptr, nullptr, nullptr});
     TreeNodeDelete()(*ppstNode);
     *ppstNode = nullptr;
     return KORV_FAIL;

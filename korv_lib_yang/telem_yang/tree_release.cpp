@@ -1,5 +1,6 @@
 /* Releasing whole trees: breadth first over first children and next siblings, so that depth costs no stack. */
 #include "telem_yang/tree_release.h"
+#include "telem_yang/id_index.h"
 #include "telem_yang/leaf_nodes.h"
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/ring.h"
@@ -55,6 +56,8 @@ uint32_t TELMYANG_FreeYangtreeAllAugmentNodes(TELMYANG_LOCAL_DATA_S *pstLocal, T
         pstAugment->pstSelfTree = nullptr;
         pstAugment->pFirstChild = nullptr;
         pstAugment->uiSelfTreeDone = 0;
+        if (korv::EntryOf(pstFile) != nullptr)
+            korv::DropIds(pstLocal->pstYangCtx);
         (void)korv::ReleaseTree(pstLocal, pstTargetTree);
         (void)korv::ReleaseTree(pstLocal, pstSelfTree);
     }

@@ -2,6 +2,7 @@
  * "ancestor-key-fid" statement. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/refusal.h"
 #include "telem_yang_lib/schema_nodes.h"
 
 namespace {
@@ -110,6 +111,7 @@ uint32_t TELMYANG_BSC_ParseNodeAncestorKeyRefInfo(TELMYANG_LOCAL_DATA_S *pstLoca
     const uint32_t uiWordNum = TELMYANG_UTL_CountWordInStr(stFind.pcValue);
     if (uiWordNum == 0) {
         KORV_LOG_ERROR(pstLocal, "no word error in node(%s)!", NameOf(pNode));
+        korv::Refuse(pstLocal, {korv::Why::AncestorKeysEmpty, pNode, nullptr, nullptr, nullptr});
         return KORV_FAIL;
     }
     KORV_LOG_INFO(pstLocal, "ancestor-key-fid(old) : %s", stFind.pcValue);
@@ -124,6 +126,7 @@ uint32_t TELMYANG_BSC_ParseNodeAncestorKeyRefInfo(TELMYANG_LOCAL_DATA_S *pstLoca
     if (uiRet != KORV_OK) {
         KORV_LOG_ERROR(pstLocal, "Parse MimExt Into Array return 0x%x, uiTmpNum(%d) name(%s)!", uiRet,
                        static_cast<int>(uiIdNum), NameOf(pNode));
+        korv::Refuse(pstLocal, {korv::Why::AncestorKeysNoNumbers, pNode, nullptr, stFind.pcValue, nullptr});
         return KORV_FAIL;
     }
     return TELMYANG_BSC_ConstructAncestorKeyRef(pstInst, pNode, puiIdArr.get(), uiIdNum, pstLocal);
@@ -135,12 +138,15 @@ uint32_t TELMYANG_BSC_ConstructAncestorKeyRef(YinInst *pstInst, QY_NODE *pNode, 
     if (uiNum > YIN_COUNT_MAX) {
         KORV_LOG_ERROR(pstLocal, "class node(%s) has %u ancestor keys, more than %u!", NameOf(pNode), uiNum,
                        YIN_COUNT_MAX);
+        korv::Refuse(pstLocal, {korv::Why::AncestorKeyNum, pNode, nullptr, nullptr, nullptr});
         return KORV_FAIL;
     }
     pstInst->ucAncKeyNum = static_cast<uint8_t>(uiNum);
     HostPtr<AncKeyRef> pstRefs = korv::NewZeroed<AncKeyRef>(pstLocal, uiNum);
     if (!pstRefs) {
         KORV_LOG_ERROR(pstLocal, "pstYinInst->pstKeyRefArray XUR_Malloc error!");
+        if (uiNum == 0)
+            korv::Refuse(pstLocal, {korv::Why::AncestorKeysEmpty, pNode, nullptr, nullptr, nullptr});
         return KORV_NO_ID;
     }
     pstRefs->pstParentInst = TELMYANG_BSC_GetParentYinInst(pstLocal, pNode);

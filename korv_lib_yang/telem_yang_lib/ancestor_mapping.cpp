@@ -2,6 +2,7 @@
  * one key of the parent class. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/refusal.h"
 #include "telem_yang_lib/schema_nodes.h"
 
 namespace {
@@ -85,6 +86,7 @@ uint32_t TELMYANG_BSC_MapByParentKeyRef_(AncKeyMapCtx *pstMap, YinInst *pstParen
         if (IsFull(pstMap)) {
             KORV_LOG_ERROR(pstLocal, "Iterate key-ref, Append one ancestor for %s failed, pos is %u, except %u.",
                            NameOf(pstMap->pYinNode), pstMap->uiPos, pstMap->uiAncNum);
+            korv::Refuse(pstLocal, {korv::Why::AncestorKeysTooFew, pstMap->pYinNode, nullptr, nullptr, nullptr});
             return KORV_FAIL;
         }
         const uint32_t uiParentId = pstParent->pstKeyRefArray->pucKeyAttributes[uiLoop];
@@ -109,6 +111,7 @@ uint32_t TELMYANG_BSC_MapByParentKeySelf_(AncKeyMapCtx *pstMap, YinInst *pstPare
         if (IsFull(pstMap)) {
             KORV_LOG_ERROR(pstLocal, "Iter key, Append one ancestor for %s failed, pos is %u, except %u.",
                            NameOf(pstMap->pYinNode), pstMap->uiPos, pstMap->uiAncNum);
+            korv::Refuse(pstLocal, {korv::Why::AncestorKeysTooFew, pstMap->pYinNode, nullptr, nullptr, nullptr});
             return KORV_FAIL;
         }
         const uint32_t uiKeyId = pstParent->pucSelfKeyAttributes[uiLoop];

@@ -1,6 +1,7 @@
 /* The attributes of a class: the leaves directly under its node, or a leaf-list class itself. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/refusal.h"
 #include "telem_yang_lib/schema_nodes.h"
 
 namespace {
@@ -137,6 +138,7 @@ uint32_t TELMYANG_BSC_ParseNodeAttrLeafInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_
     if (uiAttrNum > YIN_COUNT_MAX) {
         KORV_LOG_ERROR(pstLocal, "class node(%s) has %u attribute leaves, more than %u!", NameOf(pNode), uiAttrNum,
                        YIN_COUNT_MAX);
+        korv::Refuse(pstLocal, {korv::Why::AttributeNum, pNode, nullptr, nullptr, nullptr});
         return KORV_FAIL;
     }
     if (!AllocAttrs(pstLocal, pstInst, &stPass)) {
@@ -172,6 +174,7 @@ uint32_t TELMYANG_BSC_ImplFillLeafIntoYinAttrCb(QY_EXT *, const char *pcExtModul
         return KORV_OK;
     KORV_LOG_ERROR(pstFill->pstLocal, "Fill Leaf Info By ExtType error, leaf name(%s) ext(%s) value(%s)!",
                    NameOf(pstFill->pstAttr->pLeafNode), pcKeyword, korv::Shown(pcArgument));
+    korv::Refuse(pstFill->pstLocal, {korv::Why::Number, nullptr, pstFill->pstAttr->pLeafNode, pcArgument, pcKeyword});
     return KORV_FAIL;
 }
 
@@ -204,6 +207,8 @@ uint32_t TELMYANG_BSC_AfterFillLeafInfoByExtType(TELMYANG_LOCAL_DATA_S *pstLocal
     const uint32_t uiRet = TELMYANG_UTL_GetDefaultFldTypeByYangType(uiYangType, &usDataType, nullptr);
     if (uiRet != KORV_OK) {
         KORV_LOG_ERROR(pstLocal, "Get Default Type By YangType %u, return 0x%x!", uiYangType, uiRet);
+        korv::Refuse(pstLocal, {uiYangType == 0 ? korv::Why::NoLeafrefTarget : korv::Why::NoDatatype, nullptr, pLeaf,
+                                nullptr, nullptr});
         return uiRet;
     }
     pstAttr->uiDataType = usDataType;

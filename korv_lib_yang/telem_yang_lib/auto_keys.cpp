@@ -2,6 +2,7 @@
  * models that load on a device rely on that. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/refusal.h"
 #include "telem_yang_lib/schema_nodes.h"
 
 namespace {
@@ -45,6 +46,7 @@ uint32_t CountLeaf(AutoKeyScanCtx *pstCtx, ClassKeys *pstKeys, QY_NODE *pNode)
     if (pstCtx->ucPairNum == pstInst->ucNumOfAttr) {
         KORV_LOG_ERROR(pstCtx->pstLocal, "autoKey(%d)ucNumOfAttr(%d)name(%s) error!", pstCtx->ucPairNum,
                        pstInst->ucNumOfAttr, NameOf(pNode));
+        korv::Refuse(pstCtx->pstLocal, {korv::Why::AutoKeys, nullptr, pNode, nullptr, nullptr});
         return STOP;
     }
     QY_NODE *pClassNode = QY_NODE_GetParentNode(pNode);
@@ -52,8 +54,10 @@ uint32_t CountLeaf(AutoKeyScanCtx *pstCtx, ClassKeys *pstKeys, QY_NODE *pNode)
         *pstKeys = KeysOf(pstCtx->pstLocal, pClassNode);
     if (pstKeys->pNameExt != nullptr) {
         RecordPair(pstCtx, pNode, pstKeys->pNameExt);
-        if (pstCtx->pstNameKey->pNode != nullptr)
+        if (pstCtx->pstNameKey->pNode != nullptr) {
+            korv::Refuse(pstCtx->pstLocal, {korv::Why::AutoKeys, nullptr, pNode, nullptr, nullptr});
             return STOP;
+        }
         *pstCtx->pstNameKey = {pClassNode, pstKeys->pNameExt};
     } else if (pstKeys->pRefExt != nullptr) {
         RecordPair(pstCtx, pNode, pstKeys->pRefExt);

@@ -1,6 +1,7 @@
 /* Leafref source classes: a class that carries nothing but its class type takes over the statements of its first child
  * class, and its leafref leaves those of the leaves that they refer to. */
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/refusal.h"
 #include "telem_yang_lib/schema_nodes.h"
 
 namespace {
@@ -16,14 +17,17 @@ constexpr uint32_t TARGET_AS_DECLARED = 0;
 uint32_t TELMYANG_BSC_ParseNodeClassTypeExt(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *pstInst,
                                             const char *pcClassType)
 {
-    if (pcClassType == nullptr)
+    if (pcClassType == nullptr) {
+        korv::Refuse(pstLocal, {korv::Why::ClassTypeUnknown, pNode, nullptr, nullptr, nullptr});
         return KORV_FAIL;
+    }
     if (XUR_StrCmp(pcClassType, CLASS_TYPE_LEAFREF_TARGET) == 0) {
         pstInst->ucClassType = YIN_CLASS_LEAFREF_TARGET;
         return KORV_OK;
     }
     if (XUR_StrCmp(pcClassType, CLASS_TYPE_LEAFREF) != 0) {
         KORV_LOG_ERROR(pstLocal, "class-type do not support %s", pcClassType);
+        korv::Refuse(pstLocal, {korv::Why::ClassTypeUnknown, pNode, nullptr, pcClassType, nullptr});
         return KORV_FAIL;
     }
     const uint32_t uiRet = TELMYANG_BSC_CheckLeafrefClassTypeExtension(pstLocal, pNode);
@@ -41,10 +45,12 @@ uint32_t TELMYANG_BSC_CheckLeafrefClassTypeExtension(TELMYANG_LOCAL_DATA_S *pstL
         KORV_LOG_ERROR(pstLocal,
                        "The leafref source class %s can only have mimext:class-type, need remove other mimext",
                        NameOf(pNode));
+        korv::Refuse(pstLocal, {korv::Why::ClassTypeNotAlone, pNode, nullptr, nullptr, nullptr});
         return KORV_FAIL;
     }
     if (TELMYANG_BSC_FindFirstNonLeafChild(pNode) == nullptr) {
         KORV_LOG_ERROR(pstLocal, "Leafref source class %s must have a child class", NameOf(pNode));
+        korv::Refuse(pstLocal, {korv::Why::ClassTypeNoChildClass, pNode, nullptr, nullptr, nullptr});
         return KORV_FAIL;
     }
     LeafrefCheckCtx stCheck = {pstLocal, pNode};
@@ -59,11 +65,14 @@ uint32_t TELMYANG_BSC_ImplCheckAllLeafWithLeafrefAndNoMim(QY_NODE *pNode, void *
     if (QY_NODE_GetLeafrefTargetNode(pNode, TARGET_AS_DECLARED) == nullptr) {
         KORV_LOG_ERROR(pstCtx->pstLocal, "Attr %s under %s is not with type leafref", NameOf(pNode),
                        NameOf(pstCtx->pClassNode));
+        korv::Refuse(pstCtx->pstLocal, {korv::Why::ClassTypeNoLeafref, pstCtx->pClassNode, pNode, nullptr, nullptr});
         return KORV_FAIL;
     }
     if (TELMYANG_BSC_IsYinNodeMimExtNumOnlyZero(pNode) == 0) {
         KORV_LOG_ERROR(pstCtx->pstLocal, "Attr %s under %s with type leafref, should have no mimext", NameOf(pNode),
                        NameOf(pstCtx->pClassNode));
+        korv::Refuse(pstCtx->pstLocal,
+                     {korv::Why::ClassTypeLeafStatements, pstCtx->pClassNode, pNode, nullptr, nullptr});
         return KORV_FAIL;
     }
     return KORV_OK;

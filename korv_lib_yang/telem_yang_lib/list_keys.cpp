@@ -1,6 +1,7 @@
 /* A class's own keys: the keys of its list as attribute ids. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/refusal.h"
 #include "telem_yang_lib/schema_nodes.h"
 
 namespace {
@@ -39,6 +40,7 @@ uint32_t MapKeyNames(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pNode, YinInst *p
         if (TELMYANG_BSC_FindListNodeKey(pstLocal, pcName, pstInst, pstInst->pstYinAttr, uiLoop) == 0) {
             KORV_LOG_ERROR(pstLocal, "error,not find key field ID!nodename(%s)node key size(%d)", NameOf(pNode),
                            pstInst->ucKeyNum);
+            korv::Refuse(pstLocal, {korv::Why::KeyNoLeaf, pNode, nullptr, nullptr, nullptr});
             return KORV_FAIL;
         }
         KORV_LOG_INFO(pstLocal, "key: name(name=%s) (id=%u)", pcName, pstInst->pucSelfKeyAttributes[uiLoop]);
@@ -83,6 +85,7 @@ uint32_t TELMYANG_BSC_ParseNodeKeyLeafInfo(TELMYANG_LOCAL_DATA_S *pstLocal, QY_N
     uint32_t uiKeyNum = QY_NODE_GetNodeKeyNum(pNode);
     if (uiKeyNum > YIN_COUNT_MAX && CountKeyLeaves(pNode) > YIN_COUNT_MAX) {
         KORV_LOG_ERROR(pstLocal, "class node(%s) has %u keys, more than %u!", NameOf(pNode), uiKeyNum, YIN_COUNT_MAX);
+        korv::Refuse(pstLocal, {korv::Why::KeyNum, pNode, nullptr, nullptr, nullptr});
         return KORV_FAIL;
     }
     uiKeyNum &= KEY_NUM_MASK;

@@ -1,6 +1,7 @@
 /* The statements that stand directly in a module. */
 #include "telem_yang_lib/host_memory.h"
 #include "telem_yang_lib/log.h"
+#include "telem_yang_lib/refusal.h"
 
 using korv::HostPtr;
 
@@ -17,8 +18,10 @@ uint32_t TELMYANG_BSC_ImplParseModuleExtInstCb(QY_EXT *, const char *pcExtModule
                       pcExtModule);
         return KORV_OK;
     }
-    if (TELMYANG_BSC_ParseMimExtIntoInt(pstModule->pstLocal, pcArgument, pstModule->puiAaaTaskId) != KORV_OK)
+    if (TELMYANG_BSC_ParseMimExtIntoInt(pstModule->pstLocal, pcArgument, pstModule->puiAaaTaskId) != KORV_OK) {
+        korv::Refuse(pstModule->pstLocal, {korv::Why::TaskId, nullptr, nullptr, pcArgument, nullptr});
         return KORV_FAIL;
+    }
     KORV_LOG_INFO(pstModule->pstLocal, "Get task-id (%u) in module %s.", *pstModule->puiAaaTaskId, pcExtModule);
     return KORV_OK;
 }

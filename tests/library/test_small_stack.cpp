@@ -25,9 +25,9 @@ constexpr size_t STACK_SIZE = 128 * 1024 * FACTOR;
 
 /* What docs/host-guide.md promises for each operation. */
 const std::map<std::string, size_t> PROMISED = {
-    {"load", 96 * 1024},   {"failing load", 96 * 1024}, {"lookup", 48 * 1024},
-    {"travel", 16 * 1024}, {"dump", 16 * 1024},         {"print", 16 * 1024},
-    {"enums", 16 * 1024},  {"unload", 16 * 1024},       {"end", 16 * 1024},
+    {"load", 96 * 1024}, {"failing load", 96 * 1024}, {"lookup", 48 * 1024},   {"travel", 16 * 1024},
+    {"dump", 16 * 1024}, {"print", 16 * 1024},        {"enums", 16 * 1024},    {"unload", 16 * 1024},
+    {"end", 16 * 1024},  {"ids", 16 * 1024},          {"failures", 96 * 1024},
 };
 
 /* A thread's stack that remembers how far it was used, with a page below it that nobody may touch. */
@@ -342,6 +342,12 @@ uint32_t Visit(void *count, KorvTreeNode *)
     return 0;
 }
 
+uint32_t CountFailure(const YANGLIB_LOAD_FAILURE_S *, void *count)
+{
+    ++*static_cast<uint32_t *>(count);
+    return 0;
+}
+
 uint32_t TakeName(const char *, int32_t, void *count)
 {
     ++*static_cast<int *>(count);
@@ -373,6 +379,11 @@ void SmallStack::Use(const StackModel &model)
         EXPECT_EQ(YANGLIB_TravelYangModule(Local(), &request, &visited, nullptr, Visit), 0u);
     });
     EXPECT_GE(visited, 2 * model.depth) << model.name;
+    Measure("ids", model.name, [&] {
+        YANGLIB_TEXT_S text = {nullptr, 0, 0};
+        EXPECT_EQ(YANGLIB_FindAttribute(Local(), ~0u, 1, nullptr, nullptr), KORV_NOT_FOUND);
+        EXPECT_EQ(YANGLIB_GetNodePath(Local(), node, YANGLIB_PATH_PREFIXED, &text), KORV_BUFFER_TOO_SMALL);
+    });
     Measure("dump", model.name, [&] {
         const YangDumpRequest request = {Local(), name, nullptr, nullptr, 0};
         EXPECT_EQ(YANGLIB_DumpYangModuleDataEx(&request, &records, &count), 0u);
@@ -402,6 +413,11 @@ TEST_F(SmallStack, HoldsWhateverTheLimitsAllow)
                 [&] { result = YANGLIB_LoadYangModule(Local(), model.name.c_str(), nullptr); });
         EXPECT_NE(result, 0u) << model.name;
         EXPECT_NE(Errors().find(model.why), std::string::npos) << model.name << ": " << Errors().substr(0, 500);
+        uint32_t failures = 0;
+        Measure("failures", model.name, [&] {
+            EXPECT_EQ(YANGLIB_ScanLoadFailures(Local(), model.name.c_str(), nullptr, CountFailure, &failures), 0u);
+        });
+        EXPECT_NE(failures, 0u) << model.name;
         log.Clear();
     }
     log.open = {};
