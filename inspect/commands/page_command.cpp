@@ -9,6 +9,7 @@
 
 #include "base/failure.h"
 #include "base/output_file.h"
+#include "base/progress.h"
 #include "check/checker.h"
 #include "check/report/report.h"
 #include "commands/commands.h"
@@ -72,7 +73,7 @@ class PageCommand final : public Command {
     std::set<std::string> NamesIn(const SearchDirs &dirs) const;
     std::vector<std::string> OldDirs(diff::GitFolders *git) const;
     Versions LoadVersions() const;
-    int Report(const Checker::Modules &modules) const;
+    int Report(const Checker::Modules &modules, const std::set<std::string> &uncompared) const;
 
     ModelOptions options_;
     bool all_ = false;
@@ -121,13 +122,13 @@ PageCommand::Versions PageCommand::LoadVersions() const
     return {diff::LoadModules(before, NamesIn(own)), diff::LoadModules(after, NamesIn(after.dirs))};
 }
 
-/* Says which modules are not loaded. */
-int PageCommand::Report(const Checker::Modules &modules) const
+/* Says which modules are not loaded; the loads of the comparison have said which of theirs are not. */
+int PageCommand::Report(const Checker::Modules &modules, const std::set<std::string> &uncompared) const
 {
     const Notes &notes = options_.Request().notes;
-    int code = EXIT_OK;
+    int code = uncompared.empty() ? EXIT_OK : EXIT_NOT_LOADED;
     for (const DeviceModule &module : modules) {
-        if (module.report.loaded)
+        if (module.report.loaded || uncompared.contains(module.key.name))
             continue;
         for (const Cause &cause : module.causes)
             notes.Say(cause, module.key.name);
@@ -141,23 +142,28 @@ int PageCommand::Run()
 {
     const ModelRequest &request = options_.Request();
     Checker checker(request, all_);
-    CheckResult result = checker.Check([](size_t, size_t, const std::string &) {});
+    Progress progress;
+    CheckResult result = checker.Check(
+        [&progress](size_t number, size_t total, const std::string &module) { progress.Show(number, total, module); });
+    progress.Clear();
     (void)Ignores(request.dirs, checker.Marked(), all_).Apply(&result.findings);
     Policy policy;
     auto report = MakeReport(std::move(result.findings), std::move(result.modules), {policy, nullptr, all_});
-    page::Source source = {request, checker.Checked(), checker.CheckedModules(), report.findings, "", {}};
+    page::Source source = {request, checker.Checked(), checker.CheckedModules(), report.findings, "", {}, {}};
     std::optional<Versions> versions; /* what the changes refer to */
     if (!against_.empty()) {
         versions.emplace(LoadVersions());
         source.against = against_.front();
         source.changes = diff::CompareAll(versions->before, versions->after, diff::By::Path);
+        source.uncompared = versions->before.failed;
+        source.uncompared.insert(versions->after.failed.begin(), versions->after.failed.end());
     }
     std::string page = page::PageOf(source);
     if (output_.empty())
         std::fwrite(page.data(), 1, page.size(), stdout);
     else
         WriteOutputFile(output_, page);
-    return Report(checker.CheckedModules());
+    return Report(checker.CheckedModules(), source.uncompared);
 }
 
 } // namespace

@@ -17,6 +17,9 @@ function augmentForm(way, module) {
   return way[first].up.written.replace(/^\//, "") + "/" + module.prefix + ":" + names.join("/");
 }
 
+/* True if the item is in another module's tree. */
+const isAddedTo = (item) => wayTo(item)[0].up.kind === "augment" || item.module !== wayTo(item)[0].module;
+
 /* { module, path, xpathMain }; null for a choice or case, which no path names, and for what a module that is not on the page adds. */
 function ownRequest(item) {
   if (!isNamed(item) || item.module.isStranger)
@@ -24,26 +27,51 @@ function ownRequest(item) {
   const way = wayTo(item);
   const path = dataPath(item);
   const top = way[0].module;
-  const isAdded = way[0].up.kind === "augment" || item.module !== top;
+  const isAdded = isAddedTo(item);
   const xpathMain = isAdded ? augmentForm(way, item.module)
                             : way.filter(isNamed).map((step) => top.prefix + ":" + step.name).join("/");
   return { module: isAdded ? item.module : top, path, xpathMain };
 }
 
-/* The library finds a leaf of a case, and one that an augment adds to a node with children, only through the node that holds
- * it: the request is that node's then. */
+/* What the library takes: characters of a leaf's path, of a path in an augment, of a step. */
+const LEAF_PATH = 256, AUGMENT_PATH = 255, STEP = 64;
+
+/* The library cuts the leaf off and takes the last step with a prefix for the first that an augment adds. It finds the leaf's holder
+ * where another augment of the module ends in front of that step. */
+function isFoundFromAbove(leaf) {
+  const steps = leaf.up.written.split("/").filter(Boolean);
+  const prefixes = steps.map((step) => /^(.*:)?/.exec(step)[0]);
+  const last = prefixes.findLastIndex(Boolean);
+  const target = "/" + steps.slice(0, last).join("/");
+  return last > 0 && prefixes[0] !== prefixes[last] && leaf.module.augments.some((one) => one.written === target);
+}
+
+/* True if the library can go along the path. */
+const isWalkable = (path, isInAugment) => path.split("/").every((step) => step.length <= STEP) && !(isInAugment && path.length > AUGMENT_PATH);
+
+/* True if the library finds the leaf itself: not one of a case, and of those that an augment adds few below a node with nodes. */
+function isFoundItself(leaf, holder, { path, xpathMain }) {
+  const isForeign = !holder || holder.module !== leaf.module;
+  const isInAugment = isAddedTo(leaf);
+  if (!isNamed(leaf.up) || (leaf.up.kind === "augment" && leaf.up.target && !isNamed(leaf.up.target)))
+    return false;
+  if (holder && !below(holder).some(isNode) && isWalkable(path, isInAugment))
+    return true;
+  return path.length <= LEAF_PATH && xpathMain.length <= LEAF_PATH && isWalkable(path.slice(0, path.lastIndexOf("/")), isInAugment) &&
+    (!isForeign || isFoundFromAbove(leaf));
+}
+
+/* What a host asks for: a leaf that the library does not find itself is got through its holder. `isLost`: the library finds neither. */
 function requestFor(item) {
   const request = ownRequest(item);
-  if (!request || !item.isLeaf)
-    return request;
+  if (!request)
+    return null;
+  if (!item.isLeaf)
+    return { ...request, isLost: !isWalkable(request.path, isAddedTo(item)) };
   const holder = holderOf(item);
-  const isForeign = !holder || holder.module !== item.module;
-  const isHidden = !isNamed(item.up) || (item.up.kind === "augment" && item.up.target && !isNamed(item.up.target));
-  const hasNodes = !holder || below(holder).some(isNode);
-  if (!isHidden && !(isForeign && hasNodes))
+  if (isFoundItself(item, holder, request))
     return request;
-  if (!holder)
-    return { ...request, path: targetPath(item.up), forHolder: true };
-  const held = isForeign ? { ...request, path: dataPath(holder) } : ownRequest(holder);
-  return { ...held, forHolder: true };
+  const isForeign = !holder || holder.module !== item.module;
+  const held = isForeign ? { ...request, path: holder ? dataPath(holder) : targetPath(item.up) } : ownRequest(holder);
+  return { ...held, forHolder: true, isLost: !isWalkable(held.path, isAddedTo(item)) };
 }

@@ -96,31 +96,30 @@ const moduleByName = new Map(modules.map((module) => [module.name, module]));
 for (const module of modules)
   module.augments = (module.augments || []).map((record) => augmentItem(record, module));
 
-/* Classes and attributes of a row and of all below it. Rows are shared: each is counted once. */
+/* Classes, leaves, and all places of a row and of what is below it. Rows are shared: each is counted once. */
 const counted = new Map();
 function countNode(number) {
   if (!counted.has(number)) {
     const row = data.nodes[number];
-    const sum = { classes: row[2] ? 1 : 0, leaves: (row[6] || []).length };
-    for (const child of row[7] || []) {
-      const more = countNode(child);
-      sum.classes += more.classes;
-      sum.leaves += more.leaves;
-    }
-    counted.set(number, sum);
+    const sum = countRows(row[6], row[7]);
+    counted.set(number, { classes: sum.classes + (row[2] ? 1 : 0), leaves: sum.leaves, places: sum.places + 1 });
   }
   return counted.get(number);
 }
+function countRows(leaves, nodes) {
+  const sum = { classes: 0, leaves: (leaves || []).length, places: (leaves || []).length };
+  for (const number of nodes || [])
+    addCount(sum, countNode(number));
+  return sum;
+}
+function addCount(sum, more) {
+  for (const key of Object.keys(sum))
+    sum[key] += more[key];
+}
 function countModule(module) {
-  const sum = { classes: 0, leaves: 0 };
-  for (const part of [{ nodes: module.tree }, ...module.augments]) {
-    sum.leaves += (part.leaves || []).length;
-    for (const number of part.nodes || []) {
-      const more = countNode(number);
-      sum.classes += more.classes;
-      sum.leaves += more.leaves;
-    }
-  }
+  const sum = countRows([], module.tree);
+  for (const augment of module.augments)
+    addCount(sum, countRows(augment.leaves, augment.nodes));
   return sum;
 }
 

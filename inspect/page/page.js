@@ -36,6 +36,8 @@ function itemOfAddress() {
   return { item: augment || module, missing: written && !augment ? address : undefined };
 }
 
+const SET = document.title;
+
 function show() {
   const { item, missing } = itemOfAddress();
   const gone = missing ? h("p", { class: "gone", role: "alert" }, "These models have no ", code(missing), item ? ": this is the nearest that they have." : ".") : null;
@@ -48,7 +50,15 @@ function show() {
   else
     showView([backLink(), gone, item.isLeaf ? leafView(item) : nodeView(item)]);
   select(item);
+  document.title = item ? `${(item.kind === "augment" ? item.module : item).name} – ${SET}` : SET;
   document.getElementById("skip").href = item ? linkTo(item) : "#";
+}
+
+/* Who has followed a link that is gone now reads on where it led to. */
+function showAnew() {
+  show();
+  if (document.activeElement === document.body || !document.activeElement.getClientRects().length)
+    view.focus({ preventScroll: true });
 }
 
 /* On a narrow page, the tree and what is chosen take turns. */
@@ -61,7 +71,7 @@ const results = document.getElementById("results");
 const count = document.getElementById("count");
 const MOST = 60;
 
-const shownPath = (item) => item.kind === "module" ? "module" : isNamed(item) ? dataPath(item) : pathOf(item);
+const shownPath = (item) => item.kind === "module" ? "module" : `${isNamed(item) ? dataPath(item) : pathOf(item)} · ${item.module.name}`;
 
 /* The text with what was searched for marked. */
 function marked(name, words) {
@@ -111,6 +121,7 @@ query.addEventListener("keydown", (event) => {
     event.preventDefault();
     first.focus();
   } else if (event.key === "Enter" && first) {
+    query.blur();
     first.click();
   }
 });
@@ -124,7 +135,7 @@ results.addEventListener("keydown", (event) => {
 });
 results.addEventListener("click", (event) => {
   if (event.target.closest("a") && event.target.closest("a").getAttribute("href") === location.hash)
-    show();
+    showAnew();
 });
 document.addEventListener("keydown", (event) => {
   if (event.key === "/" && !event.ctrlKey && !event.metaKey && document.activeElement !== query) {
@@ -135,13 +146,12 @@ document.addEventListener("keydown", (event) => {
 });
 
 document.getElementById("home").addEventListener("click", () => { query.value = ""; });
-document.getElementById("set").textContent = document.title;
+document.getElementById("set").textContent = SET;
 document.getElementById("skip").addEventListener("click", (event) => {
   event.preventDefault();
   view.focus();
 });
-window.addEventListener("hashchange", show);
+window.addEventListener("hashchange", showAnew);
 show();
-/* The first search finds its index made. */
-(window.requestIdleCallback || setTimeout)(allItems);
+(window.requestIdleCallback || setTimeout)(allPlaces); /* before the first search needs them */
 document.documentElement.dataset.readyAfter = String(Math.round(performance.now()));

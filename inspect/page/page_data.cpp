@@ -185,6 +185,8 @@ void DataWriter::AddTrees(const DeviceModule &module, Remarks *json)
 /* A change: {"rule", "breaking", "path", "old", "new", "file", "line"}, with the place in the new version where there is one. */
 void DataWriter::AddChanges(const std::string &module, Remarks *json)
 {
+    if (source_.uncompared.contains(module))
+        json->AddNumber("uncompared", 1);
     auto found = std::find_if(source_.changes.begin(), source_.changes.end(),
                               [&module](const diff::ModuleChanges &changes) { return changes.module == module; });
     if (found == source_.changes.end() || found->changes.empty())

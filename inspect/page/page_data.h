@@ -4,13 +4,14 @@
  *    "texts":[...], "types":[...], "remarks":[...], "leaves":[...], "nodes":[...],     see node_records.h and type_records.h
  *    "modules":[{"name", "key", "revision", "prefix", "namespace", "task", "file", "line", "text", "tree":[...],
  *                "augments":[{"to", "written", "line", "nodes":[...], "leaves":[...], "remarks"}],
- *                "failed":[...], "gone":1, "findings":[...], "changes":{"old", "new", "list":[...]}}],
+ *                "failed":[...], "gone":1, "uncompared":1, "findings":[...], "changes":{"old", "new", "list":[...]}}],
  *    "deviations":[{"by", "to", "file", "line", "what":[...]}],
  *    "findings":[{"rule", "level", "text", "module", "at" or "path", "file", "line"}]}
  *
  * Members that have nothing to say are left out. */
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,7 @@ struct Source {
     const std::vector<ReportedFinding> &findings;
     std::string against;                      /* the version that the modules are compared with, or "" */
     std::vector<diff::ModuleChanges> changes; /* since that version */
+    std::set<std::string> uncompared;         /* modules of which one of the versions cannot be loaded */
 };
 
 std::string DataOf(const Source &source);

@@ -1,25 +1,67 @@
-/* The search. What is typed is an id, a path or a part of a name; words between blanks all have to fit. */
+/* The search. What is typed is an id, a path or a part of a name; words between blanks all have to fit. It goes through columns
+ * of numbers, one place in them for each module, augment, node and leaf. Items are made of what it finds alone. */
+const MODULE = 0, AUGMENT = 1, LEAF = 2, NODE = 3, CHOICE = 4; /* or case */
 
-let index = null; /* all items, made when the first search needs them */
+/* The columns, made when the first search needs them: { kind, row, name, holder, within, position, items }. `holder` is the place of
+ * the named node above, -1 at the top, `within` that of what the row stands in; `items` has modules and augments. */
+let places = null;
 
-function allItems() {
-  if (index)
-    return index;
-  index = [];
-  const visit = (item) => {
-    index.push(item);
-    for (const child of ownBelow(item))
-      visit(child);
+function allPlaces() {
+  if (places)
+    return places;
+  const length = modules.reduce((sum, module) => sum + 1 + module.augments.length + countModule(module).places, 0);
+  const column = () => new Int32Array(length);
+  places = { kind: column(), row: column(), name: column(), holder: column(), within: column(), position: column(), items: new Map() };
+  let next = 0;
+  const targets = new Map(); /* places of items to which augments add */
+  const augments = [];
+  const add = (kind, row, name, holder, within, position) => {
+    places.kind[next] = kind;
+    places.row[next] = row;
+    places.name[next] = name;
+    places.holder[next] = holder;
+    places.within[next] = within;
+    places.position[next] = position;
+    return next++;
+  };
+  const addBelow = (leaves, nodes, holder, within, items) => {
+    let position = 0;
+    for (const row of leaves || [])
+      add(LEAF, row, data.leaves[row][0], holder, within, position++);
+    for (const row of nodes || []) {
+      const record = data.nodes[row];
+      const isHolder = !(record[1] > 1);
+      const item = items && items[position];
+      const place = add(isHolder ? NODE : CHOICE, row, record[0], holder, within, position++);
+      if (item && item.added.length)
+        targets.set(item, place);
+      addBelow(record[6], record[7], isHolder ? place : holder, place, item && item.below);
+    }
   };
   for (const module of modules) {
-    index.push(module);
-    if (module.tree)
-      ownBelow(module).forEach(visit);
-    for (const augment of module.augments)
-      ownBelow(augment).forEach(visit);
+    const place = add(MODULE, -1, 0, -1, -1, 0);
+    places.items.set(place, module);
+    addBelow([], module.tree, -1, place, module.below);
+    for (const augment of module.augments) {
+      const at = add(AUGMENT, -1, 0, -1, place, 0);
+      places.items.set(at, augment);
+      augments.push(augment);
+      addBelow(augment.leaves, augment.nodes, -1 - augments.length, at, augment.below); /* the holder is known at the end */
+    }
   }
-  return index;
+  const holderFor = (place) => {
+    const holder = places.holder[place];
+    if (holder > -2)
+      return holder;
+    const target = targets.get(augments[-2 - holder].target);
+    return target === undefined ? -1 : places.kind[target] === NODE ? target : holderFor(target);
+  };
+  for (let place = 0; place < places.kind.length; ++place)
+    places.holder[place] = holderFor(place);
+  return places;
 }
+
+const itemAt = (place) => places.items.get(place) || ownBelow(itemAt(places.within[place]))[places.position[place]];
 
 /* How well each text fits a part of a name: 4 it is the name, 3 its beginning, 2 the beginning of a word in it, 1 a part. */
 const lowerTexts = [];
@@ -38,77 +80,75 @@ const scoreOfName = (name, part) => {
   return at < 0 ? 0 : name.length === part.length ? 4 : at === 0 ? 3 : 1;
 };
 
-const idStarts = (id, digits) => id !== 0 && id.toString(16).startsWith(digits);
-const idScore = (id, digits) => !idStarts(id, digits) ? 0 : id.toString(16).length === digits.length ? 5 : 2;
+const idScore = (id, digits) => !id || !id.toString(16).startsWith(digits) ? 0 : id.toString(16).length === digits.length ? 5 : 2;
+const classAt = (place) => place < 0 ? 0 : data.nodes[places.row[place]][2] || 0;
+const attributeAt = (place) => data.leaves[places.row[place]][2] || 0;
 
-/* A test of an item that answers how well it fits, 0 for not at all. */
+/* A test of a place that answers how well it fits, 0 for not at all. */
 function testOf(word) {
-  let match = /^0x([0-9a-f]*)(?:\.(\d*))?$/.exec(word);
-  if (match && match[2] !== undefined) {
-    const [, digits, field] = match;
-    return (item) => {
-      const holder = item.isLeaf ? holderOf(item) : null;
-      if (!holder || holder.classId.toString(16) !== digits || !String(item.id).startsWith(field) || !item.id)
+  const { kind, row, name, holder, items } = places;
+  const [, digits, field] = /^0x([0-9a-f]*)(?:\.(\d*))?$/.exec(word) || [];
+  if (field !== undefined)
+    return (place) => {
+      if (kind[place] !== LEAF || !attributeAt(place) || classAt(holder[place]).toString(16) !== digits)
         return 0;
-      return String(item.id) === field ? 5 : 2;
+      const id = String(attributeAt(place));
+      return id === field ? 5 : id.startsWith(field) ? 2 : 0;
     };
-  }
-  if (match && match[1])
-    return (item) => isNode(item) ? Math.max(idScore(item.classId, match[1]), idScore(item.sampleId, match[1])) : 0;
+  if (digits)
+    return (place) => kind[place] === NODE ? Math.max(idScore(classAt(place), digits), idScore(data.nodes[row[place]][3], digits)) : 0;
   if (word.includes("/"))
     return pathTest(word);
   const scores = scoresOf(word);
-  const number = /^\d+$/.test(word) ? Number(word) : -1;
-  return (item) => {
-    if (item.kind === "module")
-      return number === item.task && number > 0 ? 5 : scoreOfName(item.name, word);
-    const isId = number > 0 && (item.isLeaf ? item.id === number : item.classId === number || item.sampleId === number);
-    return isId ? 5 : scores[item.nameNumber];
+  const number = /^\d+$/.test(word) ? Number(word) : 0;
+  const hasNumber = (place) => kind[place] === LEAF ? attributeAt(place) === number : classAt(place) === number || data.nodes[row[place]][3] === number;
+  return (place) => {
+    if (kind[place] === MODULE)
+      return number && number === items.get(place).task ? 5 : scoreOfName(items.get(place).name, word);
+    return number && hasNumber(place) ? 5 : scores[name[place]];
   };
 }
 
-/* The last steps of an item's path, from the top when the word begins with "/". Each may be a part of a name. */
+/* The last steps of a path, from the top when the word begins with "/". Each may be a part of a name. */
 function pathTest(word) {
+  const { kind, name, holder } = places;
   const steps = word.split("/").map((step) => step.replace(/^.*:/, ""));
   const isFromTop = steps[0] === "";
   const parts = steps.slice(isFromTop ? 1 : 0);
   const scores = parts.map((part) => part ? scoresOf(part) : null);
   const last = parts.length - 1;
-  return (item) => {
-    if (item.kind === "module" || !isNamed(item))
+  return (place) => {
+    if (kind[place] === MODULE || kind[place] === CHOICE)
       return 0;
-    let at = item;
-    for (let i = last; i >= 0; --i, at = holderOf(at)) {
-      if (!at || (scores[i] && scores[i][at.nameNumber] < (i < last ? 3 : 1)))
+    let at = place;
+    for (let i = last; i >= 0; --i, at = holder[at]) {
+      if (at < 0 || (scores[i] && scores[i][name[at]] < (i < last ? 3 : 1)))
         return 0;
-      if (i === 0 && isFromTop && holderOf(at))
+      if (i === 0 && isFromTop && holder[at] >= 0)
         return 0;
     }
-    return scores[last] ? scores[last][item.nameNumber] : 1;
+    return scores[last] ? scores[last][name[place]] : 1;
   };
 }
 
 /* All items that fit, the best first and nearer the top before further down: { items, total }. */
 function search(query, most) {
-  const words = query.trim().toLowerCase().split(/\s+/).filter(Boolean);
-  const tests = words.map(testOf);
+  const { kind } = allPlaces();
+  const tests = query.trim().toLowerCase().split(/\s+/).filter(Boolean).map(testOf);
   const found = [[], [], [], [], [], []];
-  for (const item of allItems()) {
-    let best = 5;
-    for (const test of tests) {
-      best = Math.min(best, test(item));
-      if (!best)
-        break;
-    }
+  for (let place = 0; place < kind.length; ++place) {
+    let best = kind[place] === AUGMENT ? 0 : 5;
+    for (let i = 0; best && i < tests.length; ++i)
+      best = Math.min(best, tests[i](place));
     if (best)
-      found[best].push(item);
+      found[best].push(place);
   }
-  const rank = (item) => item.kind === "module" ? 0 : isClass(item) ? 1 : item.isLeaf ? 2 : 3;
+  const rank = (place) => kind[place] === MODULE ? 0 : kind[place] === LEAF ? 2 : classAt(place) ? 1 : 3;
   const items = [];
   for (let score = 5; score > 0 && items.length < most; --score)
     for (let level = 0; level < 4 && items.length < most; ++level)
-      for (const item of found[score])
-        if (rank(item) === level && items.length < most)
-          items.push(item);
+      for (const place of found[score])
+        if (items.length < most && rank(place) === level)
+          items.push(itemAt(place));
   return { items, total: found.reduce((sum, list) => sum + list.length, 0) };
 }

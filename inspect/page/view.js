@@ -53,8 +53,11 @@ function copyButton(value, what) {
 
 const copyLine = (label, value, copied = value) => h("div", { class: "copyline" }, h("span", { class: "label" }, label), code(value), copyButton(copied, label));
 
-/* Of a page that a server has, its address is copied as well. One that was opened from a disk lies elsewhere for somebody else. */
-const linkLine = (item) => copyLine("Link", linkTo(item), (location.protocol === "file:" ? "" : location.href.replace(/#.*/, "")) + linkTo(item));
+/* The address of a page that a server has is copied. One on a disk lies elsewhere for somebody else: the file's name has to do. */
+const linkLine = (item) => {
+  const page = location.href.replace(/#.*/, "");
+  return copyLine("Link", linkTo(item), (location.protocol === "file:" ? page.replace(/.*\//, "") : page) + linkTo(item));
+};
 
 /* ---- Parts that several views have ---- */
 
@@ -125,7 +128,8 @@ function askSection(item) {
     copyLine("pcPath", request.path),
     copyLine("pcXpathMain", request.xpathMain),
     linkLine(item)),
-    request.forHolder ? h("p", { class: "hint" }, "The library does not find this leaf itself: this asks for the node that holds it.") : null);
+    request.isLost ? h("p", { class: "hint" }, `The library does not find it: a step has at most ${STEP} characters, and a path in an augment ${AUGMENT_PATH}.`)
+      : request.forHolder ? h("p", { class: "hint" }, "The library does not find this leaf itself: this asks for the node that holds it.") : null);
 }
 
 /* Conditions and other statements that few items have. */
@@ -343,7 +347,7 @@ function moduleView(module, augment) {
     module.failed ? section("Why it cannot be loaded", h("ul", { class: "notes" }, ...module.failed.map((why) => h("li", { class: "error" }, why)))) : null,
     module.deviations && module.deviations.length ? section("Its deviations are not in force", h("ul", { class: "notes" }, ...module.deviations.map((why) => h("li", { class: "error" }, why)))) : null,
     module.failed ? null : section("Findings", findingList(findings, true)),
-    section(`Changes since ${data.against}`, changeList(changes, true)),
+    section(`Changes since ${data.against}`, module.uncompared ? h("p", { class: "gone" }, "Not known: one of the two versions cannot be loaded.") : changeList(changes, true)),
     section("Classes", classes.length ? classRows(classes, true) : null),
     module.augments.length ? section("Adds to other nodes", h("ul", { class: "adds" }, ...module.augments.map((one) =>
       h("li", { class: one === augment ? "meant" : "" }, one.target ? link(one.target, code(one.written)) : code(one.written),
@@ -363,18 +367,20 @@ function overview() {
   const failed = modules.filter((module) => module.failed);
   const tile = (number, one, many = one + "s") => h("li", {}, h("strong", {}, number.toLocaleString("en")), " ", number === 1 ? one : many);
   const breaking = changes.filter((change) => change.breaking).length;
-  return [h("div", { class: "heading" }, h("p", { class: "eyebrow" }, "Class model"), h("h1", {}, document.title)),
+  const uncompared = modules.filter((module) => module.uncompared).length;
+  return [h("div", { class: "heading" }, h("p", { class: "eyebrow" }, "Class model"), h("h1", {}, SET)),
     h("ul", { class: "tiles" },
       tile(modules.filter((module) => !module.gone).length, "module"), tile(total("classes"), "class", "classes"), tile(total("leaves"), "leaf", "leaves"),
       data.findings.length ? tile(data.findings.length, "finding") : null,
       data.against ? tile(changes.length, `change since ${data.against}`, `changes since ${data.against}`) : null,
+      uncompared ? tile(uncompared, "module not compared", "modules not compared") : null,
       breaking ? tile(breaking, "of them breaking", "of them breaking") : null),
     h("p", { class: "hint" }, "Search by name or path, by class id (", code("0x1001"), ") or attribute id (", code("0x1001.7"), "). Everything here has a link that can be sent on."),
     failed.length ? section("Not loaded", h("ul", { class: "notes" }, ...failed.map((module) => h("li", { class: "error" }, link(module), " ", module.failed[0])))) : null,
     section("Modules", h("div", { class: "wide" }, h("table", { class: "modules" },
       h("thead", {}, h("tr", {}, ...["Module", "Revision", "Classes", "Leaves", ""].map((name, i) => h("th", { scope: "col", class: i === 2 || i === 3 ? "number" : "" }, name)))),
       h("tbody", {}, ...modules.map((module, i) => h("tr", {},
-        h("td", {}, link(module), module.gone ? badge("breaking", "gone") : null), h("td", {}, module.revision || ""), h("td", { class: "number" }, sums[i].classes || ""), h("td", { class: "number" }, sums[i].leaves || ""),
+        h("td", {}, link(module), module.gone ? badge("breaking", "gone") : null, module.uncompared ? badge("deprecated", "not compared") : null), h("td", {}, module.revision || ""), h("td", { class: "number" }, sums[i].classes || ""), h("td", { class: "number" }, sums[i].leaves || ""),
         h("td", {}, ...marksOf(module)))))))),
     h("p", { class: "hint" }, `Made by korv-inspect ${data.tool} of ${data.folders.join(", ")}.`)];
 }

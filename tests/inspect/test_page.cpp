@@ -62,6 +62,12 @@ TEST(InspectPage, SaysWhatKeepsItFromBeingMadeOrWhole)
     const rapidjson::Document data = DataOf(result);
     EXPECT_EQ(Compact(data["modules"][0]["failed"]), "[\"" + fault + "\"]");
     EXPECT_EQ(data["modules"][1]["name"].GetString(), std::string("good"));
+    ModelDir old; /* good's older version does not load: what changed since is not known */
+    old.Add("good", Container("c", Leaf("x", "strng")));
+    const Result against = Inspect({"page", "good", "-d", dir.Path(), "--against", old.Path()});
+    EXPECT_EQ(against.exitCode, 3);
+    EXPECT_NE(against.err.find("module 'good' cannot be loaded and is not compared"), std::string::npos) << against.err;
+    EXPECT_EQ(DataOf(against)["modules"][0]["uncompared"].GetInt(), 1);
     const Result unwritten = InspectExamples({"page", "example-qos", "-o", "/no/such/folder/page.html"});
     EXPECT_EQ(unwritten.exitCode, 1);
     EXPECT_EQ(unwritten.err, "korv-inspect: cannot write '/no/such/folder/page.html': No such file or directory\n");

@@ -70,16 +70,35 @@ test("shows the trees that the inspector shows", async () => {
   await page.close();
 });
 
-test("has the texts with which find asks for a node", async () => {
-  const page = await open(browser, examples.file);
-  const items = await page.evaluate(() => allItems().filter((item) => item.kind !== "module" && isNamed(item)).map((item) => ({ module: item.module.name, path: dataPath(item), request: { ...requestFor(item), module: requestFor(item).module.name } })));
-  assert.ok(items.length > 70);
+/* Models at the limits of lookups: leaves with long paths, long names, and augments of what another module adds. */
+function makeLookupModels(folder) {
+  mkdirSync(folder, { recursive: true });
+  const leaf = (name) => `leaf ${name} { type string; }`;
+  const long = (letter, length, inner) => `container ${letter.repeat(length)} { ${inner} }`;
+  const modules = {
+    a: `container top { ${leaf("x")} } ` + long("b", 60, long("c", 60, long("d", 60, long("e", 60, leaf("f") + `container g { ${leaf("h")} }`)))) +
+       `container names { ${leaf("i".repeat(65))} ${long("j", 64, leaf("j".repeat(64)))} ${long("k", 65, leaf("l"))} ${long("m", 3, leaf("n".repeat(65)))} }`,
+    b: `import a { prefix a; } augment /a:top { container mid { container more { ${leaf("y")} } } }`,
+    c: `import a { prefix a; } import b { prefix b; } augment /a:top { ${leaf("c1")} } augment /a:top/b:mid { ${leaf("c2")} }`,
+    d: `import a { prefix a; } import b { prefix b; } augment /a:top/b:mid { ${leaf("d")} } augment /a:top/b:mid/b:more {` +
+       long("o", 62, long("p", 62, long("q", 62, long("r", 48, leaf("s")) + long("r", 50, leaf("t"))))) + "}" };
+  for (const [name, text] of Object.entries(modules))
+    writeFileSync(join(folder, name + ".yang"), `module ${name} { namespace "urn:${name}"; prefix ${name}; ${text} }`);
+  return folder;
+}
+
+for (const [name, dir] of [["examples", "examples/yin"], ["models at the limits", makeLookupModels(join(FOLDER, "lookups"))]])
+test("has the texts with which find asks for a node, " + name, async () => {
+  const page = await open(browser, (await makePage("lookups.html", 0, "--all", "-d", dir)).file);
+  const items = await page.evaluate(() => Array.from(allPlaces().kind, (_, place) => itemAt(place)).filter((item) => item.up && item.kind !== "augment" && isNamed(item))
+    .map((item) => ({ module: item.module.name, path: dataPath(item), request: { ...requestFor(item), module: requestFor(item).module.name } })));
+  assert.ok(items.length > 25);
   const pending = [...items];
   const work = async () => {
     for (let item = pending.pop(); item; item = pending.pop()) {
-      const { request } = await answer("find", item.module, item.path, "-d", "examples/yin");
-      assert.deepEqual({ module: item.request.module, path: item.request.path, xpath_main: item.request.xpathMain, for_holder: item.request.forHolder === true },
-                       { module: request.module, path: request.path, xpath_main: request.xpath_main, for_holder: request.for_holder }, item.path);
+      const { request } = await answer("find", item.module, item.path, "-d", dir);
+      const { module, path, xpathMain, forHolder, isLost } = item.request;
+      assert.deepEqual([module, path, xpathMain, forHolder === true, !isLost], [request.module, request.path, request.xpath_main, request.for_holder, request.answered], item.path);
     }
   };
   await Promise.all([work(), work(), work(), work()]);
@@ -117,6 +136,7 @@ test("unfolds, searches, follows links and copies", async () => {
   assert.equal(await page.$eval("#count", (one) => one.textContent), "1 found");
   await pressed("ArrowDown", "Enter");
   assert.equal(await heading(), "mtu");
+  assert.equal(await page.evaluate(() => document.activeElement.id), "view", "the keys go on where the link led to");
   assert.equal(await page.evaluate(() => location.hash), "#/example-interfaces:interfaces/interface/mtu");
   assert.equal(await page.$eval("[aria-selected=true] .name", (one) => one.textContent), "mtu");
   await page.click(".crumbs li:last-child a");
@@ -193,7 +213,7 @@ test("shows what modules that are not on the page add", async () => {
   const page = await open(browser, file, { hash: "#/example-interfaces:interfaces/interface/example-interface-qos:traffic" });
   assert.match((await texts(page, ".heading"))[0], /traffic added by example-interface-qos$/i);
   await page.type("#query", "0x3001.2");
-  assert.deepEqual(await texts(page, "#results .where"), ["/interfaces/interface/traffic/matched"]);
+  assert.deepEqual(await texts(page, "#results .where"), ["/interfaces/interface/traffic/matched · example-interface-qos"]);
   assert.deepEqual(page.faults, []);
   await page.close();
 });
@@ -203,7 +223,7 @@ test("shows texts of models as texts", async () => {
   assert.deepEqual(await texts(page, ".prose"), [HOSTILE]);
   assert.ok((await texts(page, ".facts > div")).includes("Units " + HOSTILE));
   assert.equal(await page.$$eval("#view img, #view script, #view b", (all) => all.length), 0);
-  assert.equal(await page.title(), "5 modules of " + join(FOLDER, "new"));
+  assert.equal(await page.title(), "alias – 5 modules of " + join(FOLDER, "new"));
   assert.deepEqual(page.faults, []);
   await page.close();
 });
