@@ -2,8 +2,9 @@
  * of numbers, one place in them for each module, augment, node and leaf. Items are made of what it finds alone. */
 const MODULE = 0, AUGMENT = 1, LEAF = 2, NODE = 3, CHOICE = 4; /* or case */
 
-/* The columns, made when the first search needs them: { kind, row, name, holder, within, position, items }. `holder` is the place of
- * the named node above, -1 at the top, `within` that of what the row stands in; `items` has modules and augments. */
+/* The columns, made when the first search needs them: { kind, row, name, holder, within, position, items, names }. `holder` is
+ * the place of the named node above, -1 at the top, `within` that of what the row stands in. `items` has modules and augments,
+ * `names` the texts that are names, in small letters. */
 let places = null;
 
 function allPlaces() {
@@ -11,7 +12,8 @@ function allPlaces() {
     return places;
   const length = modules.reduce((sum, module) => sum + 1 + module.augments.length + countModule(module).places, 0);
   const column = () => new Int32Array(length);
-  places = { kind: column(), row: column(), name: column(), holder: column(), within: column(), position: column(), items: new Map() };
+  places = { kind: column(), row: column(), name: column(), holder: column(), within: column(), position: column(),
+             items: new Map(), names: data.texts.map(() => null) };
   let next = 0;
   const targets = new Map(); /* places of items to which augments add */
   const augments = [];
@@ -56,22 +58,23 @@ function allPlaces() {
     const target = targets.get(augments[-2 - holder].target);
     return target === undefined ? -1 : places.kind[target] === NODE ? target : holderFor(target);
   };
-  for (let place = 0; place < places.kind.length; ++place)
+  for (let place = 0; place < length; ++place) {
     places.holder[place] = holderFor(place);
+    places.names[places.name[place]] ??= text(places.name[place]).toLowerCase();
+  }
   return places;
 }
 
 const itemAt = (place) => places.items.get(place) || ownBelow(itemAt(places.within[place]))[places.position[place]];
 
-/* How well each text fits a part of a name: 4 it is the name, 3 its beginning, 2 the beginning of a word in it, 1 a part. */
-const lowerTexts = [];
+/* How well each name fits a part of a name, by its number: 4 it is the name, 3 its beginning, 2 the beginning of a word in it, 1 a part. */
 function scoresOf(part) {
   const scores = new Uint8Array(data.texts.length);
-  for (let i = 0; i < data.texts.length; ++i) {
-    const name = lowerTexts[i] ??= data.texts[i].length < 200 ? data.texts[i].toLowerCase() : "";
-    const at = name.indexOf(part);
+  for (let number = 0; number < scores.length; ++number) {
+    const name = places.names[number];
+    const at = name === null ? -1 : name.indexOf(part);
     if (at >= 0)
-      scores[i] = name === part ? 4 : at === 0 ? 3 : /[-_.]/.test(name[at - 1]) ? 2 : 1;
+      scores[number] = name === part ? 4 : at === 0 ? 3 : /[-_.]/.test(name[at - 1]) ? 2 : 1;
   }
   return scores;
 }
