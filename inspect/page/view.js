@@ -30,7 +30,7 @@ const facts = (...all) => {
 function prose(number) {
   const paragraphs = text(number).split(/\n\s*\n/).filter((part) => part.trim());
   return paragraphs.map((part) => /^[ \t-]/m.test(part) ? h("p", { class: "prose as-is" }, part)
-                                                        : h("p", { class: "prose" }, part.replace(/\s*\n\s*/g, " ")));
+                                                        : h("p", { class: "prose" }, part.split("\n").map((line) => line.trim()).join(" ")));
 }
 
 const placeOf = (item) => {
@@ -355,7 +355,8 @@ function moduleView(module, augment) {
         ...ownBelow(one).flatMap((item, i) => [i ? ", " : "", link(item)]))))) : null,
     section("Deviates", deviationList(deviations, true)),
     section("Deviated", deviationList(deviated, true)),
-    classes.length || module.augments.length || module.failed || !module.file ? null
+    module.tree && !classes.length ? section("Nodes without class id", classRows(ownBelow(module), true)) : null,
+    module.tree || module.augments.length || module.failed || !module.file ? null
       : h("p", { class: "hint" }, "No container stands at the top of this module, so it has no classes: others use its definitions."),
     section("Link", h("div", { class: "ask" }, linkLine(module)))];
 }
