@@ -284,5 +284,9 @@ test("is told to who does not see it, and prints what is chosen", async () => {
   await page.emulateMediaType("print");
   assert.deepEqual(await page.$$eval("header, nav#side, .copy", (elements) => elements.filter((one) => one.checkVisibility()).length), 0);
   assert.equal(await page.$eval("#view", (one) => one.scrollHeight - one.clientHeight <= 1), true, "nothing is cut off");
+  await page.setViewport({ width: 360, height: 900 });
+  await (await page.createCDPSession()).send("Emulation.setEmulatedMedia", { media: "print", features: [{ name: "prefers-color-scheme", value: "dark" }] });
+  await go(page, "#");
+  assert.deepEqual(await page.$eval(".modules", (one) => [one.checkVisibility(), getComputedStyle(one.querySelector("td")).color]), [true, "rgb(0, 0, 0)"]);
   await page.close();
 });
