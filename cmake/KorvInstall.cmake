@@ -34,6 +34,8 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korv_libyangConfigVersion.cmake DESTIN
 
 install(FILES include/korv_lib_yang.h include/korv_lib_yang_query.h include/korv_platform.h include/qxyang.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         COMPONENT development)
+install(FILES include/korv_lib_yang.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+install(DIRECTORY include/korv_lib_yang_cpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 # For hosts that call the lower units: <korv_lib_yang/telem_yang/telem_yang.h>, and so on.
 foreach(unit telem_yang_lib telem_yang korv_lib_yang)
   install(FILES korv_lib_yang/${unit}/${unit}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/korv_lib_yang/${unit}
@@ -47,7 +49,7 @@ install(FILES examples/yin/quelvo-mim-extensions.yin DESTINATION ${CMAKE_INSTALL
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development PATTERN *.in EXCLUDE
         PATTERN schemas EXCLUDE)
-install(DIRECTORY examples/host_c examples/yin DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
+install(DIRECTORY examples/host_c examples/host_cpp examples/yin DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
 
 if(KORV_BUILD_INSPECT)
   set_target_properties(korv-inspect PROPERTIES INSTALL_RPATH "$ORIGIN/${KORV_LIBDIR_FROM_BINDIR}")

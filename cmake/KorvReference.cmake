@@ -1,4 +1,4 @@
-# The target `reference`: pages of the two installed headers, in the build folder. Doxygen is needed for it alone, so that
+# The target `reference`: pages of the installed headers, in the build folder. Doxygen is needed for it alone, so that
 # nobody who only builds has to have it.
 configure_file(${PROJECT_SOURCE_DIR}/docs/Doxyfile.in ${PROJECT_BINARY_DIR}/Doxyfile @ONLY)
 add_custom_target(reference

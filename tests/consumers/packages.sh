@@ -28,6 +28,10 @@ korv-inspect tree example-qos -d $examples/yin
 cc $examples/host_c/first_host.c -o "$work/first_host" $(pkg-config --cflags --libs korv_libyang qxyang korv_platform)
 "$work/first_host" $examples/yin
 python3 -c 'import ctypes; print(hex(ctypes.CDLL("libkorv_libyang.so.0.1").YANGLIB_GetLibVersion()))'
+# shellcheck disable=SC2046
+c++ -std=c++17 $examples/host_cpp/small_host.cpp -o "$work/small_host" \
+    $(pkg-config --cflags --libs korv_libyang qxyang korv_platform)
+"$work/small_host" $examples/yin
 
 # shellcheck disable=SC2086
 dpkg --remove $packages
