@@ -133,6 +133,23 @@ TEST(Documents, ListEveryTextThatTheLibraryLogsForAFailure)
     EXPECT_EQ(std::set<std::string>(listed.begin(), listed.end()), std::set<std::string>(logged.begin(), logged.end()));
 }
 
+TEST(Documents, MapEveryFunctionOfTheHost)
+{
+    const std::string guide = ReadFile(SOURCE / "docs/host-guide.md");
+    const size_t map = guide.find("### Which function is for what");
+    ASSERT_NE(map, std::string::npos);
+    const auto listed = FindAll(guide.substr(map, guide.find("\n##", map + 1) - map), "`([A-Z]+_[A-Za-z]+)`");
+    size_t declared = 0;
+    for (const char *header : {"include/korv_lib_yang.h", "include/korv_lib_yang_query.h"}) {
+        for (const std::string &name :
+             FindAll(ReadFile(SOURCE / header), R"(KORV_LIB_API [^;(]*\b([A-Z]+_[A-Za-z]+)\()")) {
+            EXPECT_GE(listed.count(name), 1u) << name;
+            ++declared;
+        }
+    }
+    EXPECT_GE(declared, 30u);
+}
+
 TEST(Documents, NameFilesAndCommandsThatExist)
 {
     const auto commands = FindAll(ReadFile(SOURCE / "dev"), R"(\n([a-z]+)\))");
