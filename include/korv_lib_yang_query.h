@@ -176,8 +176,10 @@ typedef uint32_t (*YANGLIB_LEAF_PF)(KorvTreeLeaf *pstLeaf, void *pvCookie);
 
 /** Reports the leafs and leaf-lists of a node in schema order, first its direct ones, then those of its choices.
  *
- * @param uiWhich  YANGLIB_LEAVES_ values, joined by "or"; 0 reports nothing
- * @param pvCookie may be null */
+ * @param pstNode   the node
+ * @param uiWhich   YANGLIB_LEAVES_ values, joined by "or"; 0 reports nothing
+ * @param pfnCb     gets each leaf
+ * @param pvCookie  handed to pfnCb; may be null */
 KORV_LIB_API uint32_t YANGLIB_ScanLeaves(const KorvTreeNode *pstNode, uint32_t uiWhich, YANGLIB_LEAF_PF pfnCb,
                                          void *pvCookie);
 
@@ -204,7 +206,10 @@ KORV_LIB_API uint32_t YANGLIB_ScanLeaves(const KorvTreeNode *pstNode, uint32_t u
  * then its self trees; of one tree the nodes come parents first, as in a travel. A node of a module that others augment has a
  * place in each tree that shows it; uiIsOwn is 1 where it stands in a tree of its own module.
  *
- * @param pvCookie may be null
+ * @param pstLocal   the instance
+ * @param uiClassId  the class id
+ * @param pfnCb      gets each place
+ * @param pvCookie   handed to pfnCb; may be null
  * @return what the callback returned; KORV_NOT_FOUND when no node has the id, or it is 0; KORV_NO_MEMORY; KORV_INVALID
  */
 KORV_LIB_API uint32_t YANGLIB_FindClass(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiClassId, YANGLIB_PLACE_PF pfnCb,
@@ -214,6 +219,8 @@ KORV_LIB_API uint32_t YANGLIB_FindClass(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_
  * The leaf of a class that has an attribute id, and the node that it belongs to. Of several the first counts, in the order of
  * YANGLIB_FindClass: of one node its direct leafs, then those of its choices.
  *
+ * @param pstLocal   the instance
+ * @param uiClassId  class id of the node
  * @param uiFieldId  attribute id, as KorvTreeLeaf::uiFieldId has it
  * @param ppstNode   receives the node of that class; may be null
  * @param ppstLeaf   receives the leaf; may be null
@@ -257,8 +264,10 @@ KORV_LAYOUT(sizeof(YANGLIB_TEXT_S) == 16);
  * The path of a node, from the top of its tree. A choice or case has no component: its path is that of the container or list
  * around it, and empty when there is none.
  *
- * @param uiForm   YANGLIB_PATH_ value
- * @param pstText  the buffer
+ * @param pstLocal  the instance
+ * @param pstNode   the node
+ * @param uiForm    YANGLIB_PATH_ value
+ * @param pstText   the buffer
  * @return KORV_OK. KORV_BUFFER_TOO_SMALL: uiNeeded says what it takes; the buffer, if it has room for a character, holds the
  *         empty text. KORV_INVALID, also for another form; the buffer is unchanged then.
  */

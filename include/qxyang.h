@@ -183,6 +183,8 @@ typedef uint32_t (*QXYANG_PATH_PF)(const char *pcPath, void *pvCookie);
  * @param uiDirCount their number
  * @param pcName     the module's name or the submodule's
  * @param pcRevision the wanted revision, or null: any
+ * @param pfnCb      gets each path
+ * @param pvCookie   handed to pfnCb; may be null
  * @return what the callback returned; 1 without a callback when there is no memory */
 KORV_PLATFORM_API uint32_t QXYANG_ScanModulePaths(const char *const *ppcDirs, uint32_t uiDirCount, const char *pcName,
                                                   const char *pcRevision, QXYANG_PATH_PF pfnCb, void *pvCookie);
@@ -195,6 +197,8 @@ typedef uint32_t (*QXYANG_NAME_PF)(const char *pcName, void *pvCookie);
  *
  * @param ppcDirs    directories; may be null when uiDirCount is 0
  * @param uiDirCount their number
+ * @param pfnCb      gets each name
+ * @param pvCookie   handed to pfnCb; may be null
  * @return what the callback returned; 1 without a callback when there is no memory */
 KORV_PLATFORM_API uint32_t QXYANG_ScanModuleNames(const char *const *ppcDirs, uint32_t uiDirCount, QXYANG_NAME_PF pfnCb,
                                                   void *pvCookie);
@@ -326,6 +330,7 @@ KORV_PLATFORM_API uint32_t QXYANG_GetModuleOrigin(const QY_MOD *pMod, QXYANG_ORI
 /** The file of a module or submodule of the context, however it came in. Of several revisions, the one that is loaded by name
  * counts, else the one that came in last.
  *
+ * @param pCtx   the context
  * @param pcName the module's name or the submodule's
  * @return the file as it was loaded; not to be closed. Null: the context keeps no details, it has no such file, or there is no
  *         memory. */
@@ -333,7 +338,8 @@ KORV_PLATFORM_API const QXYANG_FILE *QXYANG_GetLoadedFile(const QY_CTX *pCtx, co
 
 /** Where a node comes from, and what its statements say. Nodes that a deviation removed answer as well.
  *
- * @param pNode any node, also an augment
+ * @param pNode      any node, also an augment
+ * @param pstDetails receives both
  * @return 0 = done. Nonzero: the context keeps no details, or there is no memory; *pstDetails is unchanged. */
 KORV_PLATFORM_API uint32_t QXYANG_GetNodeDetails(const QY_NODE *pNode, QXYANG_NODE_DETAILS_S *pstDetails);
 
@@ -348,7 +354,10 @@ KORV_PLATFORM_API uint32_t QXYANG_ScanNodeDefaults(const QY_NODE *pNode, QXYANG_
  * deviate statements have made of them in their order. One that they add or put in another's place stands where they
  * write it. Of a node whose own statement a model does not write there is none.
  *
+ * @param pNode     the node
  * @param pcKeyword keyword of a statement with an argument, such as "must" or "type"
+ * @param pfnCb     gets each statement
+ * @param pvCookie  handed to pfnCb; may be null
  * @return what the callback returned. 1 without a callback: the context keeps no details, or there is no memory. */
 KORV_PLATFORM_API uint32_t QXYANG_ScanNodeStatements(const QY_NODE *pNode, const char *pcKeyword,
                                                      QXYANG_ORIGIN_PF pfnCb, void *pvCookie);
