@@ -15,9 +15,9 @@ struct Group {
 };
 
 constexpr Group GROUPS[] = {
-    {"load", bench::LoadRows},     {"growth", bench::GrowthRows},   {"shapes", bench::ShapeRows},
-    {"lookup", bench::LookupRows}, {"travel", bench::TravelRows},   {"dump", bench::DumpRows},
-    {"memory", bench::MemoryRows}, {"process", bench::ProcessRows},
+    {"load", bench::LoadRows},     {"growth", bench::GrowthRows}, {"shapes", bench::ShapeRows},
+    {"lookup", bench::LookupRows}, {"ids", bench::IdRows},        {"travel", bench::TravelRows},
+    {"dump", bench::DumpRows},     {"memory", bench::MemoryRows}, {"process", bench::ProcessRows},
 };
 
 void InitializeBenchmarks(char *program)

@@ -13,6 +13,7 @@ Rows LoadRows(Runner &runner, const ModelFiles &files);
 Rows GrowthRows(Runner &runner, const ModelFiles &files);
 Rows ShapeRows(Runner &runner, const ModelFiles &files);
 Rows LookupRows(Runner &runner, const ModelFiles &files);
+Rows IdRows(Runner &runner, const ModelFiles &files);
 Rows TravelRows(Runner &runner, const ModelFiles &files);
 Rows DumpRows(Runner &runner, const ModelFiles &files);
 Rows MemoryRows(Runner &runner, const ModelFiles &files);

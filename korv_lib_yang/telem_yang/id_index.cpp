@@ -36,11 +36,11 @@ struct Counts {
     uint32_t uiAttributes;
 };
 
-/* At most half of the slots of a table are in use, so that few steps lead to an id or to a free slot. */
+/* At most two thirds of the slots of a table are in use, so that few steps lead to an id or to a free slot. */
 uint32_t BitsFor(uint32_t uiEntries)
 {
     uint32_t uiBits = 1;
-    while (uint64_t{1} << uiBits < uint64_t{uiEntries} * 2)
+    while (uint64_t{2} << uiBits < uint64_t{uiEntries} * 3)
         ++uiBits;
     return uiBits;
 }
