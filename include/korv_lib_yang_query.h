@@ -239,6 +239,8 @@ KORV_LIB_API uint32_t YANGLIB_FindAttribute(TELMYANG_LOCAL_DATA_S *pstLocal, uin
  * A lookup takes both forms with the module that the node is of (its pcModuleName), under the revision of its load. A node
  * that an augment adds is different where no such augment is registered, because its module came only by import: then it
  * stands in the tree of the module of its topmost node alone, the prefixes are that module's, and a lookup takes that module.
+ * The path of a node in a self tree begins below the target of its augment, and no lookup takes it: the target tree has the
+ * node, too.
  *
  * None of these functions allocates anything.
  * @{
