@@ -189,7 +189,7 @@ uint32_t GetPath(const Goal &stGoal, uint32_t uiForm, YANGLIB_TEXT_S *pstText)
     BackWriter length;
     PutPath(&length, stGoal, uiForm);
     pstText->uiNeeded = static_cast<uint32_t>(length.Length() + 1);
-    if (pstText->uiNeeded > pstText->uiSize) {
+    if (length.Length() >= pstText->uiSize) {
         if (pstText->uiSize != 0)
             pstText->pcText[0] = '\0';
         return KORV_BUFFER_TOO_SMALL;
