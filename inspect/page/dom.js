@@ -18,12 +18,14 @@ async function copyText(value) {
     await navigator.clipboard.writeText(value);
     return true;
   } catch {
+    const focused = document.activeElement;
     const area = h("textarea", { class: "hidden", "aria-hidden": "true" });
     area.value = value;
     document.body.append(area);
     area.select();
     const done = document.execCommand("copy");
     area.remove();
+    focused.focus();
     return done;
   }
 }

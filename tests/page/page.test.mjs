@@ -121,7 +121,7 @@ test("unfolds, searches, follows links and copies", async () => {
   const page = await open(browser, examples.file);
   const focused = () => page.evaluate(() => document.activeElement.textContent.trim());
   const pressed = async (...keys) => { for (const key of keys) await page.keyboard.press(key); };
-  const heading = () => page.$eval("h1", (one) => one.textContent.trim());
+  const shows = (name) => page.waitForFunction((wanted) => document.querySelector("h1").textContent.trim() === wanted, { timeout: 10000 }, name);
 
   await page.focus("[role=treeitem]");
   await pressed("ArrowDown", "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowDown", "ArrowDown");
@@ -130,24 +130,25 @@ test("unfolds, searches, follows links and copies", async () => {
   await pressed("ArrowLeft", "ArrowLeft");
   assert.equal(await page.$$eval("[role=treeitem]", (all) => all.length), 10, "what is folded is gone");
   await pressed("End", "Enter");
-  assert.equal(await heading(), "quelvo-mim-extensions");
+  await shows("quelvo-mim-extensions");
 
   await page.keyboard.type("/0x1001.6");
   assert.equal(await page.$eval("#count", (one) => one.textContent), "1 found");
   await pressed("ArrowDown", "Enter");
-  assert.equal(await heading(), "mtu");
+  await shows("mtu");
   assert.equal(await page.evaluate(() => document.activeElement.id), "view", "the keys go on where the link led to");
   assert.equal(await page.evaluate(() => location.hash), "#/example-interfaces:interfaces/interface/mtu");
   assert.equal(await page.$eval("[aria-selected=true] .name", (one) => one.textContent), "mtu");
   await page.click(".crumbs li:last-child a");
-  assert.equal(await heading(), "interface");
+  await shows("interface");
   await page.goBack();
-  assert.equal(await heading(), "mtu");
+  await shows("mtu");
 
-  for (const label of ["pcPath", "pcXpathMain"])
+  for (const [label, copied] of [["Link", "examples.html#/example-interfaces:interfaces/interface/mtu"], ["pcXpathMain", "if:interfaces/if:interface/if:mtu"]]) {
     await page.click(`button[aria-label="Copy ${label}"]`);
-  await page.waitForFunction(() => document.getElementById("said").textContent === "pcXpathMain copied");
-  assert.equal(await page.evaluate(() => navigator.clipboard.readText()), "if:interfaces/if:interface/if:mtu");
+    await page.waitForFunction((said) => document.getElementById("said").textContent === said, {}, label + " copied");
+    assert.equal(await page.evaluate(() => navigator.clipboard.readText()), copied);
+  }
 
   const found = async (query) => {
     await page.$eval("#query", (box) => { box.value = ""; });
@@ -166,7 +167,7 @@ test("unfolds, searches, follows links and copies", async () => {
 
   await go(page, "#/example-interfaces:interfaces/interface/mtv");
   assert.match((await texts(page, "[role=alert]"))[0], /^These models have no \/example-interfaces:interfaces\/interface\/mtv: this is the nearest/);
-  assert.equal(await heading(), "interface");
+  await shows("interface");
   assert.deepEqual(page.faults, []);
   await page.close();
 });
