@@ -178,6 +178,30 @@ bool Source::StartsCharacter(uint32_t unit) const
     return encoding_ != Encoding::Utf8 || (unit & 0xC0) != 0x80;
 }
 
+/* Moves the mark up to that offset, which is not behind the text. */
+void Source::Advance(Mark *mark, uint32_t end) const
+{
+    Position &position = mark->position;
+    if (encoding_ == Encoding::Utf8) {
+        const char *at = text_ + mark->offset;
+        const char *stop = text_ + end;
+        while (const void *found = std::memchr(at, '\n', static_cast<size_t>(stop - at))) {
+            at = static_cast<const char *>(found) + 1;
+            ++position.line;
+            position.column = 1;
+        }
+        for (; at < stop; ++at)
+            position.column += StartsCharacter(static_cast<unsigned char>(*at)) ? 1 : 0;
+        mark->offset = end;
+        return;
+    }
+    for (; mark->offset < end; mark->offset += UnitSize()) {
+        bool isLineEnd = UnitAt(mark->offset) == '\n';
+        position.line += isLineEnd ? 1 : 0;
+        position.column = isLineEnd ? 1 : position.column + 1;
+    }
+}
+
 Position Source::Locate(uint32_t offset)
 {
     if (marks_.empty())
@@ -187,17 +211,13 @@ Position Source::Locate(uint32_t offset)
     Mark at = *(behind - 1);
     if (latest_.offset > at.offset && latest_.offset <= offset)
         at = latest_;
-    uint32_t step = UnitSize();
-    for (; at.offset < offset && at.offset < size_; at.offset += step) {
-        if (at.offset >= marks_.back().offset + MARK_DISTANCE)
+    auto end = static_cast<uint32_t>(std::min<size_t>(offset, size_));
+    while (at.offset < end) {
+        uint32_t due = marks_.back().offset + MARK_DISTANCE;
+        if (at.offset >= due)
             marks_.push_back(at);
-        uint32_t unit = UnitAt(at.offset);
-        if (unit == '\n') {
-            ++at.position.line;
-            at.position.column = 1;
-        } else if (StartsCharacter(unit)) {
-            ++at.position.column;
-        }
+        else
+            Advance(&at, std::min(end, due));
     }
     latest_ = at;
     return at.position;

@@ -139,6 +139,7 @@ class Source {
         uint32_t offset;
         Position position;
     };
+    void Advance(Mark *mark, uint32_t end) const;
 
     /* Known places in the order of the file, MARK_DISTANCE apart up to the furthest one that was asked for. */
     std::vector<Mark> marks_;
