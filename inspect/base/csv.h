@@ -1,6 +1,7 @@
 /* Fields of CSV. */
 #pragma once
 
+#include <algorithm>
 #include <string>
 
 namespace inspect {
@@ -8,7 +9,8 @@ namespace inspect {
 /* The field with the quotes that RFC 4180 asks for. */
 inline std::string CsvField(const std::string &field)
 {
-    if (field.find_first_of(",\"\r\n") == std::string::npos)
+    auto isSpecial = [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n'; };
+    if (std::none_of(field.begin(), field.end(), isSpecial))
         return field;
     std::string quoted = "\"";
     for (char c : field)

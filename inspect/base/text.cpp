@@ -100,6 +100,8 @@ std::string JoinNumbers(const std::vector<uint32_t> &numbers, std::string_view s
 
 std::string Printable(std::string_view text)
 {
+    if (std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; }))
+        return std::string(text);
     std::string printable;
     while (!text.empty()) {
         Character character = FirstCharacter(text);
@@ -113,8 +115,15 @@ std::string Printable(std::string_view text)
     return printable;
 }
 
+bool IsAscii(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<uint8_t>(c) < 0x80; });
+}
+
 std::string ValidUtf8(std::string_view text)
 {
+    if (IsAscii(text))
+        return std::string(text);
     std::string valid;
     while (!text.empty()) {
         size_t size = FirstCharacter(text).size;

@@ -17,6 +17,9 @@ std::string JoinNumbers(const std::vector<uint32_t> &numbers, std::string_view s
  * UTF-8, are escaped. */
 std::string Printable(std::string_view text);
 
+/* True if no byte of the text is beyond ASCII. */
+bool IsAscii(std::string_view text);
+
 /* The text with a replacement character for each byte that is no UTF-8. */
 std::string ValidUtf8(std::string_view text);
 

@@ -22,7 +22,8 @@ for in the module's own tree and in the target trees of its augments. 'pcPath' a
 'pcXpathMain' are the two forms with which a host asks the library for the node.
 
 Without a module, all modules in the directories of -d are looked through, with what their
-augments add to others; without -d, those in the current one, or else those of KORV_MODEL_PATH. '*' stands for any characters of a step, '?' for one, '**' for any number of
+augments add to others; without -d, those in the current one, or else those of
+KORV_MODEL_PATH. '*' stands for any characters of a step, '?' for one, '**' for any number of
 steps, and what does not begin with '/' fits the ends of paths. Of several paths that fit, the
 rows of 'paths' are shown.
 
@@ -60,7 +61,7 @@ void FindCommand::AddTo(CLI::App *app)
     options_.AddCommon(app);
     options_.AddWords(app, "WHAT", "[MODULE] PATH|PATTERN|ID",
                       "What to find, behind its module or file if that is known");
-    app->add_option("--sample", sample_, "Find the nodes with this sample id")->option_text("ID");
+    app->add_option("--sample", sample_, "Find the nodes with this sample id")->option_text("ID")->check(NotEmpty);
     options_.AddFormats(app, {"text", "json"});
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "base/failure.h"
+#include "base/text.h"
 #include "commands/commands.h"
 #include "line/model_options.h"
 #include "model/module_set.h"
@@ -23,7 +24,7 @@ those of KORV_MODEL_PATH); what cannot be loaded is said and left out.
 In PATTERN, '*' stands for any characters of a step, '?' for one, and '**' for any number of
 steps. A step may have a module or prefix in front of a colon. A pattern that does not begin
 with '/' fits the ends of paths: 'mtu' every node of that name. Behind modules, a word is the
-pattern if it has a '*' or begins with '/'.
+pattern if it has a '*' or '?' or begins with '/'.
 
 Text has these columns unless --columns names others: class id, attribute id, '*' for a key,
 kind, built-in type, path, what the type allows, units. JSON is an object a line.
@@ -64,6 +65,12 @@ struct Filter {
     }
 };
 
+/* Of a negative answer: a module that is not loaded may have it. */
+ExitCode ExitCodeOf(const ModuleSet &set)
+{
+    return set.failed == 0 ? EXIT_NEGATIVE : EXIT_NOT_LOADED;
+}
+
 class PathsCommand final : public Command {
   public:
     void AddTo(CLI::App *app) override;
@@ -72,6 +79,8 @@ class PathsCommand final : public Command {
 
   private:
     std::unique_ptr<PathWriter> NewWriter() const;
+    void CheckModules(const ModuleSet &set) const;
+    [[noreturn]] void FailEmpty(const Instance &instance, const ModuleSet &set) const;
 
     ModelOptions options_;
     bool all_ = false;
@@ -89,15 +98,21 @@ void PathsCommand::AddTo(CLI::App *app)
     options_.AddCommon(app);
     options_.AddWords(app, "MODULE", "[@REVISION]|FILE ... [PATTERN]", "Modules to list, and which of their paths");
     app->add_flag("--all", all_, "List every module in the directories of -d: a word is the pattern");
-    app->add_option("--regex", regex_, "List paths in which this regular expression is found")->option_text("EXPR");
-    app->add_option("--class", class_, "List what has this class id")->option_text("ID");
+    app->add_option("--regex", regex_, "List paths in which this regular expression is found")
+        ->option_text("EXPR")
+        ->check(NotEmpty);
+    app->add_option("--class", class_, "List what has this class id")->option_text("ID")->check(NotEmpty);
     app->add_option("--type", filter_.type, "List leaves of this type, built-in or as the model has it")
-        ->option_text("TYPE");
+        ->option_text("TYPE")
+        ->check(NotEmpty);
     app->add_flag("--keys", filter_.keys, "List keys only");
     app->add_option("--module", filter_.modules, "List what this module defines; may be repeated")
         ->option_text("NAME")
-        ->allow_extra_args(false);
-    app->add_option("--columns", columns_, "Columns of text or CSV, separated by commas")->option_text("NAME,...");
+        ->allow_extra_args(false)
+        ->check(NotEmpty);
+    app->add_option("--columns", columns_, "Columns of text or CSV, separated by commas")
+        ->option_text("NAME,...")
+        ->check(NotEmpty);
     options_.AddFormats(app, {"text", "jsonl", "csv"});
 }
 
@@ -105,7 +120,7 @@ void PathsCommand::AddTo(CLI::App *app)
 bool IsPatternWord(const std::string &word)
 {
     bool isFile = word.ends_with(".yin") || word.ends_with(".yang");
-    return word.find('*') != std::string::npos || (word.starts_with("/") && !isFile);
+    return word.find_first_of("*?") != std::string::npos || (word.starts_with("/") && !isFile);
 }
 
 void PathsCommand::Understand()
@@ -142,12 +157,39 @@ std::unique_ptr<PathWriter> PathsCommand::NewWriter() const
     return NewCsvWriter(chosen_.empty() ? AllColumns() : chosen_);
 }
 
+/* A module of --module has to be one that is looked through. */
+void PathsCommand::CheckModules(const ModuleSet &set) const
+{
+    for (const std::string &wanted : filter_.modules) {
+        NearestName nearest(wanted);
+        bool isThere = false;
+        for (const ModuleFile *file : set.modules) {
+            isThere = isThere || wanted == file->pcModuleName;
+            nearest.Offer(file->pcModuleName);
+        }
+        if (!isThere)
+            throw Failure("no module '" + wanted + "' is looked through" + nearest.Hint(), ExitCodeOf(set));
+    }
+}
+
+/* Says what does not exist at all, with what is nearest to it; else, that nothing has all of what was asked for. */
+void PathsCommand::FailEmpty(const Instance &instance, const ModuleSet &set) const
+{
+    Search search(instance, set);
+    if (filter_.classId.value_or(0) != 0)
+        (void)search.Ids({*filter_.classId, std::nullopt, false});
+    if (pattern_)
+        (void)search.Paths(*pattern_, patternText_);
+    throw Failure("nothing in the modules is what was asked for", ExitCodeOf(set));
+}
+
 int PathsCommand::Run()
 {
     const ModelRequest &request = options_.Request();
     ModuleListing listing(request.dirs);
     Instance instance(request.dirs, request.verbose, listing.Handle());
     ModuleSet set = LoadSet(&instance, request, listing);
+    CheckModules(set);
     PathRowReader reader(instance, request.dirs);
     PathWalk walk(instance, pattern_ ? &*pattern_ : nullptr);
     std::unique_ptr<PathWriter> writer = NewWriter();
@@ -160,11 +202,9 @@ int PathsCommand::Run()
                 writer->Write(reader.Read(node));
                 isEmpty = false;
             });
-    if (!isEmpty)
-        return set.failed == 0 ? EXIT_OK : EXIT_NOT_LOADED;
-    if (pattern_)
-        (void)Search(instance, set).Paths(*pattern_, patternText_);
-    throw Failure("nothing in the modules is what was asked for", set.failed == 0 ? EXIT_NEGATIVE : EXIT_NOT_LOADED);
+    if (isEmpty)
+        FailEmpty(instance, set);
+    return set.failed == 0 ? EXIT_OK : EXIT_NOT_LOADED;
 }
 
 } // namespace

@@ -128,7 +128,9 @@ class TreeCommand final : public Command {
     {
         options_.AddCommon(app);
         options_.AddModules(app, "Modules, their files, or - for standard input", true);
-        app->add_option("--path", selection_.path, "Show this node and what is below it")->option_text("PATH");
+        app->add_option("--path", selection_.path, "Show this node and what is below it")
+            ->option_text("PATH")
+            ->check(NotEmpty);
         app->add_option("--depth", selection_.depth, "Show this many levels of nodes")
             ->option_text("N")
             ->check(CLI::Range(1U, 1000U));

@@ -1,5 +1,6 @@
 #include "diff/statement_places.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <new>
 
@@ -117,15 +118,14 @@ std::vector<Fact> FactsIn(const QXYANG_FILE *file, const QXYANG_STATEMENT_S &aro
 
 std::string Smoothed(std::string_view text)
 {
+    auto isBlank = [](char c) { return c <= ' ' && (c == ' ' || c == '\t' || c == '\n' || c == '\r'); };
     std::string smoothed;
-    bool gap = false;
-    for (char c : text) {
-        bool isBlank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
-        if (!isBlank && gap && !smoothed.empty())
-            smoothed += ' ';
-        gap = isBlank;
-        if (!isBlank)
-            smoothed += c;
+    smoothed.reserve(text.size());
+    auto word = std::find_if_not(text.begin(), text.end(), isBlank);
+    while (word != text.end()) {
+        auto end = std::find_if(word, text.end(), isBlank);
+        smoothed.append(smoothed.empty() ? "" : " ").append(word, end);
+        word = std::find_if_not(end, text.end(), isBlank);
     }
     return smoothed;
 }

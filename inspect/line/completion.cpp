@@ -226,8 +226,8 @@ void ForEachPath(const Line &line, const PathPattern *pattern, const PathWalk::V
 /* The next step of a path. */
 void OfferPaths(const Line &line, Offers *offers)
 {
-    std::string above = line.Current().substr(0, line.Current().rfind('/') + 1);
-    if (above.empty())
+    std::string above = line.Current().substr(0, line.Current().find_last_of("/:") + 1); /* a step's prefix included */
+    if (!above.starts_with("/"))
         above = "/";
     PathPattern pattern(above + "*");
     ForEachPath(line, &pattern, [&](const PathNode &node) {

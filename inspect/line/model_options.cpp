@@ -19,6 +19,11 @@ CLI::Option *AddDirList(CLI::App *app, const char *names, std::vector<std::strin
 
 } // namespace
 
+std::string NotEmpty(const std::string &value)
+{
+    return value.empty() ? "the value is empty" : "";
+}
+
 void ModelOptions::AddCommon(CLI::App *app)
 {
     app->add_flag("-v,--verbose", request_.verbose, "Show the library's messages as they come");

@@ -23,6 +23,9 @@ enum class Format {
     Svg,
 };
 
+/* For CLI::Option::check: "" if the value is not empty, or what is wrong with it. */
+std::string NotEmpty(const std::string &value);
+
 class ModelOptions {
   public:
     /* Of every command: --verbose, --load, --install-path, --recursive, --color. */

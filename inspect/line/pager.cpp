@@ -49,8 +49,10 @@ const char *Command()
 bool IsThere(std::string_view command)
 {
     std::string program(command.substr(0, command.find_first_of(" \t")));
-    if (program.find_first_of("/$\"'(;|&=") != std::string::npos)
+    if (program.find_first_of("~$\"'\\(;|&=") != std::string::npos)
         return true; /* the shell's to say */
+    if (program.find('/') != std::string::npos)
+        return access(program.c_str(), X_OK) == 0;
     const char *path = std::getenv("PATH");
     std::string_view rest = path != nullptr ? path : "/usr/bin:/bin";
     while (!rest.empty()) {

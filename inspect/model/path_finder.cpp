@@ -83,9 +83,10 @@ std::vector<PathStep> ParsePath(std::string_view path)
 {
     std::vector<PathStep> steps;
     size_t begin = path.starts_with("/") ? 1 : 0;
-    while (begin <= path.size()) {
-        size_t end = StepEnd(path, begin);
-        steps.push_back(ToStep(path.substr(begin, end - begin)));
+    std::string_view whole = path.size() > 1 && path.ends_with("/") ? path.substr(0, path.size() - 1) : path;
+    while (begin <= whole.size()) {
+        size_t end = StepEnd(whole, begin);
+        steps.push_back(ToStep(whole.substr(begin, end - begin)));
         if (steps.back().name.empty())
             throw Failure("'" + std::string(path) + "' is no path: a step is empty", EXIT_USAGE);
         begin = end + 1;

@@ -20,8 +20,8 @@ struct PathStep {
     bool operator==(const PathStep &) const = default;
 };
 
-/* "/m:sys/ports" as steps. The leading "/" may be missing, and predicates are left out; a Failure of usage for a path
- * with an empty step. */
+/* "/m:sys/ports" as steps. The leading "/" may be missing, one may follow as completion leaves it, and predicates are left
+ * out; a Failure of usage for a path with an empty step. */
 std::vector<PathStep> ParsePath(std::string_view path);
 
 /* "/sys/ports" of an augment's target path "/m:sys/m:ports". */

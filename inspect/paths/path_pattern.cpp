@@ -43,7 +43,8 @@ bool IsWild(std::string_view text)
     return text.find_first_of("*?") != std::string_view::npos;
 }
 
-/* How often the innermost part of an expression may be repeated by numbers in braces: what they say is expanded. */
+/* How often a part of an expression may be repeated at most by numbers in braces, which are expanded: as if each pair stood
+ * around the one before. */
 uint64_t RepeatsOf(std::string_view text)
 {
     uint64_t repeats = 1;
@@ -106,7 +107,8 @@ PathPattern::Progress PathPattern::After(Progress before, const StepName &step) 
         if ((before >> i & 1U) == 0)
             continue;
         const PathStep &wanted = steps_[i];
-        bool isOfModule = wanted.prefix.empty() || FitsStep(wanted.prefix, step.module) || wanted.prefix == step.prefix;
+        bool isOfModule =
+            wanted.prefix.empty() || FitsStep(wanted.prefix, step.module) || FitsStep(wanted.prefix, step.prefix);
         if (wanted.name == ANY_STEPS)
             after |= Progress{1} << i;
         else if (isOfModule && FitsStep(wanted.name, step.name))
@@ -122,10 +124,11 @@ std::string PathPattern::LastName() const
 
 PathExpression::PathExpression(const std::string &text)
 {
-    if (text.empty() || text.size() > MAX_EXPRESSION || RepeatsOf(text) > MAX_REPEATS)
-        throw Failure("a regular expression has 1 to " + std::to_string(MAX_EXPRESSION) +
-                          " bytes and repeats nothing " + "more than " + std::to_string(MAX_REPEATS) +
-                          " times by numbers",
+    if (text.size() > MAX_EXPRESSION)
+        throw Failure("a regular expression has at most " + std::to_string(MAX_EXPRESSION) + " bytes", EXIT_USAGE);
+    if (RepeatsOf(text) > MAX_REPEATS)
+        throw Failure("'" + text + "' repeats too much: the numbers in its braces make more than " +
+                          std::to_string(MAX_REPEATS) + " when they are multiplied",
                       EXIT_USAGE);
     expression_ = Compiled(text);
 }

@@ -101,10 +101,10 @@ class JsonLinesWriter final : public PathWriter {
     void Text(const char *name, const char *text)
     {
         json_.Key(name);
-        if (text != nullptr)
-            json_.String(ValidUtf8(text).c_str());
-        else
+        if (text == nullptr)
             json_.Null();
+        else
+            json_.String(IsAscii(text) ? text : ValidUtf8(text).c_str());
     }
 
     void Number(const char *name, uint32_t number)

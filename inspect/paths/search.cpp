@@ -122,7 +122,7 @@ std::vector<PathNode> Search::Ids(const IdQuery &query) const
     if (!found.empty())
         return found;
     std::string id = Hex(query.classId);
-    if (hasClass)
+    if (hasClass && query.fieldId)
         Fail("class " + id + " has no attribute " + std::to_string(*query.fieldId) + " in " + Where() +
              nearestFields.Hint(false));
     Fail(std::string("no ") + (query.isSample ? "sample " : "class ") + id + " in " + Where() + nearest.Hint(true));

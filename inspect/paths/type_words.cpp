@@ -31,7 +31,16 @@ std::string NamesText(const diff::TypeModel &type)
     return text;
 }
 
-/* "string (length 1..3) | uint8" */
+/* What a leafref says where it leads. */
+std::string PathOf(const diff::TypeModel &type)
+{
+    for (const diff::Fact &fact : type.facts)
+        if (fact.rule == diff::Rule("leafref-path"))
+            return diff::ValueText(fact.value);
+    return "";
+}
+
+/* "string (length 1..3) | uint8 | leafref (/sys/load)" */
 std::string MembersText(const diff::TypeModel &type,
                         const std::function<const std::string &(const diff::TypeModel &)> &limitsOf)
 {
@@ -40,6 +49,8 @@ std::string MembersText(const diff::TypeModel &type,
         std::string within = limitsOf(*member);
         if (!member->names.empty())
             AddPart(&within, NamesText(*member));
+        if (std::string path = PathOf(*member); !path.empty())
+            AddPart(&within, path);
         text += (text.empty() ? "" : " | ") + member->base + (within.empty() ? "" : " (" + within + ")");
     }
     return text;
@@ -50,11 +61,8 @@ std::string TargetText(QY_NODE *leaf, const diff::TypeModel &type)
 {
     if (QY_NODE *target = QY_NODE_GetLeafrefTargetNode(leaf, 1))
         return "leads to " + DataPath(target);
-    std::string path;
-    for (const diff::Fact &fact : type.facts)
-        if (fact.rule == diff::Rule("leafref-path"))
-            path = " (" + diff::ValueText(fact.value) + ")";
-    return "leads nowhere" + path;
+    std::string path = PathOf(type);
+    return path.empty() ? "leads nowhere" : "leads nowhere (" + path + ")";
 }
 
 } // namespace

@@ -39,17 +39,26 @@ struct Range {
     uint32_t end = 0;
 };
 
+/* The first place from there on whose character is one of those; the text's end if there is none. */
+template <class IsWanted>
+size_t Next(std::string_view text, size_t at, IsWanted isWanted)
+{
+    while (at < text.size() && !isWanted(text[at]))
+        ++at;
+    return at;
+}
+
 /* Where the value of that attribute stands in the tag that begins at `tag`. The tag is well formed. */
 Range FindAttribute(std::string_view text, uint32_t tag, std::string_view name)
 {
-    size_t at = text.find_first_of(" \t\r\n/>", tag);
+    size_t at = Next(text, tag, [](char c) { return IsSpace(c) || c == '/' || c == '>'; });
     for (;;) {
-        at = text.find_first_not_of(" \t\r\n", at);
-        if (at == std::string_view::npos || text[at] == '>' || text[at] == '/')
+        at = Next(text, at, [](char c) { return !IsSpace(c); });
+        if (at == text.size() || text[at] == '>' || text[at] == '/')
             return {};
-        size_t nameEnd = text.find_first_of(" \t\r\n=", at);
-        size_t quote = text.find_first_of("\"'", nameEnd);
-        if (quote == std::string_view::npos)
+        size_t nameEnd = Next(text, at, [](char c) { return IsSpace(c) || c == '='; });
+        size_t quote = Next(text, nameEnd, [](char c) { return c == '"' || c == '\''; });
+        if (quote == text.size())
             return {};
         size_t end = text.find(text[quote], quote + 1);
         if (end == std::string_view::npos)

@@ -58,6 +58,9 @@ TEST(InspectPaths, PatternsAndFiltersChooseRows)
          " /interfaces/interface/traffic /interfaces/interface/traffic/policy /interfaces/interface/traffic/matched "
          "/interfaces/interface/shaping-rate"},
         {"'/example-qos:*'", " /qos"},
+        {"--all 'i?:mtu'", " /interfaces/interface/mtu"},
+        {"example-interfaces 'mt?'", " /interfaces/interface/mtu"},
+        {"example-interfaces /interfaces/number/", " /interfaces/number"},
         {"example-qos '**/*'  --keys",
          " /qos/policy/name /qos/policy/rule/direction /qos/policy/rule/precedence /qos/queues/queue/name "
          "/qos/queues/queue/settings/name"},
@@ -89,7 +92,7 @@ TEST(InspectPaths, EveryColumnSaysWhatTheModelSays)
                 "<leaf-list name=\"ref\"><type name=\"leafref\"><path value=\"/p:top/p:load\"/></type></leaf-list>"
                 "<leaf name=\"is\"><type name=\"identityref\"><base name=\"kind\"/></type></leaf>"
                 "<leaf name=\"one\"><type name=\"union\"><type name=\"percent\"/><type name=\"enumeration\">"
-                "<enum name=\"no\"/></type></type></leaf>"
+                "<enum name=\"no\"/></type><type name=\"leafref\"><path value=\"/p:top/p:load\"/></type></type></leaf>"
                 "<leaf name=\"bits\"><type name=\"bits\"><bit name=\"a\"/><bit name=\"b\"/></type></leaf></container>"
                 "<leaf name=\"alone\"><type name=\"decimal64\"><fraction-digits value=\"3\"/></type></leaf>"
                 "<rpc name=\"go\"><input><leaf name=\"far\"><type name=\"empty\"/></leaf></input></rpc>");
@@ -106,7 +109,7 @@ TEST(InspectPaths, EveryColumnSaysWhatTheModelSays)
 /top/load,leaf,16,2,false,,percent,uint8,0..100,%,5,false,deprecated,,
 /top/ref,leaf-list,16,,false,,leafref,uint8,leads to /top/load; 0..100,,,true,current,,
 /top/is,leaf,16,,false,,identityref,identityref,derived from all:kind,,,true,current,,
-/top/one,leaf,16,,false,,union,union,uint8 (0..100) | enumeration (no 0),,,true,current,,
+/top/one,leaf,16,,false,,union,union,uint8 (0..100) | enumeration (no 0) | leafref (/p:top/p:load),,,true,current,,
 /top/bits,leaf,16,,false,,bits,bits,,,,true,current,a=0 b=1,
 /alone,leaf,,,false,,decimal64,decimal64,3 digits behind the point,,,true,current,,
 /go,rpc,,,false,,,,,,,false,current,,
@@ -161,6 +164,9 @@ TEST(InspectPaths, WhatIsNotThereNamesTheNearest)
         {"find /interface/mtu", "no path in the 9 modules fits '/interface/mtu': there is /interfaces/interface/mtu"},
         {"find '**/x*y'", "no path in the 9 modules fits '**/x*y'"},
         {"paths '/nothing/*'", "no path in the 9 modules fits '/nothing/*'"},
+        {"paths --class 0x1fff --keys",
+         "no class 0x1fff in the 9 modules: the nearest are " + history + " and 0x2001 (/qos/policy)"},
+        {"paths --module example-qso", "no module 'example-qso' is looked through: did you mean 'example-qos'?"},
         {"paths --keys --type decimal64", "nothing in the modules is what was asked for"},
     };
     for (const auto &[arguments, text] : cases) {

@@ -44,7 +44,10 @@ TEST(InspectUsage, WrongUsageIsSaidOnStandardErrorAndGivesTwo)
         {{"paths", "--columns", "path,clas_id", "-d", "examples/yin"}, "no column 'clas_id': did you mean 'class_id'?"},
         {{"paths", "--columns", "path", "--format", "jsonl"}, "JSON has all columns"},
         {{"paths", "--regex", "(a", "-d", "examples/yin"}, "'(a' is no regular expression"},
-        {{"paths", "--regex", "((a?){99}){99}", "-d", "examples/yin"}, "repeats nothing more than 100 times"},
+        {{"paths", "--regex", "((a?){99}){99}", "-d", "examples/yin"}, "more than 100 when they are multiplied"},
+        {{"paths", "--regex", std::string(257, 'a'), "-d", "examples/yin"}, "at most 256 bytes"},
+        {{"paths", "--regex", "", "-d", "examples/yin"}, "--regex: the value is empty"},
+        {{"tree", "example-qos", "--path", "", "-d", "examples/yin"}, "--path: the value is empty"},
         {{"walk", "", "/x", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
         {{"enums", "", "/x", "-d", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
         {{"diff", "", "--old", "examples/yin", "--new", "examples/yin"}, "'' is not MODULE or MODULE@REVISION"},
@@ -329,6 +332,7 @@ TEST(InspectUsage, CompletesWhatAWordMayBecome)
          "/interfaces/interface/address/ "
          "/interfaces/interface/alarm-threshold "},
         {"walk -d examples/yin example-interfaces /if:interfaces/num", "/if:interfaces/number "},
+        {"find -d examples/yin /if:interfaces/if:nu", "/if:interfaces/if:number "},
         {"tree examples/yin/example-qos.yin --path /qos/q", "/qos/queues/ "},
         {"find -d examples/yin /qos/q", "/qos/queues/ "},
         {"find -d examples/yin 0x200", "0x2001 0x2002 "},
@@ -364,10 +368,36 @@ TEST(InspectUsage, BashPutsWordsInTheirPlace)
     EXPECT_EQ(Completed("korv-inspect dump x --format=j"), "json ");
     EXPECT_EQ(Completed("korv-inspect walk -d examples/yin example-interfaces /if:interfaces/num"),
               "interfaces/number ");
+    EXPECT_EQ(Completed("korv-inspect paths --columns path,mo"), "path,module ");
+    EXPECT_EQ(Completed("korv-inspect find -d examples/yin '/interfaces/*/mt"), "/interfaces/*/mtu ");
+    EXPECT_EQ(Completed("korv-inspect find -d examples/yin /interfaces/\\\\*/mt"), "/interfaces/\\*/mtu ");
     ModelDir dir;
     RunShell("mkdir '" + dir.Path() + "/a b' && touch '" + dir.Path() + "/a b/some.yin'");
     EXPECT_EQ(Completed("korv-inspect tree -d " + dir.Path() + "/a\\\\ b s"), "some ");
     EXPECT_EQ(Completed("korv-inspect tree -d " + dir.Path() + "/a"), dir.Path() + "/a\\ b/ ");
+}
+
+TEST(InspectUsage, FishAndZshPutWordsInTheirPlace)
+{
+    if (RunShell("command -v fish && command -v zsh").exitCode != 0)
+        GTEST_SKIP() << "no fish, or no zsh";
+    const std::string fish = "fish --no-config -c 'source inspect/line/korv-inspect.fish; complete -C $argv[1]' \"$@\"";
+    const std::string zsh =
+        "zsh -fc 'compadd() { print -r -- ${(P)@[-1]} }; words=(korv-inspect $=1); CURRENT=$#words; "
+        "PREFIX=$words[-1]; source inspect/line/korv-inspect.zsh' - \"${1#* }\"";
+    const std::tuple<const char *, const char *, const char *> cases[] = {
+        {"conv", "convert\tWrite model files in the other syntax\n", "convert\n\n"},
+        {"find -d examples/yin example-qos /qos/q", "/qos/queues/\tcontainer\n", "\n/qos/queues/\n"},
+        {"find -d examples/yin /interfaces/\\*/mt", "/interfaces/*/mtu\tleaf\n", "/interfaces/*/mtu\n\n"},
+        {"find -d examples/yin 0x2001.2", "0x2001.2\t/qos/policy/weight\n", "0x2001.2\n\n"},
+        {"nothing x", "", "\n\n"},
+    };
+    for (const auto &[words, inFish, inZsh] : cases) {
+        const std::string line = std::string("set -- 'korv-inspect ") + words + "'; ";
+        EXPECT_EQ(RunShell(line + fish).out, inFish) << words;
+        EXPECT_EQ(RunShell(line + zsh).out, inZsh) << words;
+    }
+    EXPECT_EQ(RunShell("set -- \"korv-inspect tree -d 'examp\"; " + fish).out, "examples/\n");
 }
 
 TEST(InspectUsage, ATerminalGetsColorsAndAPager)
@@ -384,6 +414,7 @@ TEST(InspectUsage, ATerminalGetsColorsAndAPager)
         {"KORV_PAGER= " + on + tree, painted},
         {"KORV_PAGER=cat " + on + tree, painted},
         {"KORV_PAGER=no-such-program " + on + tree, painted},
+        {"KORV_PAGER=/no/such/program " + on + tree, painted},
         {"NO_COLOR=1 KORV_PAGER= " + on + tree, plain},
         {"NO_COLOR=1 KORV_PAGER= " + on + tree + "--color always", painted},
         {"KORV_PAGER= " + on + tree + "--color never", plain},
