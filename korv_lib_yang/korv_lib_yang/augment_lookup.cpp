@@ -100,7 +100,8 @@ KorvTreeNode *TELMYANG_KorvFindAugmentNodeByname(TELMYANG_LOCAL_DATA_S *pstLocal
     const char *pcLastColon = XUR_StrRChr(pcXpathMain, ':');
     if (pcLastColon == nullptr)
         return nullptr;
-    AugmentPaths stPaths = {};
+    AugmentPaths stPaths; /* each is written before it is read: clearing both would cost as much as the search */
+    stPaths.acAugmentXpath[0] = stPaths.acNoPrefixXpath[0] = '\0';
     if (!FillPaths(pstLocal, pcPath, pcXpathMain, pcLastColon, &stPaths, pAugmentFullPath.get()))
         return nullptr;
     const TELMYANG_AUGMENT_INFO_S *pstAugment =

@@ -58,9 +58,12 @@ void ReadRefKey(TELMYANG_LOCAL_DATA_S *pstLocal, const korv::LeafStatements &sta
     KORV_LOG_INFO(pstLocal, "Read ref-id-key-fid = %u", uiValue);
 }
 
-void ReadFieldId(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf *pstLeaf)
+/* The private value of a leaf. */
+void ReadFieldId(TELMYANG_LOCAL_DATA_S *pstLocal, const korv::LeafStatements &statements, QY_NODE *pLeaf,
+                 KorvTreeLeaf *pstLeaf)
 {
-    const uint32_t uiFieldId = TELMYANG_GetNodePrivateValue(pstLocal, pLeaf);
+    const auto *pstRecord = static_cast<const YinLeaf *>(QY_NODE_GetPrivate(pLeaf));
+    const uint32_t uiFieldId = statements.Num() != 0 && pstRecord != nullptr ? pstRecord->ucAttrID : 0;
     if (uiFieldId == 0)
         return;
     pstLeaf->uiFieldId = uiFieldId;
@@ -79,6 +82,14 @@ void ReadFromLeaf(TELMYANG_LOCAL_DATA_S *pstLocal, QY_NODE *pLeaf, KorvTreeLeaf 
 bool HasRange(uint8_t ucBaseType)
 {
     return ucBaseType == QY_TYPE_UINT16 || ucBaseType == QY_TYPE_UINT32 || ucBaseType == QY_TYPE_UINT64;
+}
+
+void ReadRange(QY_TYPE *pType, KorvTreeLeaf *pstLeaf)
+{
+    RangePair stRange = {};
+    (void)QY_TYPE_ScanStartEndPair(pType, TELMYANG_GetLeafNodeTypeRangeValue, &stRange);
+    pstLeaf->llRangeMin = stRange.llMin;
+    pstLeaf->llRangeMax = stRange.llMax;
 }
 
 } // namespace
@@ -133,12 +144,8 @@ uint32_t TELMYANG_GetLeafNodeTypeRangeValue(const int64_t *pllStart, const int64
 uint32_t TELMYANG_GetLeafNodeTypeRange(TELMYANG_LOCAL_DATA_S *, KorvTreeLeaf *pstLeaf, QY_NODE *pLeaf)
 {
     QY_TYPE *pType = HasRange(pstLeaf->ucBaseType) ? TELEM_MDL_GetYinNodeFinalType(pLeaf) : nullptr;
-    if (pType == nullptr)
-        return KORV_OK;
-    RangePair stRange = {};
-    (void)QY_TYPE_ScanStartEndPair(pType, TELMYANG_GetLeafNodeTypeRangeValue, &stRange);
-    pstLeaf->llRangeMin = stRange.llMin;
-    pstLeaf->llRangeMax = stRange.llMax;
+    if (pType != nullptr)
+        ReadRange(pType, pstLeaf);
     return KORV_OK;
 }
 
@@ -159,14 +166,16 @@ uint32_t TELMYANG_FillLeafData(TELMYANG_LOCAL_DATA_S *pstLocal, uint64_t ulModul
         return KORV_FAIL;
     }
     KORV_LOG_INFO(pstLocal, "Read leaf node (%s) mimext info.", pstLeaf->pcName);
-    pstLeaf->ucBaseType = static_cast<uint8_t>(TELMYANG_UTL_GetFinalLeafType(pLeaf));
+    QY_TYPE *pType = TELEM_MDL_GetYinNodeFinalType(pLeaf);
+    pstLeaf->ucBaseType = pType != nullptr ? static_cast<uint8_t>(QY_TYPE_GetBuiltInBaseType(pType)) : uint8_t{0};
     if (QY_NODE_GetNodeType(pLeaf) == QY_NODE_TYPE_LEAF) {
         const korv::LeafStatements statements(pLeaf);
         ReadDataType(pstLocal, statements, pstLeaf.get());
         ReadNameKey(pstLocal, statements, pstLeaf.get());
         ReadRefKey(pstLocal, statements, pstLeaf.get());
-        ReadFieldId(pstLocal, pLeaf, pstLeaf.get());
-        (void)TELMYANG_GetLeafNodeTypeRange(pstLocal, pstLeaf.get(), pLeaf);
+        ReadFieldId(pstLocal, statements, pLeaf, pstLeaf.get());
+        if (HasRange(pstLeaf->ucBaseType))
+            ReadRange(pType, pstLeaf.get());
     }
     pstLeaf->pYinNode = pLeaf;
     *ppstLeaf = pstLeaf.release();

@@ -1,5 +1,5 @@
 /* Recognising the statements of the extension module. */
-#include "telem_yang_lib/telem_yang_lib.h"
+#include "telem_yang_lib/leaf_statements.h"
 
 constexpr MimExtKeyword g_astKorvMimExtnList[MIM_EXT_KEYWORD_NUM] = {
     {MIM_EXT_CLASS_ID, "class-id"},
@@ -41,15 +41,27 @@ bool TextEqual(const char *pcLeft, const char *pcRight)
 
 } // namespace
 
-MimExtType TELMYANG_BSC_GetNodeMimExtType(const char *pcExtModule, const char *pcKeyword)
+bool korv::IsExtModule(const char *pcExtModule)
 {
-    if (pcExtModule == nullptr || pcKeyword == nullptr || !TextEqual(pcExtModule, MIM_EXT_MODULE_NAME))
+    return pcExtModule != nullptr && TextEqual(pcExtModule, MIM_EXT_MODULE_NAME);
+}
+
+MimExtType korv::IdOfKeyword(const char *pcKeyword)
+{
+    if (pcKeyword == nullptr)
         return MIM_EXT_NONE;
     for (uint32_t uiRow = 0; uiRow < MIM_EXT_NONE; ++uiRow) {
         if (TextEqual(pcKeyword, g_astKorvMimExtnList[uiRow].pcName))
             return uiRow;
     }
     return MIM_EXT_NONE;
+}
+
+MimExtType TELMYANG_BSC_GetNodeMimExtType(const char *pcExtModule, const char *pcKeyword)
+{
+    if (!korv::IsExtModule(pcExtModule))
+        return MIM_EXT_NONE;
+    return korv::IdOfKeyword(pcKeyword);
 }
 
 const char *TELMYANG_BSC_GetNodeMimExtName(TELMYANG_LOCAL_DATA_S *, MimExtType uiId)

@@ -13,6 +13,27 @@ const char *SkipBlanks(const char *pcText)
     return pcText;
 }
 
+/* The number that nearly every argument is: a few decimal digits, the first of them not 0. False: the host's services read
+ * the text. */
+bool ReadShortNumber(const char *pcText, uint32_t *puiValue)
+{
+    constexpr uint32_t DIGITS_MAX = 9;
+    if (*pcText < '1' || *pcText > '9')
+        return false;
+    uint32_t uiValue = 0;
+    for (uint32_t uiLoop = 0; uiLoop <= DIGITS_MAX; ++uiLoop) {
+        const auto uiDigit = static_cast<uint32_t>(pcText[uiLoop] - '0');
+        if (pcText[uiLoop] == '\0') {
+            *puiValue = uiValue;
+            return true;
+        }
+        if (uiDigit > 9 || uiLoop == DIGITS_MAX)
+            return false;
+        uiValue = uiValue * 10 + uiDigit;
+    }
+    return false;
+}
+
 } // namespace
 
 uint32_t TELMYANG_BSC_ParseMimExtIntoInt(TELMYANG_LOCAL_DATA_S *pstLocal, const char *pcText, uint32_t *puiValue)
@@ -21,6 +42,8 @@ uint32_t TELMYANG_BSC_ParseMimExtIntoInt(TELMYANG_LOCAL_DATA_S *pstLocal, const 
         KORV_LOG_ERROR(pstLocal, "number text null error!");
         return KORV_FAIL;
     }
+    if (ReadShortNumber(pcText, puiValue))
+        return KORV_OK;
     const uint64_t ulValue = XUR_strtoul(pcText, nullptr, BASE_BY_PREFIX);
     if (ulValue == NOT_A_NUMBER) {
         KORV_LOG_ERROR(pstLocal, "uiTmpVal error,uiTmpVal(%lu)!", ulValue);

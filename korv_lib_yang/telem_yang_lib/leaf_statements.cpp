@@ -15,11 +15,13 @@ uint32_t korv::LeafStatements::TakeCb(QY_EXT *, const char *pcExtModule, const c
 void korv::LeafStatements::Take(const char *pcExtModule, const char *pcKeyword, const char *pcArgument)
 {
     ++m_uiNum;
-    const MimExtType uiId = TELMYANG_BSC_GetNodeMimExtType(pcExtModule, pcKeyword);
+    if (!IsExtModule(pcExtModule)) {
+        m_bHasForeign = true;
+        return;
+    }
+    const MimExtType uiId = IdOfKeyword(pcKeyword);
     if (uiId <= MIM_EXT_CLASS_TYPE && !m_astFirst[uiId].bFound)
         m_astFirst[uiId] = {true, pcArgument};
-    if (uiId == MIM_EXT_NONE && (pcExtModule == nullptr || XUR_StrCmp(pcExtModule, MIM_EXT_MODULE_NAME) != 0))
-        m_bHasForeign = true;
 }
 
 uint32_t korv::LeafStatements::Value(TELMYANG_LOCAL_DATA_S *pstLocal, MimExtType uiId, uint32_t *puiValue) const

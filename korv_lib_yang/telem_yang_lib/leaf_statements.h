@@ -7,6 +7,10 @@
 
 namespace korv {
 
+/* ext_keywords.cpp: the two halves of TELMYANG_BSC_GetNodeMimExtType. */
+bool IsExtModule(const char *pcExtModule);
+MimExtType IdOfKeyword(const char *pcKeyword);
+
 class LeafStatements {
   public:
     explicit LeafStatements(QY_NODE *pNode);

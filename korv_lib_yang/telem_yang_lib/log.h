@@ -10,6 +10,15 @@ namespace korv {
 void WriteOpenLog(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiLevel, const char *pcLevelName, const char *pcFile,
                   const char *pcFunc, uint32_t uiLine, const char *pcFormat, ...) KORV_PRINTF_LIKE(7, 8);
 
+/* TELMYANG_LIBDebugPrintIsOpen for one of the levels, without a call but the host's. */
+inline bool IsOpen(TELMYANG_LOCAL_DATA_S *pstLocal, uint32_t uiLevel)
+{
+    if (pstLocal == nullptr)
+        return false;
+    const TELMYANG_DEBUG_HOOK_S &stHook = pstLocal->astDebugHook[uiLevel];
+    return stHook.pfnDebugIsOpen != nullptr && stHook.pfnDebugIsOpen(pstLocal->pKorvComponent, stHook.uiDebugType) != 0;
+}
+
 /* A text as a message shows it: an absent one is "NULL". */
 inline const char *Shown(const char *pcText)
 {
@@ -20,7 +29,7 @@ inline const char *Shown(const char *pcText)
 
 #define KORV_LOG_AT(pstLocal, uiLevel, pcLevelName, ...)                                                   \
     do {                                                                                                   \
-        if (TELMYANG_LIBDebugPrintIsOpen(pstLocal, uiLevel) != 0)                                          \
+        if (korv::IsOpen(pstLocal, uiLevel))                                                               \
             korv::WriteOpenLog(pstLocal, uiLevel, pcLevelName, __FILE__, __func__, __LINE__, __VA_ARGS__); \
     } while (0)
 
