@@ -26,8 +26,15 @@ CommandLine ReadCommandLine(int argc, char **argv)
         const std::string_view argument = argv[i];
         if (argument == "--strict")
             line.strict = true;
-        else if (Take(argument, "--json=", &line.json) || Take(argument, "--operation=", &line.operation))
+        else if (argument == "--compare")
+            line.compare = true;
+        else if (argument == "--update")
+            line.update = true;
+        else if (Take(argument, "--json=", &line.json) || Take(argument, "--operation=", &line.operation) ||
+                 Take(argument, "--models=", &line.models))
             continue;
+        else if (argument == "--models" && i + 1 < argc)
+            line.models = argv[++i];
         else if (line.operation.empty() && argument[0] != '-')
             line.groups = argument;
         else if (!line.operation.empty() && wordNum < 2)
@@ -36,7 +43,8 @@ CommandLine ReadCommandLine(int argc, char **argv)
             line.right = false;
     }
     if (!line.right)
-        std::fprintf(stderr, "usage: korv_bench [GROUPS] [--json=FILE] [--strict]\n");
+        std::fprintf(stderr,
+                     "usage: korv_bench [GROUPS] [--models DIR] [--json=FILE] [--strict] | --compare | --update\n");
     return line;
 }
 

@@ -64,12 +64,20 @@ void Instance::LoadSchema(const std::string &name) const
         Fail("cannot load the schema of " + name);
 }
 
-KorvTreeNode *Instance::Tree(const std::string &name) const
+const TELMYANG_YANG_FILE_INFO_S &Instance::File(const std::string &name) const
 {
     const auto *file = TELMYANG_GetIfYangModuleExist(m_local, m_local->pstYangCtx, name.c_str(), nullptr);
-    if (file == nullptr || file->pstOriginTree == nullptr)
+    if (file == nullptr)
+        Fail(name + " is not loaded");
+    return *file;
+}
+
+KorvTreeNode *Instance::Tree(const std::string &name) const
+{
+    KorvTreeNode *tree = File(name).pstOriginTree;
+    if (tree == nullptr)
         Fail("no tree of " + name);
-    return file->pstOriginTree;
+    return tree;
 }
 
 uint32_t Instance::TreeNodes(const std::string &name) const

@@ -26,6 +26,8 @@ class Instance {
     /* The schema layer's part of a load: what follows is the library's own. */
     void LoadSchema(const std::string &name) const;
 
+    /* The module's record in the registry. */
+    const TELMYANG_YANG_FILE_INFO_S &File(const std::string &name) const;
     /* First top node of the module's own tree. */
     KorvTreeNode *Tree(const std::string &name) const;
     /* Number of its nodes. */

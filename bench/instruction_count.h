@@ -6,11 +6,14 @@
 #include <optional>
 #include <string>
 
+#include "process_time.h"
+
 namespace bench {
 
 enum class Operation {
     Load,    /* of a module with its schema */
     OwnLoad, /* of a module whose schema is loaded */
+    SetLoad, /* of all modules of a directory; "module" names a file for the process's memory at its peak, or is empty */
     Lookup,
     AugmentLookup,
     Unloads,         /* of several modules one by one, in load order; "module" is how many, by FlatName */
@@ -19,6 +22,9 @@ enum class Operation {
 
 /* What the operation's own call executes; nothing without valgrind. */
 std::optional<uint64_t> InstructionsOf(Operation operation, const std::string &dir, const std::string &module);
+
+/* The same of a whole command; its counts are written below the directory. */
+std::optional<uint64_t> InstructionsOf(const Command &command, const std::string &dir);
 
 /* Does the operation of that name once, as the program is asked to when it runs under callgrind. False for an unknown
  * name. */

@@ -4,10 +4,13 @@
 
 #include "allocator.h"
 #include "command_line.h"
+#include "compare.h"
 #include "instruction_count.h"
 #include "rows.h"
 
 namespace {
+
+constexpr char INSTRUCTIONS[] = KORV_SOURCE_DIR "/bench/instructions.txt";
 
 struct Group {
     const char *name;
@@ -15,9 +18,10 @@ struct Group {
 };
 
 constexpr Group GROUPS[] = {
-    {"load", bench::LoadRows},     {"growth", bench::GrowthRows}, {"shapes", bench::ShapeRows},
-    {"lookup", bench::LookupRows}, {"ids", bench::IdRows},        {"travel", bench::TravelRows},
-    {"dump", bench::DumpRows},     {"memory", bench::MemoryRows}, {"process", bench::ProcessRows},
+    {"load", bench::LoadRows},        {"growth", bench::GrowthRows}, {"shapes", bench::ShapeRows},
+    {"lookup", bench::LookupRows},    {"ids", bench::IdRows},        {"travel", bench::TravelRows},
+    {"dump", bench::DumpRows},        {"memory", bench::MemoryRows}, {"process", bench::ProcessRows},
+    {"augments", bench::AugmentRows}, {"set", bench::SetRows},       {"assign", bench::AssignRows},
 };
 
 void InitializeBenchmarks(char *program)
@@ -30,15 +34,16 @@ void InitializeBenchmarks(char *program)
     benchmark::Initialize(&count, args);
 }
 
-bench::Rows Measure(const std::regex &groups)
+bench::Rows Measure(const bench::CommandLine &line)
 {
+    const std::regex groups(line.groups);
     bench::Rows rows;
     for (const Group &group : GROUPS) {
         if (!std::regex_search(group.name, groups))
             continue;
         std::fprintf(stderr, "%s ", group.name);
         bench::Runner runner;
-        const bench::ModelFiles files;
+        const bench::ModelFiles files(line.models);
         for (bench::Row &row : group.measure(runner, files))
             rows.push_back(std::move(row));
     }
@@ -63,9 +68,13 @@ int main(int argc, char **argv)
         return 2;
     if (!line.operation.empty())
         return bench::Perform(line.operation, line.dir, line.module) ? 0 : 1;
+    if (line.update)
+        return bench::WriteInstructions(INSTRUCTIONS) ? 0 : 2;
+    if (line.compare)
+        return bench::CompareInstructions(INSTRUCTIONS) ? 0 : 1;
     bench::UseFreshMemory();
     InitializeBenchmarks(argv[0]);
-    const bench::Rows rows = Measure(std::regex(line.groups));
+    const bench::Rows rows = Measure(line);
     bench::PrintTable(rows);
     if (!line.json.empty() && !bench::WriteJson(rows, line.json))
         return 2;

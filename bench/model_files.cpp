@@ -4,13 +4,14 @@
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
 #include "model_generator.h"
 #include "support/compact_twin.h"
 
 namespace bench {
 
-ModelFiles::ModelFiles()
+ModelFiles::ModelFiles(std::string given) : m_given(std::move(given))
 {
     std::string pattern = (std::filesystem::temp_directory_path() / "korv-bench-XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr)
@@ -19,8 +20,16 @@ ModelFiles::ModelFiles()
     (void)Add("quelvo-mim-extensions", ExtensionModule());
 }
 
+ModelFiles::ModelFiles(std::string given, std::string dir)
+    : m_given(std::move(given)), m_dir(std::move(dir)), m_stays(true)
+{
+    (void)Add("quelvo-mim-extensions", ExtensionModule());
+}
+
 ModelFiles::~ModelFiles()
 {
+    if (m_stays)
+        return;
     std::error_code ignored;
     std::filesystem::remove_all(m_dir, ignored);
 }

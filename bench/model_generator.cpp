@@ -7,6 +7,9 @@ namespace bench {
 namespace {
 
 constexpr uint32_t LEAVES_A_CLASS = 8;
+constexpr uint32_t TREE_LEAVES = 4;
+constexpr uint32_t LISTS_A_BRANCH = 10;
+constexpr uint32_t FIRST_EXTENDING_CLASS = 1000000;
 /* Siblings as models have them; the path of NestPath goes on in the fifth. */
 constexpr std::array<std::string_view, 8> SECTIONS = {"interfaces", "statistics", "policies", "alarms",
                                                       "neighbors",  "history",    "settings", "sessions"};
@@ -79,6 +82,30 @@ void AddLevel(std::string *text, uint32_t level, uint32_t levels)
             AddLevel(text, level + 1, levels);
         *text += "</container>\n";
     }
+}
+
+/* A leaf with a description, of a type that needs no typedef. */
+void AddPlainLeaf(std::string *text, uint32_t index)
+{
+    static constexpr std::array<size_t, TREE_LEAVES> PLAIN = {0, 1, 5, 4}; /* of TYPES */
+    const std::string id = std::to_string(index + 1);
+    *text += "      <leaf name=\"attribute-" + id + "\">\n        ";
+    *text += TYPES[PLAIN[index]];
+    *text +=
+        "\n        <description><text>What the device counts here since it was started, or since a user set "
+        "the value to zero for the last time.</text></description>\n";
+    AddStatement(text, "        ", "field-id", id);
+    AddStatement(text, "        ", "datatype-id", DATATYPES[PLAIN[index]]);
+    *text += "      </leaf>\n";
+}
+
+/* A list without its end. */
+void AddTreeList(std::string *text, uint32_t number)
+{
+    *text += "    <list name=\"class-" + std::to_string(number) + "\">\n      <key value=\"attribute-1\"/>\n";
+    AddStatement(text, "      ", "class-id", std::to_string(number + 2));
+    for (uint32_t i = 0; i < TREE_LEAVES; ++i)
+        AddPlainLeaf(text, i);
 }
 
 } // namespace
@@ -185,6 +212,35 @@ std::string MixedModule(const std::string &name, uint32_t nodes)
     }
     text += "  </container>\n</module>\n";
     return text;
+}
+
+std::string TreeModule(const std::string &name, uint32_t lists)
+{
+    std::string text = Head(name) + "  <container name=\"top\">\n";
+    AddStatement(&text, "    ", "class-id", "1");
+    for (uint32_t i = 0; i < lists; ++i) {
+        if (i % LISTS_A_BRANCH == 0 && i != 0)
+            text += "    </list>\n";
+        AddTreeList(&text, i);
+        if (i % LISTS_A_BRANCH != 0)
+            text += "    </list>\n";
+    }
+    return text + (lists != 0 ? "    </list>\n" : "") + "  </container>\n</module>\n";
+}
+
+std::string ExtendingModule(const std::string &name, const std::string &module, uint32_t augments)
+{
+    std::string text = Head(name);
+    text.insert(text.find(" xmlns:mimext"), " xmlns:t=\"urn:" + module + "\"");
+    text += "  <import module=\"" + module + "\"><prefix value=\"t\"/></import>\n";
+    for (uint32_t i = 0; i < augments; ++i) {
+        text += "  <augment target-node=\"/t:top\">\n    <container name=\"" + name + "-" + std::to_string(i) + "\">\n";
+        AddStatement(&text, "      ", "class-id", std::to_string(FIRST_EXTENDING_CLASS + i));
+        AddPlainLeaf(&text, 0);
+        AddPlainLeaf(&text, 1);
+        text += "    </container>\n  </augment>\n";
+    }
+    return text + "</module>\n";
 }
 
 std::string ExtensionModule()

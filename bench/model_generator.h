@@ -35,6 +35,12 @@ std::string FlatName(uint32_t number);
 /* The names on the way down. */
 std::vector<std::string> NestPath(uint32_t levels);
 
+/* One container with that many lists, each a class with four leaves that are described in words; each tenth list holds the
+ * nine that follow it. */
+std::string TreeModule(const std::string &name, uint32_t lists);
+/* A module with several augments of such a module's container; each adds a class with two leaves. */
+std::string ExtendingModule(const std::string &name, const std::string &module, uint32_t augments);
+
 /* The extension module that the generated ones import. */
 std::string ExtensionModule();
 

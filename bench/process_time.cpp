@@ -7,14 +7,17 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
 
 #include "host.h"
 
 namespace bench {
 namespace {
 
+constexpr int NEGATIVE_ANSWER = 1; /* korv-inspect check has findings */
+
 struct Outcome {
-    bool succeeded;
+    int status; /* of its exit; negative: it did not come to one */
     double time;
 };
 
@@ -39,21 +42,48 @@ Outcome Run(const Command &command)
     int status = 0;
     rusage usage = {};
     if (error != 0 || wait4(child, &status, 0, &usage) != child)
-        return {false, 0};
-    return {WIFEXITED(status) && WEXITSTATUS(status) == 0, Nanoseconds(usage.ru_utime) + Nanoseconds(usage.ru_stime)};
+        return {-1, 0};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Nanoseconds(usage.ru_utime) + Nanoseconds(usage.ru_stime)};
 }
 
 } // namespace
 
 bool Succeeds(const Command &command)
 {
-    return Run(command).succeeded;
+    return Run(command).status == 0;
+}
+
+bool Finishes(const Command &command)
+{
+    const int status = Run(command).status;
+    return status == 0 || status == NEGATIVE_ANSWER;
+}
+
+std::string Beside(const std::string &program)
+{
+    return (std::filesystem::read_symlink("/proc/self/exe").parent_path() / program).string();
+}
+
+Command OperationCommand(const std::string &operation, const std::string &dir, const std::string &module)
+{
+    return {Beside("korv_bench"), "--operation=" + operation, dir, module};
+}
+
+double ProcessTimes::Ratio(const Command &command, const Command &against, int repetitions)
+{
+    ProcessTimes times;
+    ProcessTimes others;
+    for (int i = 0; i < repetitions; ++i) {
+        times.Add(command);
+        others.Add(against);
+    }
+    return times.Median() / others.Median();
 }
 
 void ProcessTimes::Add(const Command &command)
 {
     const Outcome outcome = Run(command);
-    if (!outcome.succeeded)
+    if (outcome.status != 0 && outcome.status != NEGATIVE_ANSWER)
         Fail(command[0] + " failed");
     m_times.push_back(outcome.time);
 }

@@ -12,12 +12,24 @@ using Command = std::vector<std::string>;
 
 bool Succeeds(const Command &command);
 
+/* The same, but a negative answer of korv-inspect counts as well: a check has findings. */
+bool Finishes(const Command &command);
+
+/* A program beside this one. */
+std::string Beside(const std::string &program);
+
+/* This program, doing that operation once (instruction_count.h). */
+Command OperationCommand(const std::string &operation, const std::string &dir, const std::string &module);
+
 class ProcessTimes {
   public:
     /* Runs the command; ends the program when it fails. */
     void Add(const Command &command);
     /* In nanoseconds, user and system. */
     double Median();
+
+    /* Median of one command's times against another's, which run in turn. */
+    static double Ratio(const Command &command, const Command &against, int repetitions);
 
   private:
     std::vector<double> m_times;

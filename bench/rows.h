@@ -18,6 +18,10 @@ Rows TravelRows(Runner &runner, const ModelFiles &files);
 Rows DumpRows(Runner &runner, const ModelFiles &files);
 Rows MemoryRows(Runner &runner, const ModelFiles &files);
 Rows ProcessRows(Runner &runner, const ModelFiles &files);
+Rows AugmentRows(Runner &runner, const ModelFiles &files);
+/* Of the set that the command line names, or of a generated one. */
+Rows SetRows(Runner &runner, const ModelFiles &files);
+Rows AssignRows(Runner &runner, const ModelFiles &files);
 
 } // namespace bench
 

@@ -74,7 +74,7 @@ Rows LookupRows(Runner &runner, const ModelFiles &files)
              "bare walk with string compares, two blocks", runner.Ratio("lookup", "lookup_bare"), 1.5,
              countsOf(lookup, Operation::Lookup, LookupPath::MODULE)},
             {"lookup of as many components in an augment", "the lookup above", runner.Ratio("lookup_augment", "lookup"),
-             2.0, countsOf(augment, Operation::AugmentLookup, AugmentPath::AUGMENT)}};
+             1.5, countsOf(augment, Operation::AugmentLookup, AugmentPath::AUGMENT)}};
 }
 
 } // namespace bench

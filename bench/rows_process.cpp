@@ -30,19 +30,12 @@ Rows ProcessRows(Runner &, const ModelFiles &)
     const std::string examples = std::string(KORV_SOURCE_DIR) + "/examples/yin";
     const std::string name = LargestExample(examples);
     const std::string file = examples + "/" + name + ".yin";
-    const auto programs = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    const Command load = {(programs / "korv-inspect").string(), "tree", name, "-d", examples};
+    const Command load = {Beside("korv-inspect"), "tree", name, "-d", examples};
     const Command script = {"/usr/bin/python3", std::string(KORV_SOURCE_DIR) + "/bench/list_leaves.py", file};
     if (!Succeeds(load) || !Succeeds(script))
         return {};
-    ProcessTimes loads;
-    ProcessTimes scripts;
-    for (int i = 0; i < REPETITIONS; ++i) {
-        loads.Add(load);
-        scripts.Add(script);
-    }
     return {{"load of " + name + ", whole process", "python3-lxml parses it, lists leaves",
-             loads.Median() / scripts.Median(), 0.3}};
+             ProcessTimes::Ratio(load, script, REPETITIONS), 0.3}};
 }
 
 } // namespace bench

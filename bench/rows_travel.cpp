@@ -2,6 +2,7 @@
 #include "model_generator.h"
 #include "queries.h"
 #include "rows.h"
+#include "tree_copy.h"
 
 namespace bench {
 namespace {
@@ -9,19 +10,10 @@ namespace {
 constexpr char NAME[] = "bench-travel";
 constexpr uint32_t TREE_NODES = 100000;
 
-const KorvTreeNode *Next(const KorvTreeNode *node)
-{
-    if (node->pstFirstChild != nullptr)
-        return node->pstFirstChild;
-    while (node != nullptr && node->pstNextSibling == nullptr)
-        node = node->pstParent;
-    return node != nullptr ? node->pstNextSibling : nullptr;
-}
-
 uint64_t BareWalk(KorvTreeNode *top, YANGLIB_TRAVEL_PF callback)
 {
     uint64_t sum = 0;
-    for (const KorvTreeNode *node = top; node != nullptr; node = Next(node)) {
+    for (const KorvTreeNode *node = top; node != nullptr; node = NextInTree(node)) {
         if (callback(&sum, const_cast<KorvTreeNode *>(node)) != 0)
             break;
     }
