@@ -76,14 +76,15 @@ std::vector<const QXYANG_FILE *> Definitions::FilesOf(const std::string &module)
 std::optional<StatementRef> Definitions::TopTypedef(const std::string &module, const std::string &name)
 {
     auto [entry, isNew] = tops_.try_emplace(module);
+    auto &typedefs = entry->second;
     if (isNew)
         for (const QXYANG_FILE *file : FilesOf(module))
             ForEachIn(file, StatementAt(file, 0), [&](const QXYANG_STATEMENT_S &statement) {
                 if (IsYang(statement, "typedef") && statement.pcArgument != nullptr)
-                    entry->second.emplace(statement.pcArgument, StatementRef{file, statement.uiIndex});
+                    typedefs.emplace(statement.pcArgument, StatementRef{file, statement.uiIndex});
             });
-    auto found = entry->second.find(name);
-    return found != entry->second.end() ? std::optional(found->second) : std::nullopt;
+    auto found = typedefs.find(name);
+    return found != typedefs.end() ? std::optional(found->second) : std::nullopt;
 }
 
 std::optional<StatementRef> Definitions::TypedefOf(const StatementRef &type)

@@ -102,7 +102,7 @@ void Source::Complete()
 char *Source::Buffer(size_t room)
 {
     if (isCompact_) {
-        compactText_ = std::make_unique_for_overwrite<char[]>(room + COMPACT_ROOM);
+        compactText_.reset(new char[room + COMPACT_ROOM]); // not filled twice
         return compactText_.get();
     }
     const char separator[] = {NAMESPACE_SEPARATOR, '\0'};
