@@ -1,5 +1,10 @@
 # What every target of this project has in common.
 
+if(KORV_LIBCXX) # the test framework as well
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-stdlib=libc++>)
+  add_link_options(-stdlib=libc++)
+endif()
+
 add_library(korv_warnings INTERFACE)
 target_compile_options(korv_warnings INTERFACE -Wall -Wextra -Wshadow -Wconversion -Werror)
 
@@ -14,6 +19,13 @@ endif()
 if(KORV_COVERAGE)
   target_compile_options(korv_instrument INTERFACE --coverage)
   target_link_options(korv_instrument INTERFACE --coverage)
+endif()
+if(KORV_HARDEN)
+  target_compile_options(korv_instrument INTERFACE -D_GLIBCXX_ASSERTIONS -fstack-protector-strong
+                                                   -fstack-clash-protection)
+  # Some compilers define it themselves, and all of them have to optimise for it.
+  target_compile_options(korv_instrument INTERFACE $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>)
+  target_link_options(korv_instrument INTERFACE -Wl,-z,relro,-z,now)
 endif()
 
 # A program or library of this project: its warnings, its instrumentation, the public headers. __FILE__ is the path below

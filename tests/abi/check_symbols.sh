@@ -8,7 +8,7 @@ library=$1 list=$2 header=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-nm -D --defined-only "$library" | awk '{print $3}' | grep -vE "^(__odr_asan|__gcov_|mangle_path$)" | LC_ALL=C sort >"$work/exported"
+"$NM" -D --defined-only "$library" | awk '{print $3}' | grep -vE "^(__odr_asan|__gcov_|mangle_path$)" | LC_ALL=C sort >"$work/exported"
 if [ -n "${UPDATE_SYMBOLS:-}" ]; then
     cp "$work/exported" "$list"
 fi
@@ -21,7 +21,7 @@ diff -u "$list" "$work/exported" || {
 grep -oE '[A-Za-z_0-9]+\(|g_aucZorMemPt' "$header" | tr -d '(' | LC_ALL=C sort -u >"$work/contract"
 # Symbols with a version come from the runtimes; the others below belong to the linker and to instrumentation, which has
 # functions of the C library for its own.
-nm -D --undefined-only "$library" | awk '{print $NF}' | grep -v '@' |
+"$NM" -D --undefined-only "$library" | awk '{print $NF}' | grep -v '@' |
     grep -vE '^((mem|str)[a-z]+$|_ITM_|__gmon_start__|__cxa_|__asan_|__ubsan_|__tsan_|__sanitizer_|__gcov_|__llvm_)' |
     LC_ALL=C sort -u >"$work/needed"
 LC_ALL=C comm -23 "$work/needed" "$work/contract" >"$work/foreign"

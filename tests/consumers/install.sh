@@ -6,6 +6,8 @@ set -eu
 
 build=$1 work=$2
 fail() { echo "$*" >&2; exit 1; }
+# shellcheck disable=SC2086 # RUN: an emulator and its options, or nothing
+inspect() { ${RUN:-} bin/korv-inspect "$@"; }
 
 rm -rf "$work"
 mkdir -p "$work"
@@ -26,7 +28,7 @@ for file in bin/* lib*/*.so lib*/*/*.so; do
     fi
 done
 
-# The library alone finds its layers, whoever opens it.
+# The library alone finds its layers, whoever opens it; this machine's Python opens this machine's libraries.
 cat >"$work/open.py" <<'END'
 import ctypes, sys
 lib = ctypes.CDLL(sys.argv[1])
@@ -36,18 +38,18 @@ assert lib.YANGLIB_LoadYangModule(ctypes.c_void_p(instance), b"example-qos", Non
 lib.YANGLIB_Uninitial(ctypes.c_void_p(instance))
 END
 library=$(find . -name libkorv_libyang.so)
-env -u LD_LIBRARY_PATH python3 "$work/open.py" "$library" share/doc/korv_libyang/examples/yin ||
+[ -n "${RUN:-}" ] || env -u LD_LIBRARY_PATH python3 "$work/open.py" "$library" share/doc/korv_libyang/examples/yin ||
     fail "the library alone does not find its layers"
 
 if [ -e bin/korv-inspect ]; then
-    bin/korv-inspect tree example-qos -d share/doc/korv_libyang/examples/yin >/dev/null
+    inspect tree example-qos -d share/doc/korv_libyang/examples/yin >/dev/null
     # The extension module is found without being told, and a file of a registered directory wins over it.
     mkdir "$work/models"
     cp share/doc/korv_libyang/examples/yin/example-types.yin share/doc/korv_libyang/examples/yin/example-interfaces.yin \
         "$work/models"
-    bin/korv-inspect tree "$work/models/example-interfaces.yin" | grep -q 'class' || fail "no class without -d"
+    inspect tree "$work/models/example-interfaces.yin" | grep -q 'class' || fail "no class without -d"
     echo '<module/>' >"$work/models/quelvo-mim-extensions.yin"
-    if bin/korv-inspect tree "$work/models/example-interfaces.yin" >/dev/null 2>"$work/error"; then
+    if inspect tree "$work/models/example-interfaces.yin" >/dev/null 2>"$work/error"; then
         fail "the installed module won over the file beside the model"
     fi
     grep -q 'models/quelvo-mim-extensions.yin:1:' "$work/error" || fail "$(cat "$work/error")"

@@ -36,9 +36,10 @@ for source in "$examples"/host_cpp/*.cpp; do
 done
 libdir=$($PKG_CONFIG --variable=libdir korv_libyang)
 export LD_LIBRARY_PATH="$libdir"
-"$work/first_host" "$examples/yin" | grep 'interface is class 0x1001'
+# RUN: an emulator and its options, or nothing
+${RUN:-} "$work/first_host" "$examples/yin" | grep 'interface is class 0x1001'
 for host in small complete; do
-    "$work/${host}_host" "$examples/yin" >"$work/c_says"
-    "$work/${host}_host_cpp" "$examples/yin" >"$work/cpp_says"
+    ${RUN:-} "$work/${host}_host" "$examples/yin" >"$work/c_says"
+    ${RUN:-} "$work/${host}_host_cpp" "$examples/yin" >"$work/cpp_says"
     cmp "$work/c_says" "$work/cpp_says"
 done
