@@ -49,7 +49,8 @@ install(FILES examples/yin/quelvo-mim-extensions.yin DESTINATION ${CMAKE_INSTALL
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development PATTERN *.in EXCLUDE
         PATTERN schemas EXCLUDE)
-install(DIRECTORY examples/host_c examples/host_cpp examples/yin DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
+install(DIRECTORY examples/host_c examples/host_cpp examples/python examples/yin DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
+        COMPONENT development)
 
 if(KORV_BUILD_INSPECT)
   set_target_properties(korv-inspect PROPERTIES INSTALL_RPATH "$ORIGIN/${KORV_LIBDIR_FROM_BINDIR}")

@@ -44,6 +44,18 @@ if(KORV_BUILD_INSPECT)
             RENAME copyright.${headers} COMPONENT tools OPTIONAL)
   endforeach()
 endif()
+if(KORV_BUILD_PYTHON)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-korv)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+  math(EXPR next_minor "${Python3_VERSION_MINOR} + 1") # the extension module is for one minor version
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+      "python3 (>= 3.${Python3_VERSION_MINOR}), python3 (<< 3.${next_minor})")
+  set(CPACK_COMPONENT_PYTHON_DESCRIPTION "The Python package korv: class models of YANG modules as objects.")
+  # The notice of the headers that the extension module is compiled with, where Debian's package of them has it.
+  install(FILES /usr/share/doc/pybind11-dev/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/python3-korv
+          RENAME copyright.pybind11 COMPONENT python OPTIONAL)
+endif()
 foreach(component ${CPACK_COMPONENTS_ALL})
   string(TOUPPER ${component} upper)
   install(FILES cmake/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME}
@@ -53,3 +65,4 @@ include(CPack)
 cpack_add_component(runtime)
 cpack_add_component(development DEPENDS runtime)
 cpack_add_component(tools DEPENDS runtime)
+cpack_add_component(python DEPENDS runtime)

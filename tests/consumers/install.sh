@@ -41,6 +41,12 @@ library=$(find . -name libkorv_libyang.so)
 [ -n "${RUN:-}" ] || env -u LD_LIBRARY_PATH python3 "$work/open.py" "$library" share/doc/korv_libyang/examples/yin ||
     fail "the library alone does not find its layers"
 
+if [ -e lib/python3/dist-packages/korv ]; then
+    env -u LD_LIBRARY_PATH PYTHONDONTWRITEBYTECODE=1 PYTHONPATH=lib/python3/dist-packages \
+        "$(command -v /usr/bin/python3 || echo python3)" -c 'import korv
+assert korv.Context("share/doc/korv_libyang/examples/yin").load("example-qos").attributes' || fail "no package korv"
+fi
+
 if [ -e bin/korv-inspect ]; then
     inspect tree example-qos -d share/doc/korv_libyang/examples/yin >/dev/null
     # The extension module is found without being told, and a file of a registered directory wins over it.

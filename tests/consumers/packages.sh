@@ -32,6 +32,7 @@ python3 -c 'import ctypes; print(hex(ctypes.CDLL("libkorv_libyang.so.0.1").YANGL
 c++ -std=c++17 $examples/host_cpp/small_host.cpp -o "$work/small_host" \
     $(pkg-config --cflags --libs korv_libyang qxyang korv_platform)
 "$work/small_host" $examples/yin
+/usr/bin/python3 -c "import korv; print(korv.Context('$examples/yin').load('example-qos').attributes[0])"
 
 # shellcheck disable=SC2086
 dpkg --remove $packages

@@ -35,7 +35,7 @@ std::vector<fs::path> Documents()
 {
     std::vector<fs::path> documents = {SOURCE / "README.md", SOURCE / "CONTRIBUTING.md"};
     for (const auto &entry : fs::directory_iterator(SOURCE / "docs")) {
-        if (entry.path().extension() == ".md")
+        if (entry.path().extension() == ".md" && (KORV_SHOWS_PYTHON || entry.path().filename() != "python.md"))
             documents.push_back(entry.path());
     }
     return documents;

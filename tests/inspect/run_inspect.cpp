@@ -40,7 +40,9 @@ Result RunShell(const std::string &command)
     close(mkstemp(out.data()));
     close(mkstemp(err.data()));
     const std::string whole = "cd " + Quoted(KORV_SOURCE_DIR) + " && PATH=" + Quoted(KORV_BINARY_DIR "/bin") +
-                              ":$PATH && { " + command + "\n} >" + out + " 2>" + err + " </dev/null";
+                              ":$PATH PYTHONDONTWRITEBYTECODE=1 PYTHONPATH=" + Quoted(KORV_BINARY_DIR "/python") +
+                              " && export PYTHONPATH PYTHONDONTWRITEBYTECODE && { " + command + "\n} >" + out + " 2>" +
+                              err + " </dev/null";
     const int status = std::system(whole.c_str());
     Result result = {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
     std::remove(out.c_str());
