@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "blocks.h"
 #include "model_generator.h"
 #include "queries.h"
 #include "rows.h"
@@ -23,28 +24,6 @@ struct LevelEntry {
 };
 static_assert(offsetof(LevelEntry, rest) == 8);
 constexpr size_t LEVEL_ENTRY_SIZE = 281;
-
-void *Make(size_t size)
-{
-    return ZOR_Malloc_F(1, g_aucZorMemPt[0], size, __FILE__, __LINE__);
-}
-
-void Release(void *block)
-{
-    ZOR_Free_F(block, __FILE__, __LINE__);
-}
-
-template <typename T>
-T *MakeCopy(const T &record)
-{
-    return static_cast<T *>(std::memcpy(Make(sizeof(T)), &record, sizeof(T)));
-}
-
-char *MakeText(const char *text)
-{
-    const size_t size = std::strlen(text) + 1;
-    return static_cast<char *>(std::memcpy(Make(size), text, size));
-}
 
 YangDumpNodeData *MakeRecord(const YangDumpNodeData &from)
 {

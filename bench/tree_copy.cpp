@@ -2,30 +2,10 @@
 
 #include <cstring>
 
+#include "blocks.h"
+
 namespace bench {
 namespace {
-
-void *Make(size_t size)
-{
-    return ZOR_Malloc_F(1, g_aucZorMemPt[0], size, __FILE__, __LINE__);
-}
-
-void Release(void *block)
-{
-    ZOR_Free_F(block, __FILE__, __LINE__);
-}
-
-template <typename T>
-T *MakeCopy(const T &record)
-{
-    return static_cast<T *>(std::memcpy(Make(sizeof(T)), &record, sizeof(T)));
-}
-
-char *MakeText(const char *text)
-{
-    const size_t size = std::strlen(text) + 1;
-    return static_cast<char *>(std::memcpy(Make(size), text, size));
-}
 
 VEC_VECTOR_S *MakeList(const VEC_VECTOR_S *from)
 {
