@@ -72,16 +72,18 @@ std::optional<NodeRequest> MakeRequest(const Instance &instance, const Place &pl
     return NodeRequest{top, PlainPath(place), OwnForm(way, Prefixes(instance.Schema()).Of(top.name))};
 }
 
-NodeRequest MakeHolderRequest(const Instance &instance, const Place &leaf)
+std::optional<NodeRequest> MakeHolderRequest(const Instance &instance, const Place &leaf)
 {
-    Place holder = {leaf.augment, leaf.node, nullptr};
-    if (std::strcmp(leaf.leaf->pcModuleName, leaf.node->pcModuleName) != 0) {
+    Place holder = {leaf.augment, OrdinaryAt(*leaf.node), nullptr};
+    if (holder.node == nullptr)
+        return std::nullopt;
+    if (std::strcmp(leaf.leaf->pcModuleName, holder.node->pcModuleName) != 0) {
         /* The holder is another module's, but only this module's copy of it is sure to have the leaf. */
         NodeRequest request = *MakeRequest(instance, leaf);
         request.path = PlainPath(holder);
         return request;
     }
-    return *MakeRequest(instance, holder);
+    return MakeRequest(instance, holder);
 }
 
 const KorvTreeNode *Ask(const Instance &instance, const NodeRequest &request)

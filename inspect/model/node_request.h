@@ -23,8 +23,8 @@ struct NodeRequest {
 std::optional<NodeRequest> MakeRequest(const Instance &instance, const Place &place);
 
 /* The request for the node that holds the leaf. The library finds a leaf of a case, and one that an augment adds to a node
- * with children, only through that node. */
-NodeRequest MakeHolderRequest(const Instance &instance, const Place &leaf);
+ * with children, only through that node: the one around the choice when the leaf is in a case's own list alone. Nothing when no node is around it. */
+std::optional<NodeRequest> MakeHolderRequest(const Instance &instance, const Place &leaf);
 
 /* The library's answer to a request: the node, or the holder of the leaf that it names; null when it finds none, or the
  * module to ask is not loaded. */

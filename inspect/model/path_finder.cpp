@@ -66,9 +66,7 @@ bool StandsWhereAdded(const ModuleFile &file, const Place &place)
 /* The place of a leaf. A leaf of a case is shown as the class above has it: only there it carries the class id. */
 Place AtClass(std::optional<uint32_t> augment, const KorvTreeNode &holder, const KorvTreeLeaf &leaf)
 {
-    const KorvTreeNode *node = &holder;
-    while (node != nullptr && !IsOrdinary(*node))
-        node = node->pstParent;
+    const KorvTreeNode *node = OrdinaryAt(holder);
     if (node == nullptr || node == &holder)
         return {augment, &holder, &leaf};
     for (const KorvTreeLeaf &caseLeaf : Leaves(node->pstCaseLeafList))
@@ -126,6 +124,10 @@ void PathFinder::MatchLeaf(Search *search, const KorvTreeNode &holder, size_t st
             if (Means(search->steps[step], leaf.pcName, leaf.pcModuleName))
                 search->places->push_back(AtClass(search->augment, holder, leaf));
     }
+    /* A leaf-list of a case stands there alone. */
+    for (const KorvTreeNode &child : Children(holder))
+        if (!IsOrdinary(child))
+            MatchLeaf(search, child, step);
 }
 
 void PathFinder::Match(Search *search, Chain chain, size_t step) const

@@ -70,6 +70,14 @@ std::vector<const KorvTreeNode *> FromTop(const KorvTreeNode &node)
     return nodes;
 }
 
+const KorvTreeNode *OrdinaryAt(const KorvTreeNode &node)
+{
+    const KorvTreeNode *at = &node;
+    while (at != nullptr && !IsOrdinary(*at))
+        at = at->pstParent;
+    return at;
+}
+
 std::vector<const KorvTreeNode *> CasesAbove(const KorvTreeNode &holder, const KorvTreeLeaf &leaf)
 {
     std::vector<const KorvTreeNode *> way;

@@ -104,6 +104,9 @@ const char *KindName(const KorvTreeNode &node);
 /* The node and those above it, topmost first. */
 std::vector<const KorvTreeNode *> FromTop(const KorvTreeNode &node);
 
+/* The node, or the container or list around it when it is a choice or case; null: there is none. */
+const KorvTreeNode *OrdinaryAt(const KorvTreeNode &node);
+
 /* The choices and cases between a node and a leaf that stands in one of its cases; empty for a leaf of its own. */
 std::vector<const KorvTreeNode *> CasesAbove(const KorvTreeNode &holder, const KorvTreeLeaf &leaf);
 

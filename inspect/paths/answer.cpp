@@ -28,17 +28,18 @@ bool Holds(const KorvTreeNode &node, const KorvTreeLeaf &wanted)
             if (leaf.pYinNode == wanted.pYinNode)
                 return true;
     }
-    return false;
+    return !CasesAbove(node, wanted).empty();
 }
 
 /* Asks what the answer's request says. */
 void Ask(const Instance &instance, Answer *answer)
 {
     const Place &place = answer->place;
+    const KorvTreeNode *wanted = place.leaf != nullptr ? OrdinaryAt(*place.node) : place.node;
     answer->asked = instance.Find(answer->request->module) != nullptr;
     const KorvTreeNode *node = Ask(instance, *answer->request);
-    answer->answered = node != nullptr &&
-                       QualifiedPath({{}, node, nullptr}) == QualifiedPath({{}, place.node, nullptr}) &&
+    answer->answered = node != nullptr && wanted != nullptr &&
+                       QualifiedPath({{}, node, nullptr}) == QualifiedPath({{}, wanted, nullptr}) &&
                        (place.leaf == nullptr || Holds(*node, *place.leaf));
 }
 
@@ -52,7 +53,8 @@ Answer AskFor(const Instance &instance, const Place &place)
         return answer;
     answer.toHolder = true;
     answer.request = MakeHolderRequest(instance, place);
-    Ask(instance, &answer);
+    if (answer.request)
+        Ask(instance, &answer);
     return answer;
 }
 
@@ -88,8 +90,9 @@ void AddFound(TreeRows *rows, const KorvTreeNode &node, uint32_t indent)
 void AddLeafBelow(TreeRows *rows, const KorvTreeNode &holder, const KorvTreeLeaf &leaf)
 {
     uint32_t indent = 0;
-    rows->AddNode(holder, indent++);
-    for (const KorvTreeNode *step : CasesAbove(holder, leaf))
+    const KorvTreeNode *top = OrdinaryAt(holder);
+    rows->AddNode(top != nullptr ? *top : holder, indent++);
+    for (const KorvTreeNode *step : CasesAbove(top != nullptr ? *top : holder, leaf))
         rows->AddNode(*step, indent++);
     rows->AddLeaf(leaf, indent);
 }
@@ -97,7 +100,8 @@ void AddLeafBelow(TreeRows *rows, const KorvTreeNode &holder, const KorvTreeLeaf
 void PrintRequest(const Answer &answer)
 {
     if (!answer.request) {
-        PrintLine("pcPath", "none: no host's path names a choice or case");
+        PrintLine("pcPath", answer.toHolder ? "none: no host's lookup finds a leaf at the top of a module"
+                                            : "none: no host's path names a choice or case");
         return;
     }
     PrintLine("pcModuleName", answer.request->module.name);

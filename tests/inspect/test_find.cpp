@@ -135,6 +135,22 @@ interface       class 0x1001  sample 0x52  key 1
 )");
 }
 
+TEST(InspectFind, ALeafListOfACaseIsFoundBelowItsClass)
+{
+    ModelDir dir;
+    dir.Add("sys", Container("sys",
+                             "<choice name=\"c\"><case name=\"x\"><leaf-list name=\"many\">"
+                             "<type name=\"string\"/></leaf-list></case></choice>"));
+    for (const std::vector<std::string> &words : std::vector<std::vector<std::string>>{
+             {"find", "sys", "/sys/many"}, {"find", "sys", "/sys/c/x/many"}, {"find", "**/many"}}) {
+        std::vector<std::string> args = words;
+        args.insert(args.end(), {"-d", dir.Path(), "--format", "json"});
+        const Result result = Inspect(args);
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+        EXPECT_NE(result.out.find("\"/sys/many\""), std::string::npos) << result.out;
+    }
+}
+
 TEST(InspectFind, SaysHowFarAPathLeads)
 {
     const std::pair<const char *, const char *> cases[] = {
