@@ -84,6 +84,9 @@ std::string Content(const std::string &path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+/* As POSIX has a child end whose program cannot be started, where posix_spawnp does not hear of it: under qemu, say. */
+constexpr int NOT_STARTED = 127;
+
 void Wait(pid_t child, Finished *finished)
 {
     int status = 0;
@@ -124,6 +127,8 @@ Finished RunProgram(const std::vector<std::string> &words, const std::string &in
         Wait(child, &finished);
     finished.out = Content(out);
     finished.err = Content(err);
+    if (finished.exitCode == NOT_STARTED && finished.err.empty())
+        finished.startError = ENOENT;
     return finished;
 }
 

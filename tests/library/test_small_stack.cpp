@@ -18,7 +18,7 @@ namespace {
 #if defined(__SANITIZE_ADDRESS__) || !defined(__OPTIMIZE__)
 constexpr size_t FACTOR = 16;
 #elif defined(__s390x__) /* each frame has 160 bytes for the registers of what is called */
-constexpr size_t FACTOR = 2;
+constexpr size_t FACTOR = 3;
 #else
 constexpr size_t FACTOR = 1;
 #endif
